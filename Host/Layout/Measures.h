@@ -1,0 +1,29 @@
+// The measures of the widgets: family sizes, margins, the text styles' sizes and line heights. Points.
+#pragma once
+
+#include "Host/Layout/Geometry.h"
+#include "Platform/Views/Style.h"
+
+#include <string_view>
+
+namespace host {
+
+inline constexpr double contentMargin = 12;
+inline constexpr double cornerRadius = 20;
+inline constexpr double defaultSpacing = 8;
+inline constexpr double defaultSpacerLength = 8;
+inline constexpr double labelSpacing = 4;
+inline constexpr double dividerThickness = 1;
+
+/// The size of a family by the protocol's name; a family that is not known is as large as medium.
+Size familySize(std::string_view family);
+
+/// CSS-like weights: 400 regular, 500 medium, 600 semibold, 700 bold.
+struct TextMeasures {
+    double size = 0;
+    double lineHeight = 0;
+    int weight = 400;
+};
+TextMeasures textMeasures(platform::Font font);
+
+} // namespace host

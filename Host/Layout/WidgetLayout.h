@@ -1,0 +1,63 @@
+// A widget's picture as a flat list of things to draw, each where it stands: what layout hands to drawing.
+#pragma once
+
+#include "Host/Layout/Geometry.h"
+#include "Host/Layout/TextMeasurer.h"
+#include "Platform/Views/View.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace host {
+
+struct TextItem {
+    MeasuredText text;
+    double lineHeight = 0;
+    platform::HorizontalAlignment alignment = platform::HorizontalAlignment::leading;
+};
+struct SymbolItem {
+    std::string symbol;
+};
+struct ImageItem {
+    platform::EncodedData data;
+};
+struct CircleItem {
+    platform::Color fill = platform::Color::clear;
+};
+struct CapsuleItem {
+    platform::Color fill = platform::Color::clear;
+};
+struct DividerItem {};
+
+struct LayoutItem {
+    std::variant<TextItem, SymbolItem, ImageItem, CircleItem, CapsuleItem, DividerItem> content;
+    Rect frame;
+    platform::Font font;
+    platform::Foreground foreground;
+    /// Belongs to the accent group of modes that are not full colour.
+    bool accented = false;
+    /// The innermost link that holds it, as an index into `WidgetLayout::links`.
+    std::optional<std::size_t> link;
+};
+
+struct LayoutLink {
+    std::string url;
+    /// Of the item that the link stands for, where it stands for one.
+    std::optional<std::string> id;
+    Rect frame;
+};
+
+struct WidgetLayout {
+    Size size;
+    /// In drawing order.
+    std::vector<LayoutItem> items;
+    std::vector<LayoutLink> links;
+};
+
+/// Lays `view` out in a widget of `size`: the content margin all around, the view centred in what remains.
+WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images);
+
+} // namespace host

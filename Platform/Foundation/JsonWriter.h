@@ -1,0 +1,52 @@
+// Writes JSON straight into a text, without a tree in between.
+//
+// Calls come in the order of the text; commas and colons are the writer's business. Text is expected in UTF-8; bytes that
+// are none become U+FFFD, so that the output is always valid. Numbers are written as shortest round-trip decimals; what is
+// no finite number becomes 0.
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+class EncodedData;
+
+class JsonWriter {
+  public:
+    /// Appends to `out`, which must outlive the writer.
+    explicit JsonWriter(std::string& out) : out_(out) {}
+
+    JsonWriter& beginObject();
+    JsonWriter& endObject();
+    JsonWriter& beginArray();
+    JsonWriter& endArray();
+    JsonWriter& key(std::string_view name);
+    JsonWriter& null();
+    JsonWriter& text(std::string_view value);
+    JsonWriter& number(double value);
+    JsonWriter& boolean(bool value);
+    JsonWriter& base64(const EncodedData& value);
+    /// `value` is JSON already.
+    JsonWriter& raw(std::string_view value);
+
+    template <std::integral Integer>
+        requires(!std::same_as<Integer, bool>)
+    JsonWriter& number(Integer value) {
+        separate();
+        out_ += std::to_string(value);
+        return *this;
+    }
+
+    /// A member with a text, the commonest line there is.
+    JsonWriter& member(std::string_view name, std::string_view value) { return key(name).text(value); }
+
+  private:
+    void separate();
+    std::string& out_;
+    bool needsComma_ = false;
+};
+
+} // namespace platform

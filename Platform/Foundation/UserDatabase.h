@@ -1,0 +1,26 @@
+// The user database, as an effect that is handed in.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+class UserDatabase {
+  public:
+    virtual ~UserDatabase() = default;
+    /// The home folder that the user database records for the current user; nothing without a record or a home in it.
+    virtual std::optional<std::string> recordedHome() const = 0;
+    /// The home folder as the process was told it (the HOME variable), "/" without one.
+    virtual std::string processHome() const = 0;
+};
+
+/// The system's own (getuid, getpwuid).
+class SystemUserDatabase final : public UserDatabase {
+  public:
+    std::optional<std::string> recordedHome() const override;
+    std::string processHome() const override;
+    static const SystemUserDatabase& shared();
+};
+
+} // namespace platform

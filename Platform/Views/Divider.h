@@ -1,0 +1,14 @@
+// A thin line across the axis of the stack that holds it.
+#pragma once
+
+#include "Platform/Views/View.h"
+
+namespace platform {
+
+struct Divider {
+    friend bool operator==(const Divider&, const Divider&) = default;
+};
+
+View divider();
+
+} // namespace platform

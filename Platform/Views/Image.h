@@ -1,0 +1,20 @@
+// A picture from the bytes of an image file, resizable, its aspect ratio kept.
+//
+// Whether the bytes are an image is found out by who draws them: `fallback` is drawn where they are none.
+#pragma once
+
+#include "Platform/Foundation/EncodedData.h"
+#include "Platform/Views/View.h"
+
+namespace platform {
+
+struct Image {
+    EncodedData data;
+    /// Left out: nothing is drawn.
+    std::optional<View> fallback;
+    friend bool operator==(const Image&, const Image&) = default;
+};
+
+View image(EncodedData data, View fallback);
+
+} // namespace platform
