@@ -12,7 +12,8 @@ namespace platform {
 struct Date {
     double secondsSinceReferenceDate = 0;
 
-    /// The earliest moment that is ever shown, 0001-01-01 00:00:00 UTC: what an unknown date becomes.
+    /// What an unknown date becomes: 0001-01-01 00:00:00 UTC by the calendar of that time, the Julian one, and so two
+    /// days before the first day of this header's Gregorian calendar.
     static constexpr Date distantPast() { return {-63'114'076'800.0}; }
 
     /// From seconds since 1970-01-01 00:00:00 UTC.
@@ -27,14 +28,15 @@ struct Date {
 };
 
 /// RFC 3339 in UTC with milliseconds, rounded to the nearest: "2026-03-16T09:30:00.000Z". Dates outside the years 1 to
-/// 9999, and what is no number, are written as the nearest end of that range.
+/// 9999 are written as the nearest end of that range, what is no number as its beginning.
 std::string toRfc3339(Date date);
 
-/// Reads RFC 3339 with any number of second fractions and any offset; nothing if `text` is anything else.
+/// Reads RFC 3339 with any number of second fractions and any offset; nothing if `text` is anything else. A leap second
+/// (":60") has no place in seconds since the reference date and is nothing too.
 std::optional<Date> fromRfc3339(std::string_view text);
 
 /// The moment at which a calendar day and time of the proleptic Gregorian calendar stands in UTC. Days and times out of
-/// range are an absence, February the 30th and hour 24 among them.
+/// range are an absence, February the 30th, hour 24 and second 60 among them.
 struct CivilTime {
     int year = 1;
     int month = 1;

@@ -1,8 +1,8 @@
 // Writes JSON straight into a text, without a tree in between.
 //
-// Calls come in the order of the text; commas and colons are the writer's business. Text is expected in UTF-8; bytes that
-// are none become U+FFFD, so that the output is always valid. Numbers are written as shortest round-trip decimals; what is
-// no finite number becomes 0.
+// Calls come in the order of the text; commas and colons are the writer's business. Text is expected in UTF-8; bytes
+// that are none become U+FFFD, so that the output is always valid. Numbers are written as shortest round-trip decimals,
+// with an exponent only below 1e-7 and from 1e16 on; what is no finite number becomes 0.
 #pragma once
 
 #include <concepts>
@@ -33,8 +33,7 @@ class JsonWriter {
     JsonWriter& raw(std::string_view value);
 
     template <std::integral Integer>
-        requires(!std::same_as<Integer, bool>)
-    JsonWriter& number(Integer value) {
+    requires(!std::same_as<Integer, bool>) JsonWriter& number(Integer value) {
         separate();
         out_ += std::to_string(value);
         return *this;

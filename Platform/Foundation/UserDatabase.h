@@ -11,7 +11,7 @@ class UserDatabase {
     virtual ~UserDatabase() = default;
     /// The home folder that the user database records for the current user; nothing without a record or a home in it.
     virtual std::optional<std::string> recordedHome() const = 0;
-    /// The home folder as the process was told it (the HOME variable), "/" without one.
+    /// The home folder as the process was told it (the HOME variable), "/" without one or with an empty one.
     virtual std::string processHome() const = 0;
 };
 

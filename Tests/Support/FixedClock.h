@@ -1,0 +1,20 @@
+// A clock that stands still until it is told to move.
+#pragma once
+
+#include "Platform/Foundation/Clock.h"
+
+namespace platform {
+
+class FixedClock final : public Clock {
+  public:
+    explicit FixedClock(Date now = {}) : now_(now) {}
+    Date now() const override { return now_; }
+
+    void set(Date now) { now_ = now; }
+    void advance(double seconds) { now_ = now_.addingSeconds(seconds); }
+
+  private:
+    Date now_;
+};
+
+} // namespace platform
