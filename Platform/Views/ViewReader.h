@@ -1,28 +1,24 @@
 // A view tree from the protocol's JSON, read with distrust: it comes from another process.
 //
-// Unknown types become their children, unknown attributes and values are passed over, a text longer than
-// `longestText` bytes is cut, a number that is not finite or beyond 1e6 counts as absent. A tree deeper than
-// `greatestDepth` or with more than `greatestCount` nodes is refused.
+// What a host does not know costs nothing but itself: an unknown type becomes its children, if it has any, and an unknown
+// attribute or value is passed over. A length that is not within ±`greatestLength` counts as left out. A tree that is no
+// object, is deeper than `greatestDepth` or has more than `greatestCount` nodes is refused with a reason.
 #pragma once
 
+#include "Platform/Foundation/Expected.h"
 #include "Platform/Views/View.h"
 
-#include <cstddef>
 #include <simdjson.h>
+
 #include <string>
-#include <variant>
 
 namespace platform {
 
-struct ViewError {
-    std::string message;
-};
+inline constexpr int greatestViewDepth = 64;
+inline constexpr int greatestViewCount = 10'000;
+inline constexpr double greatestViewLength = 100'000;
 
-struct ViewReader {
-    static constexpr int greatestDepth = 64;
-    static constexpr int greatestCount = 10'000;
-
-    static std::variant<View, ViewError> read(simdjson::dom::element node);
-};
+/// The view, or in a few words why there is none.
+Expected<View, std::string> readView(simdjson::dom::element node);
 
 } // namespace platform

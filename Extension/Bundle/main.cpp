@@ -1,0 +1,3 @@
+#include "Extension/Bundle/FOLIOvaultWidgetBundle.h"
+
+int main() { return foliovault::FOLIOvaultWidgetBundle::main(); }

@@ -1,0 +1,49 @@
+#include "Extension/Favorites/FavoritesConfiguration.h"
+
+#include "Platform/Foundation/Localization.h"
+
+namespace foliovault {
+
+using namespace platform;
+
+std::string FavoritesGroupOption::typeDisplayRepresentation() { return localized("Favorites Group"); }
+
+std::string FavoritesGroupOption::displayRepresentation() const { return id == allID ? localized("All") : id; }
+
+std::vector<FavoritesGroupOption> FavoritesGroupQuery::entitiesFor(std::span<const std::string> identifiers) const {
+    std::vector<FavoritesGroupOption> options;
+    options.reserve(identifiers.size());
+    for (const std::string& identifier : identifiers) {
+        options.push_back({identifier});
+    }
+    return options;
+}
+
+std::vector<FavoritesGroupOption> FavoritesGroupQuery::suggestedEntities() const {
+    std::vector options{FavoritesGroupOption::all()};
+    for (std::string& name : store_->groupNames()) {
+        options.push_back({std::move(name)});
+    }
+    return options;
+}
+
+std::vector<FavoritesGroupOption> FavoritesGroupQuery::entitiesMatching(std::string_view text) const {
+    auto options = suggestedEntities();
+    if (!text.empty()) {
+        std::erase_if(options, [text](const FavoritesGroupOption& option) {
+            const bool titleCounts = option == FavoritesGroupOption::all();
+            return !localizedCaseInsensitiveContains(option.id, text) &&
+                   !(titleCounts && localizedCaseInsensitiveContains(option.displayRepresentation(), text));
+        });
+    }
+    return options;
+}
+
+IntentDescription<FavoritesIntent> FavoritesIntent::description() {
+    return {.title = localized("Favorites"),
+            .description = localized("Shows your FOLIOvault favorites on the desktop."),
+            .parameters = {entityParameter(&FavoritesIntent::group, FavoritesGroupQuery(), "group", localized("Group"),
+                                           FavoritesGroupOption::typeDisplayRepresentation())}};
+}
+
+} // namespace foliovault

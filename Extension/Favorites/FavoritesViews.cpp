@@ -1,0 +1,42 @@
+#include "Extension/Favorites/FavoritesViews.h"
+
+#include "Extension/Shared/ItemRows.h"
+#include "Extension/Shared/ListWidgetBody.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Views/Stack.h"
+#include "Platform/Views/Symbol.h"
+#include "Platform/Views/Text.h"
+
+namespace foliovault {
+
+using namespace platform;
+
+View FavoritesEntryView::body(const Environment& environment) const {
+    if (entry.items.empty()) {
+        return FavoritesEmptyView().body();
+    }
+    return ListWidgetBody<FavoritesItem>{
+        .items = entry.items,
+        .displayCount = entry.displayCount,
+        .title = "Favorites",
+        .subtitle = localizedCount("%lld items", entry.displayCount),
+        .smallHeader = [] { return text(localized("Favorites")).font(headline); },
+        .detailRow =
+            [&](const FavoritesItem& item) { return DetailedItemRow{RowContent::of(item)}.body(environment); },
+    }
+        .body(environment);
+}
+
+View FavoritesEmptyView::body() const {
+    return vStack({.spacing = 8},
+                  {
+                      symbol("star").font(largeTitle).foreground(secondary),
+                      text(localized("No Favorites")).font(headline).foreground(secondary),
+                      text(localized("Add favorites in FOLIOvault to see them here."))
+                          .font(caption)
+                          .foreground(tertiary)
+                          .textAlignment(HorizontalAlignment::center),
+                  });
+}
+
+} // namespace foliovault

@@ -1,0 +1,71 @@
+#include "Extension/Shared/DeepLink.h"
+
+#include "Platform/Foundation/URLComponents.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace foliovault {
+namespace {
+
+using platform::URL;
+using platform::URLComponents;
+
+constexpr std::string_view commandScheme = "x-foliovault";
+constexpr std::array<std::string_view, 3> taggableSchemes{commandScheme, "x-foliovault-item",
+                                                          "x-foliovault-smartgroup"};
+
+std::string asciiLowerCased(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return lower;
+}
+
+} // namespace
+
+URL taggedForWidget(const URL& url, std::string_view widgetIdentifier) {
+    const auto scheme = url.scheme();
+    if (!scheme || std::find(taggableSchemes.begin(), taggableSchemes.end(), asciiLowerCased(*scheme)) ==
+                       taggableSchemes.end()) {
+        return url;
+    }
+    auto components = URLComponents::of(url);
+    if (!components) {
+        return url;
+    }
+    auto items = components->queryItems().value_or(std::vector<platform::URLQueryItem>{});
+    items.push_back({"widget", std::string(widgetIdentifier)});
+    components->setQueryItems(items);
+    return components->url().value_or(url);
+}
+
+std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view widgetIdentifier) {
+    const auto url = URL::parse(text);
+    if (!url) {
+        return std::nullopt;
+    }
+    const std::string scheme = asciiLowerCased(url->scheme().value_or(""));
+    if (scheme != "http" && scheme != "https") {
+        return taggedForWidget(*url, widgetIdentifier);
+    }
+    // "&", "=" and "+" are what a query may hold and the value of one of its items had better not.
+    constexpr std::string_view allowedInLocation = "-._~!$'()*,;:@/?";
+    URLComponents components;
+    components.scheme = commandScheme;
+    components.host = "open-url";
+    components.setPercentEncodedQueryItems({{"location", platform::percentEncoded(text, allowedInLocation)},
+                                            {"widget", std::string(widgetIdentifier)}});
+    return components.url();
+}
+
+std::optional<URL> commandURL(std::string_view command, std::string_view name, std::string_view value) {
+    URLComponents components;
+    components.scheme = commandScheme;
+    components.host = std::string(command);
+    components.setQueryItems({{std::string(name), std::string(value)}});
+    return components.url();
+}
+
+} // namespace foliovault

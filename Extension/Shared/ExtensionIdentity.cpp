@@ -1,0 +1,10 @@
+#include "Extension/Shared/ExtensionIdentity.h"
+
+namespace foliovault {
+
+const platform::Log& extensionLog() {
+    static const platform::SystemLog log(extensionIdentifier);
+    return log;
+}
+
+} // namespace foliovault

@@ -1,0 +1,13 @@
+// What this extension is called by hosts, and in the log.
+#pragma once
+
+#include "Platform/Foundation/Log.h"
+
+namespace foliovault {
+
+inline constexpr const char* extensionIdentifier = "net.foliovault.widgets";
+
+/// The log that all stores write to, with the extension's identifier as subsystem.
+const platform::Log& extensionLog();
+
+} // namespace foliovault

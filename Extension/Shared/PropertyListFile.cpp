@@ -1,0 +1,22 @@
+#include "Extension/Shared/PropertyListFile.h"
+
+namespace foliovault {
+
+using namespace platform;
+
+std::optional<PropertyList> PropertyListFile::load() const {
+    const std::string name = path_.substr(path_.rfind('/') + 1);
+    const auto file = files_.read(path_);
+    if (!file) {
+        log_.write(LogLevel::debug, category_, "Could not read " + name);
+        return std::nullopt;
+    }
+    auto list = PropertyList::parse(*file);
+    if (!list || !list->root().isArrayOfDictionaries()) {
+        log_.write(LogLevel::error, category_, "Could not parse " + name);
+        return std::nullopt;
+    }
+    return list;
+}
+
+} // namespace foliovault

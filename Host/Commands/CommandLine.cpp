@@ -1,0 +1,209 @@
+#include "Host/Commands/CommandLine.h"
+
+#include "Host/Commands/DescribeCommand.h"
+#include "Host/Commands/GalleryCommand.h"
+#include "Host/Commands/RenderCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+using Command = std::function<std::optional<Failure>()>;
+
+/// The enumerations of the command line, by the names they have there.
+const std::map<std::string, EntryRequest::Method> methods{{"timeline", EntryRequest::Method::timeline},
+                                                          {"snapshot", EntryRequest::Method::snapshot},
+                                                          {"placeholder", EntryRequest::Method::placeholder}};
+const std::map<std::string, DrawingMode> modes{
+    {"fullColor", DrawingMode::fullColor}, {"tinted", DrawingMode::tinted}, {"vibrant", DrawingMode::vibrant}};
+const std::map<std::string, ColorScheme> appearances{{"light", ColorScheme::light}, {"dark", ColorScheme::dark}};
+const std::map<std::string, RenderFormat> formats{{"png", RenderFormat::png},
+                                                  {"svg", RenderFormat::svg},
+                                                  {"pdf", RenderFormat::pdf},
+                                                  {"tree", RenderFormat::tree},
+                                                  {"frames", RenderFormat::frames}};
+
+template <class Value> std::vector<std::string> names(const std::map<std::string, Value>& values) {
+    std::vector<std::string> all;
+    for (const auto& [name, value] : values) {
+        all.push_back(name);
+    }
+    return all;
+}
+
+class CommandLine {
+  public:
+    CommandLine() {
+        app_.require_subcommand(1);
+        app_.fallthrough();
+        app_.set_version_flag("--version", "widgethost " WIDGETHOST_VERSION);
+        app_.add_option("--extension", extensionPath_, "An extension's manifest or executable, instead of the installed ones")
+            ->type_name("PATH");
+        app_.add_option("--home", homePath_, "The folder that the extension takes for the user's home")
+            ->type_name("FOLDER")
+            ->check(CLI::ExistingDirectory);
+        addDescribe();
+        addOptions();
+        addRender();
+        addGallery();
+    }
+
+    int run(int argc, char** argv) {
+        try {
+            app_.parse(argc, argv);
+        } catch (const CLI::Success& asked) {
+            return app_.exit(asked);
+        } catch (const CLI::ParseError& error) {
+            return finish(Failure{ExitCode::usage, fmt::format("{} (see widgethost --help)", error.what())});
+        }
+        return finish(command_());
+    }
+
+  private:
+    void addDescribe() {
+        CLI::App* describing = app_.add_subcommand("describe", "Say what widgets there are and what they offer");
+        addJson(describing);
+        describing->callback([this] { command_ = [this] { return describe(choice(), textFormat()); }; });
+    }
+
+    void addOptions() {
+        CLI::App* listing = app_.add_subcommand("options", "List the choices of a widget's parameter");
+        listing->add_option("KIND", optionsRequest_.kind, "The widget's kind")->required();
+        listing->add_option("PARAMETER", optionsRequest_.parameter, "The parameter's name")->required();
+        listing->add_option("--matching", matching_, "Only choices that contain this text")->type_name("TEXT");
+        addJson(listing);
+        listing->callback([this, listing] {
+            command_ = [this, listing] {
+                if (listing->count("--matching") > 0) {
+                    optionsRequest_.matching = matching_;
+                }
+                return listOptions(choice(), optionsRequest_, textFormat());
+            };
+        });
+    }
+
+    void addRender() {
+        CLI::App* rendering = app_.add_subcommand("render", "Draw one widget");
+        rendering->add_option("KIND", renderRequest_.entry.kind, "The widget's kind")->required();
+        rendering->add_option("--family", family_, "The widget's size")
+            ->check(CLI::IsMember({"small", "medium", "large", "extraLarge"}));
+        rendering->add_option("--set", settings_, "A choice of the widget's configuration, as often as needed")
+            ->type_name("NAME=VALUE")
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+            ->check([](const std::string& setting) {
+                const std::size_t equals = setting.find('=');
+                return equals == 0 || equals == std::string::npos ? "\"" + setting + "\" is not NAME=VALUE"
+                                                                  : std::string();
+            });
+        CLI::Option* request = rendering->add_option("--request", request_, "What the extension is asked for")
+                                   ->check(CLI::IsMember(names(methods)))
+                                   ->capture_default_str();
+        rendering->add_option("--preview", preview_, "A design-time preview of the widget")
+            ->type_name("NAME")
+            ->excludes(request);
+        rendering->add_option("--mode", mode_, "How colours are used")
+            ->check(CLI::IsMember(names(modes)))
+            ->capture_default_str();
+        rendering->add_option("--appearance", appearance_, "The colour scheme")
+            ->check(CLI::IsMember(names(appearances)))
+            ->capture_default_str();
+        rendering->add_option("--scale", renderRequest_.scale, "Device pixels a point, for PNG")
+            ->check(CLI::Range(0.25, 8.0))
+            ->capture_default_str();
+        rendering->add_option("--format", format_, "What is written: a picture, the view tree or the frames laid out")
+            ->check(CLI::IsMember(names(formats)))
+            ->capture_default_str();
+        rendering->add_option("-o,--output", output_, "The file to write, instead of standard output")->type_name("FILE");
+        rendering->callback([this, rendering] { command_ = [this, rendering] { return doRender(*rendering); }; });
+    }
+
+    void addGallery() {
+        CLI::App* drawing = app_.add_subcommand("gallery", "Draw every widget in every family, and a page that shows them");
+        drawing->add_option("-o,--output", galleryFolder_, "The folder to write")->type_name("FOLDER")->capture_default_str();
+        drawing->callback([this] { command_ = [this] { return gallery(choice(), galleryFolder_); }; });
+    }
+
+    void addJson(CLI::App* command) { command->add_flag("--json", json_, "Print JSON, as the extension answers"); }
+
+    std::optional<Failure> doRender(const CLI::App& given) {
+        EntryRequest& entry = renderRequest_.entry;
+        entry.method = methods.at(request_);
+        entry.renderingMode = mode_;
+        for (const std::string& setting : settings_) {
+            const std::size_t equals = setting.find('=');
+            entry.configuration.emplace_back(setting.substr(0, equals), setting.substr(equals + 1));
+        }
+        if (given.count("--family") > 0) {
+            renderRequest_.family = family_;
+        }
+        if (given.count("--preview") > 0) {
+            renderRequest_.preview = preview_;
+        }
+        if (given.count("--output") > 0) {
+            renderRequest_.output = output_;
+        }
+        renderRequest_.format = formats.at(format_);
+        renderRequest_.appearance = {.scheme = appearances.at(appearance_),
+                                     .mode = modes.at(mode_),
+                                     .redaction = entry.method == EntryRequest::Method::placeholder
+                                                      ? Redaction::placeholder
+                                                      : Redaction::none};
+        const bool isPicture = renderRequest_.format == RenderFormat::png || renderRequest_.format == RenderFormat::pdf;
+        if (isPicture && !renderRequest_.output && isatty(STDOUT_FILENO) != 0) {
+            return Failure{ExitCode::usage, "a picture is nothing for a terminal; name a file with -o"};
+        }
+        return render(choice(), renderRequest_);
+    }
+
+    ExtensionChoice choice() const {
+        ExtensionChoice chosen;
+        if (app_.count("--extension") > 0) {
+            chosen.extension = extensionPath_;
+        }
+        if (app_.count("--home") > 0) {
+            chosen.home = homePath_;
+        }
+        return chosen;
+    }
+
+    TextFormat textFormat() const { return json_ ? TextFormat::json : TextFormat::people; }
+
+    static int finish(const std::optional<Failure>& failure) {
+        if (failure) {
+            fmt::print(stderr, "widgethost: {}\n", failure->message);
+        }
+        return static_cast<int>(failure ? failure->code : ExitCode::success);
+    }
+
+    CLI::App app_{"Shows the desktop widgets of extensions", "widgethost"};
+    Command command_;
+    std::string extensionPath_;
+    std::string homePath_;
+    bool json_ = false;
+    OptionsRequest optionsRequest_;
+    std::string matching_;
+    RenderRequest renderRequest_;
+    std::string family_;
+    std::vector<std::string> settings_;
+    std::string request_ = "timeline";
+    std::string preview_;
+    std::string mode_ = "fullColor";
+    std::string appearance_ = "light";
+    std::string format_ = "png";
+    std::string output_;
+    std::string galleryFolder_ = "gallery";
+};
+
+} // namespace
+
+int runCommandLine(int argc, char** argv) { return CommandLine().run(argc, argv); }
+
+} // namespace host

@@ -1,0 +1,86 @@
+#include "Host/Commands/DescribeCommand.h"
+
+#include "Host/Commands/Output.h"
+#include "Platform/Foundation/JsonWriter.h"
+
+#include <fmt/format.h>
+
+namespace host {
+namespace {
+
+std::string forPeople(const WidgetInfo& widget) {
+    std::string text = fmt::format("{}  {}\n    {}\n    families: {}\n", widget.kind, widget.displayName,
+                                   widget.description, fmt::join(widget.families, ", "));
+    for (const ParameterInfo& parameter : widget.parameters) {
+        text += fmt::format("    {}: {}", parameter.name, parameter.title);
+        if (parameter.cases.empty()) {
+            text += fmt::format(", a {}; default {}", parameter.typeName, parameter.defaultId);
+        }
+        text += '\n';
+        for (const ChoiceInfo& choice : parameter.cases) {
+            text += fmt::format("        {}  {}{}\n", choice.id, choice.title,
+                                choice.id == parameter.defaultId ? " (default)" : "");
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format) {
+    auto connections = openExtensions(choice);
+    if (!connections) {
+        return connections.error();
+    }
+    std::string text;
+    for (ExtensionConnection& connection : *connections) {
+        const std::int64_t id = connection.send("describe", "{}");
+        if (format == TextFormat::json) {
+            const auto result = receive(connection, id, readResult);
+            if (!result) {
+                return result.error();
+            }
+            text += *result + '\n';
+            continue;
+        }
+        const auto widgets = receive(connection, id, readDescription);
+        if (!widgets) {
+            return widgets.error();
+        }
+        for (const WidgetInfo& widget : *widgets) {
+            text += forPeople(widget);
+        }
+    }
+    return writeOutput(text, std::nullopt);
+}
+
+std::optional<Failure> listOptions(const ExtensionChoice& choice, const OptionsRequest& request, TextFormat format) {
+    auto connection = openExtensionFor(request.kind, choice);
+    if (!connection) {
+        return connection.error();
+    }
+    std::string params;
+    platform::JsonWriter out(params);
+    out.beginObject().member("kind", request.kind).member("parameter", request.parameter);
+    if (request.matching) {
+        out.member("matching", *request.matching);
+    }
+    out.endObject();
+    const std::int64_t id = connection->send("options", params);
+    if (format == TextFormat::json) {
+        const auto result = receive(*connection, id, readResult);
+        return result ? writeOutput(*result + '\n', std::nullopt) : std::optional(result.error());
+    }
+    const auto options = receive(*connection, id, readOptions);
+    if (!options) {
+        return options.error();
+    }
+    std::string text;
+    for (const ChoiceInfo& option : options->options) {
+        text += fmt::format("{}  {}{}\n", option.id, option.title,
+                            option.id == options->defaultChoice.id ? " (default)" : "");
+    }
+    return writeOutput(text, std::nullopt);
+}
+
+} // namespace host

@@ -1,0 +1,26 @@
+// `widgethost describe` and `widgethost options`: what extensions offer, for people and as JSON.
+#pragma once
+
+#include "Host/Commands/Extensions.h"
+
+#include <optional>
+#include <string>
+
+namespace host {
+
+enum class TextFormat { people, json };
+
+/// The widgets of every extension; as JSON one line an extension, as it describes itself.
+std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format);
+
+struct OptionsRequest {
+    std::string kind;
+    std::string parameter;
+    /// Only those that match this text.
+    std::optional<std::string> matching;
+};
+
+/// A parameter's choices.
+std::optional<Failure> listOptions(const ExtensionChoice& choice, const OptionsRequest& request, TextFormat format);
+
+} // namespace host

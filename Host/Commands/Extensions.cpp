@@ -1,0 +1,97 @@
+#include "Host/Commands/Extensions.h"
+
+#include "Host/Connection/Manifest.h"
+#include "Platform/Foundation/JsonWriter.h"
+
+#include <algorithm>
+
+namespace host {
+namespace {
+
+using platform::Unexpected;
+
+Failure unavailable(std::string message) { return {ExitCode::unavailable, std::move(message)}; }
+
+} // namespace
+
+Failure failureOf(const ConnectionError& error) {
+    const bool refused = error.kind == ConnectionError::Kind::refused;
+    return {refused ? ExitCode::usage : ExitCode::unavailable, error.message};
+}
+
+Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice) {
+    std::vector<Manifest> manifests;
+    if (choice.extension) {
+        auto manifest = manifestFor(*choice.extension);
+        if (!manifest) {
+            return Unexpected{unavailable(manifest.error())};
+        }
+        manifests.push_back(*std::move(manifest));
+    } else {
+        for (const auto& file : installedManifests()) {
+            auto manifest = readManifest(file);
+            if (!manifest) {
+                return Unexpected{unavailable(manifest.error())};
+            }
+            manifests.push_back(*std::move(manifest));
+        }
+    }
+    if (manifests.empty()) {
+        return Unexpected{unavailable("no extension is installed; name one with --extension")};
+    }
+    std::vector<ExtensionConnection> connections;
+    for (const Manifest& manifest : manifests) {
+        auto connection = ExtensionConnection::open(manifest, choice.home);
+        if (!connection) {
+            return Unexpected{unavailable(connection.error().message)};
+        }
+        connections.push_back(*std::move(connection));
+    }
+    return connections;
+}
+
+Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice) {
+    auto connections = openExtensions(choice);
+    if (!connections) {
+        return Unexpected{connections.error()};
+    }
+    if (connections->size() == 1) {
+        return std::move(connections->front());
+    }
+    for (ExtensionConnection& connection : *connections) {
+        const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
+        if (!widgets) {
+            return Unexpected{widgets.error()};
+        }
+        if (std::any_of(widgets->begin(), widgets->end(), [&](const WidgetInfo& each) { return each.kind == kind; })) {
+            return std::move(connection);
+        }
+    }
+    return Unexpected{Failure{ExitCode::usage, "no installed extension has the widget " + kind}};
+}
+
+std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request) {
+    std::string params;
+    platform::JsonWriter out(params);
+    out.beginObject().member("kind", request.kind);
+    if (request.method != EntryRequest::Method::placeholder) {
+        out.key("configuration").beginObject();
+        for (const auto& [name, id] : request.configuration) {
+            out.member(name, id);
+        }
+        out.endObject();
+    }
+    out.key("environment").beginObject().member("family", request.family);
+    out.member("renderingMode", request.renderingMode).endObject().endObject();
+    switch (request.method) {
+    case EntryRequest::Method::snapshot:
+        return connection.send("snapshot", params);
+    case EntryRequest::Method::placeholder:
+        return connection.send("placeholder", params);
+    case EntryRequest::Method::timeline:
+        break;
+    }
+    return connection.send("timeline", params);
+}
+
+} // namespace host

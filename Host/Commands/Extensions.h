@@ -1,0 +1,55 @@
+// The extensions that a command speaks to: the one named on the command line, or those that are installed.
+#pragma once
+
+#include "Host/Commands/Failure.h"
+#include "Host/Connection/ExtensionConnection.h"
+#include "Host/Connection/Messages.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+struct ExtensionChoice {
+    std::optional<std::filesystem::path> extension;
+    std::optional<std::filesystem::path> home;
+};
+
+/// Starts the chosen extension, or every installed one; at least one.
+Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice);
+
+/// Starts the extension that has the widget `kind`. Where there is one extension only, that is taken for it without asking.
+Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
+
+/// Calls a method and reads its answer with `read`; a request that the extension refuses was a wrong choice of the user's.
+Failure failureOf(const ConnectionError& error);
+template <class Value>
+Outcome<Value> receive(ExtensionConnection& connection, std::int64_t id, Message<Value> (*read)(std::string_view)) {
+    const auto answer = connection.answer(id);
+    if (!answer) {
+        return platform::Unexpected{failureOf(answer.error())};
+    }
+    auto value = read(*answer);
+    if (!value) {
+        return platform::Unexpected{Failure{ExitCode::unavailable, value.error()}};
+    }
+    return *std::move(value);
+}
+
+/// The parameters of the requests, as JSON.
+struct EntryRequest {
+    enum class Method { timeline, snapshot, placeholder };
+    Method method = Method::timeline;
+    std::string kind;
+    std::string family = "medium";
+    std::string renderingMode = "fullColor";
+    /// The choice's id by the parameter's name.
+    std::vector<std::pair<std::string, std::string>> configuration;
+};
+std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request);
+
+} // namespace host

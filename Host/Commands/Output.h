@@ -1,0 +1,15 @@
+// Where a command's result goes: standard output, or a file.
+#pragma once
+
+#include "Host/Commands/Failure.h"
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+namespace host {
+
+/// Writes `bytes` to `file`, whole or not at all, or to standard output where there is none.
+std::optional<Failure> writeOutput(std::string_view bytes, const std::optional<std::filesystem::path>& file);
+
+} // namespace host

@@ -1,0 +1,94 @@
+#include "Host/Commands/RenderCommand.h"
+
+#include "Host/Commands/Output.h"
+#include "Host/Drawing/Renderer.h"
+#include "Host/Layout/FramesJson.h"
+#include "Host/Layout/Measures.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/JsonWriter.h"
+
+#include <algorithm>
+
+namespace host {
+namespace {
+
+using platform::Unexpected;
+
+/// The entry that applies now: the last that has begun, or the first of those to come.
+const Entry& currentEntry(const std::vector<Entry>& entries) {
+    const platform::Date now = platform::SystemClock::shared().now();
+    const auto next = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.date > now; });
+    return next == entries.begin() ? *next : *std::prev(next);
+}
+
+Outcome<std::string> familyOfPreview(ExtensionConnection& connection, const std::string& kind,
+                                     const std::string& name) {
+    const auto previews = receive(connection, connection.send("previews", "{}"), readPreviews);
+    if (!previews) {
+        return Unexpected{previews.error()};
+    }
+    for (const PreviewInfo& preview : *previews) {
+        if (preview.kind == kind && preview.name == name) {
+            return preview.family;
+        }
+    }
+    // The extension knows best what to say of a preview that is not there.
+    return std::string("medium");
+}
+
+std::int64_t sendPreviewRequest(ExtensionConnection& connection, const std::string& kind, const std::string& name) {
+    std::string params;
+    platform::JsonWriter(params).beginObject().member("kind", kind).member("name", name).endObject();
+    return connection.send("preview", params);
+}
+
+std::string picture(const Entry& entry, const RenderRequest& request, const std::string& family) {
+    if (request.format == RenderFormat::tree) {
+        return entry.json + '\n';
+    }
+    Renderer renderer;
+    const WidgetLayout layout = layOut(entry.view, familySize(family), renderer.texts(), renderer.images());
+    switch (request.format) {
+    case RenderFormat::svg:
+        return renderer.svg(layout, request.appearance);
+    case RenderFormat::pdf:
+        return renderer.pdf(layout, request.appearance);
+    case RenderFormat::frames:
+        return framesJson(layout) + '\n';
+    case RenderFormat::png:
+    case RenderFormat::tree:
+        break;
+    }
+    return renderer.png(layout, request.appearance, request.scale);
+}
+
+} // namespace
+
+std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest request) {
+    auto connection = openExtensionFor(request.entry.kind, choice);
+    if (!connection) {
+        return connection.error();
+    }
+    std::int64_t id = 0;
+    if (request.preview) {
+        if (!request.family) {
+            const auto family = familyOfPreview(*connection, request.entry.kind, *request.preview);
+            if (!family) {
+                return family.error();
+            }
+            request.family = *family;
+        }
+        id = sendPreviewRequest(*connection, request.entry.kind, *request.preview);
+    } else {
+        request.entry.family = request.family.value_or(request.entry.family);
+        id = sendEntryRequest(*connection, request.entry);
+    }
+    const auto entries = receive(*connection, id, readEntries);
+    if (!entries) {
+        return entries.error();
+    }
+    return writeOutput(picture(currentEntry(*entries), request, request.family.value_or(request.entry.family)),
+                       request.output);
+}
+
+} // namespace host

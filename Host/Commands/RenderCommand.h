@@ -1,0 +1,28 @@
+// `widgethost render`: one widget as a picture, as its view tree, or as the frames it was laid out in.
+#pragma once
+
+#include "Host/Commands/Extensions.h"
+#include "Host/Drawing/Appearance.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace host {
+
+enum class RenderFormat { png, svg, pdf, tree, frames };
+
+struct RenderRequest {
+    EntryRequest entry;
+    /// A design-time preview instead of the request, in its own family unless `family` says another.
+    std::optional<std::string> preview;
+    std::optional<std::string> family;
+    Appearance appearance;
+    double scale = 1;
+    RenderFormat format = RenderFormat::png;
+    std::optional<std::filesystem::path> output;
+};
+
+std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest request);
+
+} // namespace host

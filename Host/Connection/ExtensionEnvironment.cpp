@@ -1,0 +1,123 @@
+#include "Host/Connection/ExtensionEnvironment.h"
+
+#include "Host/Connection/UserFolders.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <fstream>
+#include <string_view>
+#include <unistd.h>
+
+extern char** environ; // NOLINT(readability-redundant-declaration): POSIX leaves its declaration to the program
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Unexpected;
+
+bool passesThrough(std::string_view name) {
+    constexpr std::array names{"PATH",     "LANG",        "LANGUAGE", "TZ",       "http_proxy",    "https_proxy",
+                               "no_proxy", "HTTPS_PROXY", "NO_PROXY", "all_proxy", "SSL_CERT_FILE", "SSL_CERT_DIR"};
+    return name.starts_with("LC_") || std::find(names.begin(), names.end(), name) != names.end();
+}
+
+constexpr const char* wrapperLibrary = "libnss_wrapper.so";
+
+/// Whether the wrapper is there to be loaded. Without it the extension would quietly read the user's real library.
+bool wrapperIsInstalled() {
+    void* library = dlopen(wrapperLibrary, RTLD_LAZY | RTLD_LOCAL);
+    return library != nullptr && dlclose(library) == 0;
+}
+
+/// A user database with one user, this one, who lives in `home`.
+platform::Expected<TemporaryFolder, std::string> userDatabaseWith(const fs::path& home,
+                                                                  std::vector<std::string>& variables) {
+    if (home.string().find_first_of(":\n") != std::string::npos) {
+        return Unexpected{fmt::format("a user database cannot hold the home {}", home.string())};
+    }
+    if (!wrapperIsInstalled()) {
+        return Unexpected{std::string("another home takes nss_wrapper, which is not installed")};
+    }
+    auto folder = TemporaryFolder::make();
+    if (!folder) {
+        return folder;
+    }
+    const fs::path users = folder->path() / "passwd";
+    const fs::path groups = folder->path() / "group";
+    std::ofstream(users) << fmt::format("user:x:{}:{}::{}:/bin/sh\n", getuid(), getgid(), home.string());
+    std::ofstream(groups) << fmt::format("user:x:{}:\n", getgid());
+    variables.push_back(std::string("LD_PRELOAD=") + wrapperLibrary);
+    variables.push_back("NSS_WRAPPER_PASSWD=" + users.string());
+    variables.push_back("NSS_WRAPPER_GROUP=" + groups.string());
+#ifdef __SANITIZE_ADDRESS__
+    // A sanitized extension wants to be the first library; the wrapper is loaded before it.
+    variables.emplace_back("ASAN_OPTIONS=verify_asan_link_order=0");
+#endif
+    return folder;
+}
+
+/// `path` made absolute, without a slash at its end.
+fs::path absoluteFolder(const fs::path& path) {
+    std::error_code failure;
+    const fs::path normal = fs::absolute(path, failure).lexically_normal();
+    return normal.has_filename() ? normal : normal.parent_path();
+}
+
+} // namespace
+
+platform::Expected<TemporaryFolder, std::string> TemporaryFolder::make() {
+    std::error_code failure;
+    std::string name = (fs::temp_directory_path(failure) / "widgethost-XXXXXX").string();
+    if (failure || mkdtemp(name.data()) == nullptr) {
+        return Unexpected{std::string("no temporary folder can be made")};
+    }
+    return TemporaryFolder(name);
+}
+
+TemporaryFolder::TemporaryFolder(TemporaryFolder&& other) noexcept : path_(std::move(other.path_)) {
+    other.path_.clear();
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    if (!path_.empty()) {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+}
+
+platform::Expected<ExtensionEnvironment, std::string>
+makeExtensionEnvironment(const Manifest& manifest, const std::optional<fs::path>& home) {
+    ExtensionEnvironment environment;
+    std::error_code failure;
+    const fs::path data = home ? absoluteFolder(*home) / ".local" / "share" : userDataFolder();
+    const fs::path container = data / "widgethost" / "containers" / manifest.identifier;
+    const fs::path caches = container / "Caches";
+    fs::create_directories(caches, failure);
+    if (failure) {
+        return Unexpected{fmt::format("cannot make the extension's container {}: {}", container.string(),
+                                      failure.message())};
+    }
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        const std::string_view text = *variable;
+        if (passesThrough(text.substr(0, text.find('=')))) {
+            environment.variables.emplace_back(text);
+        }
+    }
+    environment.variables.push_back("HOME=" + container.string());
+    environment.variables.push_back("XDG_CACHE_HOME=" + caches.string());
+    if (home) {
+        auto database = userDatabaseWith(absoluteFolder(*home), environment.variables);
+        if (!database) {
+            return Unexpected{database.error()};
+        }
+        environment.userDatabase.emplace(*std::move(database));
+    }
+    return environment;
+}
+
+} // namespace host

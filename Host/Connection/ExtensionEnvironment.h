@@ -1,0 +1,43 @@
+// The variables that an extension is started with, and nothing else.
+#pragma once
+
+#include "Host/Connection/Manifest.h"
+#include "Platform/Foundation/Expected.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// A folder of its own that goes with its owner.
+class TemporaryFolder {
+  public:
+    static platform::Expected<TemporaryFolder, std::string> make();
+    TemporaryFolder(TemporaryFolder&& other) noexcept;
+    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
+    ~TemporaryFolder();
+    const std::filesystem::path& path() const { return path_; }
+
+  private:
+    explicit TemporaryFolder(std::filesystem::path path) : path_(std::move(path)) {}
+    std::filesystem::path path_;
+};
+
+struct ExtensionEnvironment {
+    /// "NAME=value" each.
+    std::vector<std::string> variables;
+    /// Holds the user database of a home that is not the user's own.
+    std::optional<TemporaryFolder> userDatabase;
+};
+
+/// Makes the extension's container, a folder of its own in the user's data folder, and the variables: HOME and
+/// XDG_CACHE_HOME in the container, PATH, language, time zone, proxies and certificates as this process has them.
+///
+/// With `home`, the extension is to take that folder for the user's real home: it gets a user database that says so (by
+/// nss_wrapper), and its container lies in that home's data folder. The error is one clear line.
+platform::Expected<ExtensionEnvironment, std::string>
+makeExtensionEnvironment(const Manifest& manifest, const std::optional<std::filesystem::path>& home);
+
+} // namespace host

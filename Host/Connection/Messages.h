@@ -1,0 +1,74 @@
+// The protocol's results as values: what a host reads out of an extension's answers.
+//
+// Answers come from another process and are read with distrust: what is missing or of another type is left out, and an
+// answer that makes no sense without it is refused with a reason, one clear line.
+#pragma once
+
+#include "Platform/Foundation/Date.h"
+#include "Platform/Foundation/Expected.h"
+#include "Platform/Views/View.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+struct ChoiceInfo {
+    std::string id;
+    std::string title;
+};
+
+struct ParameterInfo {
+    std::string name;
+    std::string title;
+    /// "enumeration" or "entity".
+    std::string type;
+    std::string typeName;
+    std::string defaultId;
+    /// An enumeration's choices.
+    std::vector<ChoiceInfo> cases;
+};
+
+struct WidgetInfo {
+    std::string kind;
+    std::string displayName;
+    std::string description;
+    std::vector<std::string> families;
+    std::vector<ParameterInfo> parameters;
+};
+
+struct PreviewInfo {
+    std::string kind;
+    std::string name;
+    std::string family;
+};
+
+struct OptionsInfo {
+    std::vector<ChoiceInfo> options;
+    ChoiceInfo defaultChoice;
+};
+
+struct Entry {
+    platform::Date date;
+    platform::View view;
+    /// Where a click that meets no link goes.
+    std::optional<std::string> widgetURL;
+    /// The entry as the protocol carries it.
+    std::string json;
+};
+
+template <class Value> using Message = platform::Expected<Value, std::string>;
+
+Message<std::vector<WidgetInfo>> readDescription(std::string_view answer);
+Message<std::vector<PreviewInfo>> readPreviews(std::string_view answer);
+Message<OptionsInfo> readOptions(std::string_view answer);
+
+/// The entries of a `timeline` or `preview` answer, or the one of a `snapshot` or `placeholder`; at least one.
+Message<std::vector<Entry>> readEntries(std::string_view answer);
+
+/// The "result" of an answer, as the extension wrote it.
+Message<std::string> readResult(std::string_view answer);
+
+} // namespace host

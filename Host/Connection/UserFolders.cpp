@@ -1,0 +1,52 @@
+#include "Host/Connection/UserFolders.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string environmentText(const char* name) {
+    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nothing here sets variables
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+void addOnce(std::vector<fs::path>& folders, const fs::path& folder) {
+    // The base directory rules have relative paths ignored.
+    if (folder.is_absolute() && std::find(folders.begin(), folders.end(), folder) == folders.end()) {
+        folders.push_back(folder);
+    }
+}
+
+} // namespace
+
+fs::path userDataFolder() {
+    const fs::path chosen = environmentText("XDG_DATA_HOME");
+    return chosen.is_absolute() ? chosen : fs::path(environmentText("HOME")) / ".local" / "share";
+}
+
+std::vector<fs::path> dataFolders() {
+    std::vector<fs::path> folders;
+    addOnce(folders, userDataFolder());
+    std::string list = environmentText("XDG_DATA_DIRS");
+    if (list.empty()) {
+        list = "/usr/local/share:/usr/share";
+    }
+    for (std::string_view rest = list; !rest.empty();) {
+        const std::size_t colon = std::min(rest.find(':'), rest.size());
+        addOnce(folders, rest.substr(0, colon));
+        rest.remove_prefix(std::min(colon + 1, rest.size()));
+    }
+    std::error_code failure;
+    const fs::path program = fs::read_symlink("/proc/self/exe", failure);
+    if (!failure) {
+        addOnce(folders, program.parent_path().parent_path() / "share");
+    }
+    return folders;
+}
+
+} // namespace host

@@ -1,0 +1,374 @@
+#include "Platform/Widgets/RequestHandler.h"
+
+#include "Platform/Foundation/JsonWriter.h"
+#include "Platform/Views/ViewWriter.h"
+
+#include <nlohmann/json.hpp>
+
+#include <exception>
+#include <variant>
+
+namespace platform {
+namespace {
+
+using Json = nlohmann::json;
+
+/// Deeper than any request goes, and shallow enough that a hostile line costs little.
+constexpr int greatestDepth = 64;
+
+enum class ErrorCode { notJson = -32700, notRequest = -32600, noMethod = -32601, invalidParameter = -32602, unforeseen = -32603 };
+
+/// What ends the handling of a request. It does not leave this file.
+struct RequestError {
+    ErrorCode code;
+    std::string message;
+};
+
+[[noreturn]] void refuse(ErrorCode code, std::string message) { throw RequestError{code, std::move(message)}; }
+[[noreturn]] void refuseParameter(std::string message) { refuse(ErrorCode::invalidParameter, std::move(message)); }
+
+const std::string& textParameter(const Json& params, const char* name) {
+    const auto found = params.find(name);
+    if (found == params.end()) {
+        refuseParameter(std::string("\"") + name + "\" is missing; a text is accepted");
+    }
+    if (!found->is_string()) {
+        refuseParameter(std::string("\"") + name + "\" is no text");
+    }
+    return found->get_ref<const std::string&>();
+}
+
+const Json& objectParameter(const Json& params, const char* name) {
+    const auto found = params.find(name);
+    if (found == params.end()) {
+        refuseParameter(std::string("\"") + name + "\" is missing; an object is accepted");
+    }
+    if (!found->is_object()) {
+        refuseParameter(std::string("\"") + name + "\" is no object");
+    }
+    return *found;
+}
+
+Environment environmentParameter(const Json& params) {
+    const Json& object = objectParameter(params, "environment");
+    Environment environment{.family = familyNamed(textParameter(object, "family"))};
+    if (object.contains("renderingMode")) {
+        environment.renderingMode = renderingModeNamed(textParameter(object, "renderingMode"));
+    }
+    return environment;
+}
+
+Configuration configurationParameter(const Json& params) {
+    Configuration configuration;
+    for (const auto& [name, value] : objectParameter(params, "configuration").items()) {
+        if (!value.is_string()) {
+            refuseParameter("the choice of \"" + name + "\" is no text");
+        }
+        configuration.emplace(name, value.get_ref<const std::string&>());
+    }
+    return configuration;
+}
+
+ChoiceRequest choiceRequestParameter(const Json& params) {
+    ChoiceRequest request;
+    if (params.contains("matching")) {
+        request.matching = textParameter(params, "matching");
+    }
+    if (const auto found = params.find("identifiers"); found != params.end()) {
+        if (request.matching) {
+            refuseParameter("of \"matching\" and \"identifiers\", one at most is accepted");
+        }
+        if (!found->is_array()) {
+            refuseParameter("\"identifiers\" is no list of texts");
+        }
+        request.identifiers.emplace();
+        for (const Json& identifier : *found) {
+            if (!identifier.is_string()) {
+                refuseParameter("\"identifiers\" is no list of texts");
+            }
+            request.identifiers->push_back(identifier.get_ref<const std::string&>());
+        }
+    }
+    return request;
+}
+
+void writeChoice(JsonWriter& out, const Choice& choice) {
+    out.beginObject().member("id", choice.id).member("title", choice.title).endObject();
+}
+
+void writeChoices(JsonWriter& out, const std::vector<Choice>& choices) {
+    out.beginArray();
+    for (const Choice& choice : choices) {
+        writeChoice(out, choice);
+    }
+    out.endArray();
+}
+
+void writeEntry(JsonWriter& out, const EntryContent& entry) {
+    out.beginObject().member("date", toRfc3339(entry.date)).key("content").beginObject().key("view");
+    writeView(out, entry.view);
+    out.member("containerBackground", entry.containerBackground);
+    if (entry.widgetURL) {
+        out.member("widgetURL", *entry.widgetURL);
+    }
+    out.endObject().endObject();
+}
+
+void writeEntries(JsonWriter& out, const std::vector<EntryContent>& entries) {
+    out.key("entries").beginArray();
+    for (const EntryContent& entry : entries) {
+        writeEntry(out, entry);
+    }
+    out.endArray();
+}
+
+void writeParameter(JsonWriter& out, const ParameterDescription& parameter) {
+    const bool isEnumeration = parameter.type == ParameterType::enumeration;
+    out.beginObject().member("name", parameter.name).member("title", parameter.title);
+    out.member("type", isEnumeration ? "enumeration" : "entity").member("typeName", parameter.typeName);
+    out.member("default", parameter.defaultChoice.id);
+    if (isEnumeration) {
+        out.key("cases");
+        writeChoices(out, parameter.cases);
+    }
+    out.endObject();
+}
+
+void writeDescription(JsonWriter& out, const WidgetDescription& widget) {
+    out.beginObject().member("kind", widget.kind).member("displayName", widget.displayName);
+    out.member("description", widget.description).key("families").beginArray();
+    for (const WidgetFamily family : widget.families) {
+        out.text(familyName(family));
+    }
+    out.endArray().member("containerBackground", widget.containerBackground).key("configuration").beginObject();
+    out.member("title", widget.configurationTitle).member("description", widget.configurationDescription);
+    out.key("parameters").beginArray();
+    for (const ParameterDescription& parameter : widget.parameters) {
+        writeParameter(out, parameter);
+    }
+    out.endArray().endObject().endObject();
+}
+
+/// The result of an answered request, or the refusal of a choice as an error.
+template <class Result> Result valueOf(Expected<Result, InvalidChoice> answer) {
+    if (!answer) {
+        refuseParameter(answer.error().message);
+    }
+    return *std::move(answer);
+}
+
+/// The methods of the protocol, each writing its result.
+class Methods {
+  public:
+    Methods(const WidgetBundle& bundle, const Json& params, JsonWriter& out)
+        : bundle_(bundle), params_(params), out_(out) {}
+
+    void call(std::string_view method) const {
+        if (method == "describe") {
+            describe();
+        } else if (method == "placeholder") {
+            writeEntry(out_, widget().placeholder(environmentParameter(params_)));
+        } else if (method == "snapshot") {
+            const Widget& asked = widget();
+            const Configuration configuration = configurationParameter(params_);
+            writeEntry(out_, valueOf(asked.snapshot(configuration, environmentParameter(params_))));
+        } else if (method == "timeline") {
+            timeline();
+        } else if (method == "options") {
+            options();
+        } else if (method == "previews") {
+            previews();
+        } else if (method == "preview") {
+            preview();
+        } else {
+            refuse(ErrorCode::noMethod, "no method \"" + std::string(method) + "\"");
+        }
+    }
+
+  private:
+    const Widget& widget() const {
+        const std::string& kind = textParameter(params_, "kind");
+        std::vector<std::string> kinds;
+        for (const auto& widget : bundle_.widgets) {
+            if (widget->kind() == kind) {
+                return *widget;
+            }
+            kinds.push_back(widget->kind());
+        }
+        refuseParameter(notAccepted("kind", kind, kinds));
+    }
+
+    void describe() const {
+        out_.beginObject().member("identifier", bundle_.identifier).key("widgets").beginArray();
+        for (const auto& widget : bundle_.widgets) {
+            writeDescription(out_, widget->description());
+        }
+        out_.endArray().endObject();
+    }
+
+    void timeline() const {
+        const Widget& asked = widget();
+        const Configuration configuration = configurationParameter(params_);
+        const auto timeline = valueOf(asked.timeline(configuration, environmentParameter(params_)));
+        out_.beginObject();
+        writeEntries(out_, timeline.entries);
+        out_.key("reload").beginObject().member("policy", "after").member("date", toRfc3339(timeline.reload.date));
+        out_.endObject().endObject();
+    }
+
+    void options() const {
+        const Widget& asked = widget();
+        const std::string& name = textParameter(params_, "parameter");
+        const auto parameters = asked.description().parameters;
+        const auto parameter = std::find_if(parameters.begin(), parameters.end(),
+                                            [&](const ParameterDescription& known) { return known.name == name; });
+        if (parameter == parameters.end()) {
+            refuseParameter(notAccepted("parameter", name, parameterNames(parameters)));
+        }
+        out_.beginObject().key("options");
+        writeChoices(out_, asked.choices(name, choiceRequestParameter(params_)));
+        out_.key("default");
+        writeChoice(out_, parameter->defaultChoice);
+        out_.endObject();
+    }
+
+    void previews() const {
+        out_.beginObject().key("previews").beginArray();
+        for (const auto& widget : bundle_.widgets) {
+            for (const PreviewDescription& preview : widget->previews()) {
+                out_.beginObject().member("kind", widget->kind()).member("name", preview.name);
+                out_.member("family", familyName(preview.family)).endObject();
+            }
+        }
+        out_.endArray().endObject();
+    }
+
+    void preview() const {
+        const Widget& asked = widget();
+        const std::string& name = textParameter(params_, "name");
+        std::vector<std::string> names;
+        for (const PreviewDescription& preview : asked.previews()) {
+            if (preview.name == name) {
+                out_.beginObject();
+                writeEntries(out_, asked.preview(names.size()));
+                out_.endObject();
+                return;
+            }
+            names.push_back(preview.name);
+        }
+        refuseParameter(notAccepted("preview", name, names));
+    }
+
+    const WidgetBundle& bundle_;
+    const Json& params_;
+    JsonWriter& out_;
+};
+
+using Id = std::variant<std::monostate, std::int64_t, std::uint64_t, std::string>;
+
+void writeId(JsonWriter& out, const Id& id) {
+    out.key("id");
+    if (const auto* text = std::get_if<std::string>(&id)) {
+        out.text(*text);
+    } else if (const auto* number = std::get_if<std::int64_t>(&id)) {
+        out.number(*number);
+    } else if (const auto* large = std::get_if<std::uint64_t>(&id)) {
+        out.number(*large);
+    } else {
+        out.null();
+    }
+}
+
+std::string errorAnswer(const Id& id, ErrorCode code, std::string_view message) {
+    std::string answer;
+    JsonWriter out(answer);
+    out.beginObject().member("jsonrpc", "2.0");
+    writeId(out, id);
+    out.key("error").beginObject().key("code").number(static_cast<int>(code)).member("message", message);
+    out.endObject().endObject();
+    return answer;
+}
+
+/// The request's id; nothing for one of a type that no id has.
+std::optional<Id> idOf(const Json& request) {
+    const Json& id = request.at("id");
+    if (id.is_string()) {
+        return id.get<std::string>();
+    }
+    if (id.is_number_unsigned()) {
+        return id.get<std::uint64_t>();
+    }
+    if (id.is_number_integer()) {
+        return id.get<std::int64_t>();
+    }
+    return std::nullopt;
+}
+
+/// Parses one line; discarded where it is no JSON. `tooDeep` is set where it goes deeper than a request may.
+Json parse(std::string_view line, bool& tooDeep) {
+    const auto watchDepth = [&tooDeep](int depth, Json::parse_event_t event, Json&) {
+        const bool opens = event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
+        tooDeep = tooDeep || (opens && depth > greatestDepth);
+        return !(opens && depth > greatestDepth);
+    };
+    return Json::parse(line, watchDepth, false);
+}
+
+/// The answer to a request object, or nothing for a notification.
+std::optional<std::string> answerRequest(const WidgetBundle& bundle, const Json& request) {
+    const bool hasId = request.contains("id");
+    const auto id = hasId ? idOf(request) : Id{};
+    if (!id) {
+        return errorAnswer({}, ErrorCode::notRequest, "\"id\" is neither an integer nor a text");
+    }
+    const auto version = request.find("jsonrpc");
+    if (version == request.end() || *version != "2.0") {
+        return errorAnswer(*id, ErrorCode::notRequest, "\"jsonrpc\" is not \"2.0\"");
+    }
+    const auto method = request.find("method");
+    if (method == request.end() || !method->is_string()) {
+        return errorAnswer(*id, ErrorCode::notRequest, "\"method\" is no text");
+    }
+    if (!hasId) {
+        return std::nullopt;
+    }
+    static const Json none = Json::object();
+    const auto params = request.find("params");
+    if (params != request.end() && !params->is_object()) {
+        return errorAnswer(*id, ErrorCode::invalidParameter, "\"params\" is no object");
+    }
+    try {
+        std::string answer;
+        JsonWriter out(answer);
+        out.beginObject().member("jsonrpc", "2.0");
+        writeId(out, *id);
+        out.key("result");
+        Methods(bundle, params == request.end() ? none : *params, out).call(method->get_ref<const std::string&>());
+        out.endObject();
+        return answer;
+    } catch (const RequestError& error) {
+        return errorAnswer(*id, error.code, error.message);
+    } catch (const std::exception& error) {
+        return errorAnswer(*id, ErrorCode::unforeseen, error.what());
+    }
+}
+
+} // namespace
+
+std::optional<std::string> RequestHandler::answer(std::string_view line) const {
+    bool tooDeep = false;
+    const Json request = parse(line, tooDeep);
+    if (request.is_discarded() && !tooDeep) {
+        return errorAnswer({}, ErrorCode::notJson, "the line is not JSON");
+    }
+    if (tooDeep || !request.is_object()) {
+        return errorAnswer({}, ErrorCode::notRequest, "the line is no request object");
+    }
+    return answerRequest(bundle_, request);
+}
+
+std::string RequestHandler::answerToTooLongLine() {
+    return errorAnswer({}, ErrorCode::notRequest, "the line is longer than 1 MiB");
+}
+
+} // namespace platform

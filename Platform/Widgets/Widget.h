@@ -1,0 +1,215 @@
+// A widget as the host knows it: a kind, what it offers, and the host's three requests with their answers as views.
+//
+// `Widget` is what a bundle holds and the runner speaks to. A widget of the usual make, with an intent, a provider and an
+// entry view, is an `IntentWidget`, which needs no more than its `IntentConfiguration`.
+//
+// Requests may come from several threads at once, so providers must be safe to call concurrently.
+#pragma once
+
+#include "Platform/Foundation/Date.h"
+#include "Platform/Foundation/Expected.h"
+#include "Platform/Views/View.h"
+#include "Platform/Widgets/Environment.h"
+#include "Platform/Widgets/Intent.h"
+#include "Platform/Widgets/Timeline.h"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+/// An instance's choices: the id of the choice by the parameter's name. A parameter left out has its default.
+using Configuration = std::map<std::string, std::string>;
+
+/// A choice that names no parameter, or none of an enumeration's values.
+struct InvalidChoice {
+    std::string message;
+};
+
+/// One entry with its picture: the view in the widget's container, and where a click that meets no link goes.
+struct EntryContent {
+    Date date;
+    View view;
+    std::string containerBackground;
+    std::optional<std::string> widgetURL;
+};
+
+struct WidgetDescription {
+    std::string kind;
+    std::string displayName;
+    std::string description;
+    std::vector<WidgetFamily> families;
+    std::string containerBackground;
+    std::string configurationTitle;
+    std::string configurationDescription;
+    std::vector<ParameterDescription> parameters;
+};
+
+struct PreviewDescription {
+    std::string name;
+    WidgetFamily family = WidgetFamily::medium;
+};
+
+class Widget {
+  public:
+    virtual ~Widget() = default;
+    virtual const std::string& kind() const = 0;
+    virtual WidgetDescription description() const = 0;
+
+    virtual EntryContent placeholder(const Environment& environment) const = 0;
+    virtual Expected<EntryContent, InvalidChoice> snapshot(const Configuration& configuration,
+                                                               const Environment& environment) const = 0;
+    virtual Expected<Timeline<EntryContent>, InvalidChoice> timeline(const Configuration& configuration,
+                                                                         const Environment& environment) const = 0;
+
+    /// The choices of a parameter. `parameter` is one of the description's.
+    virtual std::vector<Choice> choices(const std::string& parameter, const ChoiceRequest& request) const = 0;
+
+    /// The design-time previews, in the order of declaration, and the entries of the one at `index`.
+    virtual std::vector<PreviewDescription> previews() const = 0;
+    virtual std::vector<EntryContent> preview(std::size_t index) const = 0;
+};
+
+/// The one line that says that `name` is no `what`, and what would be: `no kind "Clock"; accepted: "Tips"`.
+std::string notAccepted(std::string_view what, std::string_view name, const std::vector<std::string>& accepted);
+std::vector<std::string> parameterNames(const std::vector<ParameterDescription>& parameters);
+std::vector<std::string> choiceIds(const std::vector<Choice>& choices);
+
+/// What a host shows behind the views.
+inline constexpr const char* tertiaryFill = "tertiaryFill";
+
+template <class Entry> struct Preview {
+    std::string name;
+    WidgetFamily family = WidgetFamily::medium;
+    std::function<std::vector<Entry>()> entries;
+};
+
+/// How a widget is made. `Provider` has the types `Entry` (with a member `date`) and `Intent`, and answers
+/// `placeholder()`, `snapshot(intent)` and `timeline(intent)`. Texts are in the user's language.
+template <class Provider> struct IntentConfiguration {
+    using Entry = typename Provider::Entry;
+
+    std::string kind;
+    Provider provider;
+    std::function<View(const Entry&, const Environment&)> content;
+    std::string displayName;
+    std::string description;
+    std::vector<WidgetFamily> families;
+    std::string containerBackground = tertiaryFill;
+    /// Left out: a click beside the links goes nowhere.
+    std::function<std::optional<std::string>(const Entry&)> widgetURL = nullptr;
+    std::vector<Preview<Entry>> previews = {};
+};
+
+template <class Provider> class IntentWidget final : public Widget {
+  public:
+    using Entry = typename Provider::Entry;
+    using Intent = typename Provider::Intent;
+
+    explicit IntentWidget(IntentConfiguration<Provider> configuration)
+        : configuration_(std::move(configuration)), intent_(Intent::description()) {}
+
+    const std::string& kind() const override { return configuration_.kind; }
+
+    WidgetDescription description() const override {
+        WidgetDescription description{.kind = configuration_.kind,
+                                      .displayName = configuration_.displayName,
+                                      .description = configuration_.description,
+                                      .families = configuration_.families,
+                                      .containerBackground = configuration_.containerBackground,
+                                      .configurationTitle = intent_.title,
+                                      .configurationDescription = intent_.description,
+                                      .parameters = {}};
+        for (const auto& parameter : intent_.parameters) {
+            description.parameters.push_back(parameter.description);
+        }
+        return description;
+    }
+
+    EntryContent placeholder(const Environment& environment) const override {
+        return contentOf(configuration_.provider.placeholder(), environment);
+    }
+
+    Expected<EntryContent, InvalidChoice> snapshot(const Configuration& choices,
+                                                       const Environment& environment) const override {
+        const auto intent = intentOf(choices);
+        if (!intent) {
+            return Unexpected{intent.error()};
+        }
+        return contentOf(configuration_.provider.snapshot(*intent), environment);
+    }
+
+    Expected<Timeline<EntryContent>, InvalidChoice> timeline(const Configuration& choices,
+                                                                 const Environment& environment) const override {
+        const auto intent = intentOf(choices);
+        if (!intent) {
+            return Unexpected{intent.error()};
+        }
+        const Timeline<Entry> timeline = configuration_.provider.timeline(*intent);
+        return Timeline<EntryContent>{contentsOf(timeline.entries, environment), timeline.reload};
+    }
+
+    std::vector<Choice> choices(const std::string& name, const ChoiceRequest& request) const override {
+        for (const auto& parameter : intent_.parameters) {
+            if (parameter.description.name == name) {
+                return parameter.choices ? parameter.choices(request) : parameter.description.cases;
+            }
+        }
+        return {};
+    }
+
+    std::vector<PreviewDescription> previews() const override {
+        std::vector<PreviewDescription> descriptions;
+        for (const auto& preview : configuration_.previews) {
+            descriptions.push_back({preview.name, preview.family});
+        }
+        return descriptions;
+    }
+
+    std::vector<EntryContent> preview(std::size_t index) const override {
+        const auto& preview = configuration_.previews.at(index);
+        return contentsOf(preview.entries(), {.family = preview.family});
+    }
+
+  private:
+    EntryContent contentOf(const Entry& entry, const Environment& environment) const {
+        return {.date = entry.date,
+                .view = configuration_.content(entry, environment),
+                .containerBackground = configuration_.containerBackground,
+                .widgetURL = configuration_.widgetURL ? configuration_.widgetURL(entry) : std::nullopt};
+    }
+
+    std::vector<EntryContent> contentsOf(const std::vector<Entry>& entries, const Environment& environment) const {
+        std::vector<EntryContent> contents;
+        contents.reserve(entries.size());
+        for (const Entry& entry : entries) {
+            contents.push_back(contentOf(entry, environment));
+        }
+        return contents;
+    }
+
+    Expected<Intent, InvalidChoice> intentOf(const Configuration& choices) const {
+        Intent intent;
+        for (const auto& [name, id] : choices) {
+            const auto parameter = std::find_if(intent_.parameters.begin(), intent_.parameters.end(),
+                                                [&](const auto& known) { return known.description.name == name; });
+            if (parameter == intent_.parameters.end()) {
+                return Unexpected{InvalidChoice{notAccepted("parameter", name, parameterNames(description().parameters))}};
+            }
+            if (!parameter->assign(intent, id)) {
+                return Unexpected{InvalidChoice{notAccepted("choice", id, choiceIds(parameter->description.cases))}};
+            }
+        }
+        return intent;
+    }
+
+    IntentConfiguration<Provider> configuration_;
+    IntentDescription<Intent> intent_;
+};
+
+} // namespace platform
