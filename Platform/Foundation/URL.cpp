@@ -1,0 +1,129 @@
+#include "Platform/Foundation/URL.h"
+
+#include "Platform/Foundation/PercentEncoding.h"
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+/// Appends a component as it stands, or if it holds a character that `allowed` has not, encoded as a whole.
+void appendComponent(std::string& out, std::string_view component, const AsciiSet& allowed) {
+    if (isPercentEncoded(component, allowed)) {
+        out += component;
+    } else {
+        appendPercentEncoded(out, component, allowed);
+    }
+}
+
+/// Appends a component behind its delimiter, which `part` begins with; nothing if `part` is empty.
+void appendDelimited(std::string& out, std::string_view part, const AsciiSet& allowed) {
+    if (!part.empty()) {
+        out += part.front();
+        appendComponent(out, part.substr(1), allowed);
+    }
+}
+
+/// Appends "user:password@" with each of the two encoded where it must be.
+void appendUserInfo(std::string& out, std::string_view info) {
+    if (!info.empty()) {
+        const std::string_view names = info.substr(0, info.size() - 1);
+        const std::string_view user = names.substr(0, names.find(':'));
+        appendComponent(out, user, urlUserCharacters);
+        appendDelimited(out, names.substr(user.size()), urlUserCharacters);
+        out += info.back();
+    }
+}
+
+/// The address with its host and every component as an address holds them; nothing if the host is none.
+std::optional<std::string> rewritten(std::string_view text, const URLParts& parts, const AsciiSet& pathCharacters) {
+    std::string out(text.substr(0, parts.hasAuthority() ? parts.authorityBegin : parts.pathBegin));
+    if (parts.hasAuthority()) {
+        const std::optional<std::string> host = urlHost(parts.host(text));
+        if (!host) {
+            return std::nullopt;
+        }
+        appendUserInfo(out, parts.userInfo(text));
+        out += *host;
+        out += parts.port(text);
+    }
+    appendComponent(out, parts.path(text), pathCharacters);
+    appendDelimited(out, parts.query(text), urlQueryCharacters);
+    appendDelimited(out, parts.fragment(text), urlQueryCharacters);
+    return out;
+}
+
+std::string_view withoutTrailingSlashes(std::string_view path) {
+    return path.substr(0, path.find_last_not_of('/') + 1);
+}
+
+} // namespace
+
+std::optional<URL> URL::parse(std::string_view text) {
+    URLParts parts;
+    const URLForm form = splitURL(text, parts);
+    if (form == URLForm::none) {
+        return std::nullopt;
+    }
+    if (form == URLForm::wellFormed) {
+        return URL(std::string(text), parts);
+    }
+    std::optional<std::string> mended = rewritten(text, parts, urlPathCharacters);
+    if (!mended) {
+        return std::nullopt;
+    }
+    URLParts mendedParts;
+    if (splitURL(*mended, mendedParts) == URLForm::none) {
+        // A path whose first ":" followed a "[", as in "[a:b": with the bracket encoded, the ":" would end a scheme.
+        constexpr AsciiSet withoutColon = urlHostCharacters.with("@/");
+        mended = rewritten(text, parts, withoutColon);
+        splitURL(*mended, mendedParts);
+    }
+    return URL(std::move(*mended), mendedParts);
+}
+
+URL URL::filePath(std::string_view path) {
+    std::string text = "file://";
+    if (!path.starts_with('/')) {
+        text += '/';
+    }
+    appendPercentEncoded(text, path, urlPathCharacters);
+    URLParts parts;
+    splitURL(text, parts);
+    return {std::move(text), parts};
+}
+
+URL URL::appending(std::string_view component) const {
+    const std::string_view base = withoutTrailingSlashes(parts_.path(text_));
+    std::string text = text_.substr(0, parts_.pathBegin + base.size());
+    text += '/';
+    component.remove_prefix(std::min(component.find_first_not_of('/'), component.size()));
+    appendPercentEncoded(text, component, urlPathCharacters);
+    URLParts parts = parts_;
+    parts.pathEnd = text.size();
+    text.append(text_, parts_.pathEnd);
+    parts.queryEnd = parts.pathEnd + parts_.query(text_).size();
+    return {std::move(text), parts};
+}
+
+std::optional<std::string_view> URL::scheme() const {
+    return parts_.hasScheme() ? std::optional(parts_.scheme(text_)) : std::nullopt;
+}
+
+std::optional<std::string> URL::host() const {
+    return parts_.hasHost() ? std::optional(decodedURLHost(parts_.host(text_))) : std::nullopt;
+}
+
+std::string URL::path() const {
+    const std::string_view path = parts_.path(text_);
+    const std::string_view bare = withoutTrailingSlashes(path);
+    return percentDecoded(bare.empty() ? path.substr(0, 1) : bare);
+}
+
+std::optional<std::string_view> URL::encodedQuery() const {
+    const std::string_view query = parts_.query(text_);
+    return query.empty() ? std::nullopt : std::optional(query.substr(1));
+}
+
+} // namespace platform

@@ -2,12 +2,14 @@
 //
 // Parsing is forgiving where people are sloppy and strict where an address would change its meaning:
 //
-//  - Empty text is no URL. The text before the first ":" (if none of "/ ? # [ ] @" comes first) must be a scheme, an ASCII
+//  - Empty text is no URL. The text before the first ":" (if none of "/ ? # [ ] @" comes first) must be a scheme, an
+//  ASCII
 //    letter followed by letters, digits, "+", "-" and ".", or the whole text is no URL.
 //  - "//" starts the authority, which ends at "/", "?" or "#". User information ends at the authority's last "@" and
-//    splits at its first ":". A "[" … "]" is an IP literal, after which only the end or ":" may follow. A port is digits
-//    only (or empty), else the text is no URL.
-//  - A component (user, password, path, query, fragment) with a character that it does not allow is percent-encoded as a
+//    splits at its first ":". A "[" … "]" is an IP literal, after which only the end or ":" may follow. A port is
+//    digits only (or empty), else the text is no URL.
+//  - A component (user, password, path, query, fragment) with a character that it does not allow is percent-encoded as
+//  a
 //    whole, "%" included; the other components stay byte for byte.
 //  - A host with other characters goes through IDNA (UTS 46, non-transitional processing) and must come out as a valid
 //    ASCII host, else the text is no URL. ASCII case is never changed.
@@ -17,10 +19,12 @@
 // A URL is an immutable value; any thread.
 #pragma once
 
-#include <cstdint>
+#include "Platform/Foundation/URLSyntax.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace platform {
 
@@ -31,16 +35,16 @@ class URL {
     /// The "file" URL of an absolute path. A path ending in "/" is a folder's; nothing is looked up on disk.
     static URL filePath(std::string_view path);
 
-    /// This URL with `component` appended to its path, joined by exactly one "/". "/" inside `component` separates, every
-    /// other character that a path does not allow is percent-encoded.
+    /// This URL with `component` appended to its path, joined by exactly one "/". "/" inside `component` separates,
+    /// every other character that a path does not allow is percent-encoded.
     URL appending(std::string_view component) const;
 
     /// The whole address, percent-encoded.
     const std::string& absoluteString() const { return text_; }
 
     std::optional<std::string_view> scheme() const;
-    /// The host with its "%HH" decoded and without the brackets of an IP literal. Nothing where there is no authority, or
-    /// an empty one with nothing beside it; empty where only the host is ("http://user@/").
+    /// The host with its "%HH" decoded and without the brackets of an IP literal. Nothing where there is no authority,
+    /// or an empty one with nothing beside it; empty where only the host is ("http://user@/").
     std::optional<std::string> host() const;
     /// The path with its "%HH" decoded, without a trailing "/"; a file URL's file-system path.
     std::string path() const;
@@ -50,8 +54,11 @@ class URL {
     friend bool operator==(const URL& a, const URL& b) { return a.text_ == b.text_; }
 
   private:
-    URL() = default;
+    friend class URLComponents;
+    URL(std::string text, const URLParts& parts) : text_(std::move(text)), parts_(parts) {}
+
     std::string text_;
+    URLParts parts_;
 };
 
 } // namespace platform

@@ -1,0 +1,162 @@
+#include "Platform/Foundation/URLComponents.h"
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+constexpr AsciiSet queryItemCharacters = asciiLettersAndDigits.with("-._~!$'()*+,;:@/?");
+
+/// Replaces the query of `text` by the names and values of `items` as `append` writes them.
+template <typename Append>
+void replaceQuery(std::string& text, URLParts& parts, const std::vector<URLQueryItem>& items, Append append) {
+    const std::string fragment(parts.fragment(text));
+    text.resize(parts.pathEnd);
+    char delimiter = '?';
+    for (const URLQueryItem& item : items) {
+        text += delimiter;
+        delimiter = '&';
+        append(text, item.name);
+        if (item.value) {
+            text += '=';
+            append(text, *item.value);
+        }
+    }
+    if (items.empty()) {
+        text += delimiter;
+    }
+    parts.queryEnd = text.size();
+    text += fragment;
+}
+
+/// Appends a host as an address holds it; false if it is none.
+bool appendHost(std::string& out, std::string_view host) {
+    if (host.find(':') != std::string_view::npos) {
+        out += '[';
+        appendPercentEncoded(out, host, urlAddressCharacters);
+        out += ']';
+    } else if (std::all_of(host.begin(), host.end(), isAscii)) {
+        appendPercentEncoded(out, host, urlHostCharacters);
+    } else {
+        const std::optional<std::string> ascii = urlHost(host);
+        out += ascii.value_or(std::string());
+        return ascii.has_value();
+    }
+    return true;
+}
+
+/// Whether `host`, as people write it, is what `encoded` stands for.
+bool isSameHost(std::string_view host, std::string_view encoded) {
+    const bool isPlain = !encoded.starts_with('[') && encoded.find('%') == std::string_view::npos;
+    return isPlain ? host == encoded : host == decodedURLHost(encoded);
+}
+
+/// Whether `path` is read as a path again where only `parts` stands before it.
+bool canHoldPath(const URLParts& parts, std::string_view path) {
+    if (parts.hasAuthority()) {
+        return path.empty() || path.starts_with('/');
+    }
+    const std::size_t delimiter = path.find_first_of(":/@");
+    const bool readsAsScheme = parts.schemeEnd == 0 && delimiter != std::string_view::npos && path[delimiter] == ':';
+    return !readsAsScheme && !path.starts_with("//");
+}
+
+} // namespace
+
+std::optional<URLComponents> URLComponents::of(const URL& url) {
+    constexpr std::size_t roomForQuery = 48;
+    std::optional<URLComponents> components(std::in_place);
+    components->text_.reserve(url.text_.size() + roomForQuery);
+    components->text_ = url.text_;
+    components->parts_ = url.parts_;
+    components->scheme = url.scheme();
+    components->host = url.host();
+    return components;
+}
+
+std::optional<std::vector<URLQueryItem>> URLComponents::queryItems() const {
+    std::string_view rest = parts_.query(text_);
+    if (rest.empty()) {
+        return std::nullopt;
+    }
+    rest.remove_prefix(1);
+    std::vector<URLQueryItem> items;
+    bool isMore = !rest.empty();
+    while (isMore) {
+        const std::string_view item = rest.substr(0, rest.find('&'));
+        isMore = item.size() < rest.size();
+        rest.remove_prefix(std::min(item.size() + 1, rest.size()));
+
+        const std::string_view name = item.substr(0, item.find('='));
+        URLQueryItem& read = items.emplace_back(URLQueryItem{.name = percentDecoded(name)});
+        if (name.size() < item.size()) {
+            read.value = percentDecoded(item.substr(name.size() + 1));
+        }
+    }
+    return items;
+}
+
+void URLComponents::setQueryItems(const std::vector<URLQueryItem>& items) {
+    replaceQuery(text_, parts_, items,
+                 [](std::string& out, std::string_view text) { appendPercentEncoded(out, text, queryItemCharacters); });
+}
+
+void URLComponents::setPercentEncodedQueryItems(const std::vector<URLQueryItem>& items) {
+    replaceQuery(text_, parts_, items, [](std::string& out, std::string_view text) { out += text; });
+}
+
+std::optional<URL> URLComponents::url() const {
+    if (!isPercentEncoded(parts_.query(text_), urlQueryCharacters)) {
+        return std::nullopt;
+    }
+    if (!hasSchemeAndHostOfText()) {
+        return rebuiltURL();
+    }
+    return text_.empty() ? std::nullopt : std::optional(URL(text_, parts_));
+}
+
+bool URLComponents::hasSchemeAndHostOfText() const {
+    if (scheme.has_value() != parts_.hasScheme() || host.has_value() != parts_.hasHost()) {
+        return false;
+    }
+    return (!scheme || *scheme == parts_.scheme(text_)) && (!host || isSameHost(*host, parts_.host(text_)));
+}
+
+std::optional<URL> URLComponents::rebuiltURL() const {
+    std::string text;
+    URLParts parts;
+    if (scheme) {
+        if (!isURLScheme(*scheme)) {
+            return std::nullopt;
+        }
+        text = *scheme;
+        parts.schemeEnd = text.size();
+        text += ':';
+    }
+    const std::string_view userInfo = parts_.userInfo(text_);
+    const std::string_view port = parts_.port(text_);
+    const bool hadEmptyAuthority = parts_.hasAuthority() && !parts_.hasHost();
+    if (host || hadEmptyAuthority || !userInfo.empty() || !port.empty()) {
+        text += "//";
+        parts.authorityBegin = text.size();
+        text += userInfo;
+    }
+    parts.hostBegin = text.size();
+    if (host && !appendHost(text, *host)) {
+        return std::nullopt;
+    }
+    parts.hostEnd = text.size();
+    text += port;
+    parts.pathBegin = text.size();
+    if (!canHoldPath(parts, parts_.path(text_))) {
+        return std::nullopt;
+    }
+    const auto moved = [&](std::size_t offset) { return offset - parts_.pathBegin + parts.pathBegin; };
+    text.append(text_, parts_.pathBegin);
+    parts.pathEnd = moved(parts_.pathEnd);
+    parts.queryEnd = moved(parts_.queryEnd);
+    return text.empty() ? std::nullopt : std::optional(URL(std::move(text), parts));
+}
+
+} // namespace platform

@@ -1,12 +1,17 @@
-// A URL taken apart, to read and change its query.
+// A URL taken apart, to read and change its query, or one put together from nothing.
 //
-// Query items are read by splitting at "&" and each at its first "=": an item without "=" has no value, an empty query has
-// no items, "a&&b" has an empty-named item in the middle. Only "%HH" is decoded; "+" is no blank.
+// Components of a URL keep every part of it byte for byte: user information, port, path and fragment, and scheme, host
+// and query as long as they are not set anew.
 //
-// Query items that are set keep letters, digits and "- . _ ~ ! $ ' ( ) * + , ; : @ / ?"; everything else is percent-encoded,
+// Query items are read by splitting at "&" and each at its first "=": an item without "=" has no value, an empty query
+// has no items, "a&&b" has an empty-named item in the middle. Only "%HH" is decoded; "+" is no blank.
+//
+// Query items that are set keep letters, digits and "- . _ ~ ! $ ' ( ) * + , ; : @ / ?"; everything else is
+// percent-encoded,
 // "&", "=", "%", "#" and the blank among it.
 #pragma once
 
+#include "Platform/Foundation/PercentEncoding.h"
 #include "Platform/Foundation/URL.h"
 
 #include <optional>
@@ -29,23 +34,29 @@ class URLComponents {
     static std::optional<URLComponents> of(const URL& url);
 
     std::optional<std::string> scheme;
+    /// As `URL::host` has it: decoded, an IP literal without its brackets.
     std::optional<std::string> host;
 
     /// Nothing where there is no query.
     std::optional<std::vector<URLQueryItem>> queryItems() const;
+    /// Replaces the query; no items make an empty one.
     void setQueryItems(const std::vector<URLQueryItem>& items);
-    /// Sets items whose names and values are percent-encoded already; they are taken as they stand.
+    /// Replaces the query by items whose names and values are percent-encoded already; they are taken as they stand.
     void setPercentEncodedQueryItems(const std::vector<URLQueryItem>& items);
 
-    /// The URL that the components make; nothing if they make none.
+    /// The URL that the components make. A host outside ASCII goes through IDNA; in one of ASCII, what a host cannot
+    /// hold is percent-encoded, and one with a ":" is an IP literal. Nothing if they make none: a scheme that is no
+    /// scheme, a host that is none, a query that is not percent-encoded, or a path that without its scheme or host
+    /// would be read as one.
     std::optional<URL> url() const;
+
+  private:
+    bool hasSchemeAndHostOfText() const;
+    std::optional<URL> rebuiltURL() const;
+
+    /// The address that was taken apart, its query as it is now; scheme and host may have been set since.
+    std::string text_;
+    URLParts parts_;
 };
-
-/// `text` with every byte outside the ASCII letters, the digits and `alsoAllowed` written as "%" and two upper-case
-/// hexadecimal digits.
-std::string percentEncoded(std::string_view text, std::string_view alsoAllowed);
-
-/// `text` with every well-formed "%HH" decoded and everything else as it stands.
-std::string percentDecoded(std::string_view text);
 
 } // namespace platform

@@ -1,0 +1,24 @@
+// Percent-encoding: bytes that an address cannot hold, as "%" and two hexadecimal digits. Source: RFC 3986, 2.1.
+#pragma once
+
+#include "Platform/Foundation/AsciiSet.h"
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// `text` with every byte outside the ASCII letters, the digits and `alsoAllowed` written as "%" and two upper-case
+/// hexadecimal digits.
+std::string percentEncoded(std::string_view text, std::string_view alsoAllowed);
+
+/// Appends `text` with every byte outside `allowed` written that way.
+void appendPercentEncoded(std::string& out, std::string_view text, const AsciiSet& allowed);
+
+/// `text` with every well-formed "%HH" decoded and everything else as it stands.
+std::string percentDecoded(std::string_view text);
+
+/// Whether `text` consists of characters in `allowed` and well-formed "%HH" alone.
+bool isPercentEncoded(std::string_view text, const AsciiSet& allowed);
+
+} // namespace platform
