@@ -1,0 +1,168 @@
+// What a list widget shows in each family, counted off the view tree.
+
+#include "Extension/Shared/ListWidgetBody.h"
+
+#include "Platform/Views/Node.h"
+
+#include <gtest/gtest.h>
+
+namespace foliovault {
+namespace {
+
+using namespace platform;
+
+struct Note {
+    std::string id;
+    bool marked = false;
+    bool illustrated = false;
+
+    std::string displayTitle() const { return "Title " + id; }
+    std::string_view displayIcon() const { return "doc"; }
+    std::optional<EncodedData> displayIconData() const {
+        return illustrated ? std::optional(EncodedData(Data::owning("png"), EncodedData::Encoding::raw)) : std::nullopt;
+    }
+    std::optional<URL> displayURL() const { return URL::parse(id.empty() ? "" : "note:" + id); }
+    std::optional<std::string> displaySubtitle() const { return marked ? std::optional<std::string>("sub") : std::nullopt; }
+    std::optional<Color> dotColor() const { return marked ? std::optional(Color::red) : std::nullopt; }
+    friend bool operator==(const Note&, const Note&) = default;
+};
+
+/// Counts of what a tree holds.
+struct Census {
+    int detail = 0;
+    int links = 0;
+    int images = 0;
+    int horizontalDividers = 0;
+    int verticalDividers = 0;
+    std::string more;
+    std::vector<std::string> titles;
+};
+
+void count(const View& view, Census& census);
+
+struct Counter {
+    Census& census;
+    void operator()(const VStack& stack) const { children(stack.children); }
+    void operator()(const HStack& stack) const {
+        for (const View& child : stack.children) {
+            census.verticalDividers += std::holds_alternative<Divider>(child.node().content) ? 1 : 0;
+        }
+        children(stack.children);
+    }
+    void operator()(const Padding& padding) const {
+        const bool startsPastIcon = padding.insets == Insets{.leading = 30};
+        census.horizontalDividers += startsPastIcon && std::holds_alternative<Divider>(padding.child.node().content) ? 1 : 0;
+        count(padding.child, census);
+    }
+    void operator()(const Frame& frame) const { count(frame.child, census); }
+    void operator()(const Background& background) const { count(background.child, census); }
+    void operator()(const Accentable& accentable) const { count(accentable.child, census); }
+    void operator()(const Link& link) const {
+        ++census.links;
+        count(link.child, census);
+    }
+    void operator()(const Image&) const { ++census.images; }
+    void operator()(const Text& text) const {
+        if (text.text.starts_with("+")) {
+            census.more = text.text;
+        } else if (text.text.starts_with("Title ")) {
+            census.titles.push_back(text.text.substr(6));
+        } else if (text.text == "detail") {
+            ++census.detail;
+        }
+    }
+    template <class Leaf> void operator()(const Leaf&) const {}
+
+    void children(const Views& views) const {
+        for (const View& view : views) {
+            count(view, census);
+        }
+    }
+};
+
+void count(const View& view, Census& census) { std::visit(Counter{census}, view.node().content); }
+
+Census censusOf(WidgetFamily family, const std::vector<Note>& notes, std::int64_t displayCount,
+                RenderingMode mode = RenderingMode::fullColor) {
+    const View view = ListWidgetBody<Note>{
+        .items = notes,
+        .displayCount = displayCount,
+        .title = "Notes",
+        .subtitle = "all",
+        .smallHeader = [] { return text("small"); },
+        .detailRow = [](const Note& note) { return hStack({}, {text("detail"), text(note.displayTitle())}); },
+    }.body({.family = family, .renderingMode = mode});
+    Census census;
+    count(view, census);
+    return census;
+}
+
+std::vector<Note> notes(int count) {
+    std::vector<Note> all;
+    for (int i = 1; i <= count; ++i) {
+        all.push_back({.id = std::to_string(i)});
+    }
+    return all;
+}
+
+TEST(ListWidgetBody, ShowsAsManyRowsAsTheFamilyHas) {
+    struct Row {
+        WidgetFamily family;
+        int items;
+        std::int64_t displayCount;
+        std::size_t shown;
+        const char* more;
+        int horizontalDividers;
+        int verticalDividers;
+    };
+    using enum WidgetFamily;
+    const Row rows[]{
+        {small, 4, 4, 4, "", 0, 0},        {small, 4, 5, 4, "+1 more", 0, 0},
+        {small, 16, 20, 4, "+16 more", 0, 0}, {small, 3, 2, 3, "", 0, 0},
+        {medium, 5, 5, 5, "", 0, 0},       {medium, 16, 20, 5, "+15 more", 0, 0},
+        {unknown, 16, 20, 5, "+15 more", 0, 0}, {large, 3, 3, 3, "", 2, 0},
+        {large, 7, 7, 7, "", 6, 0},        {large, 16, 16, 7, "+9 more", 6, 0},
+        {extraLarge, 1, 1, 1, "", 0, 0},   {extraLarge, 2, 2, 2, "", 0, 1},
+        {extraLarge, 5, 5, 5, "", 3, 1},   {extraLarge, 16, 4000, 16, "", 14, 1},
+        {large, 0, 0, 0, "", 0, 0},        {extraLarge, 0, 0, 0, "", 0, 0},
+    };
+    for (const Row& row : rows) {
+        const Census census = censusOf(row.family, notes(row.items), row.displayCount);
+        const std::string what = std::string(familyName(row.family)) + " with " + std::to_string(row.items);
+        EXPECT_EQ(census.titles.size(), row.shown) << what;
+        EXPECT_EQ(census.links, static_cast<int>(row.shown)) << what;
+        EXPECT_EQ(census.more, row.more) << what;
+        EXPECT_EQ(census.horizontalDividers, row.horizontalDividers) << what;
+        EXPECT_EQ(census.verticalDividers, row.verticalDividers) << what;
+        const bool usesDetailRows = row.family == large || row.family == extraLarge;
+        EXPECT_EQ(census.detail, usesDetailRows ? static_cast<int>(row.shown) : 0) << what;
+    }
+}
+
+TEST(ListWidgetBody, KeepsTheOrderThroughBothColumns) {
+    EXPECT_EQ(censusOf(WidgetFamily::extraLarge, notes(5), 5).titles, (std::vector<std::string>{"1", "2", "3", "4", "5"}));
+}
+
+TEST(ListWidgetBody, KnowsTheLastRowByItsIdentifier) {
+    EXPECT_EQ(censusOf(WidgetFamily::large, {{.id = "a"}, {.id = "b"}, {.id = "a"}}, 3).horizontalDividers, 1);
+}
+
+TEST(ListWidgetBody, LeavesOutPicturesAndLinksThatAreNotThere) {
+    const std::vector<Note> mixed{{.id = "1", .illustrated = true}, {.id = ""}, {.id = "3", .marked = true}};
+    const Census census = censusOf(WidgetFamily::medium, mixed, 3);
+    EXPECT_EQ(census.images, 1);
+    EXPECT_EQ(census.links, 2);
+    EXPECT_EQ(census.titles.size(), 3U);
+    EXPECT_EQ(censusOf(WidgetFamily::medium, mixed, 3, RenderingMode::tinted).images, 0);
+}
+
+TEST(ItemRows, MarkTheDotForTheAccentGroupOutsideFullColor) {
+    const View full = AccentDot{.color = Color::red, .size = 6}.body({});
+    const View tinted = AccentDot{.color = Color::red, .size = 6}.body({.renderingMode = RenderingMode::tinted});
+    EXPECT_EQ(tinted, full.accentable());
+    const View none = AccentDot{.color = std::nullopt, .size = 6}.body({.renderingMode = RenderingMode::tinted});
+    EXPECT_EQ(none, clear().frame({.width = 6, .height = 6}));
+}
+
+} // namespace
+} // namespace foliovault

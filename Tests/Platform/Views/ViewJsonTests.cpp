@@ -1,0 +1,131 @@
+// A view tree as JSON, and back.
+
+#include "Platform/Views/Node.h"
+#include "Platform/Views/ViewReader.h"
+#include "Platform/Views/ViewWriter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace platform {
+namespace {
+
+std::string written(const View& view) {
+    std::string json;
+    JsonWriter out(json);
+    writeView(out, view);
+    return json;
+}
+
+Expected<View, std::string> readBack(const std::string& json) {
+    simdjson::dom::parser parser;
+    simdjson::dom::element element;
+    if (parser.parse(json).get(element) != simdjson::SUCCESS) {
+        return Unexpected{"no JSON: " + json};
+    }
+    return readView(element);
+}
+
+const View star = symbol("star");
+
+struct Case {
+    View view;
+    const char* json;
+};
+
+const std::vector<Case>& cases() {
+    static const std::vector<Case> all{
+        {vStack({}, {}), R"({"type":"vstack","children":[]})"},
+        {vStack({.alignment = HorizontalAlignment::leading, .spacing = 0}, {divider(), clear()}),
+         R"({"type":"vstack","alignment":"leading","spacing":0,"children":[{"type":"divider"},{"type":"clear"}]})"},
+        {hStack({.alignment = VerticalAlignment::firstTextBaseline}, {spacer(), spacer(2.5)}),
+         R"({"type":"hstack","alignment":"firstTextBaseline","children":[{"type":"spacer"},{"type":"spacer","minLength":2.5}]})"},
+        {text("A \"quoted\"\nline").lineLimit(3).textAlignment(HorizontalAlignment::center),
+         R"({"type":"text","text":"A \"quoted\"\nline","lineLimit":3,"textAlignment":"center"})"},
+        {star.font(headline.semibold()).foreground(Color::blue),
+         R"({"type":"symbol","symbol":"star","font":{"style":"headline","weight":"semibold"},"foreground":"blue"})"},
+        {label("macwindow", "2 windows").font(caption2).foreground(secondary),
+         R"({"type":"label","symbol":"macwindow","text":"2 windows","font":{"style":"caption2"},"foreground":"secondary"})"},
+        {image(EncodedData(Data::owning("\x89PNG"), EncodedData::Encoding::raw), star),
+         R"({"type":"image","data":"iVBORw==","fallback":{"type":"symbol","symbol":"star"}})"},
+        {circle(Color::red), R"({"type":"circle","fill":"red"})"},
+        {star.padding({.top = 3, .leading = -1}),
+         R"({"type":"padding","top":3,"leading":-1,"child":{"type":"symbol","symbol":"star"}})"},
+        {star.frame({.width = 18}), R"({"type":"frame","width":18,"child":{"type":"symbol","symbol":"star"}})"},
+        {star.capsuleBackground(Color::blue),
+         R"({"type":"background","shape":"capsule","fill":"blue","child":{"type":"symbol","symbol":"star"}})"},
+        {star.link("x-foliovault-item://A?b=c&d", "item:A"),
+         R"({"type":"link","url":"x-foliovault-item://A?b=c&d","id":"item:A","child":{"type":"symbol","symbol":"star"}})"},
+        {star.link("x:"), R"({"type":"link","url":"x:","child":{"type":"symbol","symbol":"star"}})"},
+        {star.accentable(), R"({"type":"accentable","child":{"type":"symbol","symbol":"star"}})"},
+    };
+    return all;
+}
+
+TEST(ViewJson, WritesAndReadsEveryKindOfNode) {
+    for (const Case& each : cases()) {
+        EXPECT_EQ(written(each.view), each.json);
+        const auto view = readBack(each.json);
+        ASSERT_TRUE(view) << view.error();
+        EXPECT_EQ(*view, each.view) << each.json;
+    }
+}
+
+TEST(ViewJson, GoesOnWhereItMeetsWhatItDoesNotKnow) {
+    struct Row {
+        const char* json;
+        View expected;
+    };
+    const std::vector<Row> rows{
+        {R"({"type":"hologram","children":[{"type":"symbol","symbol":"star"}],"depth":3})", vStack({}, {star})},
+        {R"({"type":"tilted","angle":7,"child":{"type":"symbol","symbol":"star"}})", star.padding({})},
+        {R"({"type":"hologram"})", vStack({}, {})},
+        {R"({})", vStack({}, {})},
+        {R"({"type":"vstack","alignment":"diagonal","spacing":"wide"})", vStack({}, {})},
+        {R"({"type":"symbol","symbol":"star","font":{"style":"tiny"},"foreground":"plaid"})", star},
+        {R"({"type":"symbol","symbol":"star","font":"headline","foreground":7})", star},
+        {R"({"type":"spacer","minLength":-5})", spacer()},
+        {R"({"type":"spacer","minLength":1e300})", spacer()},
+        {R"({"type":"text","text":"a","lineLimit":0})", text("a")},
+        {R"({"type":"text","text":"a","lineLimit":99999999999})", text("a").lineLimit(1'000'000)},
+        {R"({"type":"link","child":{"type":"symbol","symbol":"star"}})", star.padding({})},
+        {R"({"type":"frame","width":-1,"height":8,"child":{"type":"symbol","symbol":"star"}})", star.frame({.height = 8})},
+    };
+    for (const Row& row : rows) {
+        const auto view = readBack(row.json);
+        ASSERT_TRUE(view) << row.json << view.error();
+        EXPECT_EQ(written(*view), written(row.expected)) << row.json;
+    }
+}
+
+std::string nested(int depth) {
+    std::string json = R"({"type":"clear"})";
+    for (int i = 1; i < depth; ++i) {
+        json = R"({"type":"padding","child":)" + json + "}";
+    }
+    return json;
+}
+
+std::string wide(int count) {
+    std::string json = R"({"type":"vstack","children":[{"type":"clear"})";
+    for (int i = 2; i < count; ++i) {
+        json += R"(,{"type":"clear"})";
+    }
+    return json + "]}";
+}
+
+TEST(ViewJson, RefusesTreesBeyondItsBounds) {
+    EXPECT_TRUE(readBack(nested(greatestViewDepth)));
+    EXPECT_THAT(readBack(nested(greatestViewDepth + 1)).error(), testing::HasSubstr("deeper than 64"));
+    EXPECT_TRUE(readBack(wide(greatestViewCount)));
+    EXPECT_THAT(readBack(wide(greatestViewCount + 1)).error(), testing::HasSubstr("more than 10000"));
+    for (const char* json : {"7", "[]", "null", R"({"type":"vstack","children":[7]})",
+                             R"({"type":"image","fallback":"none"})", R"({"type":"padding","child":null})"}) {
+        EXPECT_FALSE(readBack(json)) << json;
+    }
+}
+
+} // namespace
+} // namespace platform

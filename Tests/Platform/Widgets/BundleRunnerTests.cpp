@@ -1,0 +1,194 @@
+// The runner over real pipes: lines, their lengths, concurrency, and how it ends.
+
+#include "Tests/Platform/Widgets/ClockWidget.h"
+
+#include "Platform/Widgets/BundleRunner.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <future>
+#include <latch>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+struct Pipe {
+    int reading = -1;
+    int writing = -1;
+    Pipe() {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(pipe(ends.data()), 0);
+        reading = ends[0];
+        writing = ends[1];
+    }
+};
+
+void writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+        ASSERT_GT(count, 0);
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+std::string readToEnd(int descriptor) {
+    std::string all;
+    std::array<char, 4096> chunk{};
+    for (ssize_t count = 0; (count = read(descriptor, chunk.data(), chunk.size())) > 0;) {
+        all.append(chunk.data(), static_cast<std::size_t>(count));
+    }
+    return all;
+}
+
+/// A runner on a thread of its own, fed and read through pipes.
+class Running {
+  public:
+    explicit Running(WidgetBundle bundle) : bundle_(std::move(bundle)) {
+        answers_ = std::async(std::launch::async, [this] { return readToEnd(output_.reading); });
+        thread_ = std::jthread([this] {
+            BundleRunner(bundle_, input_.reading, output_.writing).run();
+            close(output_.writing);
+        });
+    }
+
+    void send(std::string_view bytes) const { writeAll(input_.writing, bytes); }
+
+    /// Ends the input and answers everything that was written, the lines in order of their text.
+    std::vector<std::string> finish() {
+        close(input_.writing);
+        const std::string all = answers_.get();
+        std::vector<std::string> lines;
+        for (std::size_t start = 0; start < all.size();) {
+            const std::size_t end = all.find('\n', start);
+            lines.push_back(all.substr(start, end - start));
+            start = end + 1;
+        }
+        std::sort(lines.begin(), lines.end());
+        return lines;
+    }
+
+  private:
+    WidgetBundle bundle_;
+    Pipe input_;
+    Pipe output_;
+    std::future<std::string> answers_;
+    std::jthread thread_;
+};
+
+std::string previews(int id, std::size_t length = 0) {
+    std::string line = R"({"jsonrpc":"2.0","method":"none","id":)" + std::to_string(id) + "}";
+    line.resize(std::max(line.size(), length), ' ');
+    return line;
+}
+
+std::string noMethod(int id) {
+    return R"({"jsonrpc":"2.0","id":)" + std::to_string(id) + R"(,"error":{"code":-32601,"message":"no method \"none\""}})";
+}
+
+std::string timelineOf(const std::string& city) {
+    return R"({"jsonrpc":"2.0","id":")" + city + R"(","method":"timeline","params":{"kind":"Clock","configuration":{"city":")" +
+           city + R"("},"environment":{"family":"small"}}})" + "\n";
+}
+
+TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
+    constexpr std::size_t limit = LineReader::greatestLength;
+    Running running(testing::clockBundle());
+    running.send(previews(1, limit) + "\n" + previews(2, limit + 1) + "\n" + std::string(5 * limit, 'x') + "\n");
+    running.send(previews(3) + "\n\n" + previews(4));
+    const std::string tooLong = R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,"message":"the line is longer than 1 MiB"}})";
+    const std::string notJson = R"({"jsonrpc":"2.0","id":null,"error":{"code":-32700,"message":"the line is not JSON"}})";
+    EXPECT_EQ(running.finish(), (std::vector{noMethod(1), noMethod(3), noMethod(4), tooLong, tooLong, notJson}));
+}
+
+TEST(BundleRunner, AnswersATooLongLineBeforeItEnds) {
+    Pipe input;
+    LineReader reader(input.reading, STDOUT_FILENO);
+    std::jthread writer([&] { writeAll(input.writing, std::string(2 * LineReader::greatestLength, 'x')); });
+    EXPECT_TRUE(reader.next()->tooLong);
+    writer.join();
+    writeAll(input.writing, "y\nz\n");
+    EXPECT_EQ(reader.next()->text, "z");
+}
+
+TEST(BundleRunner, DoesNotHoldRequestsUpByASlowOne) {
+    constexpr int slowRequests = 20;
+    std::latch allAtWork(slowRequests);
+    std::latch released(1);
+    Running running(testing::clockBundle([&](const std::string& city) {
+        if (city.starts_with("slow")) {
+            allAtWork.count_down();
+            released.wait();
+        }
+    }));
+    for (int i = 0; i < slowRequests; ++i) {
+        running.send(timelineOf("slow" + std::to_string(i)));
+    }
+    allAtWork.wait();
+    running.send(timelineOf("quick"));
+    running.send(previews(1) + "\n");
+    released.count_down();
+    EXPECT_EQ(running.finish().size(), slowRequests + 2U);
+}
+
+TEST(BundleRunner, AnswersMoreRequestsThanItHasThreads) {
+    constexpr int requests = 2000;
+    Running running(testing::clockBundle([](const std::string&) { std::this_thread::yield(); }));
+    std::string lines;
+    for (int i = 0; i < requests; ++i) {
+        lines += timelineOf(std::to_string(i));
+    }
+    running.send(lines);
+    const auto answers = running.finish();
+    EXPECT_EQ(answers.size(), static_cast<std::size_t>(requests));
+    EXPECT_EQ(std::count_if(answers.begin(), answers.end(),
+                            [](const std::string& answer) { return answer.find("\"result\"") != std::string::npos; }),
+              requests);
+}
+
+/// Runs the runner in a process of its own, whose output is closed by `provoke`; answers its exit status.
+int exitOfProcess(const std::function<void(Pipe& input, Pipe& output)>& provoke) {
+    Pipe input;
+    Pipe output;
+    const pid_t child = fork();
+    if (child == 0) {
+        close(input.writing);
+        close(output.reading);
+        std::signal(SIGPIPE, SIG_IGN);
+        alarm(20);
+        const WidgetBundle bundle = testing::clockBundle([](const std::string&) { pause(); });
+        BundleRunner(bundle, input.reading, output.writing).run();
+        _exit(3);
+    }
+    close(input.reading);
+    close(output.writing);
+    provoke(input, output);
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return status;
+}
+
+TEST(BundleRunner, LeavesQuietlyWhenItsOutputIsClosed) {
+    const auto whileIdle = [](Pipe&, Pipe& output) { close(output.reading); };
+    const auto whileWorking = [](Pipe& input, Pipe& output) {
+        writeAll(input.writing, timelineOf("endless"));
+        close(output.reading);
+    };
+    const auto withAnAnswerToWrite = [](Pipe& input, Pipe& output) {
+        close(output.reading);
+        const std::string line = previews(1) + "\n";
+        // The process may be gone before it is asked.
+        std::signal(SIGPIPE, SIG_IGN);
+        static_cast<void>(write(input.writing, line.data(), line.size()));
+    };
+    EXPECT_EQ(exitOfProcess(whileIdle), 0);
+    EXPECT_EQ(exitOfProcess(whileWorking), 0);
+    EXPECT_EQ(exitOfProcess(withAnAnswerToWrite), 0);
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,125 @@
+// One line in, one line out.
+
+#include "Tests/Platform/Widgets/ClockWidget.h"
+
+#include "Platform/Widgets/RequestHandler.h"
+
+#include <gtest/gtest.h>
+
+namespace platform {
+namespace {
+
+std::string answerTo(std::string_view line) {
+    const WidgetBundle bundle = testing::clockBundle();
+    return RequestHandler(bundle).answer(line).value_or("");
+}
+
+std::string request(std::string_view method, std::string_view params) {
+    return std::string(R"({"jsonrpc":"2.0","id":7,"method":")").append(method).append(R"(","params":)").append(params).append("}");
+}
+
+std::string result(std::string_view value) {
+    return std::string(R"({"jsonrpc":"2.0","id":7,"result":)").append(value).append("}");
+}
+
+TEST(RequestHandler, AnswersEveryMethod) {
+    struct Row {
+        const char* method;
+        const char* params;
+        const char* result;
+    };
+    const std::vector<Row> rows{
+        {"describe", "{}",
+         R"({"identifier":"example.clock","widgets":[{"kind":"Clock","displayName":"Clock","description":"Shows the time.","families":["small","extraLarge"],"containerBackground":"tertiaryFill","configuration":{"title":"Clock","description":"Chooses a clock.","parameters":[{"name":"face","title":"Face","type":"enumeration","typeName":"Clock Face","default":"digital","cases":[{"id":"digital","title":"Digital"},{"id":"analog","title":"Analog"}]},{"name":"city","title":"City","type":"entity","typeName":"City","default":"Rome"}]}}]})"},
+        {"placeholder", R"({"kind":"Clock","environment":{"family":"small"}})",
+         R"({"date":"2001-01-01T00:00:00.000Z","content":{"view":{"type":"text","text":"placeholder, small"},"containerBackground":"tertiaryFill"}})"},
+        {"snapshot",
+         R"({"kind":"Clock","configuration":{"face":"analog","city":"Atlantis"},"environment":{"family":"extraLarge","renderingMode":"tinted"}})",
+         R"({"date":"2001-01-01T00:00:01.500Z","content":{"view":{"type":"text","text":"analog in Atlantis, extraLarge, muted"},"containerBackground":"tertiaryFill"}})"},
+        {"snapshot",
+         R"({"kind":"Clock","configuration":{},"environment":{"family":"gigantic","renderingMode":"fullColor"},"more":1})",
+         R"({"date":"2001-01-01T00:00:01.500Z","content":{"view":{"type":"text","text":"digital in Rome, unknown"},"containerBackground":"tertiaryFill"}})"},
+        {"timeline", R"({"kind":"Clock","configuration":{"city":"Lima"},"environment":{"family":"medium"}})",
+         R"({"entries":[{"date":"2001-01-01T00:00:01.500Z","content":{"view":{"type":"text","text":"digital in Lima, medium"},"containerBackground":"tertiaryFill"}},{"date":"2001-01-01T00:00:02.000Z","content":{"view":{"type":"text","text":"later, medium"},"containerBackground":"tertiaryFill","widgetURL":"clock://later"}}],"reload":{"policy":"after","date":"2001-01-01T00:05:00.000Z"}})"},
+        {"options", R"({"kind":"Clock","parameter":"city"})",
+         R"({"options":[{"id":"Rome","title":"City of Rome"},{"id":"Lima","title":"City of Lima"}],"default":{"id":"Rome","title":"City of Rome"}})"},
+        {"options", R"({"kind":"Clock","parameter":"city","matching":"x"})",
+         R"({"options":[{"id":"Like x","title":"City of Like x"}],"default":{"id":"Rome","title":"City of Rome"}})"},
+        {"options", R"({"kind":"Clock","parameter":"city","identifiers":["B","A"]})",
+         R"({"options":[{"id":"B","title":"City of B"},{"id":"A","title":"City of A"}],"default":{"id":"Rome","title":"City of Rome"}})"},
+        {"options", R"({"kind":"Clock","parameter":"face"})",
+         R"({"options":[{"id":"digital","title":"Digital"},{"id":"analog","title":"Analog"}],"default":{"id":"digital","title":"Digital"}})"},
+        {"previews", "{}",
+         R"({"previews":[{"kind":"Clock","name":"Ticking","family":"extraLarge"},{"kind":"Clock","name":"Broken","family":"small"}]})"},
+        {"preview", R"({"kind":"Clock","name":"Ticking"})",
+         R"({"entries":[{"date":"2001-01-01T00:00:00.000Z","content":{"view":{"type":"text","text":"tick, extraLarge"},"containerBackground":"tertiaryFill"}}]})"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(answerTo(request(row.method, row.params)), result(row.result)) << row.method << row.params;
+    }
+}
+
+TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
+    const std::string environment = R"("environment":{"family":"small"})";
+    struct Row {
+        std::string line;
+        std::string id;
+        int code;
+        const char* says;
+    };
+    const std::vector<Row> rows{
+        {"", "null", -32700, "not JSON"},
+        {"{", "null", -32700, "not JSON"},
+        {"hello", "null", -32700, "not JSON"},
+        {R"({"jsonrpc":"2.0","id":1,"method":"describe"} x)", "null", -32700, "not JSON"},
+        {"{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"\xff\"}", "null", -32700, "not JSON"},
+        {R"([{"jsonrpc":"2.0","id":1,"method":"describe"}])", "null", -32600, "no request object"},
+        {"7", "null", -32600, "no request object"},
+        {std::string(200'000, '['), "null", -32600, "no request object"},
+        {R"({"foo":1})", "null", -32600, "jsonrpc"},
+        {R"({"jsonrpc":"1.0","id":"a","method":"describe"})", R"("a")", -32600, "jsonrpc"},
+        {R"({"jsonrpc":"2.0","id":3,"method":4})", "3", -32600, "method"},
+        {R"({"jsonrpc":"2.0","id":3})", "3", -32600, "method"},
+        {R"({"jsonrpc":"2.0","id":1.5,"method":"describe"})", "null", -32600, "id"},
+        {R"({"jsonrpc":"2.0","id":null,"method":"describe"})", "null", -32600, "id"},
+        {R"({"jsonrpc":"2.0","id":-9223372036854775808,"method":"none"})", "-9223372036854775808", -32601, "none"},
+        {R"({"jsonrpc":"2.0","id":18446744073709551615,"method":"Describe"})", "18446744073709551615", -32601, "Describe"},
+        {R"({"jsonrpc":"2.0","id":7,"method":"describe","params":[]})", "7", -32602, "params"},
+        {request("placeholder", "{" + environment + "}"), "7", -32602, "\\\"kind\\\" is missing"},
+        {request("placeholder", R"({"kind":"Clock"})"), "7", -32602, "\\\"environment\\\" is missing"},
+        {request("placeholder", R"({"kind":"Sundial",)" + environment + "}"), "7", -32602, "accepted: \\\"Clock\\\""},
+        {request("placeholder", R"({"kind":3,)" + environment + "}"), "7", -32602, "\\\"kind\\\" is no text"},
+        {request("placeholder", R"({"kind":"Clock","environment":"small"})"), "7", -32602, "is no object"},
+        {request("placeholder", R"({"kind":"Clock","environment":{}})"), "7", -32602, "\\\"family\\\" is missing"},
+        {request("placeholder", R"({"kind":"Clock","environment":{"family":2}})"), "7", -32602, "\\\"family\\\" is no text"},
+        {request("snapshot", R"({"kind":"Clock",)" + environment + "}"), "7", -32602, "\\\"configuration\\\" is missing"},
+        {request("timeline", R"({"kind":"Clock","configuration":{"face":"sand"},)" + environment + "}"), "7", -32602,
+         "accepted: \\\"digital\\\", \\\"analog\\\""},
+        {request("timeline", R"({"kind":"Clock","configuration":{"face":"Digital"},)" + environment + "}"), "7", -32602, "no choice"},
+        {request("timeline", R"({"kind":"Clock","configuration":{"hands":"two"},)" + environment + "}"), "7", -32602,
+         "accepted: \\\"face\\\", \\\"city\\\""},
+        {request("timeline", R"({"kind":"Clock","configuration":{"face":1},)" + environment + "}"), "7", -32602, "is no text"},
+        {request("options", R"({"kind":"Clock","parameter":"hands"})"), "7", -32602, "accepted: \\\"face\\\""},
+        {request("options", R"({"kind":"Clock","parameter":"city","matching":"a","identifiers":[]})"), "7", -32602, "one at most"},
+        {request("options", R"({"kind":"Clock","parameter":"city","identifiers":[1]})"), "7", -32602, "list of texts"},
+        {request("options", R"({"kind":"Clock","parameter":"city","matching":null})"), "7", -32602, "is no text"},
+        {request("preview", R"({"kind":"Clock","name":"ticking"})"), "7", -32602, "\\\"Ticking\\\""},
+        {request("preview", R"({"kind":"Clock","name":"Broken"})"), "7", -32603, "the spring broke"},
+    };
+    for (const Row& row : rows) {
+        const std::string answer = answerTo(row.line);
+        const std::string start = R"({"jsonrpc":"2.0","id":)" + row.id + R"(,"error":{"code":)" + std::to_string(row.code) + ",";
+        EXPECT_EQ(answer.substr(0, start.size()), start) << row.line.substr(0, 100);
+        EXPECT_NE(answer.find(row.says), std::string::npos) << answer;
+    }
+}
+
+TEST(RequestHandler, NeverAnswersANotification) {
+    for (const char* line : {R"({"jsonrpc":"2.0","method":"describe"})", R"({"jsonrpc":"2.0","method":"nothing"})",
+                             R"({"jsonrpc":"2.0","method":"preview","params":7})"}) {
+        EXPECT_EQ(answerTo(line), "") << line;
+    }
+}
+
+} // namespace
+} // namespace platform

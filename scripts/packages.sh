@@ -1,0 +1,32 @@
+# The Debian packages that this project uses, by what needs them, and their installation. Sourced by the other scripts.
+
+build_packages=(
+    cmake ninja-build g++ pkg-config gettext
+    nlohmann-json3-dev libsimdjson-dev libicu-dev
+    libcli11-dev libfmt-dev
+    libpango1.0-dev libcairo2-dev libgdk-pixbuf-2.0-dev libisal-dev fonts-inter
+)
+# What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, and the
+# fonts of names in other scripts.
+run_packages=(libnss-wrapper libicu72 fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
+test_packages=(libgtest-dev libgmock-dev libplist-dev python3 jq)
+lint_packages=(clang-format clang-tidy)
+fuzz_packages=(clang libclang-rt-14-dev)
+bench_packages=(libbenchmark-dev libplist-dev python3 python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0)
+
+# install_packages NAME…: installs those that are missing, as root or by sudo; nothing where all are there.
+install_packages() {
+    local missing=() name
+    for name in "$@"; do
+        dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null | grep -qx installed || missing+=("$name")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "${0##*/}: needs root or sudo to install: ${missing[*]}" >&2; exit 1; }
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}"
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
+}
