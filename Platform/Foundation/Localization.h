@@ -1,8 +1,8 @@
 // Texts in the user's language.
 //
 // Texts are looked up by their English wording in gettext catalogs (share/locale beside the program's bin folder). The
-// languages are those of `preferredLanguages`; they need not be generated on the machine, only translated. A text without
-// a translation, or a user without a translated language, gets the English wording.
+// languages are those of `preferredLanguages`; they need not be generated on the machine, only translated. A text
+// without a translation, or a user without a translated language, gets the English wording.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,12 @@
 
 namespace platform {
 
-/// Chooses the catalogs of `domain` for the languages of this process's environment. Call once, at start, before other
-/// threads: it sets the process's message locale.
+/// Chooses the catalogs of `domain`, a text that outlives the process's last look-up, for the languages of this
+/// process's environment. A catalog is opened at the first look-up.
+///
+/// Call at most once, at start, before other threads. Only where the user has a language before English, it sets the
+/// process's message locale to "C.UTF-8" and LANGUAGE, which child processes inherit, to the languages that stand
+/// before English.
 void startLocalization(const char* domain);
 
 /// The text for `key`, an English wording.
@@ -33,8 +37,8 @@ struct LanguageSettings {
 LanguageSettings languageSettingsOfEnvironment();
 
 /// The user's languages, most preferred first, as tags like "de-AT": the entries of LANGUAGE, then the message locale
-/// (the first that is set of LC_ALL, LC_MESSAGES, LANG); without codeset and modifier, each once. Empty when the message
-/// locale is unset, "C" or "POSIX".
+/// (the first that is set of LC_ALL, LC_MESSAGES, LANG); without codeset and modifier, each once. Empty when the
+/// message locale is unset, "C" or "POSIX"; such an entry in LANGUAGE ends the list, as it does for gettext.
 std::vector<std::string> preferredLanguages(const LanguageSettings& settings);
 
 /// Whether `text` contains `needle` ignoring case, by the rules of the user's language (Turkish and Azeri fold I and İ
