@@ -1,7 +1,7 @@
 // What the layout asks about content that only the drawing side can measure: texts and images.
 //
-// The layout is pure arithmetic; it gets these two handed in. Answers must depend on the arguments alone (and the fonts of
-// the machine), never on the scale that is drawn at.
+// The layout is pure arithmetic; it gets these two handed in. Answers must depend on the arguments alone (and the fonts
+// of the machine), never on the scale that is drawn at.
 #pragma once
 
 #include "Host/Layout/Geometry.h"

@@ -24,6 +24,7 @@ struct SymbolItem {
 struct ImageItem {
     platform::EncodedData data;
 };
+/// As wide as high.
 struct CircleItem {
     platform::Color fill = platform::Color::clear;
 };
@@ -48,6 +49,8 @@ struct LayoutLink {
     /// Of the item that the link stands for, where it stands for one.
     std::optional<std::string> id;
     Rect frame;
+    /// The link around this one, as an index into `WidgetLayout::links`.
+    std::optional<std::size_t> outer;
 };
 
 struct WidgetLayout {
@@ -57,7 +60,12 @@ struct WidgetLayout {
     std::vector<LayoutLink> links;
 };
 
-/// Lays `view` out in a widget of `size`: the content margin all around, the view centred in what remains.
+/// Lays `view` out in a widget of `size`: offers it what the content margin leaves and centres it there. A view that
+/// takes more than that sticks out evenly on both sides. Nothing is rounded. How each kind of view lays out is said in
+/// Elements.h.
+///
+/// Texts and images are asked for as seldom as can be: a text that fits once, one that must be broken or cut once or
+/// twice more, an image once.
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images);
 
 } // namespace host

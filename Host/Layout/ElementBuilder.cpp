@@ -1,0 +1,126 @@
+#include "Host/Layout/ElementBuilder.h"
+
+#include "Host/Layout/Measures.h"
+#include "Platform/Views/Node.h"
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+
+namespace host {
+namespace {
+
+CrossAlignment crossAlignment(platform::HorizontalAlignment alignment) {
+    switch (alignment) {
+    case platform::HorizontalAlignment::leading:
+        return CrossAlignment::start;
+    case platform::HorizontalAlignment::center:
+        return CrossAlignment::center;
+    case platform::HorizontalAlignment::trailing:
+        return CrossAlignment::end;
+    }
+    return CrossAlignment::center;
+}
+
+CrossAlignment crossAlignment(platform::VerticalAlignment alignment) {
+    switch (alignment) {
+    case platform::VerticalAlignment::top:
+        return CrossAlignment::start;
+    case platform::VerticalAlignment::center:
+        return CrossAlignment::center;
+    case platform::VerticalAlignment::bottom:
+        return CrossAlignment::end;
+    case platform::VerticalAlignment::firstTextBaseline:
+        return CrossAlignment::firstTextBaseline;
+    }
+    return CrossAlignment::center;
+}
+
+/// Builds what stands at one place of the tree.
+struct Builder {
+    TextShaper& shaper;
+    ImageMeasurer& images;
+    Look look;
+    Axis axis = Axis::vertical;
+    int depth = 0;
+
+    ElementPtr build(const platform::View& view) const {
+        if (depth == deepestNesting) {
+            return emptyElement();
+        }
+        const platform::Node& node = view.node();
+        Builder builder = *this;
+        builder.depth += 1;
+        builder.look.font = node.font.value_or(look.font);
+        builder.look.foreground = node.foreground.value_or(look.foreground);
+        return std::visit(builder, node.content);
+    }
+
+    ElementPtr operator()(const platform::VStack& stack) const { return buildStack(stack, Axis::vertical); }
+    ElementPtr operator()(const platform::HStack& stack) const { return buildStack(stack, Axis::horizontal); }
+
+    template <class Stack>
+    ElementPtr buildStack(const Stack& stack, Axis along) const {
+        Builder builder = *this;
+        builder.axis = along;
+        std::vector<ElementPtr> children;
+        children.reserve(stack.children.size());
+        for (const platform::View& child : stack.children) {
+            children.push_back(builder.build(child));
+        }
+        return stackElement({.axis = along, .alignment = crossAlignment(stack.alignment), .spacing = stack.spacing},
+                            std::move(children));
+    }
+
+    ElementPtr operator()(const platform::Spacer& spacer) const {
+        return spacerElement(axis, std::max(0.0, spacer.minLength.value_or(defaultSpacerLength)));
+    }
+    ElementPtr operator()(const platform::Divider& /*divider*/) const { return dividerElement(axis, look); }
+
+    ElementPtr operator()(const platform::Text& text) const {
+        return textElement({.text = text.text,
+                            .lineLimit = text.lineLimit,
+                            .alignment = text.textAlignment.value_or(platform::HorizontalAlignment::leading)},
+                           look, shaper);
+    }
+    ElementPtr operator()(const platform::Symbol& symbol) const { return symbolElement(symbol.symbol, look); }
+    ElementPtr operator()(const platform::Label& label) const {
+        std::vector<ElementPtr> children;
+        children.push_back(symbolElement(label.symbol, look));
+        children.push_back(textElement({.text = label.text}, look, shaper));
+        return stackElement(
+            {.axis = Axis::horizontal, .alignment = CrossAlignment::firstTextBaseline, .spacing = labelSpacing},
+            std::move(children));
+    }
+    ElementPtr operator()(const platform::Image& image) const {
+        const std::optional<Size> pixels = images.imageSize(image.data);
+        if (pixels && pixels->width > 0 && pixels->height > 0) {
+            return imageElement(image.data, *pixels, look);
+        }
+        return image.fallback ? build(*image.fallback) : emptyElement();
+    }
+    ElementPtr operator()(const platform::Circle& circle) const { return circleElement(circle.fill, look); }
+    ElementPtr operator()(const platform::Clear& /*clear*/) const { return clearElement(); }
+
+    ElementPtr operator()(const platform::Padding& padding) const {
+        return paddingElement(padding.insets, build(padding.child));
+    }
+    ElementPtr operator()(const platform::Frame& frame) const { return frameElement(frame.size, build(frame.child)); }
+    ElementPtr operator()(const platform::Background& background) const {
+        return capsuleElement(background.fill, look, build(background.child));
+    }
+    ElementPtr operator()(const platform::Link& link) const { return linkElement(link, build(link.child)); }
+    ElementPtr operator()(const platform::Accentable& accentable) const {
+        Builder builder = *this;
+        builder.look.accented = true;
+        return builder.build(accentable.child);
+    }
+};
+
+} // namespace
+
+ElementPtr buildElement(const platform::View& view, TextShaper& shaper, ImageMeasurer& images) {
+    return Builder{.shaper = shaper, .images = images}.build(view);
+}
+
+} // namespace host

@@ -1,0 +1,229 @@
+#include "Host/Layout/Elements.h"
+#include "Host/Layout/Measures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace host {
+namespace {
+
+/// `a - b`, where equal infinite lengths leave nothing.
+double difference(double a, double b) {
+    return a == b ? 0 : a - b;
+}
+
+class StackElement final : public Element {
+  public:
+    StackElement(const StackOptions& options, std::vector<ElementPtr> children);
+
+    Answer measure(Size offer) override;
+    double flexibility(Axis axis, Size offer) override;
+    void place(Point origin, Size offer, Placement& placement) override;
+
+  private:
+    struct Child {
+        ElementPtr element;
+        /// To the child before.
+        double gap = 0;
+        /// A divider that is as long as the others are across the stack.
+        bool stretched = false;
+    };
+    struct Part {
+        Size offer;
+        Answer answer;
+        /// Where it stands along the stack, and across it.
+        double start = 0;
+        double side = 0;
+    };
+    struct Arrangement {
+        std::vector<Part> parts;
+        Answer answer;
+    };
+
+    Arrangement arrange(Size offer);
+    /// Shares what is offered along the stack: among all, and what is left among those in `order`.
+    void serve(std::vector<Part>& parts, Size offer);
+    void serve(const std::vector<std::size_t>& order, double& left, double across, std::vector<Part>& parts);
+    std::vector<std::size_t> contentsByFlexibility(Size offer);
+    /// Aligns the parts across the stack and answers how large it is there.
+    double align(std::vector<Part>& parts);
+    /// From a part's near edge across the stack to the line that the parts are aligned on.
+    double guide(const Answer& answer) const;
+
+    Axis axis_;
+    CrossAlignment alignment_;
+    std::vector<Child> children_;
+    std::vector<std::size_t> contents_;
+    /// The one that takes the most at the least is served first, to leave an equal share to the others.
+    std::vector<std::size_t> spacers_;
+    double gaps_ = 0;
+    double leastOfSpacers_ = 0;
+    /// All stacks around this one ask the same again: without these, deep trees would take exponential time.
+    std::vector<std::pair<Size, Answer>> answers_;
+};
+
+StackElement::StackElement(const StackOptions& options, std::vector<ElementPtr> children)
+    : axis_(options.axis), alignment_(options.alignment) {
+    std::vector<double> least(children.size());
+    std::vector<std::size_t> dividers;
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        const Role role = children[i]->role();
+        if (role == Role::spacer) {
+            least[i] = along(axis_, children[i]->measure({}).size);
+            leastOfSpacers_ += least[i];
+            spacers_.push_back(i);
+        } else {
+            contents_.push_back(i);
+        }
+        if (role == Role::divider) {
+            dividers.push_back(i);
+        }
+        double gap = 0;
+        if (i > 0) {
+            const bool besideSpacer = role == Role::spacer || children_[i - 1].element->role() == Role::spacer;
+            gap = options.spacing.value_or(besideSpacer ? 0 : defaultSpacing);
+        }
+        gaps_ += gap;
+        children_.push_back({.element = std::move(children[i]), .gap = gap});
+    }
+    std::ranges::stable_sort(spacers_, std::greater{}, [&](std::size_t i) { return least[i]; });
+    if (axis_ == Axis::horizontal && dividers.size() < contents_.size()) {
+        for (const std::size_t i : dividers) {
+            children_[i].stretched = true;
+        }
+    }
+}
+
+Answer StackElement::measure(Size offer) {
+    const auto known =
+        std::find_if(answers_.rbegin(), answers_.rend(), [&](const auto& a) { return a.first == offer; });
+    if (known != answers_.rend()) {
+        return known->second;
+    }
+    const Answer answer = arrange(offer).answer;
+    answers_.emplace_back(offer, answer);
+    return answer;
+}
+
+double StackElement::flexibility(Axis axis, Size offer) {
+    if (axis != axis_) {
+        return Element::flexibility(axis, offer);
+    }
+    double sum = spacers_.empty() ? 0 : infinity;
+    for (const std::size_t i : contents_) {
+        sum += children_[i].element->flexibility(axis, offer);
+    }
+    return sum;
+}
+
+void StackElement::place(Point origin, Size offer, Placement& placement) {
+    const Arrangement arrangement = arrange(offer);
+    for (std::size_t i = 0; i < children_.size(); ++i) {
+        const Part& part = arrangement.parts[i];
+        const Size offset = sized(axis_, part.start, part.side);
+        children_[i].element->place({origin.x + offset.width, origin.y + offset.height}, part.offer, placement);
+    }
+}
+
+StackElement::Arrangement StackElement::arrange(Size offer) {
+    std::vector<Part> parts(children_.size());
+    serve(parts, offer);
+    const double across = align(parts);
+    std::optional<double> baseline;
+    double end = 0;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        Part& part = parts[i];
+        part.start = end + children_[i].gap;
+        end = part.start + along(axis_, part.answer.size);
+        if (part.answer.baseline) {
+            const double top = axis_ == Axis::vertical ? part.start : part.side;
+            baseline = std::min(baseline.value_or(infinity), top + *part.answer.baseline);
+        }
+    }
+    return {.parts = std::move(parts),
+            .answer = {.size = sized(axis_, std::max(0.0, end), across), .baseline = baseline}};
+}
+
+void StackElement::serve(std::vector<Part>& parts, Size offer) {
+    const double across = along(other(axis_), offer);
+    double left = along(axis_, offer) - gaps_ - leastOfSpacers_;
+    // Where there is no room, or no end of it, everyone is offered the same whatever the order.
+    const bool shared = left > 0 && std::isfinite(left) && contents_.size() > 1;
+    serve(shared ? contentsByFlexibility(offer) : contents_, left, across, parts);
+    left += leastOfSpacers_;
+    serve(spacers_, left, across, parts);
+}
+
+void StackElement::serve(const std::vector<std::size_t>& order, double& left, double across, std::vector<Part>& parts) {
+    auto waiting = static_cast<double>(order.size());
+    for (const std::size_t i : order) {
+        Part& part = parts[i];
+        part.offer = sized(axis_, std::max(0.0, left / waiting), across);
+        part.answer = children_[i].element->measure(part.offer);
+        if (std::isfinite(left)) {
+            left -= along(axis_, part.answer.size);
+        }
+        waiting -= 1;
+    }
+}
+
+std::vector<std::size_t> StackElement::contentsByFlexibility(Size offer) {
+    std::vector<double> flexibility(children_.size());
+    for (const std::size_t i : contents_) {
+        flexibility[i] = children_[i].element->flexibility(axis_, offer);
+    }
+    std::vector<std::size_t> order = contents_;
+    std::ranges::stable_sort(order, {}, [&](std::size_t i) { return flexibility[i]; });
+    return order;
+}
+
+double StackElement::align(std::vector<Part>& parts) {
+    const Axis crossAxis = other(axis_);
+    double before = 0;
+    double after = 0;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        if (!children_[i].stretched) {
+            const double line = guide(parts[i].answer);
+            before = std::max(before, line);
+            after = std::max(after, difference(along(crossAxis, parts[i].answer.size), line));
+        }
+    }
+    const double across = before + after;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        Part& part = parts[i];
+        if (children_[i].stretched) {
+            part.offer = sized(axis_, along(axis_, part.offer), across);
+            part.answer = children_[i].element->measure(part.offer);
+        } else {
+            part.side = difference(before, guide(part.answer));
+        }
+    }
+    return across;
+}
+
+double StackElement::guide(const Answer& answer) const {
+    const double length = along(other(axis_), answer.size);
+    switch (alignment_) {
+    case CrossAlignment::start:
+        return 0;
+    case CrossAlignment::center:
+        return length / 2;
+    case CrossAlignment::end:
+        return length;
+    case CrossAlignment::firstTextBaseline:
+        return answer.baseline.value_or(length);
+    }
+    return 0;
+}
+
+} // namespace
+
+ElementPtr stackElement(const StackOptions& options, std::vector<ElementPtr> children) {
+    return std::make_unique<StackElement>(options, std::move(children));
+}
+
+} // namespace host

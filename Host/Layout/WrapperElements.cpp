@@ -1,0 +1,146 @@
+#include "Host/Layout/Elements.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+namespace {
+
+/// What looks just like its child, unless it says otherwise.
+class WrapperElement : public Element {
+  public:
+    explicit WrapperElement(ElementPtr child) : child_(std::move(child)) {}
+
+    Answer measure(Size offer) override { return child_->measure(offer); }
+    double flexibility(Axis axis, Size offer) override { return child_->flexibility(axis, offer); }
+    Role role() const override { return child_->role(); }
+
+  protected:
+    Element& child() const { return *child_; }
+
+  private:
+    ElementPtr child_;
+};
+
+/// A spacer is one for the stack that holds it, not through anything that has room of its own.
+Role roleInRoom(Role role) {
+    return role == Role::spacer ? Role::content : role;
+}
+
+class PaddingElement final : public WrapperElement {
+  public:
+    PaddingElement(platform::Insets insets, ElementPtr child) : WrapperElement(std::move(child)), insets_(insets) {}
+
+    Answer measure(Size offer) override {
+        const Answer inner = child().measure(innerOffer(offer));
+        Answer answer{.size = grown(inner.size, 1)};
+        if (inner.baseline) {
+            answer.baseline = insets_.top + *inner.baseline;
+        }
+        return answer;
+    }
+    double flexibility(Axis axis, Size offer) override { return child().flexibility(axis, innerOffer(offer)); }
+    Role role() const override { return roleInRoom(WrapperElement::role()); }
+    void place(Point origin, Size offer, Placement& placement) override {
+        child().place({origin.x + insets_.leading, origin.y + insets_.top}, innerOffer(offer), placement);
+    }
+
+  private:
+    Size innerOffer(Size offer) const { return grown(offer, -1); }
+    Size grown(Size size, double sign) const {
+        return {std::max(0.0, size.width + sign * (insets_.leading + insets_.trailing)),
+                std::max(0.0, size.height + sign * (insets_.top + insets_.bottom))};
+    }
+
+    platform::Insets insets_;
+};
+
+class FrameElement final : public WrapperElement {
+  public:
+    FrameElement(platform::FixedSize size, ElementPtr child) : WrapperElement(std::move(child)), size_(size) {
+        if (size_.width) {
+            size_.width = std::max(0.0, *size_.width);
+        }
+        if (size_.height) {
+            size_.height = std::max(0.0, *size_.height);
+        }
+    }
+
+    Answer measure(Size offer) override {
+        const Answer inner = child().measure(fixed(offer));
+        Answer answer{.size = fixed(inner.size)};
+        if (inner.baseline) {
+            answer.baseline = childOffset(inner.size).y + *inner.baseline;
+        }
+        return answer;
+    }
+    double flexibility(Axis axis, Size offer) override {
+        const bool isFixed = axis == Axis::horizontal ? size_.width.has_value() : size_.height.has_value();
+        return isFixed ? 0 : child().flexibility(axis, fixed(offer));
+    }
+    Role role() const override { return size_.height ? Role::content : roleInRoom(WrapperElement::role()); }
+    void place(Point origin, Size offer, Placement& placement) override {
+        const Size inner = fixed(offer);
+        const Point offset = childOffset(child().measure(inner).size);
+        child().place({origin.x + offset.x, origin.y + offset.y}, inner, placement);
+    }
+
+  private:
+    Size fixed(Size size) const { return {size_.width.value_or(size.width), size_.height.value_or(size.height)}; }
+    Point childOffset(Size inner) const {
+        return {size_.width ? (*size_.width - inner.width) / 2 : 0,
+                size_.height ? (*size_.height - inner.height) / 2 : 0};
+    }
+
+    platform::FixedSize size_;
+};
+
+class CapsuleElement final : public WrapperElement {
+  public:
+    CapsuleElement(platform::Color fill, Look look, ElementPtr child)
+        : WrapperElement(std::move(child)), fill_(fill), look_(look) {}
+
+    void place(Point origin, Size offer, Placement& placement) override {
+        placement.add(CapsuleItem{.fill = fill_}, origin, measure(offer).size, look_);
+        child().place(origin, offer, placement);
+    }
+
+  private:
+    platform::Color fill_;
+    Look look_;
+};
+
+class LinkElement final : public WrapperElement {
+  public:
+    LinkElement(const platform::Link& link, ElementPtr child) : WrapperElement(std::move(child)), link_(link) {}
+
+    void place(Point origin, Size offer, Placement& placement) override {
+        const Size size = measure(offer).size;
+        const auto outer = placement.link;
+        placement.link = placement.layout.links.size();
+        placement.layout.links.push_back(
+            {.url = link_.url, .id = link_.id, .frame = {origin.x, origin.y, size.width, size.height}, .outer = outer});
+        child().place(origin, offer, placement);
+        placement.link = outer;
+    }
+
+  private:
+    const platform::Link& link_;
+};
+
+} // namespace
+
+ElementPtr paddingElement(platform::Insets insets, ElementPtr child) {
+    return std::make_unique<PaddingElement>(insets, std::move(child));
+}
+ElementPtr frameElement(platform::FixedSize size, ElementPtr child) {
+    return std::make_unique<FrameElement>(size, std::move(child));
+}
+ElementPtr capsuleElement(platform::Color fill, const Look& look, ElementPtr child) {
+    return std::make_unique<CapsuleElement>(fill, look, std::move(child));
+}
+ElementPtr linkElement(const platform::Link& link, ElementPtr child) {
+    return std::make_unique<LinkElement>(link, std::move(child));
+}
+
+} // namespace host
