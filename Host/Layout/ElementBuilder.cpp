@@ -3,7 +3,6 @@
 #include "Host/Layout/Measures.h"
 #include "Platform/Views/Node.h"
 
-#include <algorithm>
 #include <utility>
 #include <variant>
 
@@ -73,7 +72,7 @@ struct Builder {
     }
 
     ElementPtr operator()(const platform::Spacer& spacer) const {
-        return spacerElement(axis, std::max(0.0, spacer.minLength.value_or(defaultSpacerLength)));
+        return spacerElement(axis, spacer.minLength.value_or(defaultSpacerLength));
     }
     ElementPtr operator()(const platform::Divider& /*divider*/) const { return dividerElement(axis, look); }
 

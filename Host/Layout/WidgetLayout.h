@@ -64,8 +64,8 @@ struct WidgetLayout {
 /// takes more than that sticks out evenly on both sides. Nothing is rounded. How each kind of view lays out is said in
 /// Elements.h.
 ///
-/// Texts and images are asked for as seldom as can be: a text that fits once, one that must be broken or cut once or
-/// twice more, an image once.
+/// The measurers are asked as seldom as can be: for a text that fits once, for one that must be broken or cut once or
+/// twice more, for each font's ellipsis once, for an image once.
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images);
 
 } // namespace host

@@ -1,0 +1,76 @@
+// The files of Tests/Fixtures/Layout: views, and how they are to be laid out. "== NAME" begins a case, its view follows
+// in the protocol's JSON, and then, for each of some sizes, a line with the size and the dump of the layout:
+//
+//     widget 364x170      a widget of this size; positions are from its corner, and the last line counts the
+//                         questions that were put to the text measurer
+//     offer 100x15        what the view is offered; positions are from the offered room's corner
+#include "Host/Layout/Measures.h"
+#include "Platform/Views/ViewReader.h"
+#include "Tests/Host/Layout/FakeMeasurers.h"
+#include "Tests/Host/Layout/LayoutDump.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace host {
+namespace {
+
+std::string laidOut(const std::string& json, std::string_view what, Size size) {
+    simdjson::dom::parser parser;
+    const simdjson::padded_string padded(json);
+    const auto view = platform::readView(parser.parse(padded).value());
+    if (!view) {
+        return view.error();
+    }
+    FakeTexts texts;
+    FakeImages images;
+    if (what == "offer") {
+        const Size widget{size.width + 2 * contentMargin, size.height + 2 * contentMargin};
+        return dump(layOut(*view, widget, texts, images), {contentMargin, contentMargin});
+    }
+    const std::string layout = dump(layOut(*view, size, texts, images));
+    return layout + "measured " + std::to_string(texts.calls) + "\n";
+}
+
+class LayoutFixtures : public testing::TestWithParam<const char*> {};
+
+TEST_P(LayoutFixtures, AreLaidOutAsWrittenDown) {
+    std::ifstream file(std::string(FIXTURES_FOLDER "/Layout/") + GetParam() + ".txt");
+    std::string expected;
+    std::string actual;
+    std::string json;
+    bool inView = false;
+    for (std::string line; std::getline(file, line);) {
+        expected += line + "\n";
+        std::array<char, 16> what{};
+        Size size;
+        if (line.starts_with("==")) {
+            inView = true;
+            json.clear();
+            actual += line + "\n";
+        } else if (std::sscanf(line.c_str(), "%15s %lfx%lf", what.data(), &size.width, &size.height) == 3) {
+            inView = false;
+            actual += line + "\n" + laidOut(json, what.data(), size);
+        } else if (inView) {
+            json += line;
+            actual += line + "\n";
+        } else if (line.empty()) {
+            actual += "\n";
+        }
+    }
+    EXPECT_FALSE(json.empty());
+    EXPECT_EQ(actual, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rules, LayoutFixtures,
+                         testing::Values("sharing", "texts", "alignments", "wrappers", "dividers"));
+INSTANTIATE_TEST_SUITE_P(Widgets, LayoutFixtures,
+                         testing::Values("small", "medium", "mediumFewRows", "large", "extraLarge", "article",
+                                         "emptyState"));
+
+} // namespace
+} // namespace host

@@ -1,0 +1,189 @@
+// What holds for any tree: random ones from fixed seeds, and such as are made to take long.
+#include "Platform/Views/Node.h"
+#include "Tests/Host/Layout/FakeMeasurers.h"
+#include "Tests/Host/Layout/LayoutDump.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+namespace host {
+namespace {
+
+using namespace platform; // NOLINT(google-build-using-namespace): views read like the pictures they draw
+
+enum class Wildness { tame, wild };
+
+/// Random trees. Tame ones hold nothing that may take less room than its children, and no negative lengths.
+class Trees {
+  public:
+    Trees(unsigned seed, Wildness wildness) : random_(seed), wildness_(wildness) {}
+
+    View tree(int depth) {
+        const int kind = depth == 0 ? upTo(7) : upTo(15);
+        switch (kind) {
+        case 0:
+            return text("one two three four").lineLimit(upTo(3) + 1);
+        case 1:
+            return text("words\nthat go on for more lines than one").font(upTo(1) ? headline : caption2);
+        case 2:
+            return symbol("star").font(upTo(1) ? largeTitle : callout);
+        case 3:
+            return spacer(length(-20, 30));
+        case 4:
+            return divider();
+        case 5:
+            return image(imageData(upTo(1) ? "30x20" : "none"), symbol("photo"));
+        case 6:
+            return upTo(1) ? circle(Color::red) : clear();
+        case 7:
+            return label("star", "label");
+        case 8:
+            return tree(depth - 1).padding(
+                {.top = length(-9, 9), .bottom = length(-9, 9), .leading = length(-9, 9), .trailing = length(-9, 9)});
+        case 9:
+            return wildness_ == Wildness::tame
+                       ? tree(depth - 1)
+                       : tree(depth - 1).frame({.width = length(-5, 90), .height = length(-5, 90)});
+        case 10:
+            return tree(depth - 1).capsuleBackground(Color::blue).link("x:");
+        default:
+            return stack(depth);
+        }
+    }
+
+  private:
+    int upTo(int most) { return std::uniform_int_distribution(0, most)(random_); }
+    double length(int least, int most) {
+        return std::uniform_int_distribution(wildness_ == Wildness::tame ? 0 : least, most)(random_) / 2.0;
+    }
+    View stack(int depth) {
+        Views children;
+        for (int count = upTo(4); count > 0; --count) {
+            children.push_back(tree(depth - 1));
+        }
+        const auto spacing = upTo(1) ? std::optional(length(-10, 20)) : std::nullopt;
+        if (upTo(1)) {
+            return hStack({.alignment = static_cast<VerticalAlignment>(upTo(3)), .spacing = spacing}, children);
+        }
+        return vStack({.alignment = static_cast<HorizontalAlignment>(upTo(2)), .spacing = spacing}, children);
+    }
+
+    std::mt19937 random_;
+    Wildness wildness_;
+};
+
+WidgetLayout laidOut(const View& view, Size size) {
+    FakeTexts texts;
+    FakeImages images;
+    return layOut(view, size, texts, images);
+}
+
+bool isSane(const Rect& frame) {
+    return std::isfinite(frame.x) && std::isfinite(frame.y) && std::isfinite(frame.width) &&
+           std::isfinite(frame.height) && frame.width >= 0 && frame.height >= 0;
+}
+
+bool contains(const Rect& outer, const Rect& inner) {
+    constexpr double tolerance = 1e-6;
+    return inner.x >= outer.x - tolerance && inner.y >= outer.y - tolerance &&
+           inner.right() <= outer.right() + tolerance && inner.bottom() <= outer.bottom() + tolerance;
+}
+
+/// The tree with every view in a link and in itself again: what must not change the layout.
+View dressed(const View& view) {
+    Node node = view.node();
+    if (auto* stack = std::get_if<VStack>(&node.content)) {
+        std::ranges::transform(stack->children, stack->children.begin(), dressed);
+    } else if (auto* stack = std::get_if<HStack>(&node.content)) {
+        std::ranges::transform(stack->children, stack->children.begin(), dressed);
+    }
+    return View(std::move(node)).accentable().link("x:dress");
+}
+
+TEST(LayoutOfAnyTree, IsFiniteAndTheSameEachTime) {
+    for (unsigned seed = 0; seed < 800; ++seed) {
+        const View view = Trees(seed, Wildness::wild).tree(6);
+        for (const Size size : {Size{170, 170}, {364, 170}, {30, 20}, {1, 1}}) {
+            const WidgetLayout layout = laidOut(view, size);
+            for (const LayoutItem& item : layout.items) {
+                ASSERT_TRUE(isSane(item.frame)) << "seed " << seed << "\n" << dump(layout);
+            }
+            ASSERT_EQ(dump(layout), dump(laidOut(view, size))) << "seed " << seed;
+        }
+    }
+}
+
+TEST(LayoutOfAnyTree, HoldsChildrenInTheirParents) {
+    for (unsigned seed = 0; seed < 800; ++seed) {
+        const WidgetLayout layout = laidOut(Trees(seed, Wildness::tame).tree(6).link("x:root"), {170, 120});
+        for (const LayoutItem& item : layout.items) {
+            ASSERT_TRUE(contains(layout.links.at(item.link.value()).frame, item.frame)) << "seed " << seed << "\n"
+                                                                                        << dump(layout);
+        }
+        for (const LayoutLink& link : layout.links) {
+            ASSERT_TRUE(!link.outer || contains(layout.links.at(*link.outer).frame, link.frame)) << "seed " << seed;
+        }
+    }
+}
+
+TEST(LayoutOfAnyTree, IsNotChangedByLinksAndAccents) {
+    for (unsigned seed = 0; seed < 800; ++seed) {
+        const View view = Trees(seed, Wildness::wild).tree(6);
+        const WidgetLayout plain = laidOut(view, {364, 170});
+        const WidgetLayout other = laidOut(dressed(view), {364, 170});
+        ASSERT_EQ(plain.items.size(), other.items.size()) << "seed " << seed;
+        for (std::size_t i = 0; i < plain.items.size(); ++i) {
+            ASSERT_EQ(plain.items[i].frame, other.items[i].frame) << "seed " << seed;
+        }
+    }
+}
+
+/// A stack in a stack in a stack, in turns across each other, each with something beside it.
+View nested(int depth, const View& innermost) {
+    View view = innermost;
+    for (int i = 0; i < depth; ++i) {
+        const View beside = text("some words " + std::to_string(i)).padding({.leading = 0.25});
+        view = i % 2 == 0 ? hStack({.spacing = 0.5}, {view, beside}) : vStack({.spacing = 0.5}, {view, beside});
+    }
+    return view;
+}
+
+TEST(LayoutOfHostileTrees, AsksForTextsWithinBounds) {
+    Views many;
+    for (int i = 0; i < 10'000; ++i) {
+        many.push_back(text("row " + std::to_string(i) + " with words to break"));
+    }
+    struct Case {
+        const char* name;
+        View view;
+        int texts;
+    };
+    const std::vector<Case> cases{
+        {"60 nested stacks", nested(60, text("in the middle of it all")), 61},
+        {"10,000 texts below one another", vStack({}, many), 10'000},
+        {"10,000 texts side by side", hStack({}, many), 10'000},
+        {"1,000 texts in 60 stacks", nested(60, hStack({}, Views(many.begin(), many.begin() + 1000))), 1060},
+    };
+    for (const Case& hostile : cases) {
+        for (const double length : {100.0, 1000.0, 100'000.0}) {
+            FakeTexts texts;
+            FakeImages images;
+            layOut(hostile.view, {length, length}, texts, images);
+            EXPECT_LE(texts.calls, hostile.texts * 4) << hostile.name << " in " << length;
+        }
+    }
+}
+
+TEST(LayoutOfHostileTrees, EndsWhereTheyNestTooDeep) {
+    View view = text("never seen");
+    for (int i = 0; i < 2000; ++i) {
+        view = vStack({}, {view, spacer()});
+    }
+    EXPECT_EQ(dump(laidOut(view, {170, 170})), "");
+}
+
+} // namespace
+} // namespace host
