@@ -37,7 +37,9 @@ struct URLParts {
     bool hasHost() const { return hasAuthority() && authorityBegin != pathBegin; }
 
     std::string_view scheme(std::string_view text) const { return text.substr(0, schemeEnd); }
-    std::string_view userInfo(std::string_view text) const { return between(text, authorityBegin, hostBegin); }
+    std::string_view userInfo(std::string_view text) const {
+        return hasAuthority() ? between(text, authorityBegin, hostBegin) : std::string_view();
+    }
     std::string_view host(std::string_view text) const { return between(text, hostBegin, hostEnd); }
     std::string_view port(std::string_view text) const { return between(text, hostEnd, pathBegin); }
     std::string_view path(std::string_view text) const { return between(text, pathBegin, pathEnd); }

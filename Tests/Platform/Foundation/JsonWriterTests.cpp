@@ -1,0 +1,119 @@
+#include "Platform/Foundation/JsonWriter.h"
+
+#include "Platform/Foundation/EncodedData.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace platform {
+namespace {
+
+std::string written(std::string_view text) {
+    std::string out;
+    JsonWriter(out).text(text);
+    return out;
+}
+
+std::string written(double number) {
+    std::string out;
+    JsonWriter(out).number(number);
+    return out;
+}
+
+TEST(JsonWriter, PlacesCommasAndColons) {
+    std::string out = "> ";
+    JsonWriter writer(out);
+    writer.beginArray();
+    writer.beginObject().endObject();
+    writer.beginArray().endArray();
+    writer.beginObject();
+    writer.member("a", "b").key("c").null().key("d").beginArray().boolean(true).boolean(false).endArray();
+    writer.key("e").raw("{}").key("f").base64(EncodedData(Data::owning("Zg=="), EncodedData::Encoding::base64));
+    writer.endObject();
+    writer.number(-1).number(std::numeric_limits<std::uint64_t>::max()).number(0.5);
+    writer.endArray();
+    EXPECT_EQ(out, R"(> [{},[],{"a":"b","c":null,"d":[true,false],"e":{},"f":"Zg=="},-1,18446744073709551615,0.5])");
+}
+
+TEST(JsonWriter, EscapesAndMendsText) {
+    const std::string no = "\xEF\xBF\xBD";
+    const std::vector<std::pair<std::string, std::string>> texts = {
+        {"", ""},
+        {"\"\\/", R"(\"\\/)"},
+        {"\n\r\t\b\f\x1F\x7F", "\\n\\r\\t\\u0008\\u000c\\u001f\x7F"},
+        {{"a\0b", 3}, R"(a\u0000b)"},
+        {"ß€😀\xEF\xBF\xBF", "ß€😀\xEF\xBF\xBF"},
+        // Where characters break off, overlong forms, surrogates, and beyond the last character: one U+FFFD for each
+        // part that could have begun a character.
+        {"a\xF1\x80\x80\xE1\x80\xC2"
+         "b\x80"
+         "c\x80\xBF"
+         "d",
+         "a" + no + no + no + "b" + no + "c" + no + no + "d"},
+        {"\xC0\xAF\xE0\x80\xBF\xF0\x81", no + no + no + no + no + no + no},
+        {"\xED\xA0\x80\xED\x9F\xBF", no + no + no + "\xED\x9F\xBF"},
+        {"\xF4\x90\x80\x80\xF4\x8F\xBF\xBF\xFF", no + no + no + no + "\xF4\x8F\xBF\xBF" + no},
+        {"a\xE2\x82", "a" + no},
+        {"\xE2\"", no + "\\\""},
+    };
+    for (const auto& [text, expected] : texts) {
+        EXPECT_EQ(written(text), '"' + expected + '"');
+    }
+}
+
+TEST(JsonWriter, AnyBytesMakeValidJson) {
+    std::mt19937 random(1);
+    std::uniform_int_distribution<int> byte(0, 255);
+    for (int round = 0; round < 20000; ++round) {
+        std::string bytes(static_cast<std::size_t>(round % 40), '\0');
+        for (char& c : bytes) {
+            c = static_cast<char>(byte(random));
+        }
+        const auto parsed = nlohmann::json::parse(written(bytes), nullptr, false);
+        ASSERT_TRUE(parsed.is_string()) << round;
+        const std::string again = parsed.get<std::string>();
+        ASSERT_EQ(nlohmann::json::parse(written(again)).get<std::string>(), again);
+    }
+}
+
+TEST(JsonWriter, NumbersAreShortAndWithoutExponentWherePeopleExpectNone) {
+    const std::vector<std::pair<double, std::string>> numbers = {
+        {0, "0"},
+        {-0.0, "0"},
+        {1, "1"},
+        {-100000, "-100000"},
+        {0.1, "0.1"},
+        {0.1 + 0.2, "0.30000000000000004"},
+        {1e15, "1000000000000000"},
+        {9007199254740993, "9007199254740992"},
+        {1e16, "1e+16"},
+        {1e-7, "0.0000001"},
+        {-2.5e-5, "-0.000025"},
+        {1e-8, "1e-08"},
+        {5e-324, "5e-324"},
+        {-1.7976931348623157e308, "-1.7976931348623157e+308"},
+        {std::numeric_limits<double>::infinity(), "0"},
+        {std::numeric_limits<double>::quiet_NaN(), "0"},
+    };
+    for (const auto& [number, expected] : numbers) {
+        EXPECT_EQ(written(number), expected);
+    }
+}
+
+TEST(JsonWriter, NumbersComeBackBitForBit) {
+    std::mt19937_64 random(1);
+    for (int round = 0; round < 100000; ++round) {
+        const auto number = std::bit_cast<double>(random());
+        if (std::isfinite(number)) {
+            ASSERT_EQ(nlohmann::json::parse(written(number)).get<double>(), number);
+        }
+    }
+}
+
+} // namespace
+} // namespace platform
