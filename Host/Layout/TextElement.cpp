@@ -80,7 +80,8 @@ class TextElement final : public Element {
     const Shaped& shaped(double width, int limit) {
         const auto known = std::find_if(shaped_.begin(), shaped_.end(), [&](const Shaped& candidate) {
             // Lines that were broken at a greater width and fit this one are the ones that it would be broken into.
-            return candidate.longest <= width + tolerance && width <= candidate.width + tolerance &&
+            return (candidate.longest <= width + tolerance || candidate.width == width) &&
+                   width <= candidate.width + tolerance &&
                    (candidate.lineLimit == limit ||
                     (isWhole(candidate) && candidate.text.lines.size() <= static_cast<std::size_t>(limit)));
         });
