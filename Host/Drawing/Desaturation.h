@@ -1,0 +1,13 @@
+// Pictures in grays, for the modes that know one colour only.
+#pragma once
+
+#include <cairo.h>
+
+namespace host {
+
+enum class Tone { color, gray };
+
+/// Turns every pixel of a premultiplied 32-bit surface into the gray of its luminance; its alpha stays.
+void desaturate(cairo_surface_t* surface);
+
+} // namespace host

@@ -1,0 +1,29 @@
+// Owners of what the C libraries of drawing hand out: each gives its object back when it goes.
+#pragma once
+
+#include <cairo.h>
+#include <memory>
+#include <pango/pango.h>
+
+namespace host {
+
+template <auto release>
+struct Releaser {
+    template <class Object>
+    void operator()(Object* object) const {
+        release(object);
+    }
+};
+
+using CairoHandle = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
+using SurfaceHandle = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>>;
+using PatternHandle = std::unique_ptr<cairo_pattern_t, Releaser<cairo_pattern_destroy>>;
+using FontOptionsHandle = std::unique_ptr<cairo_font_options_t, Releaser<cairo_font_options_destroy>>;
+using FontDescriptionHandle = std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>>;
+using FontMetricsHandle = std::unique_ptr<PangoFontMetrics, Releaser<pango_font_metrics_unref>>;
+
+/// For every kind of GObject.
+template <class Object>
+using ObjectHandle = std::unique_ptr<Object, Releaser<g_object_unref>>;
+
+} // namespace host

@@ -1,0 +1,60 @@
+// Draws the items of a laid out widget, one after the other, where they stand.
+#pragma once
+
+#include "Host/Drawing/IconCache.h"
+#include "Host/Drawing/Palette.h"
+#include "Host/Drawing/PixelGrid.h"
+#include "Host/Drawing/SymbolSet.h"
+#include "Host/Drawing/TextPictures.h"
+#include "Host/Drawing/Tile.h"
+#include "Host/Drawing/Typesetter.h"
+#include "Host/Layout/WidgetLayout.h"
+
+namespace host {
+
+/// What a picture ends up as: pixels, where texts and symbols are stamped from masks, or outlines of any size.
+enum class Medium { pixels, outlines };
+
+/// What painters share from picture to picture.
+struct PaintBox {
+    Typesetter typesetter;
+    TextPictures texts{typesetter};
+    SymbolSet symbols;
+    IconCache icons;
+    TileCorners corners;
+};
+
+class Painter {
+  public:
+    /// `cairo` has its origin at the widget's upper left corner, and its units are the pixels of `grid`.
+    Painter(cairo_t* cairo, const PixelGrid& grid, const Appearance& appearance, Medium medium, PaintBox& box)
+        : cairo_(cairo), grid_(grid), palette_(appearance), redaction_(appearance.redaction), medium_(medium),
+          box_(box) {}
+
+    /// Draws the tile and everything on it.
+    void paint(const WidgetLayout& layout);
+
+  private:
+    void paint(const TextItem& text, const LayoutItem& item);
+    void paint(const SymbolItem& symbol, const LayoutItem& item);
+    void paint(const ImageItem& image, const LayoutItem& item);
+    void paint(const CircleItem& circle, const LayoutItem& item);
+    void paint(const CapsuleItem& capsule, const LayoutItem& item);
+    void paint(const DividerItem& divider, const LayoutItem& item);
+
+    void paintLine(const TextLine& line, platform::Font font, Point origin, const Rgba& color);
+    void paintBlock(const Rect& points, Rgba color);
+    void fillRounded(const Rect& pixels, double radius, const Rgba& color);
+    Rgba foreground(const LayoutItem& item) const;
+    Rgba fill(platform::Color color, const LayoutItem& item) const;
+    bool isRedacted() const { return redaction_ == Redaction::placeholder; }
+
+    cairo_t* cairo_;
+    PixelGrid grid_;
+    Palette palette_;
+    Redaction redaction_;
+    Medium medium_;
+    PaintBox& box_;
+};
+
+} // namespace host

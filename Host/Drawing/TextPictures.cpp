@@ -1,0 +1,105 @@
+#include "Host/Drawing/TextPictures.h"
+
+#include <cmath>
+#include <hb-ot.h>
+#include <pango/pangocairo.h>
+
+namespace host {
+namespace {
+
+constexpr std::size_t keptBytes = std::size_t{16} << 20;
+
+bool hasColors(PangoFont* font) {
+    hb_face_t* face = hb_font_get_face(pango_font_get_hb_font(font));
+    return hb_ot_color_has_png(face) != 0 || hb_ot_color_has_layers(face) != 0 || hb_ot_color_has_svg(face) != 0;
+}
+
+struct Bounds {
+    int left;
+    int top;
+    int width;
+    int height;
+};
+
+/// The pixels that any ink of the line may touch.
+Bounds inkBounds(PangoLayoutLine* line, double scale) {
+    PangoRectangle ink;
+    pango_layout_line_get_extents(line, &ink, nullptr);
+    const double pixels = scale / PANGO_SCALE;
+    const auto left = static_cast<int>(std::floor(ink.x * pixels)) - 1;
+    const auto top = static_cast<int>(std::floor(ink.y * pixels)) - 1;
+    const auto right = static_cast<int>(std::ceil((ink.x + ink.width) * pixels)) + 1;
+    const auto bottom = static_cast<int>(std::ceil((ink.y + ink.height) * pixels)) + 1;
+    return {left, top, right - left, bottom - top};
+}
+
+/// A surface of the line's bounds and something that draws on it in points from the line's origin.
+struct Canvas {
+    Canvas(cairo_format_t format, const Bounds& bounds, double scale)
+        : surface(cairo_image_surface_create(format, bounds.width, bounds.height)), cairo(cairo_create(surface.get())) {
+        cairo_translate(cairo.get(), -bounds.left, -bounds.top);
+        cairo_scale(cairo.get(), scale, scale);
+    }
+    SurfaceHandle surface;
+    CairoHandle cairo;
+};
+
+TextPicture rasterize(PangoLayout* layout, double scale, Tone tone) {
+    PangoLayoutLine* line = pango_layout_get_line_readonly(layout, 0);
+    const Bounds bounds = inkBounds(line, scale);
+    TextPicture picture{nullptr, nullptr, bounds.left, bounds.top};
+
+    std::unique_ptr<Canvas> mask;
+    std::unique_ptr<Canvas> colors;
+    int x = 0;
+    for (GSList* run = line->runs; run != nullptr; run = run->next) {
+        auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
+        PangoFont* font = glyphs->item->analysis.font;
+        const bool isColored = hasColors(font);
+        auto& canvas = isColored ? colors : mask;
+        if (!canvas) {
+            canvas = std::make_unique<Canvas>(isColored ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_A8, bounds, scale);
+        }
+        cairo_move_to(canvas->cairo.get(), static_cast<double>(x) / PANGO_SCALE, 0);
+        if (isColored) {
+            pango_cairo_show_glyph_string(canvas->cairo.get(), font, glyphs->glyphs);
+        } else {
+            // Outlines, unlike glyph images, need not start on whole pixels.
+            pango_cairo_glyph_string_path(canvas->cairo.get(), font, glyphs->glyphs);
+        }
+        x += pango_glyph_string_get_width(glyphs->glyphs);
+    }
+    if (mask) {
+        cairo_fill(mask->cairo.get());
+        picture.mask = std::move(mask->surface);
+    }
+    if (colors) {
+        picture.colors = std::move(colors->surface);
+        if (tone == Tone::gray) {
+            desaturate(picture.colors.get());
+        }
+    }
+    return picture;
+}
+
+std::size_t bytes(const SurfaceHandle& surface) {
+    return surface ? static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get())) *
+                         static_cast<std::size_t>(cairo_image_surface_get_height(surface.get()))
+                   : 0;
+}
+
+} // namespace
+
+TextPictures::TextPictures(Typesetter& typesetter) : typesetter_(typesetter), pictures_(keptBytes) {}
+
+const TextPicture& TextPictures::picture(std::string_view line, platform::Font font, double scale, Tone tone) {
+    const TextSeek key(line, font, scale, tone == Tone::gray ? 1 : 0);
+    if (const TextPicture* known = pictures_.find(key)) {
+        return *known;
+    }
+    TextPicture picture = rasterize(typesetter_.line(line, font), scale, tone);
+    const std::size_t weight = bytes(picture.mask) + bytes(picture.colors) + line.size() + 256;
+    return pictures_.insert(TextKey(key), std::move(picture), weight);
+}
+
+} // namespace host

@@ -1,0 +1,62 @@
+// What a widget stands on: a rectangle with round corners, filled, with a line along its inner edge.
+//
+// The line is half a point wide; where that is less than a pixel it is a pixel wide, and as much fainter.
+#pragma once
+
+#include "Host/Drawing/Handles.h"
+#include "Host/Drawing/LruCache.h"
+#include "Host/Drawing/Palette.h"
+#include "Host/Drawing/PixelGrid.h"
+
+#include <cstddef>
+
+namespace host {
+
+/// Pictures of a tile that is nothing but its corners, made once for each scale and colour scheme. One thread at a
+/// time.
+class TileCorners {
+  public:
+    TileCorners() : pictures_(8) {}
+
+    /// Good until the next call.
+    cairo_surface_t* picture(const PixelGrid& grid, const Palette& palette);
+
+  private:
+    struct Key {
+        double scale;
+        ColorScheme scheme;
+        friend bool operator==(const Key&, const Key&) = default;
+    };
+    struct Hash {
+        std::size_t operator()(const Key& key) const {
+            return std::hash<double>()(key.scale) + static_cast<std::size_t>(key.scheme);
+        }
+    };
+    LruCache<Key, SurfaceHandle, Key, Hash> pictures_;
+};
+
+class Tile {
+  public:
+    /// A tile for a widget of `size` points, its upper left corner at the origin of a cairo whose units are pixels of
+    /// `grid`.
+    Tile(Size size, const PixelGrid& grid);
+
+    /// In a few shapes, for pictures of any size.
+    void paintOutlined(cairo_t* cairo, const Palette& palette) const;
+
+    /// The same from rectangles and pictures of the corners: fast, most of all on a surface that is clear.
+    void paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corners) const;
+
+    /// Clips to the tile.
+    void clip(cairo_t* cairo) const;
+
+    /// Whether a rectangle, in pixels, lies in the tile, none of it outside a round corner.
+    bool holds(const Rect& rect) const;
+
+  private:
+    PixelGrid grid_;
+    Rect bounds_;
+    double radius_;
+};
+
+} // namespace host
