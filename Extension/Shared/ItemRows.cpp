@@ -12,7 +12,8 @@ using namespace platform;
 
 View ItemIconView::body(const Environment& environment) const {
     const View icon = symbol(sfSymbol).foreground(secondary);
-    const bool showsPicture = data && environment.renderingMode == RenderingMode::fullColor;
+    const bool showsPicture =
+        data && data->storedSize() <= greatestIconSize && environment.renderingMode == RenderingMode::fullColor;
     return (showsPicture ? image(*data, icon) : icon).frame({.width = size, .height = size});
 }
 

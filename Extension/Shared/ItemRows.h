@@ -15,8 +15,11 @@
 
 namespace foliovault {
 
-/// The item's own picture in full colour, else its symbol; `size` points wide and high.
+/// The item's own picture in full colour, else its symbol; `size` points wide and high. A picture stored in more than
+/// `greatestIconSize` bytes is no icon: sixteen of that size are what an answer to the host may hold.
 struct ItemIconView {
+    static constexpr std::size_t greatestIconSize = std::size_t{256} << 10U;
+
     std::optional<platform::EncodedData> data;
     std::string_view sfSymbol;
     double size = 0;

@@ -22,6 +22,9 @@ class EncodedData {
     /// The bytes themselves: shared where they are stored raw, else decoded now.
     Data decoded() const;
 
+    /// How many bytes the stored form has.
+    std::size_t storedSize() const { return stored_.size(); }
+
     /// Appends the bytes as canonical base64 with padding and no white space.
     void appendBase64(std::string& out) const;
 

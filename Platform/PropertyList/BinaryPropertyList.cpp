@@ -1,0 +1,134 @@
+#include "Platform/PropertyList/BinaryPropertyList.h"
+
+#include "Platform/PropertyList/KeySelection.h"
+#include "Platform/PropertyList/Unicode.h"
+
+#include <bit>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+namespace platform {
+
+std::unique_ptr<const PropertyListSource> BinaryPropertyList::parse(const Data& file) {
+    const std::optional<BinaryLayout> layout = BinaryLayout::read(file.bytes());
+    if (!layout) {
+        return nullptr;
+    }
+    std::optional<BinaryObjectTable> objects = BinaryObjectTable::check(*layout);
+    if (!objects) {
+        return nullptr;
+    }
+    return std::unique_ptr<const PropertyListSource>(new BinaryPropertyList(file, *layout, *std::move(objects)));
+}
+
+PropertyListPlace BinaryPropertyList::root() const {
+    return placeOf(layout_.rootObject());
+}
+
+std::string BinaryPropertyList::text(const BinaryObject& object) const {
+    const std::string_view bytes = layout_.bytes(object.payload(), object.count() * object.unitSize());
+    return object.unitSize() == 1 ? std::string(bytes) : utf8FromUtf16BigEndian(bytes);
+}
+
+std::string BinaryPropertyList::string(Place place) const {
+    return text(object(place));
+}
+
+std::optional<std::int64_t> BinaryPropertyList::integer(Place place) const {
+    const BinaryObject integer = object(place);
+    if (integer.count() <= 8) {
+        return static_cast<std::int64_t>(layout_.number(integer.payload(), static_cast<unsigned>(integer.count())));
+    }
+    const auto high = static_cast<std::int64_t>(layout_.number(integer.payload(), 8));
+    const auto low = static_cast<std::int64_t>(layout_.number(integer.payload() + 8, 8));
+    if (high != (low < 0 ? -1 : 0)) {
+        return std::nullopt;
+    }
+    return low;
+}
+
+double BinaryPropertyList::number(Place place) const {
+    const BinaryObject number = object(place);
+    if (number.kind() == PropertyListKind::real) {
+        return real(number);
+    }
+    if (number.count() <= 8) {
+        return static_cast<double>(*integer(place));
+    }
+    const auto high = static_cast<std::int64_t>(layout_.number(number.payload(), 8));
+    return std::ldexp(static_cast<double>(high), 64) + static_cast<double>(layout_.number(number.payload() + 8, 8));
+}
+
+double BinaryPropertyList::real(const BinaryObject& object) const {
+    if (object.count() == sizeof(float)) {
+        return std::bit_cast<float>(static_cast<std::uint32_t>(layout_.number(object.payload(), sizeof(float))));
+    }
+    return std::bit_cast<double>(layout_.number(object.payload(), sizeof(double)));
+}
+
+bool BinaryPropertyList::boolean(Place place) const {
+    return object(place).count() != 0;
+}
+
+Date BinaryPropertyList::date(Place place) const {
+    return {real(object(place))};
+}
+
+EncodedData BinaryPropertyList::data(Place place) const {
+    const BinaryObject data = object(place);
+    return {file_.slice(layout_.bytes(data.payload(), data.count())), EncodedData::Encoding::raw};
+}
+
+PropertyListSource::Cursor BinaryPropertyList::walk(Place container) const {
+    const BinaryObject head = object(container);
+    return {.next = head.payload(), .left = head.count(), .valueDistance = head.count() * layout_.referenceSize()};
+}
+
+std::optional<PropertyListPlace> BinaryPropertyList::nextElement(Cursor& cursor) const {
+    if (cursor.left == 0) {
+        return std::nullopt;
+    }
+    const std::uint64_t index = layout_.reference(cursor.next);
+    cursor.next += layout_.referenceSize();
+    --cursor.left;
+    return placeOf(index);
+}
+
+bool BinaryPropertyList::nextEntry(Cursor& cursor, Entry& entry) const {
+    if (cursor.left == 0) {
+        return false;
+    }
+    entry.key = string(placeOf(layout_.reference(cursor.next)));
+    entry.value = placeOf(layout_.reference(cursor.next + cursor.valueDistance));
+    cursor.next += layout_.referenceSize();
+    --cursor.left;
+    return true;
+}
+
+std::size_t BinaryPropertyList::arrayCount(Place array) const {
+    return object(array).count();
+}
+
+bool BinaryPropertyList::isArrayOfDictionaries(Place array) const {
+    Cursor cursor = walk(array);
+    while (const auto element = nextElement(cursor)) {
+        if (element->kind() != PropertyListKind::dictionary) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void BinaryPropertyList::select(Place dictionary, KeySelection& selection) const {
+    for (Cursor cursor = walk(dictionary); cursor.left > 0; --cursor.left, cursor.next += layout_.referenceSize()) {
+        const BinaryObject key = layout_.object(layout_.reference(cursor.next));
+        const auto index = key.unitSize() == 1 ? selection.indexOf(layout_.bytes(key.payload(), key.count()))
+                                               : selection.indexOf(text(key));
+        if (index) {
+            selection.put(*index, placeOf(layout_.reference(cursor.next + cursor.valueDistance)));
+        }
+    }
+}
+
+} // namespace platform

@@ -107,11 +107,15 @@ TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
 
 TEST(BundleRunner, AnswersATooLongLineBeforeItEnds) {
     Pipe input;
+    std::latch answered(1);
+    std::jthread writer([&] {
+        writeAll(input.writing, std::string(2 * LineReader::greatestLength, 'x'));
+        answered.wait();
+        writeAll(input.writing, "y\nz\n");
+    });
     LineReader reader(input.reading, STDOUT_FILENO);
-    std::jthread writer([&] { writeAll(input.writing, std::string(2 * LineReader::greatestLength, 'x')); });
     EXPECT_TRUE(reader.next()->tooLong);
-    writer.join();
-    writeAll(input.writing, "y\nz\n");
+    answered.count_down();
     EXPECT_EQ(reader.next()->text, "z");
 }
 

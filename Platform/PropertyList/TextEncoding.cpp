@@ -1,0 +1,136 @@
+#include "Platform/PropertyList/TextEncoding.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include <iconv.h>
+
+namespace platform {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+struct Signature {
+    std::string_view bytes;
+    /// How many of the bytes are no part of the text.
+    std::size_t markSize;
+    const char* encoding;
+};
+
+// UTF-32's mark begins with UTF-16's and stands before it.
+constexpr std::array signatures = {
+    Signature{"\xEF\xBB\xBF"sv, 3, "UTF-8"},       Signature{"\xFF\xFE\0\0"sv, 4, "UTF-32LE"},
+    Signature{"\0\0\xFE\xFF"sv, 4, "UTF-32BE"},    Signature{"\xFF\xFE"sv, 2, "UTF-16LE"},
+    Signature{"\xFE\xFF"sv, 2, "UTF-16BE"},        Signature{"<\0?\0x\0m\0l\0"sv, 0, "UTF-16LE"},
+    Signature{"\0<\0?\0x\0m\0l"sv, 0, "UTF-16BE"},
+};
+
+/// The encoding that an XML declaration at the beginning of `text` names; empty if there is none.
+std::string_view declaredEncoding(std::string_view text) {
+    if (!text.starts_with("<?xml")) {
+        return {};
+    }
+    constexpr std::string_view blanks = " \t\r\n";
+    constexpr std::string_view name = "encoding";
+    std::string_view declaration = text.substr(0, text.find("?>"));
+    const std::size_t start = declaration.find(name);
+    if (start == std::string_view::npos) {
+        return {};
+    }
+    declaration.remove_prefix(start + name.size());
+    declaration.remove_prefix(std::min(declaration.find_first_not_of(blanks), declaration.size()));
+    if (!declaration.starts_with('=')) {
+        return {};
+    }
+    declaration.remove_prefix(1);
+    declaration.remove_prefix(std::min(declaration.find_first_not_of(blanks), declaration.size()));
+    if (!declaration.starts_with('"') && !declaration.starts_with('\'')) {
+        return {};
+    }
+    return declaration.substr(1, declaration.find(declaration.front(), 1) - 1);
+}
+
+/// A name as XML allows it; iconv's own additions ("//IGNORE") would make it pass over what is invalid.
+bool isEncodingName(std::string_view name) {
+    return name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-") ==
+           std::string_view::npos;
+}
+
+bool isUtf8Name(std::string_view name) {
+    constexpr std::string_view utf8 = "utf-8";
+    return std::equal(name.begin(), name.end(), utf8.begin(), utf8.end(),
+                      [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
+}
+
+class Converter {
+  public:
+    explicit Converter(const char* encoding) : descriptor_(iconv_open("UTF-8", encoding)) {}
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+    ~Converter() {
+        if (isOpen()) {
+            iconv_close(descriptor_);
+        }
+    }
+
+    std::optional<std::string> convert(std::string_view bytes) {
+        if (!isOpen()) {
+            return std::nullopt;
+        }
+        std::string text;
+        text.reserve(bytes.size() + bytes.size() / 8);
+        std::array<char, 16384> piece;
+        char* input = const_cast<char*>(bytes.data()); // iconv does not write there
+        std::size_t inputLeft = bytes.size();
+        for (bool isFlushing = false;;) {
+            char* output = piece.data();
+            std::size_t outputLeft = piece.size();
+            const std::size_t result = isFlushing ? iconv(descriptor_, nullptr, nullptr, &output, &outputLeft)
+                                                  : iconv(descriptor_, &input, &inputLeft, &output, &outputLeft);
+            const bool isFailed = result == static_cast<std::size_t>(-1);
+            if (isFailed && errno != E2BIG) {
+                return std::nullopt;
+            }
+            text.append(piece.data(), output);
+            if (!isFailed && isFlushing) {
+                return text;
+            }
+            isFlushing = isFlushing || !isFailed;
+        }
+    }
+
+  private:
+    bool isOpen() const { return descriptor_ != reinterpret_cast<iconv_t>(-1); }
+
+    iconv_t descriptor_;
+};
+
+} // namespace
+
+std::optional<Data> convertedToUtf8(const Data& file) {
+    const std::string_view bytes = file.bytes();
+    const auto* const signature =
+        std::find_if(signatures.begin(), signatures.end(),
+                     [bytes](const Signature& candidate) { return bytes.starts_with(candidate.bytes); });
+    const bool isSigned = signature != signatures.end();
+    const std::string_view text = isSigned ? bytes.substr(signature->markSize) : bytes;
+    const std::string_view encoding = isSigned ? signature->encoding : declaredEncoding(bytes);
+    if (encoding.empty() || isUtf8Name(encoding)) {
+        return file.slice(text);
+    }
+    if (!isEncodingName(encoding)) {
+        return std::nullopt;
+    }
+    std::optional<std::string> converted = Converter(std::string(encoding).c_str()).convert(text);
+    if (!converted) {
+        return std::nullopt;
+    }
+    return Data::owning(*std::move(converted));
+}
+
+} // namespace platform

@@ -1,0 +1,173 @@
+"""The host's command line, against the real extension and against bad ones."""
+
+import json
+import os
+import stat
+import unittest
+from pathlib import Path
+
+from support import EXTENSION, HomeTest, favourites, host, texts
+
+OK, USAGE, UNAVAILABLE, CANNOT_CREATE = 0, 64, 69, 73
+
+
+class HostTest(HomeTest):
+    def host(self, *arguments, extension=EXTENSION, **more):
+        variables = {**os.environ, "XDG_DATA_HOME": str(self.home / "data"), "HOME": str(self.home), "LANG": "C"}
+        return host("--extension", extension, "--home", self.home, *arguments, env=variables, **more)
+
+    def succeed(self, *arguments, **more):
+        done = self.host(*arguments, **more)
+        self.assertEqual((done.returncode, done.stderr), (OK, b""))
+        return done.stdout
+
+    def fail(self, code, *arguments, **more):
+        """The one line that the failure says."""
+        done = self.host(*arguments, **more)
+        self.assertEqual(done.returncode, code, done.stderr)
+        self.assertEqual(done.stdout, b"")
+        line = done.stderr.decode()
+        self.assertRegex(line, r"\Awidgethost: [^\n]+\n\Z")
+        return line
+
+
+class Commands(HostTest):
+    def test_describe_and_options(self):
+        self.write([{"Name": "Work", "Children": favourites(2)}])
+        described = json.loads(self.succeed("describe", "--json"))
+        self.assertEqual(described["identifier"], "net.foliovault.widgets")
+        self.assertEqual([widget["kind"] for widget in described["widgets"]], ["FavoritesWidget"])
+        people = self.succeed("describe").decode()
+        self.assertIn("small, medium, large, extraLarge", people)
+        options = json.loads(self.succeed("options", "FavoritesWidget", "group", "--matching", "work", "--json"))
+        self.assertEqual(options["options"], [{"id": "Work", "title": "Work"}])
+        self.assertEqual(self.succeed("options", "FavoritesWidget", "group").decode(), "_all  All (default)\nWork  Work\n")
+
+    def test_trees_are_entries_as_they_came(self):
+        self.write([{"Name": "Work", "Children": favourites(2)}, *favourites(9)])
+        tree = json.loads(self.succeed("render", "FavoritesWidget", "--format", "tree"))
+        self.assertIn("11 items", texts(tree))
+        tree = json.loads(self.succeed("render", "FavoritesWidget", "--set", "group=Work", "--format", "tree"))
+        self.assertIn("2 items", texts(tree))
+        tree = json.loads(self.succeed("render", "FavoritesWidget", "--request", "placeholder", "--format", "tree"))
+        self.assertIn("5 items", texts(tree))
+        tree = json.loads(self.succeed("render", "FavoritesWidget", "--preview", "Favorites Empty", "--format", "tree"))
+        self.assertIn("No Favorites", texts(tree))
+
+    def test_pictures_are_of_the_size_that_is_asked_for(self):
+        self.write(favourites(9))
+        for family, width, height in (("small", 170, 170), ("medium", 364, 170), ("large", 364, 364), ("extraLarge", 752, 364)):
+            for scale in (1, 1.5, 2):
+                png = self.succeed("render", "FavoritesWidget", "--family", family, "--scale", scale)
+                self.assertEqual(png[:8], b"\x89PNG\r\n\x1a\n")
+                self.assertEqual(int.from_bytes(png[16:20], "big"), round(width * scale))
+                self.assertEqual(int.from_bytes(png[20:24], "big"), round(height * scale))
+        self.assertIn(b"<svg", self.succeed("render", "FavoritesWidget", "--format", "svg")[:200])
+        self.assertEqual(self.succeed("render", "FavoritesWidget", "--format", "pdf")[:5], b"%PDF-")
+
+    def test_a_gallery_is_complete(self):
+        self.write(favourites(9))
+        folder = self.home / "deep" / "gallery"
+        self.succeed("gallery", "-o", folder)
+        page = (folder / "index.html").read_text()
+        pictures = sorted(path.name for path in folder.glob("*.png"))
+        self.assertEqual(len(pictures), 8)
+        for picture in pictures:
+            self.assertIn(f'src="{picture}"', page)
+        self.assertNotIn("http", page)
+
+    def test_an_installed_extension_is_found(self):
+        self.write(favourites(1))
+        folder = self.home / "data" / "widgethost" / "extensions"
+        folder.mkdir(parents=True)
+        (folder / "fv.json").write_text(json.dumps({"identifier": "net.foliovault.widgets", "executable": str(EXTENSION)}))
+        variables = {"PATH": os.environ["PATH"], "XDG_DATA_HOME": str(self.home / "data"), "XDG_DATA_DIRS": "/nowhere", "HOME": "/nowhere"}
+        done = host("describe", env=variables)
+        self.assertEqual(done.returncode, OK, done.stderr)
+
+    def test_the_users_own_library_is_not_touched(self):
+        before = sorted(self.home.rglob("*"))
+        self.succeed("render", "FavoritesWidget", "--format", "tree")
+        after = [path for path in sorted(self.home.rglob("*")) if path not in before]
+        container = self.home / ".local" / "share" / "widgethost" / "containers" / "net.foliovault.widgets"
+        for path in after:
+            self.assertTrue(container.is_relative_to(path) or path.is_relative_to(container), path)
+
+
+class WrongArguments(HostTest):
+    def test_are_named_in_one_line(self):
+        rows = [((), ""), (("paint",), "paint"), (("render",), "KIND"), (("render", "FavoritesWidget", "--family", "tiny"), "tiny"),
+                (("render", "FavoritesWidget", "--scale", "0"), "scale"), (("render", "FavoritesWidget", "--scale", "x"), "scale"),
+                (("render", "FavoritesWidget", "--set", "group"), "NAME=VALUE"), (("render", "FavoritesWidget", "--format", "gif"), "gif"),
+                (("render", "FavoritesWidget", "--set", "colour=red"), "accepted: \"group\""),
+                (("render", "ClockWidget"), "accepted: \"FavoritesWidget\""), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
+                (("render", "FavoritesWidget", "--preview", "x", "--request", "snapshot"), "preview"),
+                (("options", "FavoritesWidget", "colour"), "group"), (("options", "FavoritesWidget"), "PARAMETER"),
+                (("describe", "more"), "more"), (("--home", "/nowhere/at/all", "describe"), "home")]
+        for arguments, says in rows:
+            with self.subTest(arguments):
+                done = host("--extension", EXTENSION, *arguments)
+                self.assertEqual(done.returncode, USAGE, done.stderr)
+                self.assertRegex(done.stderr.decode(), r"\Awidgethost: [^\n]+\n\Z")
+                self.assertIn(says, done.stderr.decode())
+
+    def test_help_and_version_are_no_failures(self):
+        for arguments in (("--help",), ("render", "--help"), ("--version",)):
+            done = host(*arguments)
+            self.assertEqual((done.returncode, done.stderr), (OK, b""))
+            self.assertTrue(done.stdout)
+
+    def test_output_that_cannot_be_written(self):
+        for path in ("/nowhere/picture.png", self.home, "/dev/full"):
+            self.fail(CANNOT_CREATE, "render", "FavoritesWidget", "-o", path)
+        self.fail(CANNOT_CREATE, "gallery", "-o", "/dev/null/gallery")
+        self.assertEqual([path for path in self.home.iterdir() if path.suffix == ".png"], [])
+
+
+class BadExtensions(HostTest):
+    def script(self, body):
+        path = self.home / "extension"
+        path.write_text("#!/bin/sh\n" + body)
+        path.chmod(path.stat().st_mode | stat.S_IXUSR)
+        return path
+
+    def test_are_said_to_be_unavailable(self):
+        rows = [("exit 3", "exited with 3"), ("echo last words >&2; exit 1", "last words"), ("kill -SEGV $$", "signal 11"),
+                ("read line; echo nonsense", "else than a message"), ("read line; echo '{}'", ""),
+                ("yes x | head -c 20000000 | tr -d '\\n'", "more than"),
+                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":7}'", "makes no sense"),
+                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"date\":\"now\"}}'", "makes no sense"),
+                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1}'", "neither")]
+        for body, says in rows:
+            with self.subTest(body):
+                self.assertIn(says, self.fail(UNAVAILABLE, "render", "X", "--format", "tree", extension=self.script(body)))
+
+    def test_missing_ones_too(self):
+        self.fail(UNAVAILABLE, "describe", extension=self.home / "nothing")
+        broken = self.home / "broken.json"
+        for content in ("", "[]", '{"identifier": "../x", "executable": "y"}', '{"identifier": "x"}',
+                        '{"identifier": "x", "executable": "y", "reads": ["../secret"]}', '{"identifier": "x", "executable": "missing"}'):
+            broken.write_text(content)
+            self.fail(UNAVAILABLE, "describe", extension=broken)
+
+    def test_one_that_stays_after_its_answer_is_ended(self):
+        marker = self.home / "pid"
+        body = f"echo $$ > {json.dumps(str(marker))}; read line; echo '{{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{{\"widgets\":[]}}}}'; exec sleep 1000"
+        self.succeed("describe", extension=self.script(body))
+        self.assertFalse(Path(f"/proc/{marker.read_text().strip()}").exists())
+
+    def test_gets_only_the_variables_it_is_to_have(self):
+        path = self.home / "variables"
+        body = f"env > {json.dumps(str(path))}; ls /proc/self/fd | wc -l >> {json.dumps(str(path))}; exit 1"
+        variables = {**os.environ, "SECRET": "x", "LC_TIME": "de_DE", "https_proxy": "p", "TZ": "Asia/Tokyo", "LD_LIBRARY_PATH": "/x"}
+        host("--extension", self.script(body), "describe", env={**variables, "XDG_DATA_HOME": str(self.home)})
+        lines = path.read_text().splitlines()
+        names = {line.split("=")[0] for line in lines[:-1]} - {"PWD", "SHLVL", "_", "OLDPWD"}
+        allowed = {"PATH", "HOME", "XDG_CACHE_HOME", "LC_TIME", "https_proxy", "TZ"}
+        self.assertLessEqual(allowed, names)
+        self.assertFalse({name for name in names - allowed if name not in ("LANG", "LANGUAGE") and not name.startswith("LC_")})
+        self.assertIn(f"HOME={self.home}/widgethost/containers/extension", lines)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,105 @@
+"""What the end-to-end tests share: homes with a library in them, and the two programs."""
+
+import json
+import os
+import plistlib
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+PROGRAMS = Path(os.environ["PROGRAMS"])
+EXTENSION = PROGRAMS / "foliovault-widgets"
+HOST = PROGRAMS / "widgethost"
+PROJECT = Path(__file__).resolve().parent.parent.parent
+FAMILIES = ("small", "medium", "large", "extraLarge")
+
+
+def favourites(count, **more):
+    return [{"Name": f"Favourite {i}", "UUID": f"U-{i}", "Type": 3, **more} for i in range(count)]
+
+
+class HomeTest(unittest.TestCase):
+    """A test with a user's home of its own."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.home = Path(folder.name) / "Ada Ä"
+        self.library = self.home / "Library" / "Application Support" / "FOLIOvault"
+        self.library.mkdir(parents=True)
+        self.file = self.library / "Favorites.plist"
+
+    def write(self, root, form=plistlib.FMT_BINARY):
+        self.file.write_bytes(plistlib.dumps(root, fmt=form))
+
+    def environment(self, **more):
+        """The variables that a host sets, and a user database that knows this home."""
+        users, groups = self.home.parent / "passwd", self.home.parent / "group"
+        users.write_text(f"user:x:{os.getuid()}:{os.getgid()}::{self.home}:/bin/sh\n")
+        groups.write_text(f"user:x:{os.getgid()}:\n")
+        container = self.home.parent / "container"
+        container.mkdir(exist_ok=True)
+        variables = {
+            "PATH": os.environ["PATH"], "HOME": str(container), "XDG_CACHE_HOME": str(container / "Caches"),
+            "LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": str(users), "NSS_WRAPPER_GROUP": str(groups), **more}
+        if os.environ.get("SANITIZED"):
+            variables["ASAN_OPTIONS"] = "verify_asan_link_order=0"
+        return variables
+
+
+class Extension:
+    """The extension's process, spoken to line by line."""
+
+    def __init__(self, environment):
+        self.process = subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        stderr=subprocess.PIPE, env=environment)
+        self.count = 0
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.communicate()
+
+    def send(self, method, **params):
+        self.count += 1
+        request = {"jsonrpc": "2.0", "id": self.count, "method": method, "params": params}
+        self.process.stdin.write(json.dumps(request).encode() + b"\n")
+        self.process.stdin.flush()
+        return self.count
+
+    def receive(self):
+        return json.loads(self.process.stdout.readline())
+
+    def call(self, method, **params):
+        number = self.send(method, **params)
+        answer = self.receive()
+        assert answer["id"] == number, answer
+        return answer
+
+    def timeline(self, family="large", group=None, **environment):
+        answer = self.call("timeline", kind="FavoritesWidget", configuration={"group": group} if group else {},
+                           environment={"family": family, **environment})
+        return answer["result"]
+
+
+def nodes(node):
+    """A view's nodes, itself first."""
+    yield node
+    for key in ("child", "fallback"):
+        if key in node:
+            yield from nodes(node[key])
+    for child in node.get("children", ()):
+        yield from nodes(child)
+
+
+def texts(entry):
+    return [node["text"] for node in nodes(entry["content"]["view"]) if node["type"] == "text"]
+
+
+def host(*arguments, **more):
+    """Runs widgethost to its end."""
+    return subprocess.run([HOST, *map(str, arguments)], capture_output=True, timeout=100, **more)
