@@ -37,7 +37,7 @@ URLForm splitAuthority(std::string_view text, URLParts& parts) {
     parts.pathBegin = notAuthorityDelimiters.endOfRun(text, parts.pathBegin);
     const std::string_view authority = text.substr(0, parts.pathBegin);
     const std::size_t at = authority.rfind('@');
-    if (at != std::string_view::npos && at >= parts.authorityBegin) {
+    if (at != std::string_view::npos) {
         parts.hostBegin = at + 1;
     }
     if (startsAt(authority, parts.hostBegin, "[")) {

@@ -64,6 +64,7 @@ TEST(JsonWriter, EscapesAndMendsText) {
     for (const auto& [text, expected] : texts) {
         EXPECT_EQ(written(text), '"' + expected + '"');
     }
+    EXPECT_EQ(written(std::string_view("ä").substr(0, 1)), '"' + no + '"') << "looks behind its text";
 }
 
 TEST(JsonWriter, AnyBytesMakeValidJson) {

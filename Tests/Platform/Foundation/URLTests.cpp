@@ -124,7 +124,9 @@ TEST(URL, RefusesWhatIsNone) {
         ":", ":x", "1a:b", " https://h", "a b:c", "ä:b", "-a:b", "a%41:b",
         // Hosts.
         "http://a b.com", "http://a{b", "http://a|b", "http://a[b]", "http://a]", "http://a%", "http://a%4",
-        "http://a%zz", "http://a%zzü", "http://ü b", "http://\xFF", "http://\xC2\xAD", "http://xn--a.ü",
+        "http://a%zz", "http://a%zzü", "http://ü b", "http://\xFF", "http://\xC2\xAD", "http://xn--a.ü", "http://אa",
+        "http://a\xE2\x80\x8D"
+        "b",
         "x-foliovault-item://5A 1B",
         // IP literals.
         "http://[::1", "http://[::1]x", "http://[]", "http://[a b]", "http://[[::1]]", "http://[ü]",
@@ -133,6 +135,13 @@ TEST(URL, RefusesWhatIsNone) {
     for (const std::string& text : texts) {
         EXPECT_FALSE(URL::parse(text)) << text;
     }
+}
+
+TEST(URL, LooksAtNothingBehindItsText) {
+    EXPECT_EQ(URL::parse(std::string_view("h/%41").substr(0, 4))->absoluteString(), "h/%254");
+    EXPECT_EQ(URL::parse(std::string_view("x://h:80").substr(0, 5))->absoluteString(), "x://h");
+    EXPECT_EQ(URL::filePath(std::string_view("/a/b").substr(0, 2)).appending(std::string_view("//").substr(0, 1)),
+              URL::parse("file:///a/"));
 }
 
 TEST(URL, PathsOfFilesAndBack) {
