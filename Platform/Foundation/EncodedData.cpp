@@ -42,23 +42,36 @@ std::string decodeBase64(std::string_view text) {
     return bytes;
 }
 
+/// The two digits of every group of twelve bits.
+constexpr auto digitPairs = [] {
+    std::array<std::array<char, 2>, 4096> pairs{};
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        pairs[i] = {digits[i >> 6U], digits[i & 63U]};
+    }
+    return pairs;
+}();
+
 void encodeBase64(std::string_view bytes, std::string& out) {
-    const auto byteAt = [&](std::size_t i) {
-        return i < bytes.size() ? std::uint32_t{static_cast<unsigned char>(bytes[i])} : 0U;
-    };
     const std::size_t start = out.size();
     out.resize(start + (bytes.size() + 2) / 3 * 4, '=');
     char* to = out.data() + start;
-    for (std::size_t i = 0; i < bytes.size(); i += 3, to += 4) {
-        const std::uint32_t group = byteAt(i) << 16U | byteAt(i + 1) << 8U | byteAt(i + 2);
-        to[0] = digits[group >> 18U];
-        to[1] = digits[group >> 12U & 63U];
-        if (i + 1 < bytes.size()) {
-            to[2] = digits[group >> 6U & 63U];
-        }
-        if (i + 2 < bytes.size()) {
-            to[3] = digits[group & 63U];
-        }
+    const auto* from = reinterpret_cast<const unsigned char*>(bytes.data());
+    const auto put = [&to](std::uint32_t twelveBits) {
+        to[0] = digitPairs[twelveBits][0];
+        to[1] = digitPairs[twelveBits][1];
+        to += 2;
+    };
+    const std::size_t rest = bytes.size() % 3;
+    for (const auto* end = from + (bytes.size() - rest); from != end; from += 3) {
+        const std::uint32_t group = std::uint32_t{from[0]} << 16U | std::uint32_t{from[1]} << 8U | from[2];
+        put(group >> 12U);
+        put(group & 0xFFFU);
+    }
+    if (rest == 1) {
+        put(std::uint32_t{from[0]} << 4U);
+    } else if (rest == 2) {
+        put(std::uint32_t{from[0]} << 4U | std::uint32_t{from[1]} >> 4U);
+        *to = digits[(from[1] & 15U) << 2U];
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <malloc.h>
 #include <poll.h>
+#include <string_view>
 #include <system_error>
 #include <unistd.h>
 
@@ -39,8 +40,8 @@ void BundleRunner::serve() {
         }
         if (line->tooLong) {
             write(RequestHandler::answerToTooLongLine());
-        } else if (const auto answer = handler_.answer(line->text)) {
-            write(*answer);
+        } else if (auto answer = handler_.answer(line->text)) {
+            write(*std::move(answer));
         }
     }
 }
@@ -58,11 +59,10 @@ void BundleRunner::ensureNextReader() {
     }
 }
 
-void BundleRunner::write(std::string_view answer) {
-    std::string line(answer);
-    line += '\n';
+void BundleRunner::write(std::string answer) {
+    answer += '\n';
     const std::scoped_lock lock(writing_);
-    for (std::string_view rest = line; !rest.empty();) {
+    for (std::string_view rest = answer; !rest.empty();) {
         const ssize_t count = ::write(output_, rest.data(), rest.size());
         if (count >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(count));

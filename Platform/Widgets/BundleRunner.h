@@ -8,7 +8,7 @@
 #include "Platform/Widgets/RequestHandler.h"
 
 #include <mutex>
-#include <string_view>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -29,7 +29,7 @@ class BundleRunner {
   private:
     void serve();
     void ensureNextReader();
-    void write(std::string_view answer);
+    void write(std::string answer);
 
     RequestHandler handler_;
     LineReader reader_;

@@ -16,6 +16,9 @@ using Json = nlohmann::json;
 /// Deeper than any request goes, and shallow enough that a hostile line costs little.
 constexpr int greatestDepth = 64;
 
+/// As much as a list with icons takes.
+constexpr std::size_t usualAnswer = std::size_t{48} << 10U;
+
 enum class ErrorCode { notJson = -32700, notRequest = -32600, noMethod = -32601, invalidParameter = -32602, unforeseen = -32603 };
 
 /// What ends the handling of a request. It does not leave this file.
@@ -339,6 +342,7 @@ std::optional<std::string> answerRequest(const WidgetBundle& bundle, const Json&
     }
     try {
         std::string answer;
+        answer.reserve(usualAnswer);
         JsonWriter out(answer);
         out.beginObject().member("jsonrpc", "2.0");
         writeId(out, *id);

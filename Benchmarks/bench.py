@@ -1,0 +1,172 @@
+"""Measures the programs beside their peers and prints the table of ratios.
+
+Every row is measured in this run, ours and the peer's by turns, and shows medians. Run by scripts/bench, which builds what
+this needs; as root it gives the programs a home with a made-up library by a private mount of the user database, else by
+nss_wrapper for both sides.
+"""
+
+import json
+import os
+import platform
+import plistlib
+import random
+import subprocess
+import sys
+import threading
+from datetime import datetime, timedelta
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parent.parent
+BUILD = PROJECT / "build"
+PROGRAMS, BENCHMARKS = BUILD / "bin", BUILD / "benchmarks"
+EXTENSION, HOST = PROGRAMS / "foliovault-widgets", PROGRAMS / "widgethost"
+PEERS = PROJECT / "Benchmarks"
+HOME = BUILD / "bench-home"
+LIBRARY = HOME / "Library" / "Application Support" / "FOLIOvault"
+FAVORITES = LIBRARY / "Favorites.plist"
+PYTHON = "/usr/bin/python3"
+FORMS = {"binary": plistlib.FMT_BINARY, "XML": plistlib.FMT_XML}
+
+REQUEST = json.dumps({"jsonrpc": "2.0", "id": 1, "method": "timeline", "params": {
+    "kind": "FavoritesWidget", "configuration": {}, "environment": {"family": "large"}}})
+
+
+def favourites(count, icon_size=1400):
+    """A library as a person might have it: groups of a hundred, every record with an icon of its own."""
+    source = random.Random(7)
+    groups = []
+    for i in range(count):
+        if i % 100 == 0:
+            groups.append({"Name": f"Group {i // 100}", "Children": []})
+        identifier = f"{source.getrandbits(128):032X}"
+        groups[-1]["Children"].append({
+            "Name": f"Favourite number {i}", "UUID": identifier, "Type": source.randrange(1, 17),
+            "Date": datetime(2026, 1, 1) + timedelta(minutes=i), "Label": source.randrange(8),
+            "Location": f"Research › Sources {i % 37}", "Icon": source.randbytes(icon_size)})
+    return groups
+
+
+def write(root, form):
+    FAVORITES.write_bytes(plistlib.dumps(root, fmt=FORMS[form], sort_keys=False))
+
+
+def run(*command):
+    done = subprocess.run([str(part) for part in command], capture_output=True, check=False)
+    if done.returncode != 0:
+        sys.exit(f"{command[0]} failed: {done.stderr.decode()}")
+    return done.stdout
+
+
+def measured(*command):
+    return json.loads(run(*command))
+
+
+class Table:
+    def __init__(self):
+        self.missed = 0
+
+    def row(self, what, ours, peer, target):
+        ratio = ours / peer
+        verdict = "" if ratio <= target else " (missed)"
+        self.missed += bool(verdict)
+        print(f"| {what} | {ours * 1e3:.3g} ms | {peer * 1e3:.3g} ms | {ratio:.3f} | {target}{verdict} |", flush=True)
+
+
+def reading(table, rounds):
+    root = favourites(20_000)
+    for form, every in (("binary", .25), ("XML", .15)):
+        write(root, form)
+        size = FAVORITES.stat().st_size / 1e6
+        times = measured(BENCHMARKS / "reading_benchmark", FAVORITES, rounds)
+        table.row(f"`readFromPlist`, 20,000 favourites, {size:.0f} MB {form}, over libplist", times["everyRecord"], times["libplist"], every)
+        table.row(f"count, filter and sixteen records of the same {form}", times["timelineNeeds"], times["libplist"], .10)
+        times = measured(BENCHMARKS / "start_benchmark", max(3, rounds // 2), REQUEST, EXTENSION, "--", PYTHON, PEERS / "peer_timeline.py", FAVORITES)
+        table.row(f"a whole `timeline` from start, the same {form}, over Python's plistlib", times["ours"], times["peer"], .05 if form == "binary" else .03)
+
+
+def starting(table, rounds):
+    write(favourites(16), "binary")
+    times = measured(BENCHMARKS / "start_benchmark", rounds * 40, REQUEST, EXTENSION, "--", BENCHMARKS / "plain_program")
+    table.row("start to first `timeline`, 16 favourites, over a plain C++ program", times["ours"], times["peer"], 1.3)
+
+
+def warm(table, rounds):
+    for count, target in ((16, .15), (1000, .03)):
+        write(favourites(count), "binary")
+        times = measured(BENCHMARKS / "line_benchmark", rounds * 40, REQUEST, EXTENSION, "--", PYTHON, PEERS / "peer_timeline.py", FAVORITES, "--loop")
+        table.row(f"a warm `timeline`, {count:,} favourites with icons, over Python's loop", times["ours"], times["peer"], target)
+
+
+def drawing(table, rounds):
+    example = BUILD / "bench-example"
+    run("rm", "-rf", example)
+    run("cp", "-r", PROJECT / "Resources" / "Example", example)
+    entry, frames = BUILD / "bench-entry.json", BUILD / "bench-frames.json"
+    for form, file in (("tree", entry), ("frames", frames)):
+        run(HOST, "--extension", EXTENSION, "--home", example, "render", "FavoritesWidget", "--family", "large", "--format", form, "-o", file)
+    times = measured(BENCHMARKS / "drawing_benchmark", entry, rounds * 20)
+    table.row("one large picture with its PNG, scale 2, over plain Pango, Cairo and its PNG writer", times["picture"], times["plainPicture"], .12)
+    peer = float(run(PYTHON, PEERS / "peer_drawing.py", frames, rounds * 20))
+    table.row("the same drawing without PNG, over pycairo", times["drawing"], peer, .25)
+
+
+def memory():
+    """What the extension holds while it answers from a file of 100 MB, and afterwards."""
+    write(favourites(66_000), "binary")
+    with subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
+        def ask(method):
+            process.stdin.write(method.encode() + b"\n")
+            process.stdin.flush()
+            process.stdout.readline()
+
+        def held():
+            fields = {}
+            with open(f"/proc/{process.pid}/smaps_rollup", encoding="ascii") as lines:
+                for line in lines:
+                    parts = line.split()
+                    if parts[-1] == "kB":
+                        fields[parts[0].rstrip(":")] = int(parts[1]) / 1024
+            return fields
+
+        ask('{"jsonrpc":"2.0","id":0,"method":"previews"}')
+        before, peak, done = held(), {"Private_Dirty": 0, "Rss": 0}, threading.Event()
+
+        def watch():
+            while not done.is_set():
+                now = held()
+                for key in peak:
+                    peak[key] = max(peak[key], now[key])
+        watcher = threading.Thread(target=watch)
+        watcher.start()
+        for _ in range(5):
+            ask(REQUEST)
+        done.set()
+        watcher.join()
+        after = held()
+        process.stdin.close()
+    size = FAVORITES.stat().st_size / 2**20
+    print(f"\nMemory of the extension, MiB, with a file of {size:.0f} MiB:\n")
+    print("| | before | while answering | afterwards |\n| --- | --- | --- | --- |")
+    for key, name in (("Private_Dirty", "private dirty"), ("Rss", "resident, mapped file included")):
+        print(f"| {name} | {before[key]:.1f} | {peak[key]:.1f} | {after[key]:.1f} |")
+
+
+def machine():
+    with open("/proc/cpuinfo", encoding="ascii") as lines:
+        model = next((line.split(":")[1].strip() for line in lines if line.startswith("model name")), platform.machine())
+    return f"{os.cpu_count()} × {model}, Linux {platform.release().split('-')[0]}"
+
+
+def main():
+    rounds = 5 if "--quick" in sys.argv else 15
+    LIBRARY.mkdir(parents=True, exist_ok=True)
+    print(f"Measured on {machine()}.\n")
+    print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
+    table = Table()
+    for part in (reading, starting, warm, drawing):
+        part(table, rounds)
+    memory()
+    print(f"\n{table.missed} missed." if table.missed else "\nAll reached.")
+
+
+main()
