@@ -1,91 +1,88 @@
 #include "Platform/Foundation/EncodedData.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace platform {
+
 namespace {
 
-constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr char padding = '=';
 
-/// The value of every character that is a digit, and `noDigit` for the others.
 constexpr std::uint8_t noDigit = 0xFF;
-constexpr std::array<std::uint8_t, 256> digitValues = [] {
-    std::array<std::uint8_t, 256> values{};
+
+constexpr std::array<std::uint8_t, 256> makeDigitValues() {
+    std::array<std::uint8_t, 256> values;
     values.fill(noDigit);
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        values[static_cast<unsigned char>(digits[i])] = static_cast<std::uint8_t>(i);
+    for (std::size_t value = 0; value < alphabet.size(); ++value) {
+        values[static_cast<unsigned char>(alphabet[value])] = static_cast<std::uint8_t>(value);
     }
     return values;
-}();
+}
 
-std::string decodeBase64(std::string_view text) {
-    std::string bytes;
-    bytes.reserve(text.size() / 4 * 3 + 3);
-    std::uint32_t pending = 0;
-    unsigned bits = 0;
-    for (const char c : text) {
-        if (c == '=') {
-            break;
-        }
-        const std::uint8_t value = digitValues[static_cast<unsigned char>(c)];
+constexpr std::array<std::uint8_t, 256> digitValues = makeDigitValues();
+
+std::string decodedBase64(std::string_view text) {
+    text = text.substr(0, text.find(padding));
+    std::string bytes(text.size() / 4 * 3 + 3, '\0');
+    std::size_t size = 0;
+    std::uint32_t bits = 0;
+    unsigned bitCount = 0;
+    for (const char character : text) {
+        const std::uint8_t value = digitValues[static_cast<unsigned char>(character)];
         if (value == noDigit) {
             continue;
         }
-        pending = pending << 6U | value;
-        bits += 6;
-        if (bits >= 8) {
-            bits -= 8;
-            bytes += static_cast<char>(pending >> bits & 0xFFU);
+        bits = bits << 6U | value;
+        bitCount += 6;
+        if (bitCount >= 8) {
+            bitCount -= 8;
+            bytes[size++] = static_cast<char>(bits >> bitCount);
         }
     }
+    bytes.resize(size);
     return bytes;
 }
 
-/// The two digits of every group of twelve bits.
-constexpr auto digitPairs = [] {
-    std::array<std::array<char, 2>, 4096> pairs{};
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
-        pairs[i] = {digits[i >> 6U], digits[i & 63U]};
-    }
-    return pairs;
-}();
-
-void encodeBase64(std::string_view bytes, std::string& out) {
+void appendEncoded(std::string& out, std::string_view bytes) {
     const std::size_t start = out.size();
-    out.resize(start + (bytes.size() + 2) / 3 * 4, '=');
-    char* to = out.data() + start;
-    const auto* from = reinterpret_cast<const unsigned char*>(bytes.data());
-    const auto put = [&to](std::uint32_t twelveBits) {
-        to[0] = digitPairs[twelveBits][0];
-        to[1] = digitPairs[twelveBits][1];
-        to += 2;
+    out.resize(start + (bytes.size() + 2) / 3 * 4, padding);
+    char* digits = out.data() + start;
+    const auto byteAt = [bytes](std::size_t index) -> std::uint32_t {
+        return index < bytes.size() ? static_cast<unsigned char>(bytes[index]) : 0;
     };
-    const std::size_t rest = bytes.size() % 3;
-    for (const auto* end = from + (bytes.size() - rest); from != end; from += 3) {
-        const std::uint32_t group = std::uint32_t{from[0]} << 16U | std::uint32_t{from[1]} << 8U | from[2];
-        put(group >> 12U);
-        put(group & 0xFFFU);
-    }
-    if (rest == 1) {
-        put(std::uint32_t{from[0]} << 4U);
-    } else if (rest == 2) {
-        put(std::uint32_t{from[0]} << 4U | std::uint32_t{from[1]} >> 4U);
-        *to = digits[(from[1] & 15U) << 2U];
+    for (std::size_t index = 0; index < bytes.size(); index += 3, digits += 4) {
+        const std::uint32_t group = byteAt(index) << 16U | byteAt(index + 1) << 8U | byteAt(index + 2);
+        digits[0] = alphabet[group >> 18U];
+        digits[1] = alphabet[group >> 12U & 0x3FU];
+        if (index + 1 < bytes.size()) {
+            digits[2] = alphabet[group >> 6U & 0x3FU];
+        }
+        if (index + 2 < bytes.size()) {
+            digits[3] = alphabet[group & 0x3FU];
+        }
     }
 }
 
 } // namespace
 
 Data EncodedData::decoded() const {
-    return encoding_ == Encoding::raw ? stored_ : Data::owning(decodeBase64(stored_.bytes()));
+    return encoding_ == Encoding::raw ? stored_ : Data::owning(decodedBase64(stored_.bytes()));
 }
 
-void EncodedData::appendBase64(std::string& out) const { encodeBase64(decoded().bytes(), out); }
+void EncodedData::appendBase64(std::string& out) const {
+    if (encoding_ == Encoding::raw) {
+        appendEncoded(out, stored_.bytes());
+    } else {
+        appendEncoded(out, decodedBase64(stored_.bytes()));
+    }
+}
 
 bool operator==(const EncodedData& a, const EncodedData& b) {
-    const bool sameEncoding = a.encoding_ == b.encoding_;
-    return sameEncoding && a.stored_ == b.stored_ ? true : a.decoded() == b.decoded();
+    return (a.encoding_ == b.encoding_ && a.stored_ == b.stored_) || a.decoded() == b.decoded();
 }
 
 } // namespace platform

@@ -1,85 +1,88 @@
 #include "Platform/Foundation/FileSystem.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
 #include <memory>
+#include <string_view>
+#include <utility>
+
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
+
 namespace {
 
-/// A descriptor that is closed with its owner.
-class OpenFile {
+class FileDescriptor {
   public:
-    // Opening a pipe without O_NONBLOCK would wait for somebody to write into it.
-    explicit OpenFile(const std::string& path) : descriptor_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {}
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-    ~OpenFile() {
-        if (descriptor_ >= 0) {
+    explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    ~FileDescriptor() {
+        if (isOpen()) {
             close(descriptor_);
         }
     }
 
-    /// The size, if this is a regular file that is open.
-    std::optional<std::size_t> size() const {
-        struct stat status {};
-        if (descriptor_ < 0 || fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
-            return std::nullopt;
-        }
-        return static_cast<std::size_t>(status.st_size);
-    }
-
-    /// Reads `size` bytes, or fewer where the file has become shorter meanwhile.
-    std::optional<Data> read(std::size_t size) const {
-        std::string bytes(size, '\0');
-        std::size_t length = 0;
-        while (length < size) {
-            const ssize_t count = ::read(descriptor_, bytes.data() + length, size - length);
-            if (count < 0 && errno == EINTR) {
-                continue;
-            }
-            if (count < 0) {
-                return std::nullopt;
-            }
-            if (count == 0) {
-                break;
-            }
-            length += static_cast<std::size_t>(count);
-        }
-        bytes.resize(length);
-        return Data::owning(std::move(bytes));
-    }
-
-    std::optional<Data> map(std::size_t size) const {
-        void* pages = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor_, 0);
-        if (pages == MAP_FAILED) {
-            return std::nullopt;
-        }
-        std::shared_ptr<const void> owner(pages, [size](void* mapped) { munmap(mapped, size); });
-        return Data(std::move(owner), {static_cast<const char*>(pages), size});
-    }
+    bool isOpen() const { return descriptor_ >= 0; }
+    int get() const { return descriptor_; }
 
   private:
     int descriptor_;
 };
 
+/// Reads to the end, wherever that is by now; `expectedSize` is where it was.
+std::optional<Data> readAll(const FileDescriptor& file, std::size_t expectedSize) {
+    constexpr std::size_t smallestRoom = 4096;
+    // One byte more than expected shows the end with one read less.
+    std::string content(expectedSize + 1, '\0');
+    std::size_t size = 0;
+    for (;;) {
+        if (size == content.size()) {
+            content.resize(size + std::max(size, smallestRoom));
+        }
+        const ssize_t count = read(file.get(), content.data() + size, content.size() - size);
+        if (count == 0) {
+            content.resize(size);
+            return Data::owning(std::move(content));
+        }
+        if (count > 0) {
+            size += static_cast<std::size_t>(count);
+        } else if (errno != EINTR) {
+            return std::nullopt;
+        }
+    }
+}
+
+std::optional<Data> map(const FileDescriptor& file, std::size_t size) {
+    void* const address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.get(), 0);
+    if (address == MAP_FAILED) {
+        return std::nullopt;
+    }
+    std::shared_ptr<const void> owner(address, [size](void* pages) { munmap(pages, size); });
+    // The readers go through the file once from beginning to end: reading ahead is worth while.
+    madvise(address, size, MADV_WILLNEED);
+    return Data(std::move(owner), std::string_view(static_cast<const char*>(address), size));
+}
+
 } // namespace
 
 std::optional<Data> DiskFileSystem::read(const std::string& path) const {
-    const OpenFile file(path);
-    const auto size = file.size();
-    if (!size) {
+    // Without O_NONBLOCK, opening a pipe would wait for its writer.
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return std::nullopt;
     }
-    return *size <= mappingThreshold ? file.read(*size) : file.map(*size);
+    const auto size = static_cast<std::size_t>(status.st_size);
+    return size <= mappingThreshold ? readAll(file, size) : map(file, size);
 }
 
 const DiskFileSystem& DiskFileSystem::shared() {
-    static const DiskFileSystem files;
-    return files;
+    static const DiskFileSystem disk;
+    return disk;
 }
 
 } // namespace platform

@@ -9,8 +9,10 @@
 // All numbers are big-endian. A reference is the number of an object.
 #pragma once
 
+#include "Platform/PropertyList/BinaryMarker.h"
 #include "Platform/PropertyList/PropertyListSource.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -38,6 +40,7 @@ class BinaryObject {
     /// Offset of the first byte after the head.
     std::uint64_t payload() const { return bits_ >> 16U; }
     std::uint64_t payloadSize() const { return count_ * unitSize(); }
+    bool isAsciiText() const { return kind() == PropertyListKind::string && unitSize() == 1; }
 
   private:
     std::uint64_t bits_ = 0;
@@ -56,10 +59,48 @@ class BinaryLayout {
     std::uint64_t objectBytes() const { return objectsEnd_ - headerSize; }
 
     /// The head of the object `index`, which is below the count.
-    BinaryObject object(std::uint64_t index) const;
+    BinaryObject object(std::uint64_t index) const {
+        const std::uint64_t offset = objectOffset(index);
+        if (offset < headerSize || offset >= objectsEnd_) {
+            return {};
+        }
+        const BinaryMarker marker = binaryMarkers[static_cast<unsigned char>(file_[offset])];
+        const unsigned unitSize = unitSizes_[static_cast<std::size_t>(marker.unit)];
+        std::uint64_t count = marker.count;
+        std::uint64_t payload = offset + 1;
+        if (marker.count == BinaryMarker::longCount) {
+            const unsigned width = longCountWidth(payload);
+            if (width == 0) {
+                return {};
+            }
+            count = number(payload + 1, width);
+            payload += 1 + width;
+        }
+        // A count no greater than the file, times 16 at most, does not overflow.
+        if (unitSize == unknownUnit || payload > objectsEnd_ || count > objectsEnd_ ||
+            count * unitSize > objectsEnd_ - payload) {
+            return {};
+        }
+        return {marker.kind, unitSize, payload, count};
+    }
 
-    /// The address that the table gives for the object `index`, for prefetching: it may be anywhere within the file.
-    const char* whereabouts(std::uint64_t index) const;
+    /// Has the processor fetch the object `index` ahead of time.
+    void prefetch(std::uint64_t index) const {
+        __builtin_prefetch(file_.data() + std::min(objectOffset(index), objectsEnd_));
+    }
+
+    /// The same for what surrounds the object: of a record, what was written before it is the end of the record before,
+    /// and its values follow.
+    void prefetchAround(std::uint64_t index) const {
+        const std::uint64_t offset = std::min(objectOffset(index), objectsEnd_);
+        constexpr std::uint64_t before = 128;
+        constexpr std::uint64_t line = 64;
+        const std::uint64_t start = offset - std::min(before, offset);
+        __builtin_prefetch(file_.data() + start);
+        __builtin_prefetch(file_.data() + start + line);
+        __builtin_prefetch(file_.data() + offset);
+        __builtin_prefetch(file_.data() + std::min(offset + line, objectsEnd_));
+    }
 
     /// The reference at `offset`, which lies before the offset table.
     std::uint64_t reference(std::uint64_t offset) const { return number(offset, referenceSize_); }
@@ -85,6 +126,12 @@ class BinaryLayout {
         return number(objectsEnd_ + index * offsetSize_, offsetSize_);
     }
 
+    /// The width of the integer object at `offset` that tells a size, 0 if it is none.
+    unsigned longCountWidth(std::uint64_t offset) const {
+        const unsigned marker = static_cast<unsigned char>(file_[offset]);
+        return marker >= 0x10 && marker <= 0x13 ? 1U << (marker & 0x0FU) : 0;
+    }
+
     std::string_view file_;
     unsigned offsetSize_ = 0;
     unsigned referenceSize_ = 0;
@@ -92,8 +139,9 @@ class BinaryLayout {
     std::uint64_t rootObject_ = 0;
     /// Where the objects end and the offset table begins.
     std::uint64_t objectsEnd_ = 0;
-    /// By the markers' unit, in their order.
-    std::array<unsigned, 5> unitSizes_{};
+    /// In bytes, by `BinaryMarker::Unit`.
+    static constexpr unsigned unknownUnit = 0x7F;
+    std::array<unsigned, BinaryMarker::unitCount> unitSizes_{};
 };
 
 } // namespace platform

@@ -15,11 +15,12 @@ std::unique_ptr<const PropertyListSource> BinaryPropertyList::parse(const Data& 
     if (!layout) {
         return nullptr;
     }
-    std::optional<BinaryObjectTable> objects = BinaryObjectTable::check(*layout);
+    BinaryKeys keys;
+    std::optional<BinaryObjectTable> objects = BinaryObjectTable::check(*layout, keys);
     if (!objects) {
         return nullptr;
     }
-    return std::unique_ptr<const PropertyListSource>(new BinaryPropertyList(file, *layout, *std::move(objects)));
+    return std::unique_ptr<const PropertyListSource>(new BinaryPropertyList(file, *layout, *std::move(objects), keys));
 }
 
 PropertyListPlace BinaryPropertyList::root() const {
@@ -89,6 +90,10 @@ std::optional<PropertyListPlace> BinaryPropertyList::nextElement(Cursor& cursor)
     if (cursor.left == 0) {
         return std::nullopt;
     }
+    constexpr std::uint64_t prefetchDistance = 4;
+    if (cursor.left > prefetchDistance) {
+        layout_.prefetchAround(layout_.reference(cursor.next + prefetchDistance * layout_.referenceSize()));
+    }
     const std::uint64_t index = layout_.reference(cursor.next);
     cursor.next += layout_.referenceSize();
     --cursor.left;
@@ -122,11 +127,12 @@ bool BinaryPropertyList::isArrayOfDictionaries(Place array) const {
 
 void BinaryPropertyList::select(Place dictionary, KeySelection& selection) const {
     for (Cursor cursor = walk(dictionary); cursor.left > 0; --cursor.left, cursor.next += layout_.referenceSize()) {
-        const BinaryObject key = layout_.object(layout_.reference(cursor.next));
-        const auto index = key.unitSize() == 1 ? selection.indexOf(layout_.bytes(key.payload(), key.count()))
-                                               : selection.indexOf(text(key));
-        if (index) {
-            selection.put(*index, placeOf(layout_.reference(cursor.next + cursor.valueDistance)));
+        const std::uint64_t key = layout_.reference(cursor.next);
+        const Place value = placeOf(layout_.reference(cursor.next + cursor.valueDistance));
+        if (const FingerprintedKey* const known = keys_.find(key)) {
+            selection.offer(*known, value);
+        } else {
+            selection.offer(FingerprintedKey(text(layout_.object(key))), value);
         }
     }
 }

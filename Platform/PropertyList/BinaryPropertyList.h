@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Foundation/Data.h"
+#include "Platform/PropertyList/BinaryKeys.h"
 #include "Platform/PropertyList/BinaryLayout.h"
 #include "Platform/PropertyList/BinaryObjectTable.h"
 #include "Platform/PropertyList/PropertyListSource.h"
@@ -30,8 +31,8 @@ class BinaryPropertyList final : public PropertyListSource {
     void select(Place dictionary, KeySelection& selection) const override;
 
   private:
-    BinaryPropertyList(Data file, const BinaryLayout& layout, BinaryObjectTable objects)
-        : file_(std::move(file)), layout_(layout), objects_(std::move(objects)) {}
+    BinaryPropertyList(Data file, const BinaryLayout& layout, BinaryObjectTable objects, const BinaryKeys& keys)
+        : file_(std::move(file)), layout_(layout), objects_(std::move(objects)), keys_(keys) {}
 
     BinaryObject object(Place place) const { return layout_.object(place.offset()); }
     Place placeOf(std::uint64_t index) const { return {objects_.kind(index), index}; }
@@ -41,6 +42,7 @@ class BinaryPropertyList final : public PropertyListSource {
     Data file_;
     BinaryLayout layout_;
     BinaryObjectTable objects_;
+    BinaryKeys keys_;
 };
 
 } // namespace platform

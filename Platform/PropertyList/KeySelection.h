@@ -16,44 +16,20 @@
 
 namespace platform {
 
-class KeySelection {
+/// A key as it is compared: by a fingerprint that is made once, before the text itself.
+class FingerprintedKey {
   public:
-    static constexpr std::size_t greatestCount = 64;
+    FingerprintedKey() = default;
+    explicit FingerprintedKey(std::string_view text) : text_(text), fingerprint_(fingerprintOf(text)) {}
 
-    /// At most `greatestCount` keys, which are all different and outlive the selection.
-    explicit KeySelection(std::span<const std::string_view> keys) : keys_(keys) {
-        for (std::size_t index = 0; index < keys_.size(); ++index) {
-            fingerprints_[index] = fingerprint(keys_[index]);
-        }
+    std::string_view text() const { return text_; }
+
+    bool is(std::string_view text, std::uint64_t fingerprint) const {
+        return fingerprint_ == fingerprint && text_.size() == text.size() &&
+               (text.size() <= wholeSize || text_ == text);
     }
 
-    /// The index of `key` among the wanted ones.
-    std::optional<std::size_t> indexOf(std::string_view key) const {
-        const std::uint64_t print = fingerprint(key);
-        for (std::size_t index = 0; index < keys_.size(); ++index) {
-            if (fingerprints_[index] == print && keys_[index].size() == key.size() &&
-                (key.size() <= wholeSize || keys_[index] == key)) {
-                return index;
-            }
-        }
-        return std::nullopt;
-    }
-
-    /// The value of the wanted key `index` lies at `place`; what was told before of this key no longer counts.
-    void put(std::size_t index, PropertyListPlace place) {
-        places_[index] = place;
-        found_ |= std::uint64_t{1} << index;
-    }
-
-    bool isFound(std::size_t index) const { return (found_ >> index & 1U) != 0; }
-    /// Where the value of the wanted key `index` lies, if it is found.
-    PropertyListPlace place(std::size_t index) const { return places_[index]; }
-
-  private:
-    /// The longest text that its fingerprint tells from every other one of the same length.
-    static constexpr std::size_t wholeSize = 8;
-
-    static std::uint64_t fingerprint(std::string_view text) {
+    static std::uint64_t fingerprintOf(std::string_view text) {
         const std::size_t size = text.size();
         if (size > wholeSize) {
             return load<std::uint64_t>(text, 0) + 31 * load<std::uint64_t>(text, size - sizeof(std::uint64_t));
@@ -67,6 +43,10 @@ class KeySelection {
         return size == 1 ? load<std::uint8_t>(text, 0) : 0;
     }
 
+  private:
+    /// The longest text that its fingerprint tells from every other one of the same length.
+    static constexpr std::size_t wholeSize = 8;
+
     template <typename Number>
     static Number load(std::string_view text, std::size_t offset) {
         Number number = 0;
@@ -74,6 +54,37 @@ class KeySelection {
         return number;
     }
 
+    std::string_view text_;
+    std::uint64_t fingerprint_ = 0;
+};
+
+class KeySelection {
+  public:
+    static constexpr std::size_t greatestCount = 64;
+
+    /// At most `greatestCount` keys, which are all different and outlive the selection.
+    explicit KeySelection(std::span<const std::string_view> keys) : keys_(keys) {
+        for (std::size_t index = 0; index < keys_.size(); ++index) {
+            fingerprints_[index] = FingerprintedKey::fingerprintOf(keys_[index]);
+        }
+    }
+
+    /// If `key` is wanted, its value lies at `place`; what was told before of this key no longer counts.
+    void offer(const FingerprintedKey& key, PropertyListPlace place) {
+        for (std::size_t index = 0; index < keys_.size(); ++index) {
+            if (key.is(keys_[index], fingerprints_[index])) {
+                places_[index] = place;
+                found_ |= std::uint64_t{1} << index;
+                return;
+            }
+        }
+    }
+
+    bool isFound(std::size_t index) const { return (found_ >> index & 1U) != 0; }
+    /// Where the value of the wanted key `index` lies, if it is found.
+    PropertyListPlace place(std::size_t index) const { return places_[index]; }
+
+  private:
     std::span<const std::string_view> keys_;
     std::uint64_t found_ = 0;
     std::array<std::uint64_t, greatestCount> fingerprints_;

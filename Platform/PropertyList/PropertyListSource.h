@@ -16,6 +16,7 @@ namespace platform {
 
 class KeySelection;
 
+/// Containers stand next to each other.
 enum class PropertyListKind : std::uint8_t {
     string,
     integer,
@@ -29,6 +30,10 @@ enum class PropertyListKind : std::uint8_t {
     null,
     uid
 };
+
+constexpr bool isContainer(PropertyListKind kind) {
+    return kind >= PropertyListKind::array && kind <= PropertyListKind::set;
+}
 
 /// Where a value lies, together with its kind. The offset is the form's own: a byte of the file or an object's number,
 /// below 2^56.

@@ -118,9 +118,7 @@ void TextPropertyList::select(Place dictionary, KeySelection& selection) const {
     Cursor cursor = walk(dictionary);
     Entry entry;
     while (nextEntry(cursor, entry)) {
-        if (const auto index = selection.indexOf(entry.key)) {
-            selection.put(*index, entry.value);
-        }
+        selection.offer(FingerprintedKey(entry.key), entry.value);
     }
 }
 

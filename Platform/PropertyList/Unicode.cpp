@@ -1,6 +1,7 @@
 #include "Platform/PropertyList/Unicode.h"
 
 #include "Platform/Foundation/Utf8.h"
+#include "Platform/PropertyList/ByteScan.h"
 
 #include <array>
 #include <cstddef>
@@ -22,16 +23,10 @@ std::uint64_t wordAt(const char* p) {
 /// How many bytes of ASCII `text` begins with.
 std::size_t asciiPrefix(std::string_view text) {
     constexpr std::size_t wordSize = sizeof(std::uint64_t);
-    constexpr std::size_t blockSize = 8 * wordSize;
+    constexpr std::size_t blockSize = 64;
     std::size_t size = 0;
-    for (; text.size() - size >= blockSize; size += blockSize) {
-        std::uint64_t any = 0;
-        for (std::size_t offset = 0; offset < blockSize; offset += wordSize) {
-            any |= wordAt(text.data() + size + offset);
-        }
-        if ((any & highBits) != 0) {
-            break;
-        }
+    while (text.size() - size >= blockSize && isAsciiBlock(text.data() + size)) {
+        size += blockSize;
     }
     while (text.size() - size >= wordSize && (wordAt(text.data() + size) & highBits) == 0) {
         size += wordSize;

@@ -51,9 +51,9 @@ bool mayBeEmptyTag(XmlElement element) {
 
 } // namespace
 
-XmlChecker::XmlChecker(std::string_view text, XmlElementEnds& ends)
+XmlChecker::XmlChecker(std::string_view text, XmlElementEnds& ends, XmlEntryHeads& heads)
     : begin_(text.data()), end_(text.data() + text.size()), encodingChecked_(begin_), reader_(begin_, end_),
-      ends_(ends) {}
+      ends_(ends), heads_(heads) {}
 
 const char* XmlChecker::check() {
     if (!reader_.skipMiscellany() || !reader_.skipDocumentType() || !reader_.skipMiscellany()) {
@@ -79,11 +79,23 @@ bool XmlChecker::checkObject() {
         if (reader_.position() >= encodingChecked_ && !checkEncoding()) {
             return false;
         }
-        if (!checkTag(reader_.readTag())) {
+        const bool isAtEntry =
+            !path_.empty() && path_.back().element == XmlElement::dictionary && !path_.back().expectsValue;
+        const std::uint8_t head =
+            isAtEntry ? heads_.match(path_.back().lastHead, reader_.position(), end_) : XmlEntryHeads::none;
+        if (!(head == XmlEntryHeads::none ? checkTag() : checkKnownEntry(head))) {
             return false;
         }
     } while (!path_.empty());
     return true;
+}
+
+bool XmlChecker::checkKnownEntry(std::uint8_t index) {
+    const XmlEntryHeads::Head& head = heads_[index];
+    path_.back().lastHead = index;
+    const char* const after = reader_.position() + head.bytes.size();
+    reader_.moveAfterTag(after - head.tagSize, after);
+    return head.tag.form() == Form::empty || checkLeaf(head.tag);
 }
 
 /// Checks the encoding of what comes next, which by the way brings it near.
@@ -94,32 +106,69 @@ bool XmlChecker::checkEncoding() {
     return encodingChecked_ != nullptr;
 }
 
-bool XmlChecker::checkTag(const XmlTag& tag) {
-    switch (tag.form()) {
-    case Form::malformed:
+bool XmlChecker::checkTag() {
+    const char* const start = reader_.position();
+    const XmlTag tag = reader_.readTag();
+    if (tag.form() == Form::malformed) {
         return false;
-    case Form::end:
-        return close(tag);
-    case Form::empty:
-        return isExpected(tag.element()) && mayBeEmptyTag(tag.element());
-    case Form::start:
-        break;
     }
-    if (!isExpected(tag.element())) {
+    if (tag.form() == Form::end) {
+        return close(tag);
+    }
+    if (!isExpected(tag.element(), start)) {
         return false;
+    }
+    if (tag.element() == XmlElement::key) {
+        return checkKey(tag);
     }
     const bool isContainer = tag.element() == XmlElement::dictionary || tag.element() == XmlElement::array;
-    return isContainer ? open(tag) : checkLeaf(tag);
+    if (isContainer && tag.form() == Form::start) {
+        return open(tag);
+    }
+    noteHead(tag);
+    return tag.form() == Form::empty ? mayBeEmptyTag(tag.element()) : checkLeaf(tag);
+}
+
+bool XmlChecker::checkKey(const XmlTag& tag) {
+    OpenContainer& container = path_.back();
+    container.key = {};
+    if (tag.form() == Form::empty) {
+        return true;
+    }
+    container.key = reader_.readContent(tag);
+    return container.key.typed.data() != nullptr;
+}
+
+/// Takes note of the head that ends with `tag`, if that is the value's in an entry of a dictionary.
+void XmlChecker::noteHead(const XmlTag& tag) {
+    if (path_.empty() || path_.back().element != XmlElement::dictionary) {
+        return;
+    }
+    OpenContainer& container = path_.back();
+    const std::string_view bytes(container.entryStart, static_cast<std::size_t>(tag.after() - container.entryStart));
+    constexpr std::size_t longest = 256;
+    if (!container.key.isPlain || bytes.size() > longest) {
+        container.lastHead = XmlEntryHeads::start;
+        return;
+    }
+    container.lastHead =
+        heads_.note(container.lastHead, {.bytes = bytes,
+                                         .key = FingerprintedKey(container.key.typed),
+                                         .tag = tag,
+                                         .tagSize = static_cast<std::size_t>(tag.after() - reader_.tagStart())});
 }
 
 /// Whether `element` may stand where the pass is; the innermost container moves on.
-bool XmlChecker::isExpected(XmlElement element) {
+bool XmlChecker::isExpected(XmlElement element, const char* entryStart) {
     if (path_.empty()) {
         return element != XmlElement::key;
     }
     OpenContainer& container = path_.back();
     const bool expectsKey = container.element == XmlElement::dictionary && !container.expectsValue;
     container.expectsValue = expectsKey;
+    if (expectsKey) {
+        container.entryStart = entryStart;
+    }
     container.isUniform = container.isUniform && element == XmlElement::dictionary;
     return (element == XmlElement::key) == expectsKey;
 }

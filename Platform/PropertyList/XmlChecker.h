@@ -5,6 +5,7 @@
 #pragma once
 
 #include "Platform/PropertyList/XmlElementEnds.h"
+#include "Platform/PropertyList/XmlEntryHeads.h"
 #include "Platform/PropertyList/XmlReader.h"
 
 #include <cstdint>
@@ -15,7 +16,8 @@ namespace platform {
 
 class XmlChecker {
   public:
-    XmlChecker(std::string_view text, XmlElementEnds& ends);
+    /// `ends` and `heads` are filled on the way.
+    XmlChecker(std::string_view text, XmlElementEnds& ends, XmlEntryHeads& heads);
 
     /// The start tag of the root object, or null if the text is no property list.
     const char* check();
@@ -27,12 +29,19 @@ class XmlChecker {
         XmlElement element = XmlElement::array;
         bool expectsValue = false;
         bool isUniform = true;
+        /// Of the entries of a dictionary: the last head, and the beginning and the key of the current one.
+        std::uint8_t lastHead = XmlEntryHeads::start;
+        const char* entryStart = nullptr;
+        XmlCharacters key;
     };
 
     bool checkObject();
-    bool checkTag(const XmlTag& tag);
+    bool checkKnownEntry(std::uint8_t index);
+    bool checkTag();
+    bool checkKey(const XmlTag& tag);
     bool checkLeaf(const XmlTag& tag);
-    bool isExpected(XmlElement element);
+    bool isExpected(XmlElement element, const char* entryStart);
+    void noteHead(const XmlTag& tag);
     bool open(const XmlTag& tag);
     bool close(const XmlTag& tag);
     bool checkEncoding();
@@ -44,6 +53,7 @@ class XmlChecker {
     const char* encodingChecked_;
     XmlReader reader_;
     XmlElementEnds& ends_;
+    XmlEntryHeads& heads_;
     std::vector<OpenContainer> path_;
 };
 

@@ -26,7 +26,7 @@ class XmlElementEnds {
         bool isUniform = false;
     };
 
-    explicit XmlElementEnds(std::size_t fileSize) {
+    explicit XmlElementEnds(std::size_t fileSize) : fileSize_(fileSize) {
         while (fileSize >> shift_ > greatestCount) {
             ++shift_;
         }
@@ -54,6 +54,16 @@ class XmlElementEnds {
         return End{note.end & greatestOffset, (note.end & uniform) != 0};
     }
 
+    /// The end of the container that begins next after `offset`, if it is near and known.
+    std::optional<End> findNextContainer(std::uint64_t offset) const {
+        constexpr std::uint64_t reach = 64;
+        const Note& note = ends_[slot(Sort::container, std::min(offset + reach / 4, fileSize_))];
+        if (note.start < offset || note.start - offset > reach) {
+            return std::nullopt;
+        }
+        return End{note.end & greatestOffset, (note.end & uniform) != 0};
+    }
+
   private:
     struct Note {
         std::uint32_t start = 0;
@@ -71,6 +81,7 @@ class XmlElementEnds {
         return 2 * static_cast<std::size_t>(start >> shift_) + static_cast<std::size_t>(sort);
     }
 
+    std::uint64_t fileSize_;
     unsigned shift_ = 8;
     std::vector<Note> ends_;
 };

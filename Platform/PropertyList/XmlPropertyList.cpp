@@ -5,6 +5,9 @@
 #include "Platform/PropertyList/XmlScalars.h"
 #include "Platform/PropertyList/XmlText.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -16,26 +19,14 @@ namespace {
 using Form = XmlTag::Form;
 using Sort = XmlElementEnds::Sort;
 
+constexpr std::array<PropertyListKind, 12> kinds = {
+    PropertyListKind::null,    PropertyListKind::null, PropertyListKind::string,  PropertyListKind::string,
+    PropertyListKind::integer, PropertyListKind::real, PropertyListKind::boolean, PropertyListKind::boolean,
+    PropertyListKind::date,    PropertyListKind::data, PropertyListKind::array,   PropertyListKind::dictionary,
+};
+
 PropertyListKind kindOf(XmlElement element) {
-    switch (element) {
-    case XmlElement::integer:
-        return PropertyListKind::integer;
-    case XmlElement::real:
-        return PropertyListKind::real;
-    case XmlElement::yes:
-    case XmlElement::no:
-        return PropertyListKind::boolean;
-    case XmlElement::date:
-        return PropertyListKind::date;
-    case XmlElement::data:
-        return PropertyListKind::data;
-    case XmlElement::array:
-        return PropertyListKind::array;
-    case XmlElement::dictionary:
-        return PropertyListKind::dictionary;
-    default:
-        return PropertyListKind::string;
-    }
+    return kinds[static_cast<std::size_t>(element)];
 }
 
 bool isContainer(XmlElement element) {
@@ -62,21 +53,18 @@ class MeantCharacters {
 } // namespace
 
 std::unique_ptr<const PropertyListSource> XmlPropertyList::parse(const Data& text) {
-    XmlElementEnds ends(text.size());
-    const char* const root = XmlChecker(text.bytes(), ends).check();
+    std::unique_ptr<XmlPropertyList> list(new XmlPropertyList(text));
+    const char* const root = XmlChecker(text.bytes(), list->ends_, list->heads_).check();
     if (root == nullptr) {
         return nullptr;
     }
-    return std::unique_ptr<const PropertyListSource>(new XmlPropertyList(text, std::move(ends), root));
-}
-
-XmlPropertyList::XmlPropertyList(const Data& text, XmlElementEnds ends, const char* root)
-    : text_(text), ends_(std::move(ends)), root_(kindOf(XmlReader(root, end()).readNextTag().element()), offset(root)) {
+    list->root_ = {kindOf(XmlReader(root, list->end()).readTag().element()), list->offset(root)};
+    return list;
 }
 
 XmlCharacters XmlPropertyList::characters(Place place) const {
     XmlReader reader = readerAt(place.offset());
-    const XmlTag tag = reader.readNextTag();
+    const XmlTag tag = reader.readTag();
     return tag.form() == Form::start ? reader.readContent(tag) : XmlCharacters();
 }
 
@@ -107,7 +95,7 @@ double XmlPropertyList::number(Place place) const {
 }
 
 bool XmlPropertyList::boolean(Place place) const {
-    return readerAt(place.offset()).readNextTag().element() == XmlElement::yes;
+    return readerAt(place.offset()).readTag().element() == XmlElement::yes;
 }
 
 Date XmlPropertyList::date(Place place) const {
@@ -117,7 +105,7 @@ Date XmlPropertyList::date(Place place) const {
 EncodedData XmlPropertyList::data(Place place) const {
     constexpr auto base64 = EncodedData::Encoding::base64;
     if (const auto end = ends_.find(Sort::data, place.offset()); end && end->isUniform) {
-        const char* const start = readerAt(place.offset()).readNextTag().after();
+        const char* const start = readerAt(place.offset()).readTag().after();
         return {text_.slice({start, static_cast<std::size_t>(end->offset - offset(start))}), base64};
     }
     const XmlCharacters text = characters(place);
@@ -134,14 +122,17 @@ std::optional<XmlElementEnds::End> XmlPropertyList::knownEnd(const char* start, 
     return std::nullopt;
 }
 
+const char* XmlPropertyList::afterEndTag(const XmlElementEnds::End& end) const {
+    return std::find(begin() + end.offset, this->end(), '>') + 1;
+}
+
 /// Passes over the element whose tag was just read.
 void XmlPropertyList::skipElement(XmlReader& reader, const XmlTag& tag) const {
     if (tag.form() == Form::empty) {
         return;
     }
     if (const auto end = knownEnd(reader.tagStart(), tag.element())) {
-        reader.moveTo(begin() + end->offset);
-        reader.readNextTag();
+        reader.moveTo(afterEndTag(*end));
     } else if (isContainer(tag.element())) {
         skipContent(reader);
     } else {
@@ -152,7 +143,7 @@ void XmlPropertyList::skipElement(XmlReader& reader, const XmlTag& tag) const {
 /// Passes over a container's elements and its end tag.
 void XmlPropertyList::skipContent(XmlReader& reader) const {
     for (int depth = 1; depth > 0;) {
-        const XmlTag tag = reader.readNextTag();
+        const XmlTag tag = reader.readTag();
         if (tag.form() == Form::end) {
             --depth;
         } else if (tag.form() == Form::start && isContainer(tag.element()) &&
@@ -165,7 +156,7 @@ void XmlPropertyList::skipContent(XmlReader& reader) const {
 }
 
 PropertyListSource::Cursor XmlPropertyList::walk(Place container) const {
-    const XmlTag tag = readerAt(container.offset()).readNextTag();
+    const XmlTag tag = readerAt(container.offset()).readTag();
     // An empty tag has no end tag to stop at.
     return {.next = offset(tag.after()), .left = tag.form() == Form::empty ? 0U : 1U};
 }
@@ -176,9 +167,14 @@ std::optional<PropertyListPlace> XmlPropertyList::nextElement(Cursor& cursor) co
     }
     XmlReader reader = readerAt(cursor.next);
     if (cursor.isAtValue) {
-        skipElement(reader, reader.readNextTag());
+        if (const auto end = ends_.find(Sort::container, cursor.next)) {
+            prefetchAfter(*end);
+            reader.moveTo(afterEndTag(*end));
+        } else {
+            skipElement(reader, reader.readTag());
+        }
     }
-    const XmlTag tag = reader.readNextTag();
+    const XmlTag tag = reader.readTag();
     if (tag.form() == Form::end) {
         cursor.left = 0;
         return std::nullopt;
@@ -196,6 +192,20 @@ bool XmlPropertyList::nextEntry(Cursor& cursor, Entry& entry) const {
     entry.key = string(*key);
     entry.value = *nextElement(cursor);
     return true;
+}
+
+/// Has the processor fetch, while the caller looks at the next record, the end of that and the beginning of the one
+/// after.
+void XmlPropertyList::prefetchAfter(const XmlElementEnds::End& end) const {
+    constexpr std::uint64_t before = 384;
+    constexpr std::uint64_t after = 192;
+    constexpr std::uint64_t line = 64;
+    if (const auto next = ends_.findNextContainer(end.offset)) {
+        const std::uint64_t stop = std::min<std::uint64_t>(next->offset + after, text_.size());
+        for (std::uint64_t offset = next->offset - std::min(before, next->offset); offset < stop; offset += line) {
+            __builtin_prefetch(begin() + offset);
+        }
+    }
 }
 
 std::size_t XmlPropertyList::arrayCount(Place array) const {
@@ -221,12 +231,22 @@ bool XmlPropertyList::isArrayOfDictionaries(Place array) const {
 
 void XmlPropertyList::select(Place dictionary, KeySelection& selection) const {
     XmlReader reader = readerAt(dictionary.offset());
-    if (reader.readNextTag().form() == Form::empty) {
+    if (reader.readTag().form() == Form::empty) {
         return;
     }
     std::string decoded;
-    for (;;) {
-        const XmlTag keyTag = reader.readNextTag();
+    for (std::uint8_t head = XmlEntryHeads::start;;) {
+        const char* const entry = reader.position();
+        head = heads_.match(head, entry, end());
+        if (head != XmlEntryHeads::none) {
+            const XmlEntryHeads::Head& known = heads_[head];
+            const char* const after = entry + known.bytes.size();
+            reader.moveAfterTag(after - known.tagSize, after);
+            selection.offer(known.key, {kindOf(known.tag.element()), offset(reader.tagStart())});
+            skipElement(reader, known.tag);
+            continue;
+        }
+        const XmlTag keyTag = reader.readTag();
         if (keyTag.form() == Form::end) {
             return;
         }
@@ -234,14 +254,13 @@ void XmlPropertyList::select(Place dictionary, KeySelection& selection) const {
         if (keyTag.form() == Form::start) {
             key = reader.readContent(keyTag);
         }
+        const XmlTag valueTag = reader.readTag();
+        head = heads_.find({entry, static_cast<std::size_t>(valueTag.after() - entry)}, key.typed);
         if (!key.isPlain) {
             decoded = decodedXmlText(key.typed);
             key.typed = decoded;
         }
-        const XmlTag valueTag = reader.readNextTag();
-        if (const auto index = selection.indexOf(key.typed)) {
-            selection.put(*index, {kindOf(valueTag.element()), offset(reader.tagStart())});
-        }
+        selection.offer(FingerprintedKey(key.typed), {kindOf(valueTag.element()), offset(reader.tagStart())});
         skipElement(reader, valueTag);
     }
 }

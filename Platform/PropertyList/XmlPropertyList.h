@@ -5,6 +5,7 @@
 #include "Platform/Foundation/Data.h"
 #include "Platform/PropertyList/PropertyListSource.h"
 #include "Platform/PropertyList/XmlElementEnds.h"
+#include "Platform/PropertyList/XmlEntryHeads.h"
 #include "Platform/PropertyList/XmlReader.h"
 
 #include <memory>
@@ -31,7 +32,7 @@ class XmlPropertyList final : public PropertyListSource {
     void select(Place dictionary, KeySelection& selection) const override;
 
   private:
-    XmlPropertyList(const Data& text, XmlElementEnds ends, const char* root);
+    explicit XmlPropertyList(const Data& text) : text_(text), ends_(text.size()) {}
 
     const char* begin() const { return text_.bytes().data(); }
     const char* end() const { return begin() + text_.size(); }
@@ -41,11 +42,14 @@ class XmlPropertyList final : public PropertyListSource {
     XmlCharacters characters(Place place) const;
     void skipElement(XmlReader& reader, const XmlTag& tag) const;
     void skipContent(XmlReader& reader) const;
+    const char* afterEndTag(const XmlElementEnds::End& end) const;
     std::optional<XmlElementEnds::End> knownEnd(const char* start, XmlElement element) const;
+    void prefetchAfter(const XmlElementEnds::End& end) const;
 
     Data text_;
     XmlElementEnds ends_;
-    Place root_;
+    XmlEntryHeads heads_;
+    Place root_{};
 };
 
 } // namespace platform

@@ -78,10 +78,10 @@ XmlTag XmlReader::readAnyTag() {
     return tag;
 }
 
-XmlCharacters XmlReader::readAnyContent(const XmlTag& tag) {
+XmlCharacters XmlReader::readAnyContent(const XmlTag& tag, const char* mark) {
     const char* const start = position_;
-    const bool isPlain = end_ - marks_.position() >= 2 && marks_.position()[0] == '<' && marks_.position()[1] == '/';
-    const char* const stop = isPlain ? marks_.position() : skipXmlText(start, end_);
+    const bool isPlain = end_ - mark >= 2 && mark[0] == '<' && mark[1] == '/';
+    const char* const stop = isPlain ? mark : skipXmlText(start, end_);
     if (stop == nullptr) {
         return {};
     }

@@ -22,34 +22,27 @@ struct XmlCharacters {
 
 class XmlReader {
   public:
-    XmlReader(const char* start, const char* end) : end_(end), position_(start), marks_(start, end) {}
+    XmlReader(const char* start, const char* end) : end_(end), position_(start) {}
 
     /// The position after what was read last.
     const char* position() const { return position_; }
 
     /// Goes on at `p`.
-    void moveTo(const char* p) {
-        position_ = p;
-        marks_.moveTo(p);
+    void moveTo(const char* p) { position_ = p; }
+
+    /// Goes on after the start tag that lies between `start` and `after`, as if it had been read.
+    void moveAfterTag(const char* start, const char* after) {
+        tagStart_ = start;
+        position_ = after;
     }
 
     /// Reads the next tag. Malformed if there is none, or anything else before it.
     XmlTag readTag() {
-        if (skipXmlBlanks(position_, end_) == marks_.position()) {
-            return readNextTag();
-        }
-        return readAnyTag();
-    }
-
-    /// The same for a text that is known to be well-formed.
-    [[gnu::always_inline]] XmlTag readNextTag() {
-        const char* const p = marks_.position();
-        if (end_ - p >= UsualXmlTags::bytesNeeded) {
+        const char* const p = skipXmlBlanks(position_, end_);
+        if (end_ - p >= UsualXmlTags::bytesNeeded && *p == '<') {
             const XmlTag tag = usualXmlTags.find(p);
-            if (tag.form() != XmlTag::Form::malformed && *p == '<') {
-                tagStart_ = p;
-                position_ = tag.after();
-                marks_.advance();
+            if (tag.form() != XmlTag::Form::malformed) {
+                moveAfterTag(p, tag.after());
                 return tag;
             }
         }
@@ -61,15 +54,14 @@ class XmlReader {
 
     /// Reads the characters and the end tag of the element whose start `tag` was just read. Without an address if they
     /// are malformed.
-    [[gnu::always_inline]] XmlCharacters readContent(const XmlTag& tag) {
+    XmlCharacters readContent(const XmlTag& tag) {
         const char* const start = position_;
-        const char* const mark = marks_.position();
+        const char* const mark = findXmlMark(start, end_);
         if (end_ - mark >= UsualXmlTags::bytesNeeded && isEndTag(mark, start - tagStart_ - 1)) {
             position_ = mark + (start - tagStart_) + 1;
-            marks_.advance();
             return {.typed = {start, static_cast<std::size_t>(mark - start)}};
         }
-        return readAnyContent(tag);
+        return readAnyContent(tag, mark);
     }
 
     /// Reads the end tag of `element`, which must be next.
@@ -78,12 +70,12 @@ class XmlReader {
     /// Passes over a DOCTYPE, with everything that it defines, if there is one. False if it does not end.
     bool skipDocumentType();
 
-    /// Passes over comments and instructions. False if one does not end.
+    /// Passes over blanks, comments and instructions. False if one does not end.
     bool skipMiscellany();
 
   private:
     XmlTag readAnyTag();
-    XmlCharacters readAnyContent(const XmlTag& tag);
+    XmlCharacters readAnyContent(const XmlTag& tag, const char* mark);
 
     /// Whether the end tag at `p` is the one for the start tag that was just read, of `length` bytes after its '<'.
     bool isEndTag(const char* p, std::ptrdiff_t length) const {
@@ -94,7 +86,6 @@ class XmlReader {
     const char* end_;
     const char* position_;
     const char* tagStart_ = nullptr;
-    MarkIterator marks_;
 };
 
 } // namespace platform

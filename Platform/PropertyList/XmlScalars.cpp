@@ -1,5 +1,9 @@
 #include "Platform/PropertyList/XmlScalars.h"
 
+#include "Platform/PropertyList/ByteScan.h"
+
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <system_error>
@@ -9,12 +13,13 @@ namespace platform {
 namespace {
 
 std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
+    while (!text.empty() && isXmlBlank(text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    while (!text.empty() && isXmlBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 /// Whether all of `text` is the number that `parse` (of the from_chars family) reads from it.
@@ -62,29 +67,27 @@ std::optional<double> realFromXml(std::string_view text) {
 }
 
 std::optional<Date> dateFromXml(std::string_view text) {
-    constexpr std::string_view pattern = "dddd-dd-ddTdd:dd:ddZ";
+    constexpr std::string_view pattern = "0000-00-00T00:00:00Z";
     if (text.size() != pattern.size()) {
         return std::nullopt;
     }
+    // Every character as its distance from the pattern's: 0 to 9 for a digit, 0 for a mark.
+    std::array<unsigned char, pattern.size()> digits;
+    unsigned char greatest = 0;
     for (std::size_t index = 0; index < pattern.size(); ++index) {
-        const char character = text[index];
-        if (pattern[index] == 'd' ? character < '0' || character > '9' : character != pattern[index]) {
-            return std::nullopt;
-        }
+        digits[index] = static_cast<unsigned char>(text[index] - pattern[index]);
+        greatest = std::max(greatest, digits[index]);
     }
-    const auto number = [text](std::size_t offset, std::size_t digits) {
-        int value = 0;
-        for (const char digit : text.substr(offset, digits)) {
-            value = value * 10 + (digit - '0');
-        }
-        return value;
-    };
-    return dateFromCivilTime({.year = number(0, 4),
-                              .month = number(5, 2),
-                              .day = number(8, 2),
-                              .hour = number(11, 2),
-                              .minute = number(14, 2),
-                              .second = number(17, 2)});
+    if (greatest > 9 || (digits[4] | digits[7] | digits[10] | digits[13] | digits[16] | digits[19]) != 0) {
+        return std::nullopt;
+    }
+    const auto pair = [&digits](std::size_t index) { return digits[index] * 10 + digits[index + 1]; };
+    return dateFromCivilTime({.year = pair(0) * 100 + pair(2),
+                              .month = pair(5),
+                              .day = pair(8),
+                              .hour = pair(11),
+                              .minute = pair(14),
+                              .second = pair(17)});
 }
 
 } // namespace platform

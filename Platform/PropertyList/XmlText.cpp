@@ -69,7 +69,7 @@ const char* walkText(const char* p, const char* end, Sink&& sink) {
     constexpr std::string_view sectionStart = "<![CDATA[";
     constexpr std::string_view sectionEnd = "]]>";
     for (;;) {
-        const char* const mark = MarkIterator(p, end).position();
+        const char* const mark = findXmlMark(p, end);
         sink(between(p, mark));
         p = mark;
         const std::string_view rest = between(p, end);
