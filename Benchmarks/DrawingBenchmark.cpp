@@ -1,6 +1,6 @@
-// drawing_benchmark ENTRY ROUNDS: a large tile at scale 2, drawn and encoded by our renderer, beside plain Pango and Cairo
-// drawing the same items and cairo writing the PNG. ENTRY is a file with an entry as the protocol carries it. Also prints
-// how long a drawing without its encoding takes.
+// drawing_benchmark ENTRY ROUNDS: a large tile at scale 2, drawn and encoded by our renderer, beside plain Pango and
+// Cairo drawing the same items and cairo writing the PNG. ENTRY is a file with an entry as the protocol carries it.
+// Also prints how long a drawing without its encoding takes.
 
 #include "Benchmarks/Rounds.h"
 
@@ -56,9 +56,8 @@ void drawPlainly(cairo_t* cairo, const host::WidgetLayout& layout) {
 }
 
 std::string plainPicture(const host::WidgetLayout& layout) {
-    cairo_surface_t* surface =
-        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(layout.size.width * scale),
-                                   static_cast<int>(layout.size.height * scale));
+    cairo_surface_t* surface = cairo_image_surface_create(
+        CAIRO_FORMAT_ARGB32, static_cast<int>(layout.size.width * scale), static_cast<int>(layout.size.height * scale));
     cairo_t* cairo = cairo_create(surface);
     drawPlainly(cairo, layout);
     std::string png;

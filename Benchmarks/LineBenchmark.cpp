@@ -1,5 +1,5 @@
-// line_benchmark ROUNDS REQUEST COMMAND… -- COMMAND…: two programs that answer lines and are kept running; times one line in
-// to one line out, by turns.
+// line_benchmark ROUNDS REQUEST COMMAND… -- COMMAND…: two programs that answer lines and are kept running; times one
+// line in to one line out, by turns.
 
 #include "Benchmarks/Child.h"
 #include "Benchmarks/Rounds.h"

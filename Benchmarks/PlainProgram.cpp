@@ -2,4 +2,6 @@
 
 #include <iostream>
 
-int main() { std::cout << "a line\n"; }
+int main() {
+    std::cout << "a line\n";
+}

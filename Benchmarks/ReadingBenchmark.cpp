@@ -1,4 +1,5 @@
-// reading_benchmark FILE ROUNDS: our stores on a favourites file, beside libplist parsing the same bytes and walking them.
+// reading_benchmark FILE ROUNDS: our stores on a favourites file, beside libplist parsing the same bytes and walking
+// them.
 
 #include "Benchmarks/Rounds.h"
 

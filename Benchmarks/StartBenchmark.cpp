@@ -1,5 +1,5 @@
-// start_benchmark ROUNDS REQUEST COMMAND… -- COMMAND…: starts two programs by turns and times them. The first gets the line
-// REQUEST and counts until it has answered a line; the second counts until it has ended.
+// start_benchmark ROUNDS REQUEST COMMAND… -- COMMAND…: starts two programs by turns and times them. The first gets the
+// line REQUEST and counts until it has answered a line; the second counts until it has ended.
 
 #include "Benchmarks/Child.h"
 #include "Benchmarks/Rounds.h"

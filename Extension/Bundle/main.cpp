@@ -1,3 +1,5 @@
 #include "Extension/Bundle/FOLIOvaultWidgetBundle.h"
 
-int main() { return foliovault::FOLIOvaultWidgetBundle::main(); }
+int main() {
+    return foliovault::FOLIOvaultWidgetBundle::main();
+}

@@ -6,9 +6,13 @@ namespace foliovault {
 
 using namespace platform;
 
-std::string FavoritesGroupOption::typeDisplayRepresentation() { return localized("Favorites Group"); }
+std::string FavoritesGroupOption::typeDisplayRepresentation() {
+    return localized("Favorites Group");
+}
 
-std::string FavoritesGroupOption::displayRepresentation() const { return id == allID ? localized("All") : id; }
+std::string FavoritesGroupOption::displayRepresentation() const {
+    return id == allID ? localized("All") : id;
+}
 
 std::vector<FavoritesGroupOption> FavoritesGroupQuery::entitiesFor(std::span<const std::string> identifiers) const {
     std::vector<FavoritesGroupOption> options;

@@ -67,6 +67,7 @@ struct FavoritesItem {
 
 } // namespace foliovault
 
-template <> struct std::hash<foliovault::FavoritesItem> {
+template <>
+struct std::hash<foliovault::FavoritesItem> {
     std::size_t operator()(const foliovault::FavoritesItem& item) const { return std::hash<std::string>{}(item.id); }
 };

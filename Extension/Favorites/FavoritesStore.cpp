@@ -18,13 +18,31 @@ namespace {
 using MaybeValue = std::optional<PropertyListValue>;
 
 /// The keys of an entry, those first that make it a favourite.
-enum Key : std::size_t { path, uuid, smartGroup, kindKeyCount, name = kindKeyCount, date, label, icon, type, location, keyCount };
-constexpr std::array<std::string_view, keyCount> keys{"Path", "UUID",  "SIUUID", "Name",    "Date",
+enum Key : std::size_t {
+    path,
+    uuid,
+    smartGroup,
+    kindKeyCount,
+    name = kindKeyCount,
+    date,
+    label,
+    icon,
+    type,
+    location,
+    keyCount
+};
+constexpr std::array<std::string_view, keyCount> keys{"Path",  "UUID", "SIUUID", "Name",    "Date",
                                                       "Label", "Icon", "Type",   "Location"};
 
-std::optional<std::string> stringOf(const MaybeValue& value) { return value ? value->string() : std::nullopt; }
-std::int64_t integerOf(const MaybeValue& value) { return value ? value->integer().value_or(0) : 0; }
-bool isString(const MaybeValue& value) { return value && value->kind() == PropertyListKind::string; }
+std::optional<std::string> stringOf(const MaybeValue& value) {
+    return value ? value->string() : std::nullopt;
+}
+std::int64_t integerOf(const MaybeValue& value) {
+    return value ? value->integer().value_or(0) : 0;
+}
+bool isString(const MaybeValue& value) {
+    return value && value->kind() == PropertyListKind::string;
+}
 
 /// Whether the entry has what makes a favourite, without making one.
 bool isFavorite(const PropertyListValue& entry) {
@@ -34,7 +52,8 @@ bool isFavorite(const PropertyListValue& entry) {
 }
 
 /// Calls `visit` with every entry that may be a favourite, in order, and the name of its group.
-template <class Visit> void forEachChild(const PropertyListValue& root, const std::string& untitled, Visit visit) {
+template <class Visit>
+void forEachChild(const PropertyListValue& root, const std::string& untitled, Visit visit) {
     root.forEachElement([&](const PropertyListValue& entry) {
         const MaybeValue children = entry["Children"];
         if (!children || !children->isArrayOfDictionaries()) {
@@ -60,7 +79,9 @@ const FavoritesStore& FavoritesStore::shared() {
     return store;
 }
 
-std::optional<PropertyList> FavoritesStore::loadPlist() const { return file_.load(); }
+std::optional<PropertyList> FavoritesStore::loadPlist() const {
+    return file_.load();
+}
 
 std::vector<FavoritesItem> FavoritesStore::readFromPlist() const {
     std::vector<FavoritesItem> items;

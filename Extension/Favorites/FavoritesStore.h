@@ -12,8 +12,8 @@
 //   "UUID"      record          text, its identifier; with "Type", an integer, and "Location", a text
 //   "SIUUID"    smart group     text, its identifier
 //
-// A file that cannot be read or parsed gives no favourites and a line in the log, category "FavoritesStore"; an entry that
-// is no favourite is passed over. The store has no state: any thread, any number at once.
+// A file that cannot be read or parsed gives no favourites and a line in the log, category "FavoritesStore"; an entry
+// that is no favourite is passed over. The store has no state: any thread, any number at once.
 #pragma once
 
 #include "Extension/Favorites/FavoritesItem.h"
@@ -47,8 +47,8 @@ class FavoritesStore {
 
     using GroupFilter = std::function<bool(const std::optional<std::string>& groupName)>;
 
-    /// The first `cap` favourites of the groups that pass `filter`, and the number of all of them; a favourite without a
-    /// group passes by its absence. Costs memory for the items it answers alone, however long the file.
+    /// The first `cap` favourites of the groups that pass `filter`, and the number of all of them; a favourite without
+    /// a group passes by its absence. Costs memory for the items it answers alone, however long the file.
     FavoritesExcerpt readExcerpt(const GroupFilter& filter, std::size_t cap) const;
 
     /// The names of the groups that have one, in the file's order.

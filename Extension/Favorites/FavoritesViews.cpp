@@ -21,22 +21,20 @@ View FavoritesEntryView::body(const Environment& environment) const {
         .title = "Favorites",
         .subtitle = localizedCount("%lld items", entry.displayCount),
         .smallHeader = [] { return text(localized("Favorites")).font(headline); },
-        .detailRow =
-            [&](const FavoritesItem& item) { return DetailedItemRow{RowContent::of(item)}.body(environment); },
+        .detailRow = [&](const FavoritesItem& item) { return DetailedItemRow{RowContent::of(item)}.body(environment); },
     }
         .body(environment);
 }
 
 View FavoritesEmptyView::body() const {
-    return vStack({.spacing = 8},
-                  {
-                      symbol("star").font(largeTitle).foreground(secondary),
-                      text(localized("No Favorites")).font(headline).foreground(secondary),
-                      text(localized("Add favorites in FOLIOvault to see them here."))
-                          .font(caption)
-                          .foreground(tertiary)
-                          .textAlignment(HorizontalAlignment::center),
-                  });
+    return vStack({.spacing = 8}, {
+                                      symbol("star").font(largeTitle).foreground(secondary),
+                                      text(localized("No Favorites")).font(headline).foreground(secondary),
+                                      text(localized("Add favorites in FOLIOvault to see them here."))
+                                          .font(caption)
+                                          .foreground(tertiary)
+                                          .textAlignment(HorizontalAlignment::center),
+                                  });
 }
 
 } // namespace foliovault

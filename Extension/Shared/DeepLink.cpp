@@ -27,8 +27,8 @@ std::string asciiLowerCased(std::string_view text) {
 
 URL taggedForWidget(const URL& url, std::string_view widgetIdentifier) {
     const auto scheme = url.scheme();
-    if (!scheme || std::find(taggableSchemes.begin(), taggableSchemes.end(), asciiLowerCased(*scheme)) ==
-                       taggableSchemes.end()) {
+    if (!scheme ||
+        std::find(taggableSchemes.begin(), taggableSchemes.end(), asciiLowerCased(*scheme)) == taggableSchemes.end()) {
         return url;
     }
     auto components = URLComponents::of(url);
@@ -55,8 +55,8 @@ std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view wid
     URLComponents components;
     components.scheme = commandScheme;
     components.host = "open-url";
-    components.setPercentEncodedQueryItems({{"location", platform::percentEncoded(text, allowedInLocation)},
-                                            {"widget", std::string(widgetIdentifier)}});
+    components.setPercentEncodedQueryItems(
+        {{"location", platform::percentEncoded(text, allowedInLocation)}, {"widget", std::string(widgetIdentifier)}});
     return components.url();
 }
 

@@ -16,8 +16,8 @@
 
 namespace foliovault {
 
-/// `url` with the tag appended to its query, where its scheme is one of the application's; else `url` unchanged. A tag that
-/// is there already stays beside the new one.
+/// `url` with the tag appended to its query, where its scheme is one of the application's; else `url` unchanged. A tag
+/// that is there already stays beside the new one.
 platform::URL taggedForWidget(const platform::URL& url, std::string_view widgetIdentifier);
 
 /// The link that opens the address `text`: for the web, the application's open-url link around it; an address of the

@@ -51,8 +51,12 @@ const Row& rowFor(std::int64_t code) {
 
 } // namespace
 
-std::string_view sfSymbol(std::int64_t code) { return rowFor(code).symbol; }
+std::string_view sfSymbol(std::int64_t code) {
+    return rowFor(code).symbol;
+}
 
-std::string label(std::int64_t code) { return platform::localized(rowFor(code).label); }
+std::string label(std::int64_t code) {
+    return platform::localized(rowFor(code).label);
+}
 
 } // namespace foliovault::DocumentType

@@ -1,7 +1,8 @@
 // Where the application keeps its data: in its support folder below the user's real home.
 //
-// The real home is the one that the user database records, not HOME, which for a confined extension names its container.
-// Nothing is looked up on disk. `shared()` is computed once, on first use, and kept for the life of the process. Any thread.
+// The real home is the one that the user database records, not HOME, which for a confined extension names its
+// container. Nothing is looked up on disk. `shared()` is computed once, on first use, and kept for the life of the
+// process. Any thread.
 #pragma once
 
 #include "Platform/Foundation/URL.h"

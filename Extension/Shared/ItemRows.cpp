@@ -25,18 +25,19 @@ View AccentDot::body(const Environment& environment) const {
     return environment.renderingMode == RenderingMode::fullColor ? dot : dot.accentable();
 }
 
-View LinkedItem::body() const { return url ? content.link(url->absoluteString(), id) : content; }
+View LinkedItem::body() const {
+    return url ? content.link(url->absoluteString(), id) : content;
+}
 
 View CompactItemRow::body(const Environment& environment) const {
-    return hStack({.spacing = 4},
-                  {
-                      AccentDot{.color = item.dotColor, .size = 5}.body(environment),
-                      ItemIconView{.data = item.iconData, .sfSymbol = item.icon, .size = 12}
-                          .body(environment)
-                          .font(caption2)
-                          .frame({.width = 12}),
-                      text(item.title).font(caption).lineLimit(1).foreground(primary),
-                  });
+    return hStack({.spacing = 4}, {
+                                      AccentDot{.color = item.dotColor, .size = 5}.body(environment),
+                                      ItemIconView{.data = item.iconData, .sfSymbol = item.icon, .size = 12}
+                                          .body(environment)
+                                          .font(caption2)
+                                          .frame({.width = 12}),
+                                      text(item.title).font(caption).lineLimit(1).foreground(primary),
+                                  });
 }
 
 View StandardItemRow::body(const Environment& environment) const {

@@ -52,7 +52,8 @@ struct RowContent {
     std::optional<platform::EncodedData> iconData;
     std::optional<platform::Color> dotColor;
 
-    template <DisplayableItem Item> static RowContent of(const Item& item) {
+    template <DisplayableItem Item>
+    static RowContent of(const Item& item) {
         return {.title = item.displayTitle(),
                 .subtitle = item.displaySubtitle(),
                 .icon = item.displayIcon(),

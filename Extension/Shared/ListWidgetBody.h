@@ -27,7 +27,8 @@
 
 namespace foliovault {
 
-template <DisplayableItem Item> class ListWidgetBody {
+template <DisplayableItem Item>
+class ListWidgetBody {
   public:
     /// The entry's items, at most `listEntryItemCap` of them.
     std::span<const Item> items;
@@ -107,10 +108,10 @@ template <DisplayableItem Item> class ListWidgetBody {
         const Items shown = firstItems(maxXL);
         const Items left = shown.first((shown.size() + 1) / 2);
         const Items right = shown.subspan(left.size());
-        const View columns =
-            right.empty() ? xlColumn(left)
-                          : platform::hStack({.alignment = platform::VerticalAlignment::top, .spacing = 16},
-                                             {xlColumn(left), platform::divider(), xlColumn(right)});
+        const View columns = right.empty()
+                                 ? xlColumn(left)
+                                 : platform::hStack({.alignment = platform::VerticalAlignment::top, .spacing = 16},
+                                                    {xlColumn(left), platform::divider(), xlColumn(right)});
         return platform::vStack(tightColumn, {header(), columns, platform::spacer(0)});
     }
 
@@ -129,9 +130,7 @@ template <DisplayableItem Item> class ListWidgetBody {
         return rows;
     }
 
-    View header() const {
-        return WidgetHeader{.title = title, .subtitle = subtitle}.body().padding({.bottom = 6});
-    }
+    View header() const { return WidgetHeader{.title = title, .subtitle = subtitle}.body().padding({.bottom = 6}); }
 
     std::optional<View> moreLine(std::size_t shownAtMost) const {
         const auto maximum = static_cast<std::int64_t>(shownAtMost);

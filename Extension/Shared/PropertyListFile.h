@@ -19,8 +19,8 @@ class PropertyListFile {
                      const platform::Log& log)
         : path_(location.path()), category_(category), files_(files), log_(log) {}
 
-    /// The file as it is now, its root an array of dictionaries; nothing otherwise, which is logged: "Could not read …" for
-    /// debugging when there is no such file to be read, "Could not parse …" as an error when it is something else.
+    /// The file as it is now, its root an array of dictionaries; nothing otherwise, which is logged: "Could not read …"
+    /// for debugging when there is no such file to be read, "Could not parse …" as an error when it is something else.
     std::optional<platform::PropertyList> load() const;
 
   private:

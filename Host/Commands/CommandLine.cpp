@@ -30,7 +30,8 @@ const std::map<std::string, RenderFormat> formats{{"png", RenderFormat::png},
                                                   {"tree", RenderFormat::tree},
                                                   {"frames", RenderFormat::frames}};
 
-template <class Value> std::vector<std::string> names(const std::map<std::string, Value>& values) {
+template <class Value>
+std::vector<std::string> names(const std::map<std::string, Value>& values) {
     std::vector<std::string> all;
     for (const auto& [name, value] : values) {
         all.push_back(name);
@@ -41,10 +42,11 @@ template <class Value> std::vector<std::string> names(const std::map<std::string
 class CommandLine {
   public:
     CommandLine() {
-        app_.require_subcommand(1);
+        app_.require_subcommand(0, 1);
         app_.fallthrough();
         app_.set_version_flag("--version", "widgethost " WIDGETHOST_VERSION);
-        app_.add_option("--extension", extensionPath_, "An extension's manifest or executable, instead of the installed ones")
+        app_.add_option("--extension", extensionPath_,
+                        "An extension's manifest or executable, instead of the installed ones")
             ->type_name("PATH");
         app_.add_option("--home", homePath_, "The folder that the extension takes for the user's home")
             ->type_name("FOLDER")
@@ -62,6 +64,9 @@ class CommandLine {
             return app_.exit(asked);
         } catch (const CLI::ParseError& error) {
             return finish(Failure{ExitCode::usage, fmt::format("{} (see widgethost --help)", error.what())});
+        }
+        if (!command_) {
+            return finish(Failure{ExitCode::usage, "a command is missing (see widgethost --help)"});
         }
         return finish(command_());
     }
@@ -121,13 +126,17 @@ class CommandLine {
         rendering->add_option("--format", format_, "What is written: a picture, the view tree or the frames laid out")
             ->check(CLI::IsMember(names(formats)))
             ->capture_default_str();
-        rendering->add_option("-o,--output", output_, "The file to write, instead of standard output")->type_name("FILE");
+        rendering->add_option("-o,--output", output_, "The file to write, instead of standard output")
+            ->type_name("FILE");
         rendering->callback([this, rendering] { command_ = [this, rendering] { return doRender(*rendering); }; });
     }
 
     void addGallery() {
-        CLI::App* drawing = app_.add_subcommand("gallery", "Draw every widget in every family, and a page that shows them");
-        drawing->add_option("-o,--output", galleryFolder_, "The folder to write")->type_name("FOLDER")->capture_default_str();
+        CLI::App* drawing =
+            app_.add_subcommand("gallery", "Draw every widget in every family, and a page that shows them");
+        drawing->add_option("-o,--output", galleryFolder_, "The folder to write")
+            ->type_name("FOLDER")
+            ->capture_default_str();
         drawing->callback([this] { command_ = [this] { return gallery(choice(), galleryFolder_); }; });
     }
 
@@ -151,11 +160,10 @@ class CommandLine {
             renderRequest_.output = output_;
         }
         renderRequest_.format = formats.at(format_);
-        renderRequest_.appearance = {.scheme = appearances.at(appearance_),
-                                     .mode = modes.at(mode_),
-                                     .redaction = entry.method == EntryRequest::Method::placeholder
-                                                      ? Redaction::placeholder
-                                                      : Redaction::none};
+        renderRequest_.appearance = {
+            .scheme = appearances.at(appearance_),
+            .mode = modes.at(mode_),
+            .redaction = entry.method == EntryRequest::Method::placeholder ? Redaction::placeholder : Redaction::none};
         const bool isPicture = renderRequest_.format == RenderFormat::png || renderRequest_.format == RenderFormat::pdf;
         if (isPicture && !renderRequest_.output && isatty(STDOUT_FILENO) != 0) {
             return Failure{ExitCode::usage, "a picture is nothing for a terminal; name a file with -o"};
@@ -204,6 +212,8 @@ class CommandLine {
 
 } // namespace
 
-int runCommandLine(int argc, char** argv) { return CommandLine().run(argc, argv); }
+int runCommandLine(int argc, char** argv) {
+    return CommandLine().run(argc, argv);
+}
 
 } // namespace host

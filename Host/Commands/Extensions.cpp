@@ -10,7 +10,9 @@ namespace {
 
 using platform::Unexpected;
 
-Failure unavailable(std::string message) { return {ExitCode::unavailable, std::move(message)}; }
+Failure unavailable(std::string message) {
+    return {ExitCode::unavailable, std::move(message)};
+}
 
 } // namespace
 

@@ -22,10 +22,12 @@ struct ExtensionChoice {
 /// Starts the chosen extension, or every installed one; at least one.
 Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice);
 
-/// Starts the extension that has the widget `kind`. Where there is one extension only, that is taken for it without asking.
+/// Starts the extension that has the widget `kind`. Where there is one extension only, that is taken for it without
+/// asking.
 Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
 
-/// Calls a method and reads its answer with `read`; a request that the extension refuses was a wrong choice of the user's.
+/// Calls a method and reads its answer with `read`; a request that the extension refuses was a wrong choice of the
+/// user's.
 Failure failureOf(const ConnectionError& error);
 template <class Value>
 Outcome<Value> receive(ExtensionConnection& connection, std::int64_t id, Message<Value> (*read)(std::string_view)) {

@@ -24,6 +24,7 @@ struct Failure {
     std::string message;
 };
 
-template <class Value> using Outcome = platform::Expected<Value, Failure>;
+template <class Value>
+using Outcome = platform::Expected<Value, Failure>;
 
 } // namespace host

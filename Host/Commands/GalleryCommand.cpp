@@ -45,7 +45,7 @@ class GalleryPainter {
             if (!entries) {
                 return entries.error();
             }
-            if (const auto failure = paint(entries->front(), picture)) {
+            if (auto failure = paint(entries->front(), picture)) {
                 return failure;
             }
         }
@@ -58,7 +58,7 @@ class GalleryPainter {
             layOut(entry.view, familySize(picture.family), renderer_.texts(), renderer_.images());
         for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
             const fs::path file = folder_ / GalleryPage::pictureName(picture.kind, picture.family, scheme);
-            if (const auto failure = writeOutput(renderer_.png(layout, {.scheme = scheme}, scale), file)) {
+            if (auto failure = writeOutput(renderer_.png(layout, {.scheme = scheme}, scale), file)) {
                 return failure;
             }
         }

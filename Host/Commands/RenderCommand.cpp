@@ -17,7 +17,8 @@ using platform::Unexpected;
 /// The entry that applies now: the last that has begun, or the first of those to come.
 const Entry& currentEntry(const std::vector<Entry>& entries) {
     const platform::Date now = platform::SystemClock::shared().now();
-    const auto next = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.date > now; });
+    const auto next =
+        std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.date > now; });
     return next == entries.begin() ? *next : *std::prev(next);
 }
 

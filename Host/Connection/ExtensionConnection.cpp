@@ -20,7 +20,9 @@ using platform::Unexpected;
 constexpr std::size_t chunkSize = std::size_t{64} << 10U;
 constexpr std::size_t greatestLastWords = 4096;
 
-void makeNonBlocking(int descriptor) { fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK); }
+void makeNonBlocking(int descriptor) {
+    fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+}
 
 /// Reads what is there, into the end of `text`. Nothing at the end of input.
 std::optional<std::size_t> readSome(int descriptor, std::string& text) {
@@ -123,7 +125,8 @@ bool ExtensionConnection::readAnswers() {
         return false;
     }
     std::size_t start = 0;
-    for (std::size_t end = incoming_.find('\n', searched); end != std::string::npos; end = incoming_.find('\n', start)) {
+    for (std::size_t end = incoming_.find('\n', searched); end != std::string::npos;
+         end = incoming_.find('\n', start)) {
         takeAnswer(std::string_view(incoming_).substr(start, end - start));
         start = end + 1;
     }
@@ -145,7 +148,7 @@ void ExtensionConnection::takeAnswer(std::string_view line) {
     }
 }
 
-void ExtensionConnection::lose(std::string why) {
+void ExtensionConnection::lose(std::string_view why) {
     if (lost_) {
         return;
     }
@@ -153,7 +156,7 @@ void ExtensionConnection::lose(std::string why) {
     readSome(process_.errors().number(), lastWords_);
     const std::string ended = process_.end();
     const std::string_view words = lastLine(lastWords_);
-    lost_ = fmt::format("the extension {} {}{}{}", manifest_.executable.filename().string(), why.empty() ? ended : why,
+    lost_ = fmt::format("the extension {} {}{}{}", manifest_.executable.filename().string(), why.empty() ? std::string_view(ended) : why,
                         words.empty() ? "" : ": ", words);
 }
 

@@ -60,7 +60,7 @@ class ExtensionConnection {
     bool exchange();
     bool readAnswers();
     void takeAnswer(std::string_view line);
-    void lose(std::string why);
+    void lose(std::string_view why);
 
     Manifest manifest_;
     ExtensionProcess process_;

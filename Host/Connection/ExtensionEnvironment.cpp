@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 using platform::Unexpected;
 
 bool passesThrough(std::string_view name) {
-    constexpr std::array names{"PATH",     "LANG",        "LANGUAGE", "TZ",       "http_proxy",    "https_proxy",
+    constexpr std::array names{"PATH",     "LANG",        "LANGUAGE", "TZ",        "http_proxy",    "https_proxy",
                                "no_proxy", "HTTPS_PROXY", "NO_PROXY", "all_proxy", "SSL_CERT_FILE", "SSL_CERT_DIR"};
     return name.starts_with("LC_") || std::find(names.begin(), names.end(), name) != names.end();
 }
@@ -90,8 +90,8 @@ TemporaryFolder::~TemporaryFolder() {
     }
 }
 
-platform::Expected<ExtensionEnvironment, std::string>
-makeExtensionEnvironment(const Manifest& manifest, const std::optional<fs::path>& home) {
+platform::Expected<ExtensionEnvironment, std::string> makeExtensionEnvironment(const Manifest& manifest,
+                                                                               const std::optional<fs::path>& home) {
     ExtensionEnvironment environment;
     std::error_code failure;
     const fs::path data = home ? absoluteFolder(*home) / ".local" / "share" : userDataFolder();
@@ -99,8 +99,8 @@ makeExtensionEnvironment(const Manifest& manifest, const std::optional<fs::path>
     const fs::path caches = container / "Caches";
     fs::create_directories(caches, failure);
     if (failure) {
-        return Unexpected{fmt::format("cannot make the extension's container {}: {}", container.string(),
-                                      failure.message())};
+        return Unexpected{
+            fmt::format("cannot make the extension's container {}: {}", container.string(), failure.message())};
     }
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string_view text = *variable;

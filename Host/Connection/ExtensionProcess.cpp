@@ -70,8 +70,7 @@ class SpawnSettings {
         sigfillset(&all);
         posix_spawnattr_setsigmask(&attributes_, &none);
         posix_spawnattr_setsigdefault(&attributes_, &all);
-        posix_spawnattr_setflags(&attributes_,
-                                 POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     }
     SpawnSettings(const SpawnSettings&) = delete;
     SpawnSettings& operator=(const SpawnSettings&) = delete;
@@ -103,7 +102,9 @@ void Descriptor::close() {
     }
 }
 
-int Descriptor::release() { return std::exchange(number_, -1); }
+int Descriptor::release() {
+    return std::exchange(number_, -1);
+}
 
 platform::Expected<ExtensionProcess, std::string> ExtensionProcess::start(const Manifest& manifest,
                                                                           ExtensionEnvironment environment) {
@@ -138,7 +139,9 @@ ExtensionProcess::ExtensionProcess(ExtensionProcess&& other) noexcept
     : process_(std::exchange(other.process_, 0)), environment_(std::move(other.environment_)),
       input_(std::move(other.input_)), output_(std::move(other.output_)), errors_(std::move(other.errors_)) {}
 
-ExtensionProcess::~ExtensionProcess() { end(); }
+ExtensionProcess::~ExtensionProcess() {
+    end();
+}
 
 std::string ExtensionProcess::end() {
     if (process_ <= 0) {

@@ -56,8 +56,8 @@ platform::Expected<Manifest, std::string> readManifest(const fs::path& file) {
         for (const simdjson::dom::element read : reads) {
             std::string_view path;
             if (read.get(path) != simdjson::SUCCESS || path.empty() || !staysBelow(path)) {
-                return Unexpected{fmt::format("{}: \"reads\" holds something else than folders below the home",
-                                              file.string())};
+                return Unexpected{
+                    fmt::format("{}: \"reads\" holds something else than folders below the home", file.string())};
             }
             manifest.reads.emplace_back(path);
         }

@@ -27,12 +27,12 @@ struct Manifest {
 /// Reads a manifest; a relative executable is meant from the manifest's folder. The error is one clear line.
 platform::Expected<Manifest, std::string> readManifest(const std::filesystem::path& file);
 
-/// The extension that a user names by `path`: a manifest, or an executable with its manifest beside it as `path`.json; one
-/// without reads nothing of the home and does not connect.
+/// The extension that a user names by `path`: a manifest, or an executable with its manifest beside it as `path`.json;
+/// one without reads nothing of the home and does not connect.
 platform::Expected<Manifest, std::string> manifestFor(const std::filesystem::path& path);
 
-/// The manifests installed in the XDG data folders (the user's first, then the system's, then share beside this program's
-/// own bin folder), by name; of two of the same name the first counts.
+/// The manifests installed in the XDG data folders (the user's first, then the system's, then share beside this
+/// program's own bin folder), by name; of two of the same name the first counts.
 std::vector<std::filesystem::path> installedManifests();
 
 } // namespace host

@@ -21,7 +21,8 @@ std::string textOf(element object, std::string_view name) {
 }
 
 /// Reads the list under `name` with `read`, element by element.
-template <class Read> auto valuesOf(element object, std::string_view name, Read read) {
+template <class Read>
+auto valuesOf(element object, std::string_view name, Read read) {
     std::vector<decltype(read(element()))> values;
     array list;
     if (object[name].get(list) == simdjson::SUCCESS) {
@@ -32,7 +33,9 @@ template <class Read> auto valuesOf(element object, std::string_view name, Read 
     return values;
 }
 
-ChoiceInfo choiceOf(element choice) { return {textOf(choice, "id"), textOf(choice, "title")}; }
+ChoiceInfo choiceOf(element choice) {
+    return {textOf(choice, "id"), textOf(choice, "title")};
+}
 
 ParameterInfo parameterOf(element parameter) {
     return {.name = textOf(parameter, "name"),

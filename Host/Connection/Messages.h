@@ -59,7 +59,8 @@ struct Entry {
     std::string json;
 };
 
-template <class Value> using Message = platform::Expected<Value, std::string>;
+template <class Value>
+using Message = platform::Expected<Value, std::string>;
 
 Message<std::vector<WidgetInfo>> readDescription(std::string_view answer);
 Message<std::vector<PreviewInfo>> readPreviews(std::string_view answer);

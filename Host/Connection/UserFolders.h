@@ -9,7 +9,8 @@ namespace host {
 /// XDG_DATA_HOME, or what stands for it below HOME.
 std::filesystem::path userDataFolder();
 
-/// The data folders in the order in which they are searched: the user's, XDG_DATA_DIRS, share beside this program's bin.
+/// The data folders in the order in which they are searched: the user's, XDG_DATA_DIRS, share beside this program's
+/// bin.
 std::vector<std::filesystem::path> dataFolders();
 
 } // namespace host

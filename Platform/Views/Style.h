@@ -41,11 +41,13 @@ inline constexpr Foreground secondary{ForegroundLevel::secondary};
 inline constexpr Foreground tertiary{ForegroundLevel::tertiary};
 
 /// The protocol's names of an enumeration's values, in the order of the values.
-template <class Enumeration> inline constexpr std::array<std::string_view, 0> styleNames{};
+template <class Enumeration>
+inline constexpr std::array<std::string_view, 0> styleNames{};
 template <>
 inline constexpr std::array<std::string_view, 6> styleNames<TextStyle>{"caption2", "caption", "callout",
                                                                        "headline", "title3",  "largeTitle"};
-template <> inline constexpr std::array<std::string_view, 1> styleNames<FontWeight>{"semibold"};
+template <>
+inline constexpr std::array<std::string_view, 1> styleNames<FontWeight>{"semibold"};
 template <>
 inline constexpr std::array<std::string_view, 3> styleNames<ForegroundLevel>{"primary", "secondary", "tertiary"};
 template <>
@@ -56,14 +58,17 @@ inline constexpr std::array<std::string_view, 3> styleNames<HorizontalAlignment>
 template <>
 inline constexpr std::array<std::string_view, 4> styleNames<VerticalAlignment>{"top", "center", "bottom",
                                                                                "firstTextBaseline"};
-template <> inline constexpr std::array<std::string_view, 1> styleNames<ShapeKind>{"capsule"};
+template <>
+inline constexpr std::array<std::string_view, 1> styleNames<ShapeKind>{"capsule"};
 
-template <class Enumeration> constexpr std::string_view styleName(Enumeration value) {
+template <class Enumeration>
+constexpr std::string_view styleName(Enumeration value) {
     return styleNames<Enumeration>[static_cast<std::size_t>(value)];
 }
 
 /// The value that the protocol calls `name`, if there is one.
-template <class Enumeration> constexpr std::optional<Enumeration> styleNamed(std::string_view name) {
+template <class Enumeration>
+constexpr std::optional<Enumeration> styleNamed(std::string_view name) {
     for (std::size_t i = 0; i < styleNames<Enumeration>.size(); ++i) {
         if (styleNames<Enumeration>[i] == name) {
             return static_cast<Enumeration>(i);

@@ -7,13 +7,17 @@
 namespace platform {
 namespace {
 
-View viewOf(NodeContent content) { return View(Node{.content = std::move(content)}); }
+View viewOf(NodeContent content) {
+    return View(Node{.content = std::move(content)});
+}
 
 } // namespace
 
 View::View(Node node) : node_(std::make_shared<const Node>(std::move(node))) {}
 
-bool operator==(const View& a, const View& b) { return a.node_ == b.node_ || *a.node_ == *b.node_; }
+bool operator==(const View& a, const View& b) {
+    return a.node_ == b.node_ || *a.node_ == *b.node_;
+}
 
 View View::font(Font font) const {
     Node changed = node();
@@ -43,12 +47,18 @@ View View::textAlignment(HorizontalAlignment alignment) const {
     return View(std::move(changed));
 }
 
-View View::padding(Insets insets) const { return viewOf(Padding{.child = *this, .insets = insets}); }
-View View::frame(FixedSize size) const { return viewOf(Frame{.child = *this, .size = size}); }
+View View::padding(Insets insets) const {
+    return viewOf(Padding{.child = *this, .insets = insets});
+}
+View View::frame(FixedSize size) const {
+    return viewOf(Frame{.child = *this, .size = size});
+}
 View View::capsuleBackground(Color fill) const {
     return viewOf(Background{.child = *this, .shape = ShapeKind::capsule, .fill = fill});
 }
-View View::accentable() const { return viewOf(Accentable{.child = *this}); }
+View View::accentable() const {
+    return viewOf(Accentable{.child = *this});
+}
 View View::link(std::string_view url, std::optional<std::string> id) const {
     return viewOf(Link{.child = *this, .url = std::string(url), .id = std::move(id)});
 }
@@ -59,17 +69,29 @@ View vStack(VStackOptions options, Views children) {
 View hStack(HStackOptions options, Views children) {
     return viewOf(HStack{.children = std::move(children), .alignment = options.alignment, .spacing = options.spacing});
 }
-View spacer(std::optional<double> minLength) { return viewOf(Spacer{.minLength = minLength}); }
-View divider() { return viewOf(Divider{}); }
-View text(std::string text) { return viewOf(Text{.text = std::move(text)}); }
-View symbol(std::string_view name) { return viewOf(Symbol{.symbol = std::string(name)}); }
+View spacer(std::optional<double> minLength) {
+    return viewOf(Spacer{.minLength = minLength});
+}
+View divider() {
+    return viewOf(Divider{});
+}
+View text(std::string text) {
+    return viewOf(Text{.text = std::move(text)});
+}
+View symbol(std::string_view name) {
+    return viewOf(Symbol{.symbol = std::string(name)});
+}
 View label(std::string_view symbolName, std::string text) {
     return viewOf(Label{.symbol = std::string(symbolName), .text = std::move(text)});
 }
 View image(EncodedData data, View fallback) {
     return viewOf(Image{.data = std::move(data), .fallback = std::move(fallback)});
 }
-View circle(Color fill) { return viewOf(Circle{.fill = fill}); }
-View clear() { return viewOf(Clear{}); }
+View circle(Color fill) {
+    return viewOf(Circle{.fill = fill});
+}
+View clear() {
+    return viewOf(Clear{});
+}
 
 } // namespace platform

@@ -1,8 +1,8 @@
 // A piece of a widget's picture: an immutable value that describes what to draw, not how.
 //
-// A `View` is made by the function of its kind (`vStack`, `text`, `symbol`, …, one small header each) and changed by the
-// modifiers below, each of which answers a new view. Copying is cheap, trees share their parts. Views are equal when they
-// describe the same. Lengths are points. Any thread.
+// A `View` is made by the function of its kind (`vStack`, `text`, `symbol`, …, one small header each) and changed by
+// the modifiers below, each of which answers a new view. Copying is cheap, trees share their parts. Views are equal
+// when they describe the same. Lengths are points. Any thread.
 //
 //     vStack({.spacing = 8}, {symbol("star").font(largeTitle), text("No Favorites").foreground(secondary)})
 //

@@ -31,7 +31,8 @@ std::optional<double> extentMember(const object& node, std::string_view name) {
     return length && *length >= 0 ? length : std::nullopt;
 }
 
-template <class Value> std::optional<Value> namedMember(const object& node, std::string_view name) {
+template <class Value>
+std::optional<Value> namedMember(const object& node, std::string_view name) {
     const auto text = textMember(node, name);
     return text ? styleNamed<Value>(*text) : std::nullopt;
 }
@@ -125,8 +126,8 @@ class Reader {
         const auto spacing = lengthMember(node, "spacing");
         if (type == "vstack") {
             return VStack{.children = *std::move(views),
-                          .alignment = namedMember<HorizontalAlignment>(node, "alignment")
-                                           .value_or(HorizontalAlignment::center),
+                          .alignment =
+                              namedMember<HorizontalAlignment>(node, "alignment").value_or(HorizontalAlignment::center),
                           .spacing = spacing};
         }
         return HStack{.children = *std::move(views),

@@ -1,8 +1,8 @@
 // A view tree from the protocol's JSON, read with distrust: it comes from another process.
 //
-// What a host does not know costs nothing but itself: an unknown type becomes its children, if it has any, and an unknown
-// attribute or value is passed over. A length that is not within ±`greatestLength` counts as left out. A tree that is no
-// object, is deeper than `greatestDepth` or has more than `greatestCount` nodes is refused with a reason.
+// What a host does not know costs nothing but itself: an unknown type becomes its children, if it has any, and an
+// unknown attribute or value is passed over. A length that is not within ±`greatestLength` counts as left out. A tree
+// that is no object, is deeper than `greatestDepth` or has more than `greatestCount` nodes is refused with a reason.
 #pragma once
 
 #include "Platform/Foundation/Expected.h"

@@ -101,7 +101,8 @@ struct ContentWriter {
     }
 
   private:
-    template <class Stack, class Alignment> void stackMembers(const Stack& stack, Alignment usual) const {
+    template <class Stack, class Alignment>
+    void stackMembers(const Stack& stack, Alignment usual) const {
         if (stack.alignment != usual) {
             out.member("alignment", styleName(stack.alignment));
         }

@@ -1,7 +1,7 @@
 // The extension's end of the connection: takes lines, answers them concurrently, and ends as the protocol says.
 //
-// Threads take turns at reading: the one that gets a line answers it itself, and sees to it first that another is there to
-// read on. So a quick answer is never handed between threads, and a slow one holds nobody up.
+// Threads take turns at reading: the one that gets a line answers it itself, and sees to it first that another is there
+// to read on. So a quick answer is never handed between threads, and a slow one holds nobody up.
 #pragma once
 
 #include "Platform/Widgets/LineReader.h"

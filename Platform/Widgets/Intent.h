@@ -31,7 +31,8 @@ struct Choice {
 
 enum class ParameterType { enumeration, entity };
 
-/// Which of an entity's choices are asked for: all that are suggested, those that match a text, or those of the given ids.
+/// Which of an entity's choices are asked for: all that are suggested, those that match a text, or those of the given
+/// ids.
 struct ChoiceRequest {
     std::optional<std::string> matching;
     std::optional<std::vector<std::string>> identifiers;
@@ -47,7 +48,8 @@ struct ParameterDescription {
     std::vector<Choice> cases;
 };
 
-template <class Intent> struct IntentParameter {
+template <class Intent>
+struct IntentParameter {
     ParameterDescription description;
     /// Sets the member to the choice of that id; false if there is no such choice.
     std::function<bool(Intent&, const std::string& id)> assign;
@@ -55,7 +57,8 @@ template <class Intent> struct IntentParameter {
     std::function<std::vector<Choice>(const ChoiceRequest&)> choices;
 };
 
-template <class Intent> struct IntentDescription {
+template <class Intent>
+struct IntentDescription {
     std::string title;
     std::string description;
     std::vector<IntentParameter<Intent>> parameters;
@@ -64,7 +67,7 @@ template <class Intent> struct IntentDescription {
 /// A parameter whose type is an enumeration `Case`, for which these stand beside it (found by its namespace):
 /// `allCases(Case)`, a range of all in the order offered; `rawValue(Case)`, the id; `displayTitle(Case)`.
 template <class Intent, class Case>
-IntentParameter<Intent> enumerationParameter(Case Intent::* member, std::string name, std::string title,
+IntentParameter<Intent> enumerationParameter(Case Intent::*member, std::string name, std::string title,
                                              std::string typeName) {
     const auto choiceOf = [](Case value) { return Choice{std::string(rawValue(value)), displayTitle(value)}; };
     std::vector<Choice> cases;
@@ -90,11 +93,11 @@ IntentParameter<Intent> enumerationParameter(Case Intent::* member, std::string 
             .choices = nullptr};
 }
 
-/// A parameter whose type is an entity: a value that is remembered by its `id` and shown by its `displayRepresentation()`.
-/// `Query` offers `entities(for identifiers)` as `entitiesFor`, `suggestedEntities`, `entitiesMatching` and `defaultResult`.
-/// Any id is accepted: what it names may have gone, or not have come yet.
+/// A parameter whose type is an entity: a value that is remembered by its `id` and shown by its
+/// `displayRepresentation()`. `Query` offers `entities(for identifiers)` as `entitiesFor`, `suggestedEntities`,
+/// `entitiesMatching` and `defaultResult`. Any id is accepted: what it names may have gone, or not have come yet.
 template <class Intent, class Entity, class Query>
-IntentParameter<Intent> entityParameter(Entity Intent::* member, Query query, std::string name, std::string title,
+IntentParameter<Intent> entityParameter(Entity Intent::*member, Query query, std::string name, std::string title,
                                         std::string typeName) {
     const auto choiceOf = [](const Entity& entity) { return Choice{entity.id, entity.displayRepresentation()}; };
     return {.description = {.name = std::move(name),

@@ -22,8 +22,8 @@ class LineReader {
         bool tooLong = false;
     };
 
-    /// The next line without its end, waiting for it; nothing at the end of input, on a read error, or when the output is
-    /// closed. What stands after the last line's end counts as a line. One thread at a time.
+    /// The next line without its end, waiting for it; nothing at the end of input, on a read error, or when the output
+    /// is closed. What stands after the last line's end counts as a line. One thread at a time.
     std::optional<Line> next();
 
     /// Whether `next` ended because the output is closed.

@@ -19,7 +19,13 @@ constexpr int greatestDepth = 64;
 /// As much as a list with icons takes.
 constexpr std::size_t usualAnswer = std::size_t{48} << 10U;
 
-enum class ErrorCode { notJson = -32700, notRequest = -32600, noMethod = -32601, invalidParameter = -32602, unforeseen = -32603 };
+enum class ErrorCode {
+    notJson = -32700,
+    notRequest = -32600,
+    noMethod = -32601,
+    invalidParameter = -32602,
+    unforeseen = -32603
+};
 
 /// What ends the handling of a request. It does not leave this file.
 struct RequestError {
@@ -27,8 +33,12 @@ struct RequestError {
     std::string message;
 };
 
-[[noreturn]] void refuse(ErrorCode code, std::string message) { throw RequestError{code, std::move(message)}; }
-[[noreturn]] void refuseParameter(std::string message) { refuse(ErrorCode::invalidParameter, std::move(message)); }
+[[noreturn]] void refuse(ErrorCode code, std::string message) {
+    throw RequestError{code, std::move(message)};
+}
+[[noreturn]] void refuseParameter(std::string message) {
+    refuse(ErrorCode::invalidParameter, std::move(message));
+}
 
 const std::string& textParameter(const Json& params, const char* name) {
     const auto found = params.find(name);
@@ -153,7 +163,8 @@ void writeDescription(JsonWriter& out, const WidgetDescription& widget) {
 }
 
 /// The result of an answered request, or the refusal of a choice as an error.
-template <class Result> Result valueOf(Expected<Result, InvalidChoice> answer) {
+template <class Result>
+Result valueOf(Expected<Result, InvalidChoice> answer) {
     if (!answer) {
         refuseParameter(answer.error().message);
     }

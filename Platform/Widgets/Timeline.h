@@ -12,7 +12,8 @@ struct ReloadAfter {
     Date date;
 };
 
-template <class Entry> struct Timeline {
+template <class Entry>
+struct Timeline {
     std::vector<Entry> entries;
     ReloadAfter reload;
 };

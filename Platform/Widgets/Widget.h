@@ -1,7 +1,7 @@
 // A widget as the host knows it: a kind, what it offers, and the host's three requests with their answers as views.
 //
-// `Widget` is what a bundle holds and the runner speaks to. A widget of the usual make, with an intent, a provider and an
-// entry view, is an `IntentWidget`, which needs no more than its `IntentConfiguration`.
+// `Widget` is what a bundle holds and the runner speaks to. A widget of the usual make, with an intent, a provider and
+// an entry view, is an `IntentWidget`, which needs no more than its `IntentConfiguration`.
 //
 // Requests may come from several threads at once, so providers must be safe to call concurrently.
 #pragma once
@@ -63,9 +63,9 @@ class Widget {
 
     virtual EntryContent placeholder(const Environment& environment) const = 0;
     virtual Expected<EntryContent, InvalidChoice> snapshot(const Configuration& configuration,
-                                                               const Environment& environment) const = 0;
+                                                           const Environment& environment) const = 0;
     virtual Expected<Timeline<EntryContent>, InvalidChoice> timeline(const Configuration& configuration,
-                                                                         const Environment& environment) const = 0;
+                                                                     const Environment& environment) const = 0;
 
     /// The choices of a parameter. `parameter` is one of the description's.
     virtual std::vector<Choice> choices(const std::string& parameter, const ChoiceRequest& request) const = 0;
@@ -83,7 +83,8 @@ std::vector<std::string> choiceIds(const std::vector<Choice>& choices);
 /// What a host shows behind the views.
 inline constexpr const char* tertiaryFill = "tertiaryFill";
 
-template <class Entry> struct Preview {
+template <class Entry>
+struct Preview {
     std::string name;
     WidgetFamily family = WidgetFamily::medium;
     std::function<std::vector<Entry>()> entries;
@@ -91,7 +92,8 @@ template <class Entry> struct Preview {
 
 /// How a widget is made. `Provider` has the types `Entry` (with a member `date`) and `Intent`, and answers
 /// `placeholder()`, `snapshot(intent)` and `timeline(intent)`. Texts are in the user's language.
-template <class Provider> struct IntentConfiguration {
+template <class Provider>
+struct IntentConfiguration {
     using Entry = typename Provider::Entry;
 
     std::string kind;
@@ -106,7 +108,8 @@ template <class Provider> struct IntentConfiguration {
     std::vector<Preview<Entry>> previews = {};
 };
 
-template <class Provider> class IntentWidget final : public Widget {
+template <class Provider>
+class IntentWidget final : public Widget {
   public:
     using Entry = typename Provider::Entry;
     using Intent = typename Provider::Intent;
@@ -136,7 +139,7 @@ template <class Provider> class IntentWidget final : public Widget {
     }
 
     Expected<EntryContent, InvalidChoice> snapshot(const Configuration& choices,
-                                                       const Environment& environment) const override {
+                                                   const Environment& environment) const override {
         const auto intent = intentOf(choices);
         if (!intent) {
             return Unexpected{intent.error()};
@@ -145,7 +148,7 @@ template <class Provider> class IntentWidget final : public Widget {
     }
 
     Expected<Timeline<EntryContent>, InvalidChoice> timeline(const Configuration& choices,
-                                                                 const Environment& environment) const override {
+                                                             const Environment& environment) const override {
         const auto intent = intentOf(choices);
         if (!intent) {
             return Unexpected{intent.error()};
@@ -196,10 +199,12 @@ template <class Provider> class IntentWidget final : public Widget {
     Expected<Intent, InvalidChoice> intentOf(const Configuration& choices) const {
         Intent intent;
         for (const auto& [name, id] : choices) {
-            const auto parameter = std::find_if(intent_.parameters.begin(), intent_.parameters.end(),
-                                                [&](const auto& known) { return known.description.name == name; });
+            const auto parameter =
+                std::find_if(intent_.parameters.begin(), intent_.parameters.end(),
+                             [&name = name](const auto& known) { return known.description.name == name; });
             if (parameter == intent_.parameters.end()) {
-                return Unexpected{InvalidChoice{notAccepted("parameter", name, parameterNames(description().parameters))}};
+                return Unexpected{
+                    InvalidChoice{notAccepted("parameter", name, parameterNames(description().parameters))}};
             }
             if (!parameter->assign(intent, id)) {
                 return Unexpected{InvalidChoice{notAccepted("choice", id, choiceIds(parameter->description.cases))}};

@@ -12,6 +12,7 @@ PROGRAMS = Path(os.environ["PROGRAMS"])
 EXTENSION = PROGRAMS / "foliovault-widgets"
 HOST = PROGRAMS / "widgethost"
 PROJECT = Path(__file__).resolve().parent.parent.parent
+OK, USAGE, UNAVAILABLE, CANNOT_CREATE = 0, 64, 69, 73
 FAMILIES = ("small", "medium", "large", "extraLarge")
 
 
@@ -103,3 +104,23 @@ def texts(entry):
 def host(*arguments, **more):
     """Runs widgethost to its end."""
     return subprocess.run([HOST, *map(str, arguments)], capture_output=True, timeout=100, **more)
+
+
+class HostTest(HomeTest):
+    def host(self, *arguments, extension=EXTENSION, **more):
+        variables = {**os.environ, "XDG_DATA_HOME": str(self.home / "data"), "HOME": str(self.home), "LANG": "C"}
+        return host("--extension", extension, "--home", self.home, *arguments, env=variables, **more)
+
+    def succeed(self, *arguments, **more):
+        done = self.host(*arguments, **more)
+        self.assertEqual((done.returncode, done.stderr), (OK, b""))
+        return done.stdout
+
+    def fail(self, code, *arguments, **more):
+        """The one line that the failure says."""
+        done = self.host(*arguments, **more)
+        self.assertEqual(done.returncode, code, done.stderr)
+        self.assertEqual(done.stdout, b"")
+        line = done.stderr.decode()
+        self.assertRegex(line, r"\Awidgethost: [^\n]+\n\Z")
+        return line

@@ -14,7 +14,8 @@ constexpr auto none = std::nullopt;
 
 FavoritesItem item(std::optional<std::string> location, std::optional<std::string> group, IsDatabase isDatabase,
                    std::optional<std::string> path, std::int64_t label = 0, std::optional<std::string> link = none) {
-    return {"id", "name", {}, "doc", label, std::move(location), std::move(group), link, none, isDatabase, std::move(path)};
+    return {"id", "name", {},         "doc",          label, std::move(location), std::move(group),
+            link, none,   isDatabase, std::move(path)};
 }
 
 TEST(FavoritesItem, HasTheSubtitleThatSaysMost) {
@@ -37,7 +38,8 @@ TEST(FavoritesItem, HasTheSubtitleThatSaysMost) {
 TEST(FavoritesItem, HasTheColorOfItsLabel) {
     using enum platform::Color;
     const std::pair<std::int64_t, std::optional<platform::Color>> rows[]{
-        {-1, none}, {0, none}, {1, red}, {2, orange}, {3, yellow}, {4, green}, {5, blue}, {6, purple}, {7, gray}, {8, none}};
+        {-1, none}, {0, none}, {1, red},    {2, orange}, {3, yellow},
+        {4, green}, {5, blue}, {6, purple}, {7, gray},   {8, none}};
     for (const auto& [label, color] : rows) {
         EXPECT_EQ(item(none, none, IsDatabase::no, none, label).dotColor(), color) << label;
     }

@@ -19,11 +19,13 @@ std::string favorites(int count) {
 }
 
 std::string group(const std::string& name, int count) {
-    return "<dict><key>Name</key><string>" + name + "</string><key>Children</key><array>" + favorites(count) + "</array></dict>";
+    return "<dict><key>Name</key><string>" + name + "</string><key>Children</key><array>" + favorites(count) +
+           "</array></dict>";
 }
 
 TEST(FavoritesProvider, ShowsTheFirstSixteenOfTheChosenGroup) {
-    const FavoritesFile file = FavoritesFile::ofArray(group("Work", 17) + group("work", 2) + group("_all", 1) + favorites(3));
+    const FavoritesFile file =
+        FavoritesFile::ofArray(group("Work", 17) + group("work", 2) + group("_all", 1) + favorites(3));
     const platform::FixedClock clock({1000});
     const FavoritesProvider provider(file.store, clock);
     struct Row {
@@ -31,7 +33,8 @@ TEST(FavoritesProvider, ShowsTheFirstSixteenOfTheChosenGroup) {
         std::size_t items;
         std::int64_t count;
     };
-    for (const Row& row : {Row{"_all", 16, 23}, Row{"Work", 16, 17}, Row{"work", 2, 2}, Row{"WORK", 0, 0}, Row{"", 0, 0}}) {
+    for (const Row& row :
+         {Row{"_all", 16, 23}, Row{"Work", 16, 17}, Row{"work", 2, 2}, Row{"WORK", 0, 0}, Row{"", 0, 0}}) {
         const auto timeline = provider.timeline({.group = {row.group}});
         ASSERT_EQ(timeline.entries.size(), 1U);
         EXPECT_EQ(timeline.entries[0].items.size(), row.items) << row.group;

@@ -7,8 +7,8 @@ namespace foliovault {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using testing::FavoritesFile;
+using ::testing::IsEmpty;
 
 /// One line that says all of an item that a test may want to know.
 std::string outline(const FavoritesItem& item) {
@@ -36,14 +36,15 @@ TEST(FavoritesStore, ReadsEveryKindOfEntry) {
             <dict><key>SIUUID</key><string>S-1</string><key>Location</key><string>ignored</string></dict>
         </array></dict>
         <dict><key>UUID</key><string>U-1</string><key>Name</key><string>Note</string></dict>)");
-    EXPECT_THAT(outlines(file.store.readFromPlist()),
-                ElementsAre("db:Work//home/ada/A & B | Base | cylinder.split.1x2 | 0 | - | Work | "
-                            "x-foliovault://open-path?path=/home/ada/A%20%26%20B&widget=favorites | database /home/ada/A & B",
-                            "item:Work/U-1 | Note | doc.plaintext | 3 | In › Box | Work | "
-                            "x-foliovault-item://U-1?widget=favorites | -",
-                            "si:Work/S-1 | Untitled | gearshape.2 | 0 | - | Work | "
-                            "x-foliovault-smartgroup://S-1?widget=favorites | -",
-                            "item:U-1 | Note | doc | 0 | - | - | x-foliovault-item://U-1?widget=favorites | -"));
+    EXPECT_THAT(
+        outlines(file.store.readFromPlist()),
+        ElementsAre("db:Work//home/ada/A & B | Base | cylinder.split.1x2 | 0 | - | Work | "
+                    "x-foliovault://open-path?path=/home/ada/A%20%26%20B&widget=favorites | database /home/ada/A & B",
+                    "item:Work/U-1 | Note | doc.plaintext | 3 | In › Box | Work | "
+                    "x-foliovault-item://U-1?widget=favorites | -",
+                    "si:Work/S-1 | Untitled | gearshape.2 | 0 | - | Work | "
+                    "x-foliovault-smartgroup://S-1?widget=favorites | -",
+                    "item:U-1 | Note | doc | 0 | - | - | x-foliovault-item://U-1?widget=favorites | -"));
     EXPECT_THAT(file.log.lines(), IsEmpty());
 }
 
@@ -62,11 +63,14 @@ TEST(FavoritesStore, TakesEachEntryAsWellAsItCan) {
         {"<dict><key>SIUUID</key><string>s</string><key>UUID</key><string>u</string></dict>", "item:u"},
         {"<dict><key>UUID</key><string></string></dict>", "item:"},
         {"<dict><key>Children</key><string>x</string><key>UUID</key><string>u</string></dict>", "item:u"},
-        {"<dict><key>Children</key><array><string>x</string></array><key>UUID</key><string>u</string></dict>", "item:u"},
+        {"<dict><key>Children</key><array><string>x</string></array><key>UUID</key><string>u</string></dict>",
+         "item:u"},
         {"<dict><key>Children</key><array/><key>UUID</key><string>u</string></dict>", ""},
-        {"<dict><key>Children</key><array><dict><key>Children</key><array/><key>UUID</key><string>u</string></dict></array></dict>",
+        {"<dict><key>Children</key><array><dict><key>Children</key><array/><key>UUID</key><string>u</string></dict></"
+         "array></dict>",
          "item:Untitled/u"},
-        {"<dict><key>Name</key><integer>4</integer><key>Children</key><array><dict><key>Path</key><string>p</string></dict></array></dict>",
+        {"<dict><key>Name</key><integer>4</integer><key>Children</key><array><dict><key>Path</key><string>p</string></"
+         "dict></array></dict>",
          "db:Untitled/p"},
     };
     for (const Row& row : rows) {
@@ -142,7 +146,8 @@ TEST(FavoritesStore, ReadsTheOldTextFormToo) {
     const auto items = file.store.readFromPlist();
     ASSERT_EQ(items.size(), 1U);
     // In that form a number is a text, and a text is no type.
-    EXPECT_EQ(outline(items.front()), "item:Work/u1 | A note | doc | 0 | - | Work | x-foliovault-item://u1?widget=favorites | -");
+    EXPECT_EQ(outline(items.front()),
+              "item:Work/u1 | A note | doc | 0 | - | Work | x-foliovault-item://u1?widget=favorites | -");
 }
 
 TEST(FavoritesStore, ReadsAFileThatIsCutOffAnywhereAsOneThatCannotBeParsed) {

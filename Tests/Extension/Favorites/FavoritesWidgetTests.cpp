@@ -23,10 +23,12 @@ std::string json(const platform::View& view) {
 
 TEST(FavoritesEntryView, ShowsTheEmptyViewInEveryFamilyWhenThereIsNothingToShow) {
     const FavoritesEntry nothing;
-    for (const auto family : {platform::WidgetFamily::small, platform::WidgetFamily::medium, platform::WidgetFamily::large,
-                              platform::WidgetFamily::extraLarge, platform::WidgetFamily::unknown}) {
-        EXPECT_EQ(json(FavoritesEntryView{nothing}.body({.family = family})),
-                  R"({"type":"vstack","spacing":8,"children":[{"type":"symbol","symbol":"star","font":{"style":"largeTitle"},"foreground":"secondary"},{"type":"text","text":"No Favorites","font":{"style":"headline"},"foreground":"secondary"},{"type":"text","text":"Add favorites in FOLIOvault to see them here.","textAlignment":"center","font":{"style":"caption"},"foreground":"tertiary"}]})");
+    for (const auto family :
+         {platform::WidgetFamily::small, platform::WidgetFamily::medium, platform::WidgetFamily::large,
+          platform::WidgetFamily::extraLarge, platform::WidgetFamily::unknown}) {
+        EXPECT_EQ(
+            json(FavoritesEntryView{nothing}.body({.family = family})),
+            R"({"type":"vstack","spacing":8,"children":[{"type":"symbol","symbol":"star","font":{"style":"largeTitle"},"foreground":"secondary"},{"type":"text","text":"No Favorites","font":{"style":"headline"},"foreground":"secondary"},{"type":"text","text":"Add favorites in FOLIOvault to see them here.","textAlignment":"center","font":{"style":"caption"},"foreground":"tertiary"}]})");
     }
 }
 

@@ -22,7 +22,9 @@ struct Note {
         return illustrated ? std::optional(EncodedData(Data::owning("png"), EncodedData::Encoding::raw)) : std::nullopt;
     }
     std::optional<URL> displayURL() const { return URL::parse(id.empty() ? "" : "note:" + id); }
-    std::optional<std::string> displaySubtitle() const { return marked ? std::optional<std::string>("sub") : std::nullopt; }
+    std::optional<std::string> displaySubtitle() const {
+        return marked ? std::optional<std::string>("sub") : std::nullopt;
+    }
     std::optional<Color> dotColor() const { return marked ? std::optional(Color::red) : std::nullopt; }
     friend bool operator==(const Note&, const Note&) = default;
 };
@@ -51,7 +53,8 @@ struct Counter {
     }
     void operator()(const Padding& padding) const {
         const bool startsPastIcon = padding.insets == Insets{.leading = 30};
-        census.horizontalDividers += startsPastIcon && std::holds_alternative<Divider>(padding.child.node().content) ? 1 : 0;
+        census.horizontalDividers +=
+            startsPastIcon && std::holds_alternative<Divider>(padding.child.node().content) ? 1 : 0;
         count(padding.child, census);
     }
     void operator()(const Frame& frame) const { count(frame.child, census); }
@@ -71,7 +74,8 @@ struct Counter {
             ++census.detail;
         }
     }
-    template <class Leaf> void operator()(const Leaf&) const {}
+    template <class Leaf>
+    void operator()(const Leaf&) const {}
 
     void children(const Views& views) const {
         for (const View& view : views) {
@@ -80,7 +84,9 @@ struct Counter {
     }
 };
 
-void count(const View& view, Census& census) { std::visit(Counter{census}, view.node().content); }
+void count(const View& view, Census& census) {
+    std::visit(Counter{census}, view.node().content);
+}
 
 Census censusOf(WidgetFamily family, const std::vector<Note>& notes, std::int64_t displayCount,
                 RenderingMode mode = RenderingMode::fullColor) {
@@ -90,8 +96,12 @@ Census censusOf(WidgetFamily family, const std::vector<Note>& notes, std::int64_
         .title = "Notes",
         .subtitle = "all",
         .smallHeader = [] { return text("small"); },
-        .detailRow = [](const Note& note) { return hStack({}, {text("detail"), text(note.displayTitle())}); },
-    }.body({.family = family, .renderingMode = mode});
+        .detailRow =
+            [](const Note& note) {
+                return hStack({}, {text("detail"), text(note.displayTitle())});
+            },
+    }
+                          .body({.family = family, .renderingMode = mode});
     Census census;
     count(view, census);
     return census;
@@ -117,14 +127,22 @@ TEST(ListWidgetBody, ShowsAsManyRowsAsTheFamilyHas) {
     };
     using enum WidgetFamily;
     const Row rows[]{
-        {small, 4, 4, 4, "", 0, 0},        {small, 4, 5, 4, "+1 more", 0, 0},
-        {small, 16, 20, 4, "+16 more", 0, 0}, {small, 3, 2, 3, "", 0, 0},
-        {medium, 5, 5, 5, "", 0, 0},       {medium, 16, 20, 5, "+15 more", 0, 0},
-        {unknown, 16, 20, 5, "+15 more", 0, 0}, {large, 3, 3, 3, "", 2, 0},
-        {large, 7, 7, 7, "", 6, 0},        {large, 16, 16, 7, "+9 more", 6, 0},
-        {extraLarge, 1, 1, 1, "", 0, 0},   {extraLarge, 2, 2, 2, "", 0, 1},
-        {extraLarge, 5, 5, 5, "", 3, 1},   {extraLarge, 16, 4000, 16, "", 14, 1},
-        {large, 0, 0, 0, "", 0, 0},        {extraLarge, 0, 0, 0, "", 0, 0},
+        {small, 4, 4, 4, "", 0, 0},
+        {small, 4, 5, 4, "+1 more", 0, 0},
+        {small, 16, 20, 4, "+16 more", 0, 0},
+        {small, 3, 2, 3, "", 0, 0},
+        {medium, 5, 5, 5, "", 0, 0},
+        {medium, 16, 20, 5, "+15 more", 0, 0},
+        {unknown, 16, 20, 5, "+15 more", 0, 0},
+        {large, 3, 3, 3, "", 2, 0},
+        {large, 7, 7, 7, "", 6, 0},
+        {large, 16, 16, 7, "+9 more", 6, 0},
+        {extraLarge, 1, 1, 1, "", 0, 0},
+        {extraLarge, 2, 2, 2, "", 0, 1},
+        {extraLarge, 5, 5, 5, "", 3, 1},
+        {extraLarge, 16, 4000, 16, "", 14, 1},
+        {large, 0, 0, 0, "", 0, 0},
+        {extraLarge, 0, 0, 0, "", 0, 0},
     };
     for (const Row& row : rows) {
         const Census census = censusOf(row.family, notes(row.items), row.displayCount);
@@ -140,7 +158,8 @@ TEST(ListWidgetBody, ShowsAsManyRowsAsTheFamilyHas) {
 }
 
 TEST(ListWidgetBody, KeepsTheOrderThroughBothColumns) {
-    EXPECT_EQ(censusOf(WidgetFamily::extraLarge, notes(5), 5).titles, (std::vector<std::string>{"1", "2", "3", "4", "5"}));
+    EXPECT_EQ(censusOf(WidgetFamily::extraLarge, notes(5), 5).titles,
+              (std::vector<std::string>{"1", "2", "3", "4", "5"}));
 }
 
 TEST(ListWidgetBody, KnowsTheLastRowByItsIdentifier) {

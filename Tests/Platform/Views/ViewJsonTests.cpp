@@ -91,7 +91,8 @@ TEST(ViewJson, GoesOnWhereItMeetsWhatItDoesNotKnow) {
         {R"({"type":"text","text":"a","lineLimit":0})", text("a")},
         {R"({"type":"text","text":"a","lineLimit":99999999999})", text("a").lineLimit(1'000'000)},
         {R"({"type":"link","child":{"type":"symbol","symbol":"star"}})", star.padding({})},
-        {R"({"type":"frame","width":-1,"height":8,"child":{"type":"symbol","symbol":"star"}})", star.frame({.height = 8})},
+        {R"({"type":"frame","width":-1,"height":8,"child":{"type":"symbol","symbol":"star"}})",
+         star.frame({.height = 8})},
     };
     for (const Row& row : rows) {
         const auto view = readBack(row.json);

@@ -87,12 +87,14 @@ std::string previews(int id, std::size_t length = 0) {
 }
 
 std::string noMethod(int id) {
-    return R"({"jsonrpc":"2.0","id":)" + std::to_string(id) + R"(,"error":{"code":-32601,"message":"no method \"none\""}})";
+    return R"({"jsonrpc":"2.0","id":)" + std::to_string(id) +
+           R"(,"error":{"code":-32601,"message":"no method \"none\""}})";
 }
 
 std::string timelineOf(const std::string& city) {
-    return R"({"jsonrpc":"2.0","id":")" + city + R"(","method":"timeline","params":{"kind":"Clock","configuration":{"city":")" +
-           city + R"("},"environment":{"family":"small"}}})" + "\n";
+    return R"({"jsonrpc":"2.0","id":")" + city +
+           R"(","method":"timeline","params":{"kind":"Clock","configuration":{"city":")" + city +
+           R"("},"environment":{"family":"small"}}})" + "\n";
 }
 
 TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
@@ -100,8 +102,10 @@ TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
     Running running(testing::clockBundle());
     running.send(previews(1, limit) + "\n" + previews(2, limit + 1) + "\n" + std::string(5 * limit, 'x') + "\n");
     running.send(previews(3) + "\n\n" + previews(4));
-    const std::string tooLong = R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,"message":"the line is longer than 1 MiB"}})";
-    const std::string notJson = R"({"jsonrpc":"2.0","id":null,"error":{"code":-32700,"message":"the line is not JSON"}})";
+    const std::string tooLong =
+        R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,"message":"the line is longer than 1 MiB"}})";
+    const std::string notJson =
+        R"({"jsonrpc":"2.0","id":null,"error":{"code":-32700,"message":"the line is not JSON"}})";
     EXPECT_EQ(running.finish(), (std::vector{noMethod(1), noMethod(3), noMethod(4), tooLong, tooLong, notJson}));
 }
 

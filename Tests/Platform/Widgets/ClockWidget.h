@@ -13,9 +13,15 @@
 namespace platform::testing {
 
 enum class Face { digital, analog };
-inline std::array<Face, 2> allCases(Face /*any*/) { return {Face::digital, Face::analog}; }
-inline std::string_view rawValue(Face face) { return face == Face::digital ? "digital" : "analog"; }
-inline std::string displayTitle(Face face) { return face == Face::digital ? "Digital" : "Analog"; }
+inline std::array<Face, 2> allCases(Face /*any*/) {
+    return {Face::digital, Face::analog};
+}
+inline std::string_view rawValue(Face face) {
+    return face == Face::digital ? "digital" : "analog";
+}
+inline std::string displayTitle(Face face) {
+    return face == Face::digital ? "Digital" : "Analog";
+}
 
 struct City {
     std::string id;
@@ -87,9 +93,11 @@ inline WidgetBundle clockBundle(std::function<void(const std::string&)> whileWor
         .widgetURL = [](const ClockEntry& entry) -> std::optional<std::string> {
             return entry.line == "later" ? std::optional<std::string>("clock://later") : std::nullopt;
         },
-        .previews = {{"Ticking", WidgetFamily::extraLarge, [] { return std::vector{ClockEntry{Date{0}, "tick"}}; }},
-                     {"Broken",
-                      WidgetFamily::small,
+        .previews = {{"Ticking", WidgetFamily::extraLarge,
+                      [] {
+                          return std::vector{ClockEntry{Date{0}, "tick"}};
+                      }},
+                     {"Broken", WidgetFamily::small,
                       []() -> std::vector<ClockEntry> { throw std::runtime_error("the spring broke"); }}},
     }));
     return bundle;

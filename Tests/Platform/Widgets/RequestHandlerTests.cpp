@@ -15,7 +15,11 @@ std::string answerTo(std::string_view line) {
 }
 
 std::string request(std::string_view method, std::string_view params) {
-    return std::string(R"({"jsonrpc":"2.0","id":7,"method":")").append(method).append(R"(","params":)").append(params).append("}");
+    return std::string(R"({"jsonrpc":"2.0","id":7,"method":")")
+        .append(method)
+        .append(R"(","params":)")
+        .append(params)
+        .append("}");
 }
 
 std::string result(std::string_view value) {
@@ -83,7 +87,8 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
         {R"({"jsonrpc":"2.0","id":1.5,"method":"describe"})", "null", -32600, "id"},
         {R"({"jsonrpc":"2.0","id":null,"method":"describe"})", "null", -32600, "id"},
         {R"({"jsonrpc":"2.0","id":-9223372036854775808,"method":"none"})", "-9223372036854775808", -32601, "none"},
-        {R"({"jsonrpc":"2.0","id":18446744073709551615,"method":"Describe"})", "18446744073709551615", -32601, "Describe"},
+        {R"({"jsonrpc":"2.0","id":18446744073709551615,"method":"Describe"})", "18446744073709551615", -32601,
+         "Describe"},
         {R"({"jsonrpc":"2.0","id":7,"method":"describe","params":[]})", "7", -32602, "params"},
         {request("placeholder", "{" + environment + "}"), "7", -32602, "\\\"kind\\\" is missing"},
         {request("placeholder", R"({"kind":"Clock"})"), "7", -32602, "\\\"environment\\\" is missing"},
@@ -91,16 +96,21 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
         {request("placeholder", R"({"kind":3,)" + environment + "}"), "7", -32602, "\\\"kind\\\" is no text"},
         {request("placeholder", R"({"kind":"Clock","environment":"small"})"), "7", -32602, "is no object"},
         {request("placeholder", R"({"kind":"Clock","environment":{}})"), "7", -32602, "\\\"family\\\" is missing"},
-        {request("placeholder", R"({"kind":"Clock","environment":{"family":2}})"), "7", -32602, "\\\"family\\\" is no text"},
-        {request("snapshot", R"({"kind":"Clock",)" + environment + "}"), "7", -32602, "\\\"configuration\\\" is missing"},
+        {request("placeholder", R"({"kind":"Clock","environment":{"family":2}})"), "7", -32602,
+         "\\\"family\\\" is no text"},
+        {request("snapshot", R"({"kind":"Clock",)" + environment + "}"), "7", -32602,
+         "\\\"configuration\\\" is missing"},
         {request("timeline", R"({"kind":"Clock","configuration":{"face":"sand"},)" + environment + "}"), "7", -32602,
          "accepted: \\\"digital\\\", \\\"analog\\\""},
-        {request("timeline", R"({"kind":"Clock","configuration":{"face":"Digital"},)" + environment + "}"), "7", -32602, "no choice"},
+        {request("timeline", R"({"kind":"Clock","configuration":{"face":"Digital"},)" + environment + "}"), "7", -32602,
+         "no choice"},
         {request("timeline", R"({"kind":"Clock","configuration":{"hands":"two"},)" + environment + "}"), "7", -32602,
          "accepted: \\\"face\\\", \\\"city\\\""},
-        {request("timeline", R"({"kind":"Clock","configuration":{"face":1},)" + environment + "}"), "7", -32602, "is no text"},
+        {request("timeline", R"({"kind":"Clock","configuration":{"face":1},)" + environment + "}"), "7", -32602,
+         "is no text"},
         {request("options", R"({"kind":"Clock","parameter":"hands"})"), "7", -32602, "accepted: \\\"face\\\""},
-        {request("options", R"({"kind":"Clock","parameter":"city","matching":"a","identifiers":[]})"), "7", -32602, "one at most"},
+        {request("options", R"({"kind":"Clock","parameter":"city","matching":"a","identifiers":[]})"), "7", -32602,
+         "one at most"},
         {request("options", R"({"kind":"Clock","parameter":"city","identifiers":[1]})"), "7", -32602, "list of texts"},
         {request("options", R"({"kind":"Clock","parameter":"city","matching":null})"), "7", -32602, "is no text"},
         {request("preview", R"({"kind":"Clock","name":"ticking"})"), "7", -32602, "\\\"Ticking\\\""},
@@ -108,7 +118,8 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
     };
     for (const Row& row : rows) {
         const std::string answer = answerTo(row.line);
-        const std::string start = R"({"jsonrpc":"2.0","id":)" + row.id + R"(,"error":{"code":)" + std::to_string(row.code) + ",";
+        const std::string start =
+            R"({"jsonrpc":"2.0","id":)" + row.id + R"(,"error":{"code":)" + std::to_string(row.code) + ",";
         EXPECT_EQ(answer.substr(0, start.size()), start) << row.line.substr(0, 100);
         EXPECT_NE(answer.find(row.says), std::string::npos) << answer;
     }
