@@ -62,8 +62,6 @@ std::optional<Data> map(const FileDescriptor& file, std::size_t size) {
         return std::nullopt;
     }
     std::shared_ptr<const void> owner(address, [size](void* pages) { munmap(pages, size); });
-    // The readers go through the file once from beginning to end: reading ahead is worth while.
-    madvise(address, size, MADV_WILLNEED);
     return Data(std::move(owner), std::string_view(static_cast<const char*>(address), size));
 }
 

@@ -18,7 +18,7 @@ std::optional<BinaryObjectTable> BinaryObjectTable::check(const BinaryLayout& la
 
 void BinaryObjectTable::noteKinds(const BinaryLayout& layout) {
     /// So many objects ahead, a cache line has arrived when its turn comes.
-    constexpr std::uint64_t prefetchDistance = 24;
+    constexpr std::uint64_t prefetchDistance = 48;
     std::uint64_t bytesLeft = layout.objectBytes();
     const std::uint64_t last = layout.objectCount() - 1;
     for (std::uint64_t index = 0; index <= last; ++index) {

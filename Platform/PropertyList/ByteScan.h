@@ -13,37 +13,29 @@
 
 namespace platform {
 
-/// For each of the 64 bytes at `p` a bit, the first one's the lowest: whether it is a '<' or a '&'.
-inline std::uint64_t xmlMarks(const char* p) {
-    std::uint64_t marks = 0;
+/// For each of the 32 bytes at `p` a bit, the first one's the lowest: whether it is a '<' or a '&'.
+inline std::uint32_t xmlMarks(const char* p) {
 #if defined(__SSE2__)
     const auto marksIn = [p](std::size_t index) {
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * index));
-        return _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('&')));
+        const __m128i marks =
+            _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('&')));
+        return static_cast<std::uint32_t>(_mm_movemask_epi8(marks));
     };
-    const auto bits = [](__m128i found, std::size_t index) {
-        return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(found))} << 16 * index;
-    };
-    const __m128i a = marksIn(0);
-    const __m128i b = marksIn(1);
-    const __m128i c = marksIn(2);
-    const __m128i d = marksIn(3);
-    if (_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d))) != 0) {
-        marks = bits(a, 0) | bits(b, 1) | bits(c, 2) | bits(d, 3);
-    }
+    return marksIn(0) | marksIn(1) << 16U;
 #else
-    for (std::size_t index = 0; index < 64; ++index) {
-        marks |= std::uint64_t{p[index] == '<' || p[index] == '&'} << index;
+    std::uint32_t marks = 0;
+    for (std::size_t index = 0; index < 32; ++index) {
+        marks |= std::uint32_t{p[index] == '<' || p[index] == '&'} << index;
     }
-#endif
     return marks;
+#endif
 }
 
 /// The first '<' or '&' from `p` on, or the end.
 inline const char* findXmlMark(const char* p, const char* end) {
-    constexpr std::ptrdiff_t blockSize = 64;
-    for (; end - p >= blockSize; p += blockSize) {
-        if (const std::uint64_t marks = xmlMarks(p); marks != 0) {
+    for (constexpr std::ptrdiff_t blockSize = 32; end - p >= blockSize; p += blockSize) {
+        if (const std::uint32_t marks = xmlMarks(p); marks != 0) {
             return p + std::countr_zero(marks);
         }
     }

@@ -112,16 +112,6 @@ EncodedData XmlPropertyList::data(Place place) const {
     return {text.isPlain ? text_.slice(text.typed) : Data::owning(decodedXmlText(text.typed)), base64};
 }
 
-std::optional<XmlElementEnds::End> XmlPropertyList::knownEnd(const char* start, XmlElement element) const {
-    if (isContainer(element)) {
-        return ends_.find(Sort::container, offset(start));
-    }
-    if (element == XmlElement::data) {
-        return ends_.find(Sort::data, offset(start));
-    }
-    return std::nullopt;
-}
-
 const char* XmlPropertyList::afterEndTag(const XmlElementEnds::End& end) const {
     return std::find(begin() + end.offset, this->end(), '>') + 1;
 }
@@ -131,13 +121,20 @@ void XmlPropertyList::skipElement(XmlReader& reader, const XmlTag& tag) const {
     if (tag.form() == Form::empty) {
         return;
     }
-    if (const auto end = knownEnd(reader.tagStart(), tag.element())) {
-        reader.moveTo(afterEndTag(*end));
+    if (tag.element() == XmlElement::data) {
+        if (const auto end = ends_.find(Sort::data, offset(reader.tagStart()))) {
+            reader.moveTo(afterEndTag(*end));
+            return;
+        }
     } else if (isContainer(tag.element())) {
-        skipContent(reader);
-    } else {
-        reader.readContent(tag);
+        if (const auto end = ends_.find(Sort::container, offset(reader.tagStart()))) {
+            reader.moveTo(afterEndTag(*end));
+        } else {
+            skipContent(reader);
+        }
+        return;
     }
+    reader.readContent(tag);
 }
 
 /// Passes over a container's elements and its end tag.
@@ -147,7 +144,7 @@ void XmlPropertyList::skipContent(XmlReader& reader) const {
         if (tag.form() == Form::end) {
             --depth;
         } else if (tag.form() == Form::start && isContainer(tag.element()) &&
-                   !knownEnd(reader.tagStart(), tag.element())) {
+                   !ends_.find(Sort::container, offset(reader.tagStart()))) {
             ++depth;
         } else {
             skipElement(reader, tag);

@@ -43,7 +43,6 @@ class XmlPropertyList final : public PropertyListSource {
     void skipElement(XmlReader& reader, const XmlTag& tag) const;
     void skipContent(XmlReader& reader) const;
     const char* afterEndTag(const XmlElementEnds::End& end) const;
-    std::optional<XmlElementEnds::End> knownEnd(const char* start, XmlElement element) const;
     void prefetchAfter(const XmlElementEnds::End& end) const;
 
     Data text_;

@@ -1,0 +1,202 @@
+#include "Tests/Platform/PropertyList/BinaryFile.h"
+#include "Tests/Platform/PropertyList/CanonicalText.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <utility>
+
+namespace platform {
+namespace {
+
+using namespace std::string_literals;
+
+std::string repeated(std::string_view text, std::size_t count) {
+    std::string result;
+    for (std::size_t index = 0; index < count; ++index) {
+        result += text;
+    }
+    return result;
+}
+
+struct ObjectCase {
+    std::string object;
+    std::string_view expected;
+};
+
+TEST(BinaryPropertyList, ReadsEveryKindOfObject) {
+    const std::vector<ObjectCase> cases = {
+        {"\x00"s, "null"},
+        {"\x08"s, "false"},
+        {"\x09"s, "true"},
+        {"\x10\xFF"s, "255"},
+        {"\x11\xFF\xFE"s, "65534"},
+        {"\x12\xFF\xFF\xFF\xFE"s, "4294967294"},
+        {"\x13\x7F"s + repeated("\xFF", 7), "9223372036854775807"},
+        {"\x13"s + repeated("\xFF", 8), "-1"},
+        {"\x14"s + repeated("\xFF", 16), "-1"},
+        {"\x14"s + std::string(8, '\0') + "\x7F" + repeated("\xFF", 7), "9223372036854775807"},
+        {"\x14"s + std::string(8, '\0') + repeated("\xFF", 8), "r1.8446744073709552e+19"},
+        {"\x14"s + std::string(7, '\0') + "\x01" + std::string(8, '\0'), "r1.8446744073709552e+19"},
+        {"\x14\x80"s + std::string(15, '\0'), "r-1.7014118346046923e+38"},
+        {"\x22\x3F\xC0\x00\x00"s, "r1.5e+00"},
+        {"\x23\xBF\xF8\x00\x00\x00\x00\x00\x00"s, "r-1.5e+00"},
+        {"\x33\x40\xF5\x18\x00\x00\x00\x00\x00"s, "d8.64e+04"},
+        {"\x40"s, "<>"},
+        {"\x42\x00\xFF"s, "<00ff>"},
+        {"\x4F\x10\x10"s + repeated("\xAB", 16), "<abababababababababababababababab>"},
+        {"\x4F\x11\x00\x01\xAB"s, "<ab>"},
+        {"\x4F\x12\x00\x00\x00\x01\xAB"s, "<ab>"},
+        {"\x4F\x13\x00\x00\x00\x00\x00\x00\x00\x01\xAB"s, "<ab>"},
+        {"\x50"s, "\"\""},
+        {"\x53"s + "a b", "\"a b\""},
+        {"\x5F\x10\x0F"s + "fifteen letters", "\"fifteen letters\""},
+        {"\x62\x00\xE4\x20\xAC"s, "\"ä€\""},
+        {"\x62\xD8\x3D\xDE\x00"s, "\"😀\""},
+        {"\x62\xD8\x3D\x00\x61"s, "\"\xEF\xBF\xBD"
+                                  "a\""},
+        {"\x61\xDE\x00"s, "\"\xEF\xBF\xBD\""},
+        {"\x80\x05"s, "uid"},
+        {"\x8F"s + std::string(16, '\0'), "uid"},
+        {"\xA0"s, "[]"},
+        {"\xC0"s, "set"},
+        {"\xD0"s, "{}"},
+        {"\xDF\x10\x00"s, "{}"},
+        {"\x01"s, "error"},
+        {"\x0F"s, "error"},
+        {"\x15"s + std::string(32, '\0'), "error"},
+        {"\x21\x00\x00"s, "error"},
+        {"\x24"s + std::string(16, '\0'), "error"},
+        {"\x30\x00"s, "error"},
+        {"\x32\x00\x00\x00\x00"s, "error"},
+        {"\x71"s + "a", "error"},
+        {"\x90"s, "error"},
+        {"\xB0"s, "error"},
+        {"\xE0"s, "error"},
+        {"\xFF"s, "error"},
+        {"\x51\x80"s, "error"},
+        {"\x5F\x10\x50"s + repeated("a", 79) + "\xE4", "error"},
+        {"\x11\x00"s, "error"},
+        {"\x33\x00\x00\x00\x00\x00\x00\x00"s, "error"},
+        {"\x53"s + "ab", "error"},
+        {"\x62\x00\x61\x00"s, "error"},
+        {"\x4F"s, "error"},
+        {"\x4F\x10"s, "error"},
+        {"\x4F\x09"s, "error"},
+        {"\x4F\x50"s, "error"},
+        {"\x4F\x14"s + std::string(16, '\0'), "error"},
+        {"\x4F\x13"s + repeated("\xFF", 8), "error"},
+        {"\x5F\x13\x80"s + std::string(7, '\0'), "error"},
+        {"\xDF\x13\x80"s + std::string(7, '\0'), "error"},
+        {"\xA1"s, "error"},
+        {"\xA1\x01"s, "error"},
+        {"\xC1\x01"s, "error"},
+        {"\xD1\x00\x01"s, "error"},
+    };
+    for (const ObjectCase& tested : cases) {
+        EXPECT_EQ(canonicalText(BinaryFile{.objects = {tested.object}}.bytes()), tested.expected)
+            << hexadecimal(tested.object);
+    }
+}
+
+TEST(BinaryPropertyList, TakesOffsetsAndReferencesOfEveryWidth) {
+    for (unsigned offsetSize = 0; offsetSize <= 9; ++offsetSize) {
+        for (unsigned referenceSize = 0; referenceSize <= 9; ++referenceSize) {
+            const auto reference = [referenceSize](std::uint64_t index) { return bigEndian(index, referenceSize); };
+            const BinaryFile file{.objects = {"\xD2"s + reference(1) + reference(2) + reference(3) + reference(1),
+                                              "\x51"s + "a", "\x51"s + "b", "\xA1"s + reference(1)},
+                                  .offsetSize = offsetSize,
+                                  .referenceSize = referenceSize};
+            const bool isAllowed = offsetSize >= 1 && offsetSize <= 8 && referenceSize >= 1 && referenceSize <= 8;
+            EXPECT_EQ(canonicalText(file.bytes()), isAllowed ? R"({"a": ["a"], "b": "a"})" : "error")
+                << offsetSize << " " << referenceSize;
+        }
+    }
+}
+
+TEST(BinaryPropertyList, RefusesWhatDoesNotHoldTogether) {
+    const std::string text = "\x51"s + "a";
+    const std::vector<std::pair<std::string_view, BinaryFile>> cases = {
+        {"no objects", {.objects = {}}},
+        {"a root beyond the objects", {.objects = {text}, .root = 1}},
+        {"more objects than bytes", {.objects = {text}, .objectCount = 1000}},
+        {"a count that overflows the table's size", {.objects = {text}, .objectCount = ~std::uint64_t{0} / 2 + 2}},
+        {"a table within the header", {.objects = {text}, .tableOffset = 7}},
+        {"a table that reaches into the trailer", {.objects = {text, text}, .tableOffset = 13}},
+        {"a table beyond the file", {.objects = {text}, .tableOffset = ~std::uint64_t{0}}},
+        {"an object within the header", {.objects = {text}, .offsets = {{0, 7}}}},
+        {"an object within the table", {.objects = {text}, .offsets = {{0, 10}}}},
+        {"an object beyond the file", {.objects = {text}, .offsets = {{0, 0xFFFF}}}},
+        {"an array within itself", {.objects = {"\xA1\x00"s}}},
+        {"a set within itself", {.objects = {"\xC1\x00"s}}},
+        {"a dictionary within itself", {.objects = {"\xD1\x01\x00"s, text}}},
+        {"a cycle of three", {.objects = {"\xA1\x01"s, "\xD1\x03\x02"s, "\xC1\x00"s, text}}},
+        {"a key that is an integer", {.objects = {"\xD1\x01\x01"s, "\x10\x05"s}}},
+        {"a key that is an array", {.objects = {"\xD1\x01\x02"s, "\xA0"s, text}}},
+        {"a key that is damaged", {.objects = {"\xD1\x01\x02"s, "\x51\x80"s, text}}},
+        {"a value deep down that is damaged",
+         {.objects = {"\xA2\x01\x01"s, "\xA1\x02"s, "\xD1\x03\x04"s, text, "\x01"s}}},
+    };
+    for (const auto& [what, file] : cases) {
+        EXPECT_EQ(canonicalText(file.bytes()), "error") << what;
+    }
+}
+
+TEST(BinaryPropertyList, TakesWhatIsUnusualButHoldsTogether) {
+    const std::string text = "\x51"s + "a";
+    const std::vector<std::pair<BinaryFile, std::string_view>> cases = {
+        {{.objects = {text, "\xA1\x00"s}, .root = 1}, R"(["a"])"},
+        {{.objects = {"\xA3\x01\x01\x02"s, "\xD1\x02\x02"s, text}}, R"([{"a": "a"}, {"a": "a"}, "a"])"},
+        // Damaged, beyond the file, a cycle: but nothing refers to them.
+        {{.objects = {text, "\x01"s, "\x51\x80"s, "\xA1\x03"s, text}, .offsets = {{4, 0xFFFF}}}, R"("a")"},
+        {{.objects = {"\xD2\x01\x01\x02\x03"s, text, "\x08"s, "\x09"s}}, R"({"a": true})"},
+    };
+    for (const auto& [file, expected] : cases) {
+        EXPECT_EQ(canonicalText(file.bytes()), expected);
+    }
+    std::string version = cases[0].first.bytes();
+    version[7] = '1';
+    EXPECT_EQ(canonicalText(version), R"(["a"])");
+}
+
+/// Keys that share their place in a table of keys, that are not ASCII, or that are stored anew by every record.
+TEST(BinaryPropertyList, SelectsAmongManyKeys) {
+    BinaryFile file{.offsetSize = 3, .referenceSize = 2};
+    constexpr std::uint64_t count = 600;
+    std::string keys;
+    std::string values;
+    file.objects.emplace_back();
+    for (std::uint64_t index = 0; index < count; ++index) {
+        keys += bigEndian(file.objects.size(), 2);
+        const std::string digits = std::to_string(1000 + index);
+        file.objects.push_back(index % 2 == 0 ? "\x54" + digits
+                                              : "\x63"s + bigEndian(0xE4, 2) + bigEndian(0x30 + index / 100, 2) +
+                                                    bigEndian(index % 100 + 0x100, 2));
+        values += bigEndian(file.objects.size(), 2);
+        file.objects.push_back("\x11" + bigEndian(index, 2));
+    }
+    file.objects[0] = "\xDF\x11" + bigEndian(count, 2) + keys + values;
+
+    const auto list = PropertyList::parse(Data::owning(file.bytes()));
+    ASSERT_TRUE(list);
+    std::int64_t expected = 0;
+    list->root().forEachEntry([&](const std::string& key, const PropertyListValue& value) {
+        EXPECT_EQ(value.integer(), expected) << key;
+        const auto selected = list->root()[key];
+        EXPECT_TRUE(selected && selected->integer() == expected) << key;
+        ++expected;
+        return true;
+    });
+    EXPECT_EQ(expected, std::int64_t{count});
+    EXPECT_FALSE(list->root()["1001"]);
+}
+
+TEST(BinaryPropertyList, SharesTheBytesOfData) {
+    const Data file = Data::owning(BinaryFile{.objects = {"\x43"s + "abc"}}.bytes());
+    const auto list = PropertyList::parse(file);
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->root().data()->decoded().bytes().data(), file.bytes().data() + 9);
+}
+
+} // namespace
+} // namespace platform
