@@ -79,7 +79,7 @@ std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryReques
     if (request.method != EntryRequest::Method::placeholder) {
         out.key("configuration").beginObject();
         for (const auto& [name, id] : request.configuration) {
-            out.member(name, id);
+            out.textKey(name).text(id);
         }
         out.endObject();
     }

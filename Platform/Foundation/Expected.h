@@ -10,12 +10,15 @@
 namespace platform {
 
 /// Marks a value as an error: `return Unexpected{"no such file"};`
-template <class Error> struct Unexpected {
+template <class Error>
+struct Unexpected {
     Error error;
 };
-template <class Error> Unexpected(Error) -> Unexpected<Error>;
+template <class Error>
+Unexpected(Error) -> Unexpected<Error>;
 
-template <class Value, class Error> class [[nodiscard]] Expected {
+template <class Value, class Error>
+class [[nodiscard]] Expected {
   public:
     // Both are implicit, so that a function may simply return what it has.
     Expected(Value value) : content_(std::in_place_index<0>, std::move(value)) {}

@@ -23,7 +23,10 @@ class JsonWriter {
     JsonWriter& endObject();
     JsonWriter& beginArray();
     JsonWriter& endArray();
+    /// `name` is one of the program's own: ASCII without quotes, backslashes and control characters.
     JsonWriter& key(std::string_view name);
+    /// Any text as a key.
+    JsonWriter& textKey(std::string_view name);
     JsonWriter& null();
     JsonWriter& text(std::string_view value);
     JsonWriter& number(double value);

@@ -13,38 +13,41 @@ View viewOf(NodeContent content) {
 
 } // namespace
 
-View::View(Node node) : node_(std::make_shared<const Node>(std::move(node))) {}
+View::View(Node node) : node_(std::make_shared<Node>(std::move(node))) {}
 
 bool operator==(const View& a, const View& b) {
     return a.node_ == b.node_ || *a.node_ == *b.node_;
 }
 
-View View::font(Font font) const {
-    Node changed = node();
-    changed.font = font;
-    return View(std::move(changed));
+Node& View::ownNode() {
+    if (node_.use_count() > 1) {
+        node_ = std::make_shared<Node>(*node_);
+    }
+    return *node_;
 }
 
-View View::foreground(Foreground foreground) const {
-    Node changed = node();
-    changed.foreground = foreground;
-    return View(std::move(changed));
+View View::font(Font font) && {
+    ownNode().font = font;
+    return std::move(*this);
 }
 
-View View::lineLimit(int lines) const {
-    Node changed = node();
-    if (auto* text = std::get_if<Text>(&changed.content)) {
+View View::foreground(Foreground foreground) && {
+    ownNode().foreground = foreground;
+    return std::move(*this);
+}
+
+View View::lineLimit(int lines) && {
+    if (auto* text = std::get_if<Text>(&ownNode().content)) {
         text->lineLimit = lines;
     }
-    return View(std::move(changed));
+    return std::move(*this);
 }
 
-View View::textAlignment(HorizontalAlignment alignment) const {
-    Node changed = node();
-    if (auto* text = std::get_if<Text>(&changed.content)) {
+View View::textAlignment(HorizontalAlignment alignment) && {
+    if (auto* text = std::get_if<Text>(&ownNode().content)) {
         text->textAlignment = alignment;
     }
-    return View(std::move(changed));
+    return std::move(*this);
 }
 
 View View::padding(Insets insets) const {
