@@ -2,6 +2,7 @@
 
 #include "Host/Drawing/Palette.h"
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -22,7 +23,7 @@ void desaturate(cairo_surface_t* surface) {
             }
             const auto component = [&](int shift) { return static_cast<double>(pixel >> shift & 0xff) / alpha; };
             const double gray = grayOf({component(16), component(8), component(0), 1});
-            const auto value = static_cast<std::uint32_t>(gray * alpha + 0.5);
+            const auto value = static_cast<std::uint32_t>(std::lround(gray * alpha));
             pixel = alpha << 24 | value * 0x010101U;
             std::memcpy(row + x, &pixel, sizeof pixel);
         }

@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t keptBytes = std::size_t{48} << 20;
+constexpr std::size_t keptBytes = std::size_t{32} << 20;
 constexpr std::size_t keptPicturesOfOne = 4;
 /// Enough for an icon on any screen; what is drawn larger is decoded again.
 constexpr int usualLongestSide = 128;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 namespace host {
 namespace {
@@ -30,37 +32,48 @@ const char* loaderFor(std::string_view bytes) {
     return found == signatures.end() ? nullptr : found->loader;
 }
 
-/// What the loader's callback learns and decides, before pixels are made room for.
-struct Preparation {
+/// What the loader tells while it loads.
+struct Progress {
     int longestSide;
+    bool scalesItself;
     Size size;
     bool isRefused = false;
+    /// The rows that have come so far, from `top` on and before `bottom`.
+    int top = std::numeric_limits<int>::max();
+    int bottom = 0;
 };
 
-void prepareSize(GdkPixbufLoader* loader, int width, int height, Preparation* preparation) {
-    preparation->size = {static_cast<double>(width), static_cast<double>(height)};
-    const double area = preparation->size.width * preparation->size.height;
-    if (width <= 0 || height <= 0 || area > greatestImageArea) {
-        preparation->isRefused = true;
+void prepareSize(GdkPixbufLoader* loader, int width, int height, Progress* progress) {
+    progress->size = {static_cast<double>(width), static_cast<double>(height)};
+    if (width <= 0 || height <= 0 || progress->size.width * progress->size.height > greatestImageArea) {
+        progress->isRefused = true;
         // For the loaders this means that nobody wants the pixels.
         gdk_pixbuf_loader_set_size(loader, 0, 0);
         return;
     }
-    const double factor = preparation->longestSide / static_cast<double>(std::max(width, height));
-    if (factor < 1) {
-        gdk_pixbuf_loader_set_size(loader, std::max(1, static_cast<int>(std::lround(width * factor))),
-                                   std::max(1, static_cast<int>(std::lround(height * factor))));
+    if (progress->scalesItself) {
+        // Only by these, or else it says no more which rows have come.
+        int divisor = 8;
+        while (divisor > 1 && std::max(width, height) / divisor < progress->longestSide) {
+            divisor /= 2;
+        }
+        gdk_pixbuf_loader_set_size(loader, (width + divisor - 1) / divisor, (height + divisor - 1) / divisor);
     }
 }
 
+void noteRows(GdkPixbufLoader* /*loader*/, int /*x*/, int y, int /*width*/, int height, Progress* progress) {
+    progress->top = std::min(progress->top, y);
+    progress->bottom = std::max(progress->bottom, y + height);
+}
+
 /// Feeds the loader piece by piece, so that it can be left as soon as the image is refused or broken.
-bool feed(GdkPixbufLoader* loader, std::string_view bytes, const Preparation& preparation) {
+bool feed(GdkPixbufLoader* loader, std::string_view bytes, const Progress& progress) {
     // Long enough for most files to tell their size.
     std::size_t piece = 1024;
     while (!bytes.empty()) {
         piece = std::min(piece, bytes.size());
         const auto* data = reinterpret_cast<const guchar*>(bytes.data());
-        if (gdk_pixbuf_loader_write(loader, data, piece, nullptr) == FALSE || preparation.isRefused) {
+        if (gdk_pixbuf_loader_write(loader, data, piece, nullptr) == FALSE || progress.isRefused) {
             return false;
         }
         bytes.remove_prefix(piece);
@@ -69,36 +82,75 @@ bool feed(GdkPixbufLoader* loader, std::string_view bytes, const Preparation& pr
     return true;
 }
 
+/// What the loaders do not mind but this decoder does: a file that lacks its end, where rows come in several passes or
+/// are made up, and a JPEG of very many passes, each of which may take as long as a whole picture.
+bool isSound(std::string_view bytes, std::string_view type) {
+    if (type == "png") {
+        return bytes.rfind("IEND") != std::string_view::npos;
+    }
+    if (type != "jpeg") {
+        return true;
+    }
+    constexpr std::string_view scan = "\xFF\xDA";
+    constexpr std::string_view end = "\xFF\xD9";
+    constexpr int greatestScanCount = 32;
+    int count = 0;
+    std::size_t last = 0;
+    for (std::size_t at = bytes.find(scan); at != std::string_view::npos; at = bytes.find(scan, at + 1)) {
+        ++count;
+        last = at;
+    }
+    return count <= greatestScanCount && bytes.find(end, last) != std::string_view::npos;
+}
+
+bool isWide(GdkPixbuf* pixels) {
+    return gdk_pixbuf_get_width(pixels) > gdk_pixbuf_get_height(pixels);
+}
+
+ObjectHandle<GdkPixbuf> fitted(GdkPixbuf* pixels, int longestSide) {
+    const int width = gdk_pixbuf_get_width(pixels);
+    const int height = gdk_pixbuf_get_height(pixels);
+    const double factor = longestSide / static_cast<double>(std::max(width, height));
+    if (factor >= 1) {
+        g_object_ref(pixels);
+        return ObjectHandle<GdkPixbuf>(pixels);
+    }
+    const auto scaled = [&](int length) { return std::max(1, static_cast<int>(std::lround(length * factor))); };
+    return ObjectHandle<GdkPixbuf>(gdk_pixbuf_scale_simple(pixels, scaled(width), scaled(height), GDK_INTERP_BILINEAR));
+}
+
 } // namespace
 
 std::optional<DecodedImage> decodeImage(std::string_view bytes, int longestSide) {
     const char* type = loaderFor(bytes);
-    if (type == nullptr || bytes.size() > greatestImageBytes) {
+    if (type == nullptr || bytes.size() > greatestImageBytes || !isSound(bytes, type)) {
         return std::nullopt;
     }
     const ObjectHandle<GdkPixbufLoader> loader(gdk_pixbuf_loader_new_with_type(type, nullptr));
     if (!loader) {
         return std::nullopt;
     }
-    Preparation preparation{longestSide, {}};
-    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(prepareSize), &preparation);
-    const bool isFed = feed(loader.get(), bytes, preparation);
-    const bool isWhole = gdk_pixbuf_loader_close(loader.get(), nullptr) != FALSE;
+    Progress progress{.longestSide = longestSide, .scalesItself = type == std::string_view("jpeg")};
+    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(prepareSize), &progress);
+    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(noteRows), &progress);
+    const bool isFed = feed(loader.get(), bytes, progress);
+    const bool isClosed = gdk_pixbuf_loader_close(loader.get(), nullptr) != FALSE;
     GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader.get());
-    if (!isFed || !isWhole || preparation.isRefused || pixels == nullptr) {
+    // A file that is cut short is no error to the loaders: its last rows just never come.
+    if (!isFed || !isClosed || progress.isRefused || pixels == nullptr || progress.top > 0 ||
+        progress.bottom < gdk_pixbuf_get_height(pixels)) {
         return std::nullopt;
     }
-    ObjectHandle<GdkPixbuf> upright(gdk_pixbuf_apply_embedded_orientation(pixels));
-    if (!upright) {
+    const ObjectHandle<GdkPixbuf> upright(gdk_pixbuf_apply_embedded_orientation(pixels));
+    ObjectHandle<GdkPixbuf> kept = upright ? fitted(upright.get(), longestSide) : nullptr;
+    if (!kept) {
         return std::nullopt;
     }
-    Size size = preparation.size;
-    const bool wasWide = gdk_pixbuf_get_width(pixels) > gdk_pixbuf_get_height(pixels);
-    const bool isWide = gdk_pixbuf_get_width(upright.get()) > gdk_pixbuf_get_height(upright.get());
-    if (wasWide != isWide) {
+    Size size = progress.size;
+    if (isWide(pixels) != isWide(upright.get())) {
         std::swap(size.width, size.height);
     }
-    return DecodedImage{size, std::move(upright)};
+    return DecodedImage{size, std::move(kept)};
 }
 
 } // namespace host

@@ -11,7 +11,7 @@
 #include <memory>
 #include <string>
 
-typedef struct _cairo cairo_t;
+using cairo_t = struct _cairo; // NOLINT(bugprone-reserved-identifier): the name that cairo gives it
 
 namespace host {
 

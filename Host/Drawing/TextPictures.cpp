@@ -7,7 +7,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t keptBytes = std::size_t{16} << 20;
+constexpr std::size_t keptBytes = std::size_t{6} << 20;
 
 bool hasColors(PangoFont* font) {
     hb_face_t* face = hb_font_get_face(pango_font_get_hb_font(font));

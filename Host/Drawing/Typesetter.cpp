@@ -1,5 +1,6 @@
 #include "Host/Drawing/Typesetter.h"
 
+#include "Host/Drawing/LineBreaker.h"
 #include "Host/Layout/Measures.h"
 
 #include <algorithm>
@@ -12,12 +13,10 @@
 namespace host {
 namespace {
 
-constexpr std::size_t keptLines = 512;
+constexpr std::size_t keptLineBytes = std::size_t{4} << 20;
 constexpr std::size_t keptMeasurementBytes = std::size_t{1} << 20;
 /// Adding and subtracting widths must not make a text too wide for the room that was cut out for it.
 constexpr double tolerance = 0.01;
-constexpr const char* leftToRightMark = "\u200E";
-constexpr const char* rightToLeftMark = "\u200F";
 
 bool breaksParagraph(gunichar c) {
     return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
@@ -25,11 +24,10 @@ bool breaksParagraph(gunichar c) {
 
 /// `text` as one paragraph of valid UTF-8.
 std::string asParagraph(std::string_view text) {
-    std::string valid;
-    if (g_utf8_validate_len(text.data(), text.size(), nullptr) != FALSE) {
-        valid = text;
-    } else {
-        char* made = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
+    std::string valid(text);
+    std::replace(valid.begin(), valid.end(), '\0', ' ');
+    if (g_utf8_validate_len(valid.data(), valid.size(), nullptr) == FALSE) {
+        char* made = g_utf8_make_valid(valid.data(), static_cast<gssize>(valid.size()));
         valid = made;
         g_free(made);
     }
@@ -70,32 +68,9 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
     return text;
 }
 
-/// The base direction that a text takes on its own.
-PangoDirection baseDirection(PangoLayout* layout) {
-    return static_cast<PangoDirection>(pango_layout_get_line_readonly(layout, 0)->resolved_dir);
-}
-
-/// Of a layout of one line: the width that each character takes, in logical order.
-std::vector<int> characterWidths(PangoLayout* layout) {
-    std::vector<int> widths(static_cast<std::size_t>(pango_layout_get_character_count(layout)));
-    const char* text = pango_layout_get_text(layout);
-    for (GSList* run = pango_layout_get_line_readonly(layout, 0)->runs; run != nullptr; run = run->next) {
-        auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
-        const auto first = static_cast<std::size_t>(g_utf8_pointer_to_offset(text, text + glyphs->item->offset));
-        pango_glyph_item_get_logical_widths(glyphs, text, widths.data() + first);
-    }
-    return widths;
-}
-
-double layoutWidth(PangoLayout* layout) {
-    int width = 0;
-    pango_layout_get_size(layout, &width, nullptr);
-    return static_cast<double>(width) / PANGO_SCALE;
-}
-
 } // namespace
 
-Typesetter::Typesetter() : lines_(keptLines), measured_(keptMeasurementBytes) {}
+Typesetter::Typesetter() : lines_(keptLineBytes), measured_(keptMeasurementBytes) {}
 Typesetter::~Typesetter() = default;
 
 PangoContext* Typesetter::context() {
@@ -143,80 +118,33 @@ PangoLayout* Typesetter::line(std::string_view text, platform::Font font) {
     if (const auto* known = lines_.find(key)) {
         return known->get();
     }
-    return lines_.insert(TextKey(key), shape(text, font)).get();
-}
-
-double Typesetter::lineWidth(std::string_view text, platform::Font font) {
-    return layoutWidth(line(text, font));
-}
-
-TextLine Typesetter::measuredLine(std::string text, platform::Font font, PangoDirection direction) {
-    if (baseDirection(line(text, font)) != direction) {
-        text.insert(0, direction == PANGO_DIRECTION_RTL ? rightToLeftMark : leftToRightMark);
-    }
-    const double width = lineWidth(text, font);
-    return {std::move(text), width};
-}
-
-/// As much of `text` as fits into `width` with an ellipsis after it.
-TextLine Typesetter::truncated(std::string_view text, platform::Font font, double width, PangoDirection direction) {
-    const ObjectHandle<PangoLayout> layout = shape(text, font);
-    const std::vector<int> widths = characterWidths(layout.get());
-    int count = 0;
-    const PangoLogAttr* attributes = pango_layout_get_log_attrs_readonly(layout.get(), &count);
-    const double room = (width + tolerance - lineWidth("…", font)) * PANGO_SCALE;
-
-    // Where a reader sees a character end, as bytes of `text`, as far as the room goes.
-    std::vector<std::size_t> ends{0};
-    const char* at = text.data();
-    double taken = 0;
-    for (std::size_t i = 0; i < widths.size() && taken + widths[i] <= room; ++i) {
-        taken += widths[i];
-        at = g_utf8_next_char(at);
-        if (attributes[i + 1].is_cursor_position != 0) {
-            ends.push_back(static_cast<std::size_t>(at - text.data()));
-        }
-    }
-    // Letters may take another form before an ellipsis than before their neighbour, so the line itself has the last
-    // word.
-    for (;; ends.pop_back()) {
-        const std::string_view kept = withoutTrailingBlanks(text.substr(0, ends.back()));
-        TextLine line = measuredLine(std::string(kept) + "…", font, direction);
-        if (kept.empty() || line.width <= width + tolerance) {
-            return line;
-        }
-    }
+    // A layout and its glyphs take about so much.
+    const std::size_t weight = 1024 + text.size() * 64;
+    return lines_.insert(TextKey(key), shape(text, font), weight).get();
 }
 
 Typesetter::Composed Typesetter::compose(std::string_view text, platform::Font font, double width, int lineLimit) {
     // Blanks that end a text need no room, as at any other line's end.
     for (const std::string_view shown : {text, withoutTrailingBlanks(text)}) {
-        if (const double whole = lineWidth(shown, font); whole <= width + tolerance) {
+        if (const double whole = widthOf(line(shown, font)); whole <= width + tolerance) {
             return {{{std::string(shown), whole}}, true};
         }
         text = shown;
     }
-    const PangoDirection direction = baseDirection(line(text, font));
-    if (lineLimit == 1) {
-        return {{truncated(text, font, width, direction)}, false};
-    }
-    const ObjectHandle<PangoLayout> layout = shape(text, font);
-    pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
-    pango_layout_set_width(layout.get(), static_cast<int>((width + tolerance) * PANGO_SCALE));
-
+    const ObjectHandle<PangoLayout> whole = shape(text, font);
+    const LineBreaker breaker(whole.get(), width, textMeasures(font).size,
+                              [&](std::string_view part) { return line(part, font); });
     Composed composed;
-    for (GSList* at = pango_layout_get_lines_readonly(layout.get()); at != nullptr; at = at->next) {
-        const auto* line = static_cast<const PangoLayoutLine*>(at->data);
-        const auto start = static_cast<std::size_t>(line->start_index);
-        const bool isLastAllowed = composed.lines.size() + 1 == static_cast<std::size_t>(lineLimit);
-        if (isLastAllowed && at->next != nullptr) {
-            composed.lines.push_back(truncated(text.substr(start), font, width, direction));
-            composed.isComplete = false;
-            break;
-        }
-        const auto length = static_cast<std::size_t>(line->length);
-        const std::string_view part = withoutTrailingBlanks(text.substr(start, length));
-        composed.lines.push_back(measuredLine(std::string(part), font, direction));
+    std::size_t start = 0;
+    while (start < breaker.count() && composed.lines.size() + 1 < static_cast<std::size_t>(lineLimit)) {
+        LineBreaker::Line next = breaker.next(start);
+        composed.lines.push_back(std::move(next.line));
+        start = next.end;
+    }
+    if (start < breaker.count()) {
+        LineBreaker::Line last = breaker.last(start);
+        composed.lines.push_back(std::move(last.line));
+        composed.isComplete = last.end == breaker.count();
     }
     return composed;
 }

@@ -49,7 +49,7 @@ class Typesetter final : public TextMeasurer {
         FontDescriptionHandle description;
         double baseline = 0;
     };
-    /// What of a text is shown, and whether all of it is.
+    /// What of a text is shown, and whether that is all of it.
     struct Composed {
         std::vector<TextLine> lines;
         bool isComplete = true;
@@ -58,10 +58,7 @@ class Typesetter final : public TextMeasurer {
     PangoContext* context();
     const Face& face(platform::Font font);
     ObjectHandle<PangoLayout> shape(std::string_view text, platform::Font font);
-    double lineWidth(std::string_view text, platform::Font font);
-    TextLine measuredLine(std::string text, platform::Font font, PangoDirection direction);
     Composed compose(std::string_view text, platform::Font font, double width, int lineLimit);
-    TextLine truncated(std::string_view text, platform::Font font, double width, PangoDirection direction);
 
     ObjectHandle<PangoFontMap> fontMap_;
     ObjectHandle<PangoContext> context_;

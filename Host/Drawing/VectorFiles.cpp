@@ -2,9 +2,12 @@
 
 #include "Host/Drawing/Handles.h"
 
+#include <algorithm>
+#include <array>
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
 #include <cstddef>
+#include <map>
 #include <string_view>
 
 namespace host {
@@ -27,14 +30,30 @@ SurfaceHandle page(VectorFormat format, Size size, std::string& file) {
     return surface;
 }
 
-/// Cairo names the page after the number of the surface, which nothing refers to and which is never the same twice.
-void removePageName(std::string& svg) {
-    constexpr std::string_view name = " id=\"surface";
-    const std::size_t start = svg.find(std::string("<g") += name);
-    const std::size_t end = start == std::string::npos ? start : svg.find('>', start);
-    if (end != std::string::npos) {
-        svg.erase(start + 2, end - start - 2);
+/// Cairo names pages and images in SVG after surfaces, which it numbers through the whole life of the process. Here
+/// they are numbered through the file: `"image2553"` and `"#image2553"` become `"image0"` and `"#image0"`.
+std::string withStableNames(const std::string& svg) {
+    constexpr std::array<std::string_view, 2> kinds{"surface", "image"};
+    std::string out;
+    out.reserve(svg.size());
+    std::map<std::string, std::size_t, std::less<>> numbers;
+    std::string_view rest = svg;
+    for (std::size_t quote = rest.find('"'); quote != std::string_view::npos; quote = rest.find('"')) {
+        const std::size_t start = quote + (rest.substr(quote + 1).starts_with('#') ? 2 : 1);
+        out += rest.substr(0, start);
+        rest.remove_prefix(start);
+        const auto* kind = std::find_if(kinds.begin(), kinds.end(), [&](auto k) { return rest.starts_with(k); });
+        if (kind == kinds.end()) {
+            continue;
+        }
+        const std::size_t end = std::min(rest.size(), rest.find_first_not_of("0123456789", kind->size()));
+        if (end > kind->size() && rest.substr(end).starts_with('"')) {
+            const auto known = numbers.try_emplace(std::string(rest.substr(0, end)), numbers.size()).first;
+            out.append(*kind).append(std::to_string(known->second));
+            rest.remove_prefix(end);
+        }
     }
+    return out += rest;
 }
 
 } // namespace
@@ -49,10 +68,7 @@ std::string vectorFile(VectorFormat format, Size size, const std::function<void(
     if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
         return {};
     }
-    if (format == VectorFormat::svg) {
-        removePageName(file);
-    }
-    return file;
+    return format == VectorFormat::svg ? withStableNames(file) : file;
 }
 
 } // namespace host

@@ -1,9 +1,11 @@
 #include "Host/Drawing/PathData.h"
 
 #include <cmath>
-#include <cstdio>
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace host {
 namespace {
@@ -14,10 +16,10 @@ std::string written(const Path& path) {
     const auto add = [&](const char* letter, std::initializer_list<Point> points) {
         out += out.empty() ? letter : std::string(" ") + letter;
         for (const Point& p : points) {
-            char text[64];
-            std::snprintf(text, sizeof text, " %.6g %.6g", std::round(p.x * 1000) / 1000 + 0.0,
-                          std::round(p.y * 1000) / 1000 + 0.0);
-            out += text;
+            // Adding zero makes no -0.
+            std::ostringstream text;
+            text << ' ' << std::round(p.x * 1000) / 1000 + 0.0 << ' ' << std::round(p.y * 1000) / 1000 + 0.0;
+            out += text.str();
         }
     };
     for (const PathSegment& segment : path) {
@@ -40,7 +42,7 @@ struct Case {
 };
 
 TEST(PathData, ReadsEveryCommand) {
-    const Case cases[] = {
+    const std::vector<Case> cases{
         {"", ""},
         {" \n\t", ""},
         {"M1 2", "M 1 2"},
@@ -77,7 +79,7 @@ TEST(PathData, ReadsEveryCommand) {
 }
 
 TEST(PathData, TurnsArcsIntoCurves) {
-    const Case cases[] = {
+    const std::vector<Case> cases{
         {"M1 0A1 1 0 0 1 0 1", "M 1 0 C 1 0.552 0.552 1 0 1"},
         {"M1 0A1 1 0 0 0 0 1", "M 1 0 C 0.448 0 0 0.448 0 1"},
         {"M1 0A1 1 0 010 1", "M 1 0 C 1 0.552 0.552 1 0 1"},
@@ -100,10 +102,34 @@ TEST(PathData, TurnsArcsIntoCurves) {
 }
 
 TEST(PathData, RefusesWhatIsMalformed) {
-    for (const char* data :
-         {"L1 1", "1 1", "M", "M1", "M1 1 2", "M1 1L", "M1 1L2", "M1 1X2 2", "M1 1 Z 3", "M1 1H", "M1 1C1 2 3 4 5",
-          "M1 1Q1 2 3", "M1 1A1 1 0 2 0 3 3", "M1 1A1 1 0 0 0 3", "M1 1A1 1 0 0", "M,1 1", "M1,,1", "M1 1,", "M1 1,L2 2",
-          "M1 1 L nan 2", "M1 inf", "M--1 1", "M+-1 1", "M- 1", "M. 1", "M1e999 1", "M1 1L2 2;", "M\xC3\xA9"}) {
+    for (const char* data : {"L1 1",
+                             "1 1",
+                             "M",
+                             "M1",
+                             "M1 1 2",
+                             "M1 1L",
+                             "M1 1L2",
+                             "M1 1X2 2",
+                             "M1 1 Z 3",
+                             "M1 1H",
+                             "M1 1C1 2 3 4 5",
+                             "M1 1Q1 2 3",
+                             "M1 1A1 1 0 2 0 3 3",
+                             "M1 1A1 1 0 0 0 3",
+                             "M1 1A1 1 0 0",
+                             "M,1 1",
+                             "M1,,1",
+                             "M1 1,",
+                             "M1 1,L2 2",
+                             "M1 1 L nan 2",
+                             "M1 inf",
+                             "M--1 1",
+                             "M+-1 1",
+                             "M- 1",
+                             "M. 1",
+                             "M1e999 1",
+                             "M1 1L2 2;",
+                             "M\xC3\xA9"}) {
         EXPECT_FALSE(parsePathData(data)) << data;
     }
 }

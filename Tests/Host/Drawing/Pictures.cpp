@@ -32,8 +32,7 @@ Picture decoded(std::string_view file) {
 }
 
 std::string imageFile(const Picture& picture, const char* type) {
-    const ObjectHandle<GdkPixbuf> pixbuf(
-        gdk_pixbuf_new(GDK_COLORSPACE_RGB, TRUE, 8, picture.width, picture.height));
+    const ObjectHandle<GdkPixbuf> pixbuf(gdk_pixbuf_new(GDK_COLORSPACE_RGB, TRUE, 8, picture.width, picture.height));
     guchar* row = gdk_pixbuf_get_pixels(pixbuf.get());
     for (int y = 0; y < picture.height; ++y, row += gdk_pixbuf_get_rowstride(pixbuf.get())) {
         for (int x = 0; x < picture.width; ++x) {
@@ -51,7 +50,8 @@ std::string imageFile(const Picture& picture, const char* type) {
 }
 
 Picture plainPicture(int width, int height, Pixel color) {
-    return {width, height, std::vector<Pixel>(static_cast<std::size_t>(width * height), color)};
+    return {width, height,
+            std::vector<Pixel>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), color)};
 }
 
 int difference(const Pixel& a, const Pixel& b) {
@@ -73,7 +73,31 @@ Pixel over(const Pixel& top, double strength, const Pixel& below) {
     return result;
 }
 
-WidgetLayout widget(std::vector<LayoutItem> items, Size size) { return {size, std::move(items), {}}; }
+Pixel tileOf(const Appearance& appearance) {
+    return appearance.scheme == ColorScheme::light ? Pixel{235, 235, 237, 221} : Pixel{51, 51, 54, 221};
+}
+
+Box boxOf(const Picture& picture, const std::function<bool(const Pixel&)>& predicate) {
+    Box box{picture.width, picture.height, 0, 0};
+    const int margin = picture.width / 16;
+    for (int y = margin; y < picture.height - margin; ++y) {
+        for (int x = margin; x < picture.width - margin; ++x) {
+            if (predicate(picture.at(x, y))) {
+                box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+                       std::max(box.bottom, y + 1)};
+            }
+        }
+    }
+    return box;
+}
+
+Box inkOf(const Picture& picture, const Appearance& appearance) {
+    return boxOf(picture, [&](const Pixel& p) { return difference(p, tileOf(appearance)) > 3; });
+}
+
+WidgetLayout widget(std::vector<LayoutItem> items, Size size) {
+    return {size, std::move(items), {}};
+}
 
 LayoutItem textAt(Renderer& renderer, Point origin, std::string_view text, platform::Font font,
                   platform::Foreground foreground) {
@@ -81,7 +105,22 @@ LayoutItem textAt(Renderer& renderer, Point origin, std::string_view text, platf
     const double lineHeight = textMeasures(font).lineHeight;
     const Rect frame{origin.x, origin.y, measured.lines.front().width,
                      lineHeight * static_cast<double>(measured.lines.size())};
-    return {.content = TextItem{std::move(measured), lineHeight}, .frame = frame, .font = font, .foreground = foreground};
+    return {
+        .content = TextItem{std::move(measured), lineHeight}, .frame = frame, .font = font, .foreground = foreground};
+}
+
+LayoutItem circleAt(const Rect& frame, platform::Color fill, bool accented) {
+    return {.content = CircleItem{fill}, .frame = frame, .accented = accented};
+}
+
+LayoutItem symbolAt(const Rect& frame, platform::Foreground foreground) {
+    return {.content = SymbolItem{"folder"}, .frame = frame, .foreground = foreground};
+}
+
+LayoutItem imageAt(const Rect& frame, const Picture& picture) {
+    return {.content =
+                ImageItem{{platform::Data::owning(imageFile(picture, "png")), platform::EncodedData::Encoding::raw}},
+            .frame = frame};
 }
 
 } // namespace host
