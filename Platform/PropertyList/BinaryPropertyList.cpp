@@ -1,5 +1,6 @@
 #include "Platform/PropertyList/BinaryPropertyList.h"
 
+#include "Platform/PropertyList/BinaryChecker.h"
 #include "Platform/PropertyList/KeySelection.h"
 #include "Platform/PropertyList/Unicode.h"
 
@@ -15,12 +16,11 @@ std::unique_ptr<const PropertyListSource> BinaryPropertyList::parse(const Data& 
     if (!layout) {
         return nullptr;
     }
-    BinaryKeys keys;
-    std::optional<BinaryObjectTable> objects = BinaryObjectTable::check(*layout, keys);
-    if (!objects) {
+    std::unique_ptr<BinaryPropertyList> list(new BinaryPropertyList(file, *layout));
+    if (!BinaryChecker(list->layout_, list->objects_, list->keys_).check()) {
         return nullptr;
     }
-    return std::unique_ptr<const PropertyListSource>(new BinaryPropertyList(file, *layout, *std::move(objects), keys));
+    return list;
 }
 
 PropertyListPlace BinaryPropertyList::root() const {

@@ -8,6 +8,7 @@
 #include "Platform/PropertyList/PropertyListSource.h"
 
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -31,8 +32,8 @@ class BinaryPropertyList final : public PropertyListSource {
     void select(Place dictionary, KeySelection& selection) const override;
 
   private:
-    BinaryPropertyList(Data file, const BinaryLayout& layout, BinaryObjectTable objects, const BinaryKeys& keys)
-        : file_(std::move(file)), layout_(layout), objects_(std::move(objects)), keys_(keys) {}
+    BinaryPropertyList(Data file, const BinaryLayout& layout)
+        : file_(std::move(file)), layout_(layout), objects_(layout.objectCount()) {}
 
     BinaryObject object(Place place) const { return layout_.object(place.offset()); }
     Place placeOf(std::uint64_t index) const { return {objects_.kind(index), index}; }

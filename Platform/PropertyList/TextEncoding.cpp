@@ -105,7 +105,8 @@ class Converter {
     }
 
   private:
-    bool isOpen() const { return descriptor_ != reinterpret_cast<iconv_t>(-1); }
+    // iconv_open() tells a failure by this address.
+    bool isOpen() const { return descriptor_ != reinterpret_cast<iconv_t>(-1); } // NOLINT(performance-no-int-to-ptr)
 
     iconv_t descriptor_;
 };

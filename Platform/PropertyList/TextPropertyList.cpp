@@ -17,7 +17,7 @@ std::unique_ptr<const PropertyListSource> TextPropertyList::parse(const Data& te
     if (p != nullptr) {
         p = scanner.skipBlanks(p);
     }
-    if (p != scanner.end() || !isUtf8(text.bytes())) {
+    if (p == nullptr || p != scanner.end() || !isUtf8(text.bytes())) {
         return nullptr;
     }
     return std::unique_ptr<const PropertyListSource>(new TextPropertyList(text, root));

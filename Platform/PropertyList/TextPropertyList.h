@@ -6,6 +6,7 @@
 #include "Platform/PropertyList/TextScanner.h"
 
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -29,7 +30,8 @@ class TextPropertyList final : public PropertyListSource {
     void select(Place dictionary, KeySelection& selection) const override;
 
   private:
-    TextPropertyList(const Data& text, const char* root) : text_(text), scanner_(text_.bytes()), root_(placeOf(root)) {}
+    TextPropertyList(Data text, const char* root)
+        : text_(std::move(text)), scanner_(text_.bytes()), root_(placeOf(root)) {}
 
     const char* position(std::uint64_t offset) const { return text_.bytes().data() + offset; }
     Place placeOf(const char* p) const;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 
 namespace platform {
 
@@ -214,17 +215,18 @@ std::string TextScanner::string(const char* p) const {
 
 std::string TextScanner::data(const char* p) const {
     std::string bytes;
-    bool isLow = false;
+    std::optional<unsigned> high;
     for (const char digit : std::string_view(p, static_cast<std::size_t>(skipData(p) - p))) {
-        if (digitValue(digit) == 16) {
+        const unsigned value = digitValue(digit);
+        if (value == 16) {
             continue;
         }
-        if (isLow) {
-            bytes.back() = static_cast<char>(static_cast<unsigned char>(bytes.back()) << 4U | digitValue(digit));
+        if (high) {
+            bytes += static_cast<char>(*high << 4U | value);
+            high.reset();
         } else {
-            bytes += static_cast<char>(digitValue(digit));
+            high = value;
         }
-        isLow = !isLow;
     }
     return bytes;
 }

@@ -26,13 +26,13 @@ bool isScalar(XmlElement element, std::string_view text) {
     case XmlElement::yes:
     case XmlElement::no:
         return text.empty();
-    case XmlElement::string:
-    case XmlElement::key:
-    case XmlElement::data:
-        return true;
     default:
         return false;
     }
+}
+
+bool mayBeAnyText(XmlElement element) {
+    return element == XmlElement::string || element == XmlElement::key || element == XmlElement::data;
 }
 
 bool mayBeEmptyTag(XmlElement element) {
@@ -198,6 +198,9 @@ bool XmlChecker::checkLeaf(const XmlTag& tag) {
     if (tag.element() == XmlElement::data) {
         const std::uint64_t stop = offset(characters.typed.data()) + characters.typed.size();
         ends_.note(XmlElementEnds::Sort::data, offset(start), {stop, characters.isPlain});
+    }
+    if (mayBeAnyText(tag.element())) {
+        return true;
     }
     return characters.isPlain ? isScalar(tag.element(), characters.typed)
                               : isScalar(tag.element(), decodedXmlText(characters.typed));

@@ -105,16 +105,6 @@ TEST_F(DiskFileSystemTest, ReadsAFileThatChangesMeanwhile) {
     }
 }
 
-/// A file without a size of its own, as the kernel's tables are, is read to its end.
-TEST_F(DiskFileSystemTest, ReadsBeyondTheSizeThatWasTold) {
-    struct stat status {};
-    ASSERT_EQ(stat("/proc/self/status", &status), 0);
-    ASSERT_EQ(status.st_size, 0);
-    const std::optional<Data> data = read("/proc/self/status");
-    ASSERT_TRUE(data);
-    EXPECT_NE(data->bytes().find("VmRSS"), std::string_view::npos);
-}
-
 /// A mapping lasts as long as its last share and no longer.
 TEST_F(DiskFileSystemTest, GivesMappedMemoryBack) {
     const std::string file = write("mapped-file", std::string(DiskFileSystem::mappingThreshold + 1, 'a'));

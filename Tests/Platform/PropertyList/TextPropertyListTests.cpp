@@ -85,6 +85,7 @@ TEST(TextPropertyList, IsTriedAfterTheOtherForms) {
     EXPECT_EQ(canonicalText("bplist00"), R"("bplist00")");
     EXPECT_EQ(canonicalText("<da>"), "<da>");
     EXPECT_EQ(canonicalText("<date>"), "error");
+    EXPECT_EQ(canonicalText(Data()), "error");
 }
 
 } // namespace
