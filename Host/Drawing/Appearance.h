@@ -6,7 +6,11 @@
 namespace host {
 
 enum class ColorScheme { light, dark };
+/// Tinted: grays, with the accent group in one tint. Vibrant: stronger text and muted colours, for a background that
+/// shows through. What exactly becomes of each colour is said in Palette.h.
 enum class DrawingMode { fullColor, tinted, vibrant };
+/// Placeholder: texts, images and symbols as round blocks where they would stand, shapes softened, dividers as ever;
+/// two texts of equal width look the same.
 enum class Redaction { none, placeholder };
 
 struct Appearance {

@@ -17,10 +17,8 @@ struct Releaser {
 
 using CairoHandle = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
 using SurfaceHandle = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_destroy>>;
-using PatternHandle = std::unique_ptr<cairo_pattern_t, Releaser<cairo_pattern_destroy>>;
 using FontOptionsHandle = std::unique_ptr<cairo_font_options_t, Releaser<cairo_font_options_destroy>>;
 using FontDescriptionHandle = std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>>;
-using FontMetricsHandle = std::unique_ptr<PangoFontMetrics, Releaser<pango_font_metrics_unref>>;
 
 /// For every kind of GObject.
 template <class Object>

@@ -38,7 +38,7 @@ class Renderer final {
     static constexpr int greatestSide = 16'384;
 
     /// Draws on `cairo`, in points from its origin, tile and all. `scale` says how many device pixels a point has, for
-    /// edges to fall on whole pixels.
+    /// edges to fall on whole pixels; it must be positive. Fastest on a surface that is clear.
     void draw(cairo_t* cairo, const WidgetLayout& layout, const Appearance& appearance, double scale);
 
   private:

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <hb.h>
 #include <pango/pangocairo.h>
 #include <utility>
 #include <vector>
@@ -96,9 +97,12 @@ const Typesetter::Face& Typesetter::face(platform::Font font) {
         pango_font_description_set_weight(face.description.get(), static_cast<PangoWeight>(measures.weight));
         pango_font_description_set_absolute_size(face.description.get(), measures.size * PANGO_SCALE);
 
-        const FontMetricsHandle metrics(pango_context_get_metrics(context(), face.description.get(), nullptr));
-        const double ascent = static_cast<double>(pango_font_metrics_get_ascent(metrics.get())) / PANGO_SCALE;
-        const double descent = static_cast<double>(pango_font_metrics_get_descent(metrics.get())) / PANGO_SCALE;
+        // The font's own numbers; Pango's metrics would search the machine for the language's other fonts.
+        const ObjectHandle<PangoFont> loaded(pango_context_load_font(context(), face.description.get()));
+        hb_font_extents_t extents{};
+        hb_font_get_h_extents(pango_font_get_hb_font(loaded.get()), &extents);
+        const double ascent = static_cast<double>(extents.ascender) / PANGO_SCALE;
+        const double descent = -static_cast<double>(extents.descender) / PANGO_SCALE;
         face.baseline = (measures.lineHeight - (ascent + descent)) / 2 + ascent;
     }
     return face;
