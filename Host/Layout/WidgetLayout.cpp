@@ -2,10 +2,29 @@
 
 #include "Host/Layout/ElementBuilder.h"
 #include "Host/Layout/Measures.h"
+#include "Platform/Views/Node.h"
 
 #include <algorithm>
 
 namespace host {
+namespace {
+
+/// How much of the width that a view leaves over lies before it: as a column stands its children, so it stands itself.
+double leadingShare(const platform::View& view) {
+    if (const auto* link = std::get_if<platform::Link>(&view.node().content)) {
+        return leadingShare(link->child);
+    }
+    if (const auto* accentable = std::get_if<platform::Accentable>(&view.node().content)) {
+        return leadingShare(accentable->child);
+    }
+    const auto* column = std::get_if<platform::VStack>(&view.node().content);
+    if (column == nullptr || column->alignment == platform::HorizontalAlignment::center) {
+        return 0.5;
+    }
+    return column->alignment == platform::HorizontalAlignment::leading ? 0 : 1;
+}
+
+} // namespace
 
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images) {
     TextShaper shaper(texts);
@@ -15,7 +34,9 @@ WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, 
 
     WidgetLayout layout{.size = size};
     Placement placement{.layout = layout};
-    root->place({(size.width - taken.width) / 2, (size.height - taken.height) / 2}, offer, placement);
+    const double left = offer.width - taken.width;
+    const double leading = left > 0 ? left * leadingShare(view) : left / 2;
+    root->place({contentMargin + leading, (size.height - taken.height) / 2}, offer, placement);
     return layout;
 }
 

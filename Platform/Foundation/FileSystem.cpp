@@ -33,27 +33,23 @@ class FileDescriptor {
     int descriptor_;
 };
 
-/// Reads to the end, wherever that is by now; `expectedSize` is where it was.
-std::optional<Data> readAll(const FileDescriptor& file, std::size_t expectedSize) {
-    constexpr std::size_t smallestRoom = 4096;
-    // One byte more than expected shows the end with one read less.
-    std::string content(expectedSize + 1, '\0');
-    std::size_t size = 0;
-    for (;;) {
-        if (size == content.size()) {
-            content.resize(size + std::max(size, smallestRoom));
-        }
-        const ssize_t count = read(file.get(), content.data() + size, content.size() - size);
+/// Reads `size` bytes, or as many as there still are of a file that is cut short meanwhile.
+std::optional<Data> readUpTo(const FileDescriptor& file, std::size_t size) {
+    std::shared_ptr<char[]> content = std::make_shared_for_overwrite<char[]>(size);
+    std::size_t length = 0;
+    while (length < size) {
+        const ssize_t count = read(file.get(), content.get() + length, size - length);
         if (count == 0) {
-            content.resize(size);
-            return Data::owning(std::move(content));
+            break;
         }
         if (count > 0) {
-            size += static_cast<std::size_t>(count);
+            length += static_cast<std::size_t>(count);
         } else if (errno != EINTR) {
             return std::nullopt;
         }
     }
+    const std::string_view bytes(content.get(), length);
+    return Data(std::move(content), bytes);
 }
 
 std::optional<Data> map(const FileDescriptor& file, std::size_t size) {
@@ -75,7 +71,7 @@ std::optional<Data> DiskFileSystem::read(const std::string& path) const {
         return std::nullopt;
     }
     const auto size = static_cast<std::size_t>(status.st_size);
-    return size <= mappingThreshold ? readAll(file, size) : map(file, size);
+    return size <= mappingThreshold ? readUpTo(file, size) : map(file, size);
 }
 
 const DiskFileSystem& DiskFileSystem::shared() {

@@ -136,8 +136,11 @@ void BundleRunner::write(std::string answer) {
 
 int runBundle(const WidgetBundle& bundle) {
     std::signal(SIGPIPE, SIG_IGN);
-    // A large file's buffer goes back to the system with its request, and threads do not keep heaps of their own.
-    mallopt(M_MMAP_THRESHOLD, 128 << 10);
+    // Room for a file that is read whole is kept for the next request, not asked of the system page by page each time; and
+    // threads do not keep heaps of their own.
+    constexpr int keptRoom = 8 << 20;
+    mallopt(M_MMAP_THRESHOLD, keptRoom);
+    mallopt(M_TRIM_THRESHOLD, keptRoom);
     mallopt(M_ARENA_MAX, 1);
     BundleRunner(bundle, STDIN_FILENO, STDOUT_FILENO).run();
     return EXIT_SUCCESS;
