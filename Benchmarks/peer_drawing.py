@@ -66,6 +66,9 @@ def image(context, frame):
 
 def draw():
     surface_context = cairo.Context(surface)
+    surface_context.set_operator(cairo.Operator.CLEAR)
+    surface_context.paint()
+    surface_context.set_operator(cairo.Operator.OVER)
     surface_context.scale(SCALE, SCALE)
     tile(surface_context)
     for frame in frames:

@@ -1,32 +1,46 @@
-"""The peer of a timeline request: reads a favourites file with plistlib and prints the rows that a widget shows.
+"""The peer of a timeline request: reads a favourites file with plistlib and answers the rows that the large widget shows, as
+the extension does: with links, and icons as base64.
 
 peer_timeline.py FILE         once
-peer_timeline.py FILE --loop  for every line of standard input, as one line
+peer_timeline.py FILE --loop  for every request on standard input, one line each
 """
 
+import base64
 import json
 import plistlib
 import sys
 
-CAP = 16
+SHOWN = 7
 
 
-def rows(path):
+def row(child, group):
+    identifier = child["UUID"]
+    icon = child.get("Icon")
+    symbol = {"type": "symbol", "symbol": "doc", "foreground": "secondary"}
+    picture = {"type": "image", "data": base64.b64encode(icon).decode(), "fallback": symbol} if icon else symbol
+    return {"type": "link", "url": f"x-foliovault-item://{identifier}?widget=favorites", "id": identifier, "child": {
+        "type": "hstack", "spacing": 8, "children": [
+            {"type": "frame", "width": 18, "height": 18, "child": picture},
+            {"type": "vstack", "children": [
+                {"type": "text", "text": child.get("Name", "Untitled"), "lineLimit": 1, "font": {"style": "callout"}},
+                {"type": "text", "text": child.get("Location") or group, "lineLimit": 1, "font": {"style": "caption2"}}]},
+            {"type": "spacer"}]}}
+
+
+def answer(path, number):
     with open(path, "rb") as file:
         root = plistlib.load(file)
     favourites = []
     for entry in root:
         group = entry.get("Name") if "Children" in entry else None
-        for child in entry.get("Children", [entry]):
-            identifier = child.get("Path") or child.get("UUID") or child.get("SIUUID")
-            if identifier:
-                favourites.append((child.get("Name", "Untitled"), child.get("Location") or group,
-                                   f"x-foliovault-item://{identifier}?widget=favorites"))
-    return json.dumps({"count": len(favourites), "rows": favourites[:CAP]})
+        favourites.extend((child, group) for child in entry.get("Children", [entry]) if "UUID" in child)
+    rows = [row(child, group) for child, group in favourites[:SHOWN]]
+    view = {"type": "vstack", "children": [{"type": "text", "text": f"{len(favourites)} items"}, *rows]}
+    return json.dumps({"jsonrpc": "2.0", "id": number, "result": {"entries": [{"content": {"view": view}}]}})
 
 
 if "--loop" in sys.argv:
-    for _ in sys.stdin:
-        print(rows(sys.argv[1]), flush=True)
+    for line in sys.stdin:
+        print(answer(sys.argv[1], json.loads(line)["id"]), flush=True)
 else:
-    print(rows(sys.argv[1]))
+    print(answer(sys.argv[1], 1))

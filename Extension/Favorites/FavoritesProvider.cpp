@@ -18,9 +18,10 @@ FavoritesEntry FavoritesProvider::placeholder() const {
 }
 
 Timeline<FavoritesEntry> FavoritesProvider::timeline(const FavoritesIntent& intent) const {
-    FavoritesEntry entry = makeEntry(intent);
-    const Date reload = clock_->now().addingSeconds(reloadSeconds);
-    return {.entries = {std::move(entry)}, .reload = {reload}};
+    Timeline<FavoritesEntry> timeline;
+    timeline.entries.push_back(makeEntry(intent));
+    timeline.reload = {clock_->now().addingSeconds(reloadSeconds)};
+    return timeline;
 }
 
 FavoritesEntry FavoritesProvider::makeEntry(const FavoritesIntent& intent) const {

@@ -99,6 +99,7 @@ std::vector<FavoritesItem> FavoritesStore::readFromPlist() const {
 
 FavoritesExcerpt FavoritesStore::readExcerpt(const GroupFilter& filter, std::size_t cap) const {
     FavoritesExcerpt excerpt;
+    excerpt.items.reserve(cap);
     if (const auto list = loadPlist()) {
         const std::string untitled = localized("Untitled");
         forEachChild(list->root(), untitled,
