@@ -50,7 +50,7 @@ bool BinaryChecker::checkContainers() {
             if (!enter(child)) {
                 return false;
             }
-        } else if (height == BinaryObjectTable::open || path_.size() + height > PropertyList::greatestDepth) {
+        } else if (path_.size() + height > PropertyList::greatestDepth) {
             return false;
         } else {
             container.height = std::max(container.height, height + 1);

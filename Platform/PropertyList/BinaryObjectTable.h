@@ -11,7 +11,8 @@ namespace platform {
 
 class BinaryObjectTable {
   public:
-    /// In place of the height of a container that is being checked: whoever meets it has found a cycle.
+    /// In place of the height of a container that is being checked, and more than is allowed: whoever meets it has
+    /// found a cycle.
     static constexpr unsigned open = 0x7FF;
 
     /// A table of damaged objects.

@@ -45,11 +45,8 @@ class XmlEntryHeads {
         return isAt(next.last, p, end) ? next.last : isAt(next.beforeLast, p, end) ? next.beforeLast : none;
     }
 
-    /// The head of these bytes and this key, whatever it came after.
-    std::uint8_t find(std::string_view bytes, std::string_view key) const {
-        const std::uint8_t index = slot(bytes, key);
-        return heads_[index].bytes == bytes ? index : none;
-    }
+    /// Where a head of these bytes and this key is, if it is in the table at all.
+    std::uint8_t find(std::string_view bytes, std::string_view key) const { return slot(bytes, key); }
 
     /// Takes note of a head that has been read after `previous`. Its bytes stay where they are.
     std::uint8_t note(std::uint8_t previous, const Head& head) {

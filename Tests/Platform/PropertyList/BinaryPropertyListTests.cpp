@@ -124,6 +124,7 @@ TEST(BinaryPropertyList, RefusesWhatDoesNotHoldTogether) {
         {"a table within the header", {.objects = {text}, .tableOffset = 7}},
         {"a table that reaches into the trailer", {.objects = {text, text}, .tableOffset = 13}},
         {"a table beyond the file", {.objects = {text}, .tableOffset = ~std::uint64_t{0}}},
+        {"an object that ends within the table", {.objects = {"\x01"s + "12345678", "\x53"s + "ab"}, .root = 1}},
         {"an object within the header", {.objects = {text}, .offsets = {{0, 7}}}},
         {"an object within the table", {.objects = {text}, .offsets = {{0, 10}}}},
         {"an object beyond the file", {.objects = {text}, .offsets = {{0, 0xFFFF}}}},

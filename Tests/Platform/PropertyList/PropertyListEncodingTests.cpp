@@ -99,8 +99,8 @@ TEST(PropertyListEncoding, IsCheckedAcrossTheWholeFile) {
         EXPECT_EQ(canonicalText("<array><string>" + content + "</string><true/></array>"),
                   "[\"" + content + "\", true]");
     }
-    const std::string ascii = "<array><string>" + std::string(40'000, 'a') + "</string><true/></array>";
-    for (std::size_t offset = 15; offset < 40'000; offset += 61) {
+    const std::string ascii = "<string>" + std::string(40'000, 'a') + "</string>";
+    for (std::size_t offset = 8; offset < 40'000; offset += 61) {
         std::string damaged = ascii;
         damaged[offset] = '\x80';
         ASSERT_EQ(canonicalText(damaged), "error") << offset;

@@ -70,18 +70,22 @@ TEST(PropertyListLimits, SharedContainersAreCheckedOnce) {
     EXPECT_EQ(list->root().arrayCount(), 2U);
 }
 
-/// Every object of the table is the same large array, or the same large text.
+/// A root that refers to 300,000 objects, all of which are said to be the same large array, or the same large text.
 TEST(PropertyListLimits, ObjectsInTheSameBytesAreRefused) {
     constexpr std::size_t count = 300'000;
-    for (const char marker : {'\xAF', '\x5F'}) {
-        BinaryFile file{.offsetSize = 3, .referenceSize = 3};
-        file.objects.push_back(marker + "\x12"s + bigEndian(count, 4));
-        for (std::size_t index = 0; index < count; ++index) {
-            file.objects[0] += bigEndian(index + 1, 3);
-        }
-        file.objects.resize(count + 1);
-        for (std::size_t index = 1; index <= count; ++index) {
-            file.offsets.emplace_back(index, 8);
+    std::string references;
+    std::string flags;
+    for (std::size_t index = 0; index < count; ++index) {
+        references += bigEndian(index + 2, 3);
+        flags += bigEndian(1, 3);
+    }
+    const std::string root = "\xAF\x12" + bigEndian(count, 4) + references;
+    for (const std::string& large : {"\xAF\x12" + bigEndian(count, 4) + flags,
+                                     "\x5F\x12" + bigEndian(3 * count, 4) + std::string(3 * count, 'a')}) {
+        BinaryFile file{.objects = {root, "\x09", large}, .offsetSize = 3, .referenceSize = 3};
+        file.objects.resize(count + 2);
+        for (std::size_t index = 3; index < count + 2; ++index) {
+            file.offsets.emplace_back(index, 8 + root.size() + 1);
         }
         EXPECT_EQ(canonicalText(file.bytes()), "error");
     }

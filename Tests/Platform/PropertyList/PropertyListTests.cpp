@@ -239,6 +239,47 @@ TEST(PropertyListValue, RecordsAreReadWhateverIsUnlikeTheOthers) {
     EXPECT_EQ(index, 300);
 }
 
+TEST(PropertyListValue, KeysAreToldApart) {
+    const std::array<std::string, 10> names = {
+        "",           "a",          "aa",       "abcd", "abcdabcd", "abcdefgh1ijklmnop", "abcdefgh2ijklmnop",
+        "abcdefghij", "abcdefghxx", "abcdefghx"};
+    std::string file = "<dict>";
+    BinaryFile binaryFile{.objects = {"\xDA"}};
+    for (const std::string& name : names) {
+        file += "<key>" + name + "</key><string>" + name + "</string>";
+        binaryFile.objects[0] += static_cast<char>(binaryFile.objects.size());
+        binaryFile.objects.push_back("\x5F\x10" + std::string(1, static_cast<char>(name.size())) + name);
+    }
+    binaryFile.objects[0] += binaryFile.objects[0].substr(1);
+    for (const std::string& bytes : {file + "</dict>", binaryFile.bytes()}) {
+        const PropertyList list = parsed(bytes);
+        for (const std::string& name : names) {
+            ASSERT_TRUE(list.root()[name]) << name;
+            EXPECT_EQ(list.root()[name]->string(), name);
+        }
+        for (const std::string_view missing : {"b", "aaa", "abcda", "abcdabc", "abcdefgh3ijklmnop", "abcdefghi"}) {
+            EXPECT_FALSE(list.root()[missing]) << missing;
+        }
+    }
+}
+
+TEST(PropertyListValue, KeysAndDataMayHaveMarkupInEveryRecord) {
+    const std::string digits(400, 'A');
+    std::string file = "<array>";
+    for (int i = 0; i < 5; ++i) {
+        file += "<dict><key>R&amp;D</key><integer>" + std::to_string(i) + "</integer><key>Icon</key><data>" + digits +
+                "<!--AAAA-->&#xD;" + digits + "</data></dict>";
+    }
+    const PropertyList list = parsed(file + "</array>");
+    std::int64_t index = 0;
+    list.root().forEachElement([&](const PropertyListValue& record) {
+        EXPECT_EQ(record["R&D"].value().integer(), index++);
+        EXPECT_EQ(record["Icon"].value().data()->decoded().bytes(), std::string(600, '\0'));
+        return true;
+    });
+    EXPECT_EQ(index, 5);
+}
+
 /// A change of one byte makes a known entry an error or another entry, never the known one.
 TEST(PropertyListValue, KnownEntriesAreComparedToTheByte) {
     const std::string record =
