@@ -156,8 +156,8 @@ void ExtensionConnection::lose(std::string_view why) {
     readSome(process_.errors().number(), lastWords_);
     const std::string ended = process_.end();
     const std::string_view words = lastLine(lastWords_);
-    lost_ = fmt::format("the extension {} {}{}{}", manifest_.executable.filename().string(), why.empty() ? std::string_view(ended) : why,
-                        words.empty() ? "" : ": ", words);
+    lost_ = fmt::format("the extension {} {}{}{}", manifest_.executable.filename().string(),
+                        why.empty() ? std::string_view(ended) : why, words.empty() ? "" : ": ", words);
 }
 
 } // namespace host

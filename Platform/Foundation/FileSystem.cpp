@@ -35,6 +35,7 @@ class FileDescriptor {
 
 /// Reads `size` bytes, or as many as there still are of a file that is cut short meanwhile.
 std::optional<Data> readUpTo(const FileDescriptor& file, std::size_t size) {
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays): memory that nobody fills with zeros first
     std::shared_ptr<char[]> content = std::make_shared_for_overwrite<char[]>(size);
     std::size_t length = 0;
     while (length < size) {
