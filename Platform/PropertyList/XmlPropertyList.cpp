@@ -19,6 +19,7 @@ namespace {
 using Form = XmlTag::Form;
 using Sort = XmlElementEnds::Sort;
 
+/// In the order of `XmlElement`.
 constexpr std::array<PropertyListKind, 12> kinds = {
     PropertyListKind::null,    PropertyListKind::null, PropertyListKind::string,  PropertyListKind::string,
     PropertyListKind::integer, PropertyListKind::real, PropertyListKind::boolean, PropertyListKind::boolean,
