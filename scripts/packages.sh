@@ -10,7 +10,7 @@ build_packages=(
 # fonts of names in other scripts.
 run_packages=(libnss-wrapper libicu72 fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
 test_packages=(libgtest-dev libgmock-dev libplist-dev python3 jq)
-lint_packages=(clang-format clang-tidy)
+lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libplist-dev python3 python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0)
 
