@@ -5,6 +5,7 @@
 #include "Extension/Shared/ExtensionIdentity.h"
 #include "Platform/Foundation/Localization.h"
 
+#include <algorithm>
 #include <array>
 #include <span>
 #include <utility>
@@ -69,6 +70,18 @@ void forEachChild(const PropertyListValue& root, const std::string& untitled, Vi
     });
 }
 
+/// Room for as many favourites as there are entries, as far as that is no claim that a broken file makes.
+std::size_t roomFor(const PropertyListValue& root) {
+    constexpr std::size_t greatestRoom = 50'000;
+    std::size_t entries = 0;
+    root.forEachElement([&](const PropertyListValue& entry) {
+        const MaybeValue children = entry["Children"];
+        entries += children ? children->arrayCount().value_or(1) : 1;
+        return entries < greatestRoom;
+    });
+    return std::min(entries, greatestRoom);
+}
+
 } // namespace
 
 FavoritesStore::FavoritesStore(const FOLIOvaultPaths& paths, const FileSystem& files, const Log& log)
@@ -87,6 +100,7 @@ std::vector<FavoritesItem> FavoritesStore::readFromPlist() const {
     std::vector<FavoritesItem> items;
     if (const auto list = loadPlist()) {
         const std::string untitled = localized("Untitled");
+        items.reserve(roomFor(list->root()));
         forEachChild(list->root(), untitled,
                      [&](const PropertyListValue& child, const std::optional<std::string>& groupName) {
                          if (auto item = parseChild(child, groupName, untitled)) {
