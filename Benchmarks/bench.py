@@ -113,6 +113,7 @@ def drawing(table, rounds):
 def memory():
     """What the extension holds while it answers from a file of 100 MB, and afterwards."""
     write(favourites(66_000), "binary")
+    os.sync()  # what is not on the disk yet would count as dirty
     with subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
         def ask(method):
             process.stdin.write(method.encode() + b"\n")
