@@ -9,7 +9,7 @@ build_packages=(
 # What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, and the
 # fonts of names in other scripts.
 run_packages=(libnss-wrapper libicu72 fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
-test_packages=(libgtest-dev libgmock-dev libplist-dev python3 jq)
+test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common python3)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libplist-dev python3 python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0)
