@@ -26,7 +26,7 @@ struct Note {
         return marked ? std::optional<std::string>("sub") : std::nullopt;
     }
     std::optional<Color> dotColor() const { return marked ? std::optional(Color::red) : std::nullopt; }
-    friend bool operator==(const Note&, const Note&) = default;
+    [[maybe_unused]] friend bool operator==(const Note&, const Note&) = default;
 };
 
 /// Counts of what a tree holds.
