@@ -31,14 +31,7 @@ URL taggedForWidget(const URL& url, std::string_view widgetIdentifier) {
         std::find(taggableSchemes.begin(), taggableSchemes.end(), asciiLowerCased(*scheme)) == taggableSchemes.end()) {
         return url;
     }
-    auto components = URLComponents::of(url);
-    if (!components) {
-        return url;
-    }
-    auto items = components->queryItems().value_or(std::vector<platform::URLQueryItem>{});
-    items.push_back({"widget", std::string(widgetIdentifier)});
-    components->setQueryItems(items);
-    return components->url().value_or(url);
+    return URLComponents::appendingQueryItem(url, "widget", widgetIdentifier);
 }
 
 std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view widgetIdentifier) {

@@ -75,6 +75,30 @@ std::optional<URLComponents> URLComponents::of(const URL& url) {
     return components;
 }
 
+URL URLComponents::appendingQueryItem(const URL& url, std::string_view name, std::string_view value) {
+    if (!url.parts_.query(url.text_).empty()) {
+        auto components = of(url);
+        if (!components) {
+            return url;
+        }
+        auto items = components->queryItems().value_or(std::vector<URLQueryItem>());
+        items.push_back({std::string(name), std::string(value)});
+        components->setQueryItems(items);
+        return components->url().value_or(url);
+    }
+    std::string text;
+    text.reserve(url.text_.size() + name.size() + value.size() + 2);
+    text.append(url.text_, 0, url.parts_.pathEnd);
+    text += '?';
+    appendPercentEncoded(text, name, queryItemCharacters);
+    text += '=';
+    appendPercentEncoded(text, value, queryItemCharacters);
+    URLParts parts = url.parts_;
+    parts.queryEnd = text.size();
+    text += url.parts_.fragment(url.text_);
+    return URL(std::move(text), parts);
+}
+
 std::optional<std::vector<URLQueryItem>> URLComponents::queryItems() const {
     std::string_view rest = parts_.query(text_);
     if (rest.empty()) {
