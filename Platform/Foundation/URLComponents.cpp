@@ -96,7 +96,7 @@ URL URLComponents::appendingQueryItem(const URL& url, std::string_view name, std
     URLParts parts = url.parts_;
     parts.queryEnd = text.size();
     text += url.parts_.fragment(url.text_);
-    return URL(std::move(text), parts);
+    return {std::move(text), parts};
 }
 
 std::optional<std::vector<URLQueryItem>> URLComponents::queryItems() const {
