@@ -193,10 +193,6 @@ JsonWriter& JsonWriter::number(double value) {
     return raw({digits.data(), static_cast<std::size_t>(end - digits.data())});
 }
 
-JsonWriter& JsonWriter::boolean(bool value) {
-    return raw(value ? "true" : "false");
-}
-
 JsonWriter& JsonWriter::base64(const EncodedData& value) {
     separate();
     out_ += '"';

@@ -30,7 +30,6 @@ class JsonWriter {
     JsonWriter& null();
     JsonWriter& text(std::string_view value);
     JsonWriter& number(double value);
-    JsonWriter& boolean(bool value);
     JsonWriter& base64(const EncodedData& value);
     /// `value` is JSON already.
     JsonWriter& raw(std::string_view value);
