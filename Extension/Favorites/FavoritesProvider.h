@@ -4,8 +4,7 @@
 #include "Extension/Favorites/FavoritesConfiguration.h"
 #include "Extension/Favorites/FavoritesItem.h"
 #include "Extension/Favorites/FavoritesStore.h"
-#include "Platform/Foundation/Clock.h"
-#include "Platform/Widgets/Timeline.h"
+#include "Extension/Shared/ListProvider.h"
 
 #include <cstdint>
 #include <vector>
@@ -14,32 +13,15 @@ namespace foliovault {
 
 struct FavoritesEntry {
     platform::Date date;
-    /// At most `listEntryItemCap`.
+    /// Those to show, of the chosen group.
     std::vector<FavoritesItem> items;
-    /// How many there are in all.
+    /// How many the chosen group has.
     std::int64_t displayCount = 0;
+
+    static FavoritesEntry sample();
+    static FavoritesEntry read(const FavoritesStore& store, const FavoritesIntent& intent);
 };
 
-/// Reads the file afresh for every snapshot and timeline, and asks to be asked again after five minutes.
-class FavoritesProvider {
-  public:
-    using Entry = FavoritesEntry;
-    using Intent = FavoritesIntent;
-
-    explicit FavoritesProvider(const FavoritesStore& store = FavoritesStore::shared(),
-                               const platform::Clock& clock = platform::SystemClock::shared())
-        : store_(&store), clock_(&clock) {}
-
-    /// Sample items; no file is read.
-    FavoritesEntry placeholder() const;
-    FavoritesEntry snapshot(const FavoritesIntent& intent) const { return makeEntry(intent); }
-    platform::Timeline<FavoritesEntry> timeline(const FavoritesIntent& intent) const;
-
-  private:
-    FavoritesEntry makeEntry(const FavoritesIntent& intent) const;
-
-    const FavoritesStore* store_;
-    const platform::Clock* clock_;
-};
+using FavoritesProvider = ListProvider<FavoritesEntry, FavoritesIntent, FavoritesStore>;
 
 } // namespace foliovault

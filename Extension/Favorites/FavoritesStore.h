@@ -12,12 +12,12 @@
 //   "UUID"      record          text, its identifier; with "Type", an integer, and "Location", a text
 //   "SIUUID"    smart group     text, its identifier
 //
-// A file that cannot be read or parsed gives no favourites and a line in the log, category "FavoritesStore"; an entry
-// that is no favourite is passed over. The store has no state: any thread, any number at once.
+// Log category "FavoritesStore". The store has no state: any thread, any number at once.
 #pragma once
 
 #include "Extension/Favorites/FavoritesItem.h"
-#include "Extension/Shared/FOLIOvaultPaths.h"
+#include "Extension/Shared/Library.h"
+#include "Extension/Shared/ListExcerpt.h"
 #include "Extension/Shared/PropertyListFile.h"
 
 #include <functional>
@@ -27,29 +27,22 @@
 
 namespace foliovault {
 
-/// The first favourites of a selection, and how many it has in all.
-struct FavoritesExcerpt {
-    std::vector<FavoritesItem> items;
-    std::int64_t count = 0;
-};
-
 class FavoritesStore {
   public:
-    FavoritesStore(const FOLIOvaultPaths& paths, const platform::FileSystem& files, const platform::Log& log);
+    explicit FavoritesStore(const Library& library);
 
     /// The store on the user's own file.
     static const FavoritesStore& shared();
 
-    std::optional<platform::PropertyList> loadPlist() const;
+    std::optional<platform::PropertyList> loadPlist() const { return file_.load(); }
 
     /// All favourites in the file's order.
     std::vector<FavoritesItem> readFromPlist() const;
 
     using GroupFilter = std::function<bool(const std::optional<std::string>& groupName)>;
 
-    /// The first `cap` favourites of the groups that pass `filter`, and the number of all of them; a favourite without
-    /// a group passes by its absence. Costs memory for the items it answers alone, however long the file.
-    FavoritesExcerpt readExcerpt(const GroupFilter& filter, std::size_t cap) const;
+    /// The favourites of the groups that pass `filter`; one without a group passes by its absence.
+    ListExcerpt<FavoritesItem> readExcerpt(const GroupFilter& filter) const;
 
     /// The names of the groups that have one, in the file's order.
     std::vector<std::string> groupNames() const;

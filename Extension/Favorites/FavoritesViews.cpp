@@ -2,9 +2,8 @@
 
 #include "Extension/Shared/ItemRows.h"
 #include "Extension/Shared/ListWidgetBody.h"
+#include "Extension/Shared/MessageView.h"
 #include "Platform/Foundation/Localization.h"
-#include "Platform/Views/Stack.h"
-#include "Platform/Views/Symbol.h"
 #include "Platform/Views/Text.h"
 
 namespace foliovault {
@@ -27,14 +26,9 @@ View FavoritesEntryView::body(const Environment& environment) const {
 }
 
 View FavoritesEmptyView::body() const {
-    return vStack({.spacing = 8}, {
-                                      symbol("star").font(largeTitle).foreground(secondary),
-                                      text(localized("No Favorites")).font(headline).foreground(secondary),
-                                      text(localized("Add favorites in FOLIOvault to see them here."))
-                                          .font(caption)
-                                          .foreground(tertiary)
-                                          .textAlignment(HorizontalAlignment::center),
-                                  });
+    return MessageView{
+        .symbol = "star", .title = "No Favorites", .explanation = "Add favorites in FOLIOvault to see them here."}
+        .body();
 }
 
 } // namespace foliovault

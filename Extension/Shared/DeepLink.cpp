@@ -16,8 +16,9 @@ constexpr std::string_view commandScheme = "x-foliovault";
 constexpr std::array<std::string_view, 3> taggableSchemes{commandScheme, "x-foliovault-item",
                                                           "x-foliovault-smartgroup"};
 
-std::string asciiLowerCased(std::string_view text) {
-    std::string lower(text);
+/// The scheme in lower case; empty where there is none.
+std::string lowerCasedScheme(const URL& url) {
+    std::string lower(url.scheme().value_or(""));
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     return lower;
@@ -25,10 +26,13 @@ std::string asciiLowerCased(std::string_view text) {
 
 } // namespace
 
+bool isWebAddress(const URL& url) {
+    const std::string scheme = lowerCasedScheme(url);
+    return scheme == "http" || scheme == "https";
+}
+
 URL taggedForWidget(const URL& url, std::string_view widgetIdentifier) {
-    const auto scheme = url.scheme();
-    if (!scheme ||
-        std::find(taggableSchemes.begin(), taggableSchemes.end(), asciiLowerCased(*scheme)) == taggableSchemes.end()) {
+    if (std::find(taggableSchemes.begin(), taggableSchemes.end(), lowerCasedScheme(url)) == taggableSchemes.end()) {
         return url;
     }
     return URLComponents::appendingQueryItem(url, "widget", widgetIdentifier);
@@ -39,8 +43,7 @@ std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view wid
     if (!url) {
         return std::nullopt;
     }
-    const std::string scheme = asciiLowerCased(url->scheme().value_or(""));
-    if (scheme != "http" && scheme != "https") {
+    if (!isWebAddress(*url)) {
         return taggedForWidget(*url, widgetIdentifier);
     }
     // "&", "=" and "+" are what a query may hold and the value of one of its items had better not.

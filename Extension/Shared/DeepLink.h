@@ -16,6 +16,9 @@
 
 namespace foliovault {
 
+/// Whether `url` is one for the web, of the scheme "http" or "https".
+bool isWebAddress(const platform::URL& url);
+
 /// `url` with the tag appended to its query, where its scheme is one of the application's; else `url` unchanged. A tag
 /// that is there already stays beside the new one.
 platform::URL taggedForWidget(const platform::URL& url, std::string_view widgetIdentifier);

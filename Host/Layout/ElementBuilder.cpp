@@ -85,7 +85,7 @@ struct Builder {
     ElementPtr operator()(const platform::Symbol& symbol) const { return symbolElement(symbol.symbol, look); }
     ElementPtr operator()(const platform::Label& label) const {
         std::vector<ElementPtr> children;
-        children.push_back(symbolElement(label.symbol, look));
+        children.push_back(labelSymbolElement(label.symbol, look));
         children.push_back(textElement({.text = label.text}, look, shaper));
         return stackElement(
             {.axis = Axis::horizontal, .alignment = CrossAlignment::firstTextBaseline, .spacing = labelSpacing},

@@ -32,8 +32,9 @@ ElementPtr clearElement();
 /// Takes what it is offered; the circle stands in its middle, as large as fits.
 ElementPtr circleElement(platform::Color fill, const Look& look);
 
-/// A square of the font's size, whatever is offered.
+/// A square of the font's size, whatever is offered; that of a label stands on the label's baseline.
 ElementPtr symbolElement(const std::string& symbol, const Look& look);
+ElementPtr labelSymbolElement(const std::string& symbol, const Look& look);
 
 /// The largest size of the ratio of `pixels` inside the offer. `pixels` has positive, finite lengths.
 ElementPtr imageElement(const platform::EncodedData& data, Size pixels, const Look& look);

@@ -64,10 +64,15 @@ class CircleElement final : public Element {
 
 class SymbolElement final : public Element {
   public:
-    SymbolElement(const std::string& symbol, Look look)
-        : symbol_(symbol), look_(look), length_(textMeasures(look.font).size) {}
+    /// `descent` is the part of its size below a baseline, where it has one.
+    SymbolElement(const std::string& symbol, Look look, std::optional<double> descent)
+        : symbol_(symbol), look_(look), length_(textMeasures(look.font).size) {
+        if (descent) {
+            baseline_ = length_ * (1 - *descent);
+        }
+    }
 
-    Answer measure(Size /*offer*/) override { return {.size = {length_, length_}}; }
+    Answer measure(Size /*offer*/) override { return {.size = {length_, length_}, .baseline = baseline_}; }
     void place(Point origin, Size offer, Placement& placement) override {
         placement.add(SymbolItem{.symbol = symbol_}, origin, measure(offer).size, look_);
     }
@@ -76,6 +81,7 @@ class SymbolElement final : public Element {
     const std::string& symbol_;
     Look look_;
     double length_;
+    std::optional<double> baseline_;
 };
 
 class ImageElement final : public Element {
@@ -114,7 +120,10 @@ ElementPtr circleElement(platform::Color fill, const Look& look) {
     return std::make_unique<CircleElement>(fill, look);
 }
 ElementPtr symbolElement(const std::string& symbol, const Look& look) {
-    return std::make_unique<SymbolElement>(symbol, look);
+    return std::make_unique<SymbolElement>(symbol, look, std::nullopt);
+}
+ElementPtr labelSymbolElement(const std::string& symbol, const Look& look) {
+    return std::make_unique<SymbolElement>(symbol, look, labelSymbolDescent);
 }
 ElementPtr imageElement(const platform::EncodedData& data, Size pixels, const Look& look) {
     return std::make_unique<ImageElement>(data, pixels, look);

@@ -1,6 +1,6 @@
 #include "Extension/Favorites/FavoritesConfiguration.h"
 
-#include "Tests/Extension/Favorites/FavoritesFile.h"
+#include "Tests/Extension/Lists/StoreFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ namespace foliovault {
 namespace {
 
 using ::testing::ElementsAre;
-using testing::FavoritesFile;
+using FavoritesFile = testing::StoreFile<FavoritesStore>;
 
 std::vector<std::string> ids(const std::vector<FavoritesGroupOption>& options) {
     std::vector<std::string> all;
@@ -45,7 +45,7 @@ TEST(FavoritesGroupQuery, TakesIdentifiersAsTheyAre) {
     const FavoritesFile absent;
     const std::vector<std::string> identifiers{"Gone", "_all", "Gone"};
     EXPECT_THAT(ids(FavoritesGroupQuery(absent.store).entitiesFor(identifiers)), ElementsAre("Gone", "_all", "Gone"));
-    EXPECT_EQ(absent.files.readCount(absent.paths.favoritesURL.path()), 0);
+    EXPECT_EQ(absent.readCount(), 0);
 }
 
 TEST(FavoritesGroupOption, IsTitledByItsName) {

@@ -1,14 +1,13 @@
 #include "Extension/Favorites/FavoritesProvider.h"
 
-#include "Tests/Extension/Favorites/FavoritesFile.h"
-#include "Tests/Support/FixedClock.h"
+#include "Tests/Extension/Lists/StoreFile.h"
 
 #include <gtest/gtest.h>
 
 namespace foliovault {
 namespace {
 
-using testing::FavoritesFile;
+using FavoritesFile = testing::StoreFile<FavoritesStore>;
 
 std::string favorites(int count) {
     std::string entries;
@@ -26,8 +25,7 @@ std::string group(const std::string& name, int count) {
 TEST(FavoritesProvider, ShowsTheFirstSixteenOfTheChosenGroup) {
     const FavoritesFile file =
         FavoritesFile::ofArray(group("Work", 17) + group("work", 2) + group("_all", 1) + favorites(3));
-    const platform::FixedClock clock({1000});
-    const FavoritesProvider provider(file.store, clock);
+    const FavoritesProvider provider(file.store);
     struct Row {
         const char* group;
         std::size_t items;
@@ -39,24 +37,8 @@ TEST(FavoritesProvider, ShowsTheFirstSixteenOfTheChosenGroup) {
         ASSERT_EQ(timeline.entries.size(), 1U);
         EXPECT_EQ(timeline.entries[0].items.size(), row.items) << row.group;
         EXPECT_EQ(timeline.entries[0].displayCount, row.count) << row.group;
-        EXPECT_EQ(timeline.entries[0].date, platform::Date{1000});
-        EXPECT_EQ(timeline.reload.date, platform::Date{1300});
     }
     EXPECT_EQ(provider.snapshot({}).displayCount, 23);
-}
-
-TEST(FavoritesProvider, ReadsTheFileAfreshForEachRequestButNoneForAPlaceholder) {
-    FavoritesFile file = FavoritesFile::ofArray(favorites(2));
-    const platform::FixedClock clock;
-    const FavoritesProvider provider(file.store, clock);
-    EXPECT_EQ(provider.placeholder().items.size(), 5U);
-    EXPECT_EQ(provider.placeholder().displayCount, 5);
-    EXPECT_EQ(file.files.readCount(file.paths.favoritesURL.path()), 0);
-    EXPECT_EQ(provider.snapshot({}).displayCount, 2);
-    file.files.write(file.paths.favoritesURL.path(), "<array>" + favorites(3) + "</array>");
-    EXPECT_EQ(provider.snapshot({}).displayCount, 3);
-    file.files.remove(file.paths.favoritesURL.path());
-    EXPECT_EQ(provider.snapshot({}).displayCount, 0);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "Tests/Extension/Favorites/FavoritesFile.h"
+#include "Tests/Extension/Lists/StoreFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@ namespace foliovault {
 namespace {
 
 using ::testing::ElementsAre;
-using testing::FavoritesFile;
+using FavoritesFile = testing::StoreFile<FavoritesStore>;
 using ::testing::IsEmpty;
 
 /// One line that says all of an item that a test may want to know.
@@ -77,7 +77,7 @@ TEST(FavoritesStore, TakesEachEntryAsWellAsItCan) {
         const FavoritesFile file = FavoritesFile::ofArray(row.entry);
         const auto items = file.store.readFromPlist();
         EXPECT_EQ(items.empty() ? "" : items.front().id, row.expected) << row.entry;
-        EXPECT_EQ(file.store.readExcerpt([](const auto&) { return true; }, 16).items, items) << row.entry;
+        EXPECT_EQ(file.store.readExcerpt([](const auto&) { return true; }).items, items) << row.entry;
     }
 }
 
@@ -121,26 +121,6 @@ TEST(FavoritesStore, ReadsValuesStrictly) {
     }
 }
 
-TEST(FavoritesStore, LogsWhatIsWrongWithTheFileAndAnswersNothing) {
-    const platform::LogLine cannotRead{platform::LogLevel::debug, "FavoritesStore", "Could not read Favorites.plist"};
-    const platform::LogLine cannotParse{platform::LogLevel::error, "FavoritesStore", "Could not parse Favorites.plist"};
-    const FavoritesFile absent;
-    EXPECT_THAT(absent.store.readFromPlist(), IsEmpty());
-    EXPECT_THAT(absent.store.groupNames(), IsEmpty());
-    EXPECT_THAT(absent.log.lines(), ElementsAre(cannotRead, cannotRead));
-    for (const char* content :
-         {"", "\n", "hello", "bplist00", "<plist><dict/></plist>", "<plist><array><string/></array></plist>",
-          "<plist><array><dict/><array/></array></plist>", "<plist><array><dict></array></plist>", "(a, b)", "<6869>",
-          "<plist><string>a</string></plist>"}) {
-        const FavoritesFile file{std::string(content)};
-        EXPECT_THAT(file.store.readFromPlist(), IsEmpty()) << content;
-        EXPECT_THAT(file.log.lines(), ElementsAre(cannotParse)) << content;
-    }
-    const FavoritesFile empty = FavoritesFile::ofArray("");
-    EXPECT_THAT(empty.store.readFromPlist(), IsEmpty());
-    EXPECT_THAT(empty.log.lines(), IsEmpty());
-}
-
 TEST(FavoritesStore, ReadsTheOldTextFormToo) {
     const FavoritesFile file("( { Name = Work; Children = ( { UUID = u1; Name = \"A note\"; Type = 1; } ); } )");
     const auto items = file.store.readFromPlist();
@@ -148,16 +128,6 @@ TEST(FavoritesStore, ReadsTheOldTextFormToo) {
     // In that form a number is a text, and a text is no type.
     EXPECT_EQ(outline(items.front()),
               "item:Work/u1 | A note | doc | 0 | - | Work | x-foliovault-item://u1?widget=favorites | -");
-}
-
-TEST(FavoritesStore, ReadsAFileThatIsCutOffAnywhereAsOneThatCannotBeParsed) {
-    const std::string whole = "<plist><array><dict><key>UUID</key><string>u</string></dict></array></plist>";
-    EXPECT_EQ(FavoritesFile(whole).store.readFromPlist().size(), 1U);
-    for (std::size_t length = 0; length < whole.size(); ++length) {
-        const FavoritesFile file(whole.substr(0, length));
-        EXPECT_THAT(file.store.readFromPlist(), IsEmpty()) << length;
-        EXPECT_EQ(file.log.lines().size(), 1U) << length;
-    }
 }
 
 TEST(FavoritesStore, OffersGroupsThatHaveAName) {
@@ -179,12 +149,12 @@ TEST(FavoritesStore, CountsAllAndBuildsTheFirst) {
     const FavoritesFile file =
         FavoritesFile::ofArray("<dict><key>Name</key><string>G</string><key>Children</key><array>" + children +
                                "</array></dict><dict><key>UUID</key><string>top</string></dict>");
-    const auto excerpt = file.store.readExcerpt([](const auto& group) { return group == "G"; }, 16);
+    const auto excerpt = file.store.readExcerpt([](const auto& group) { return group == "G"; });
     EXPECT_EQ(excerpt.count, 40);
     ASSERT_EQ(excerpt.items.size(), 16U);
     EXPECT_EQ(excerpt.items.back().id, "item:G/15");
-    EXPECT_EQ(file.store.readExcerpt([](const auto& group) { return !group; }, 16).count, 1);
-    EXPECT_EQ(file.store.readExcerpt([](const auto&) { return true; }, 16).count, 41);
+    EXPECT_EQ(file.store.readExcerpt([](const auto& group) { return !group; }).count, 1);
+    EXPECT_EQ(file.store.readExcerpt([](const auto&) { return true; }).count, 41);
 }
 
 } // namespace

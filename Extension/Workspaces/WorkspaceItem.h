@@ -1,0 +1,61 @@
+// One workspace: a saved arrangement of databases and windows, known by its name.
+//
+// An immutable value; workspaces are equal when all their fields are.
+#pragma once
+
+#include "Platform/Foundation/EncodedData.h"
+#include "Platform/Foundation/URL.h"
+#include "Platform/Views/Style.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace foliovault {
+
+struct WorkspaceItem {
+    /// The symbol that stands for workspaces.
+    static constexpr std::string_view icon = "rectangle.stack";
+
+    /// The name.
+    std::string id;
+    std::string name;
+    /// What it opens and restores.
+    std::int64_t databaseCount;
+    std::int64_t windowCount;
+    /// What a click opens, tagged for this widget.
+    std::optional<platform::URL> url;
+
+    WorkspaceItem(std::string name, std::int64_t databaseCount, std::int64_t windowCount);
+
+    /// The counts in words, in the user's language: "3 databases" and "2 windows". English has the one form for every
+    /// count.
+    std::string databases() const;
+    std::string windows() const;
+
+    const std::string& displayTitle() const { return name; }
+    /// "3 databases · 2 windows".
+    std::optional<std::string> displaySubtitle() const;
+    std::string_view displayIcon() const { return icon; }
+    std::optional<platform::EncodedData> displayIconData() const { return std::nullopt; }
+    const std::optional<platform::URL>& displayURL() const { return url; }
+    std::optional<platform::Color> dotColor() const { return std::nullopt; }
+
+    /// Four workspaces for placeholders and previews, made at first use.
+    static const std::vector<WorkspaceItem>& sampleItems();
+
+    friend bool operator==(const WorkspaceItem&, const WorkspaceItem&) = default;
+};
+
+} // namespace foliovault
+
+template <>
+struct std::hash<foliovault::WorkspaceItem> {
+    std::size_t operator()(const foliovault::WorkspaceItem& item) const {
+        return (std::hash<std::string>{}(item.name) * 31 + std::hash<std::int64_t>{}(item.databaseCount)) * 31 +
+               std::hash<std::int64_t>{}(item.windowCount);
+    }
+};
