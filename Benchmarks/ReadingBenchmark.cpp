@@ -1,10 +1,10 @@
-// reading_benchmark FILE ROUNDS: our stores on a favourites file, beside libplist parsing the same bytes and walking
-// them.
+// reading_benchmark favourites|reading-list FILE ROUNDS: our store on such a file, beside libplist parsing the same
+// bytes and walking them.
 
 #include "Benchmarks/Rounds.h"
 
 #include "Extension/Favorites/FavoritesStore.h"
-#include "Extension/Shared/DisplayableItem.h"
+#include "Extension/ReadingList/ReadingListStore.h"
 
 #include <plist/plist.h>
 
@@ -57,34 +57,34 @@ std::size_t nodesBelow(plist_t node) {
     return count;
 }
 
-void expectSome(std::size_t count) {
+template <class Count>
+void expectSome(Count count) {
     if (count < 2) {
         std::fprintf(stderr, "nothing was read\n");
         std::exit(1);
     }
 }
 
-} // namespace
+std::int64_t countOf(const foliovault::FavoritesStore& store) {
+    return store.readExcerpt([](const auto&) { return true; }).count;
+}
+std::int64_t countOf(const foliovault::ReadingListStore& store) {
+    return store.readExcerpt(foliovault::ReadingListFilter::all).filtered.count;
+}
 
-int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fprintf(stderr, "usage: reading_benchmark FILE ROUNDS\n");
-        return 64;
-    }
-    std::ifstream file(argv[1], std::ios::binary);
+template <class Store>
+void measure(const char* path, int rounds) {
+    std::ifstream file(path, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     const foliovault::FOLIOvaultPaths paths{NoUsers()};
-    const OneFile files(argv[1]);
+    const OneFile files(path);
     const NoLog log;
-    const foliovault::FavoritesStore store(paths, files, log);
+    const foliovault::Library library{paths, files, log};
+    const Store store(library);
     benchmarks::timeByTurns(
         {
             {"everyRecord", [&] { expectSome(store.readFromPlist().size()); }},
-            {"timelineNeeds",
-             [&] {
-                 const auto all = [](const auto&) { return true; };
-                 expectSome(static_cast<std::size_t>(store.readExcerpt(all, foliovault::listEntryItemCap).count));
-             }},
+            {"timelineNeeds", [&] { expectSome(countOf(store)); }},
             {"libplist",
              [&] {
                  plist_t root = nullptr;
@@ -93,5 +93,19 @@ int main(int argc, char** argv) {
                  plist_free(root);
              }},
         },
-        std::atoi(argv[2]));
+        rounds);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::string_view list = argc == 4 ? argv[1] : "";
+    if (list == "favourites") {
+        measure<foliovault::FavoritesStore>(argv[2], std::atoi(argv[3]));
+    } else if (list == "reading-list") {
+        measure<foliovault::ReadingListStore>(argv[2], std::atoi(argv[3]));
+    } else {
+        std::fprintf(stderr, "usage: reading_benchmark favourites|reading-list FILE ROUNDS\n");
+        return 64;
+    }
 }

@@ -24,11 +24,18 @@ PEERS = PROJECT / "Benchmarks"
 HOME = BUILD / "bench-home"
 LIBRARY = HOME / "Library" / "Application Support" / "FOLIOvault"
 FAVORITES = LIBRARY / "Favorites.plist"
+READING_LIST = LIBRARY / "ReadingList.plist"
 PYTHON = "/usr/bin/python3"
 FORMS = {"binary": plistlib.FMT_BINARY, "XML": plistlib.FMT_XML}
 
-REQUEST = json.dumps({"jsonrpc": "2.0", "id": 1, "method": "timeline", "params": {
-    "kind": "FavoritesWidget", "configuration": {}, "environment": {"family": "large"}}})
+
+
+def request(kind):
+    return json.dumps({"jsonrpc": "2.0", "id": 1, "method": "timeline", "params": {
+        "kind": kind, "configuration": {}, "environment": {"family": "large"}}})
+
+
+REQUEST = request("FavoritesWidget")
 
 
 def favourites(count, icon_size=1400):
@@ -46,8 +53,24 @@ def favourites(count, icon_size=1400):
     return groups
 
 
-def write(root, form):
-    FAVORITES.write_bytes(plistlib.dumps(root, fmt=FORMS[form], sort_keys=False))
+def reading_list(count, icon_size=1400):
+    """A long reading list: pages of the web with an icon of their site, and documents of the library."""
+    source = random.Random(8)
+    items = []
+    for i in range(count):
+        item = {"title": f"Something to be read, number {i}", "unread": source.random() < .4, "type": source.randrange(1, 17),
+                "date": datetime(2026, 1, 1) + timedelta(minutes=i)}
+        if i % 4 == 0:
+            item["URL"] = f"x-foliovault-item://{source.getrandbits(128):032X}"
+        else:
+            item["URL"] = f"https://www.site{i % 97}.example/articles/{source.getrandbits(48):x}?from=list&page={i}"
+        item["icon"] = source.randbytes(icon_size)
+        items.append(item)
+    return items
+
+
+def write(root, form, file=FAVORITES):
+    file.write_bytes(plistlib.dumps(root, fmt=FORMS[form], sort_keys=False))
 
 
 def run(*command):
@@ -73,15 +96,18 @@ class Table:
 
 
 def reading(table, rounds):
-    root = favourites(20_000)
-    for form, every in (("binary", .25), ("XML", .15)):
-        write(root, form)
-        size = FAVORITES.stat().st_size / 1e6
-        times = measured(BENCHMARKS / "reading_benchmark", FAVORITES, rounds)
-        table.row(f"`readFromPlist`, 20,000 favourites, {size:.0f} MB {form}, over libplist", times["everyRecord"], times["libplist"], every)
-        table.row(f"count, filter and sixteen records of the same {form}", times["timelineNeeds"], times["libplist"], .10)
-        times = measured(BENCHMARKS / "start_benchmark", max(3, rounds // 2), REQUEST, EXTENSION, "--", PYTHON, PEERS / "peer_timeline.py", FAVORITES)
-        table.row(f"a whole `timeline` from start, the same {form}, over Python's plistlib", times["ours"], times["peer"], .05 if form == "binary" else .03)
+    lists = (("favourites", favourites, FAVORITES, "FavoritesWidget"), ("reading-list", reading_list, READING_LIST, "ReadingListWidget"))
+    for name, make, file, kind in lists:
+        root = make(20_000)
+        for form, every, whole in (("binary", .25, .05), ("XML", .15, .03)):
+            write(root, form, file)
+            size = file.stat().st_size / 1e6
+            times = measured(BENCHMARKS / "reading_benchmark", name, file, rounds)
+            entries = f"20,000 {name} entries, {size:.0f} MB {form}"
+            table.row(f"`readFromPlist`, {entries}, over libplist", times["everyRecord"], times["libplist"], every)
+            table.row("count, filter and sixteen records of the same", times["timelineNeeds"], times["libplist"], .10)
+            times = measured(BENCHMARKS / "start_benchmark", max(3, rounds // 2), request(kind), EXTENSION, "--", PYTHON, PEERS / "peer_timeline.py", file)
+            table.row("a whole `timeline` from start, the same, over Python's plistlib", times["ours"], times["peer"], whole)
 
 
 def starting(table, rounds):
@@ -110,46 +136,80 @@ def drawing(table, rounds):
     table.row("the same drawing without PNG, over pycairo", times["drawing"], peer, .25)
 
 
-def memory():
-    """What the extension holds while it answers from a file of 100 MB, and afterwards."""
-    write(favourites(66_000), "binary")
-    os.sync()  # what is not on the disk yet would count as dirty
-    with subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
-        def ask(method):
-            process.stdin.write(method.encode() + b"\n")
-            process.stdin.flush()
-            process.stdout.readline()
+class Watched:
+    """The extension, and what memory it holds, in MiB."""
 
-        def held():
-            fields = {}
-            with open(f"/proc/{process.pid}/smaps_rollup", encoding="ascii") as lines:
-                for line in lines:
-                    parts = line.split()
-                    if parts[-1] == "kB":
-                        fields[parts[0].rstrip(":")] = int(parts[1]) / 1024
-            return fields
+    def __enter__(self):
+        self.process = subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.ask('{"jsonrpc":"2.0","id":0,"method":"previews"}')
+        return self
 
-        ask('{"jsonrpc":"2.0","id":0,"method":"previews"}')
-        before, peak, done = held(), {"Private_Dirty": 0, "Rss": 0}, threading.Event()
+    def __exit__(self, *_):
+        self.process.communicate()
+
+    def ask(self, line):
+        self.process.stdin.write(line.encode() + b"\n")
+        self.process.stdin.flush()
+        self.process.stdout.readline()
+
+    def held(self):
+        fields = {}
+        with open(f"/proc/{self.process.pid}/smaps_rollup", encoding="ascii") as lines:
+            for line in lines:
+                parts = line.split()
+                if parts[-1] == "kB":
+                    fields[parts[0].rstrip(":")] = int(parts[1]) / 1024
+        return fields
+
+    def peak_while_asking(self, line, times):
+        """The most of each kind that it held while it answered."""
+        peak, done = {"Private_Dirty": 0, "Rss": 0}, threading.Event()
 
         def watch():
             while not done.is_set():
-                now = held()
+                now = self.held()
                 for key in peak:
                     peak[key] = max(peak[key], now[key])
         watcher = threading.Thread(target=watch)
         watcher.start()
-        for _ in range(5):
-            ask(REQUEST)
+        for _ in range(times):
+            self.ask(line)
         done.set()
         watcher.join()
-        after = held()
-        process.stdin.close()
+        return peak
+
+
+def memory():
+    """What the extension holds while it answers from a file of 100 MB, and afterwards."""
+    write(favourites(66_000), "binary")
+    os.sync()  # what is not on the disk yet would count as dirty
+    with Watched() as extension:
+        before = extension.held()
+        peak = extension.peak_while_asking(REQUEST, 5)
+        after = extension.held()
     size = FAVORITES.stat().st_size / 2**20
     print(f"\nMemory of the extension, MiB, with a file of {size:.0f} MiB:\n")
     print("| | before | while answering | afterwards |\n| --- | --- | --- | --- |")
     for key, name in (("Private_Dirty", "private dirty"), ("Rss", "resident, mapped file included")):
         print(f"| {name} | {before[key]:.1f} | {peak[key]:.1f} | {after[key]:.1f} |")
+
+
+def growth(rounds):
+    """Time and memory of a reading list of a thousand, ten thousand and a hundred thousand entries."""
+    print("\nA reading list that grows, an icon with each entry:\n")
+    print("| entries | file | `readFromPlist` | a timeline's needs | per MB of file | private memory of a timeline |\n| --- | --- | --- | --- | --- | --- |")
+    for form in FORMS:
+        for count in (1_000, 10_000, 100_000):
+            write(reading_list(count), form, READING_LIST)
+            os.sync()
+            size = READING_LIST.stat().st_size / 1e6
+            times = measured(BENCHMARKS / "reading_benchmark", "reading-list", READING_LIST, rounds)
+            with Watched() as extension:
+                before = extension.held()["Private_Dirty"]
+                peak = extension.peak_while_asking(request("ReadingListWidget"), 5)["Private_Dirty"]
+            every, needs = times["everyRecord"] * 1e3, times["timelineNeeds"] * 1e3
+            print(f"| {count:,} {form} | {size:.1f} MB | {every:.3g} ms | {needs:.3g} ms | {every / size:.3f} and {needs / size:.3f} ms | +{peak - before:.1f} MiB |", flush=True)
+    READING_LIST.unlink()
 
 
 def machine():
@@ -167,6 +227,7 @@ def main():
     for part in (reading, starting, warm, drawing):
         part(table, rounds)
     memory()
+    growth(rounds)
     print(f"\n{table.missed} missed." if table.missed else "\nAll reached.")
 
 

@@ -6,13 +6,10 @@ import plistlib
 import signal
 import socket
 import subprocess
-import threading
 import unittest
 from datetime import datetime, timedelta, timezone
 
-from support import EXTENSION, FAMILIES, Extension, HomeTest, favourites, nodes, texts
-
-PNG = bytes.fromhex("89504e470d0a1a0a0000000d4948445200000001000000010806000000")
+from support import EXTENSION, FAMILIES, LISTS, PNG, Extension, HomeTest, favourites, nodes, texts
 
 
 class Answers(HomeTest):
@@ -50,7 +47,7 @@ class Answers(HomeTest):
             images = [node for node in nodes(view) if node["type"] == "image"]
             self.assertEqual(len(images), 1)
             self.assertEqual(images[0]["fallback"]["symbol"], "doc")
-            tinted = extension.timeline(renderingMode="tinted")["entries"][0]["content"]["view"]
+            tinted = extension.timeline(mode="tinted")["entries"][0]["content"]["view"]
             self.assertFalse([node for node in nodes(tinted) if node["type"] == "image"])
 
     def test_groups_are_offered(self):
@@ -83,59 +80,40 @@ class Answers(HomeTest):
             ours.sendall(b'{"jsonrpc":"2.0","id":"a","method":"previews"}\n')
             ours.shutdown(socket.SHUT_WR)
             answer = json.loads(ours.makefile().read())
-            self.assertEqual(len(answer["result"]["previews"]), 4)
+            self.assertEqual([preview["name"] for preview in answer["result"]["previews"]][::4],
+                             ["Small", "Favorites Small", "Workspaces Small"])
             self.assertEqual(process.wait(10), 0)
         ours.close()
 
 
-class BadLibraries(HomeTest):
-    def rows(self, family="extraLarge"):
+class Lists(HomeTest):
+    def test_the_reading_list_can_be_filtered(self):
+        items = [{"title": f"Page {i}", "URL": f"https://www.example.org/{i}", "unread": i % 3 == 0} for i in range(30)]
         with Extension(self.environment()) as extension:
-            entry, = extension.timeline(family)["entries"]
-            return sum(node["type"] == "link" for node in nodes(entry["content"]["view"])), texts(entry)
+            self.assertIn("No Items", texts(extension.timeline(kind="ReadingListWidget")["entries"][0]))
+            self.write(items, name="ReadingList.plist")
+            for choices, more, first in (({}, "+23 more", "Page 0"), ({"filter": "unreadOnly"}, "+3 more", "Page 0")):
+                shown = texts(extension.timeline(kind="ReadingListWidget", **choices)["entries"][0])
+                self.assertEqual((shown[0], shown[1], shown[2], shown[-1]), ("Reading List", "10 unread", first, more))
+            self.write([{**item, "unread": False} for item in items], name="ReadingList.plist")
+            self.assertEqual(texts(extension.timeline(kind="ReadingListWidget", filter="unreadOnly")["entries"][0]), ["All Read"])
+            wrong = extension.call("timeline", kind="ReadingListWidget", configuration={"filter": "unreadonly"}, environment={"family": "small"})
+            self.assertEqual(wrong["error"]["code"], -32602)
+            self.assertIn('"unreadOnly"', wrong["error"]["message"])
+            small = extension.timeline("small", kind="ReadingListWidget")["entries"][0]
+            self.assertEqual(texts(small)[:2], ["Reading List", "0"])
+            links = [node["url"] for node in nodes(small["content"]["view"]) if node["type"] == "link"]
+            self.assertEqual(links[0], "x-foliovault://open-url?location=https://www.example.org/0&widget=readinglist")
 
-    def test_what_is_no_file_is_not_waited_for(self):
-        self.file.mkdir()
-        self.assertIn("No Favorites", self.rows()[1])
-        self.file.rmdir()
-        os.mkfifo(self.file)
-        self.assertIn("No Favorites", self.rows()[1])
-        self.file.unlink()
-        self.file.symlink_to("/dev/zero")
-        self.assertIn("No Favorites", self.rows()[1])
-
-    def test_files_cut_off_anywhere_never_end_the_process(self):
-        root = [{"Name": "G", "Children": favourites(2, Icon=PNG, Label=3)}, *favourites(2)]
-        for form in (plistlib.FMT_XML, plistlib.FMT_BINARY):
-            whole = plistlib.dumps(root, fmt=form)
-            with Extension(self.environment()) as extension:
-                for length in range(len(whole)):
-                    self.file.write_bytes(whole[:length])
-                    shown = texts(extension.timeline("medium")["entries"][0])
-                    # Only the line's end after the closing tag may be missing.
-                    self.assertEqual("No Favorites" in shown, length < len(whole) - 1 or form == plistlib.FMT_BINARY, length)
-
-    def test_a_hundred_thousand_favourites_are_counted(self):
-        self.write(favourites(100_000))
-        links, shown = self.rows()
-        self.assertEqual(links, 16)
-        self.assertIn("100000 items", shown)
-
-    def test_odd_names_arrive_as_they_are(self):
-        names = ["line\nbreak", "עברית", "x" * 10_000, "\u202eover", "😀" * 100, ""]
-        self.write([{"Name": name, "UUID": f"U{i}"} for i, name in enumerate(names)])
-        self.assertEqual(self.rows()[1][2:], names)
-
-    def test_depth_and_cycles_are_no_favourites(self):
-        deep = b"<plist>" + b"<array>" * 1_000_000
-        cycle = b"bplist00" + b"\xa1\x00" + b"\x08" + bytes(6) + b"\x01\x01" + (1).to_bytes(8, "big") + bytes(8) + (10).to_bytes(8, "big")
-        for content in (deep, deep + b"</array>" * 1_000_000 + b"</plist>", cycle):
-            self.file.write_bytes(content)
-            self.assertIn("No Favorites", self.rows()[1])
-
-    def test_a_large_icon_costs_its_row_the_picture_and_nothing_else(self):
-        self.write(favourites(16, Icon=PNG + bytes(20_000_000)))
-        self.assertEqual(self.rows()[0], 16)
+    def test_workspaces_are_counted(self):
+        inside = {"databases": ["a", 1, {}], "windows": [{}]}
+        with Extension(self.environment(LANG="de_DE.UTF-8")) as german, Extension(self.environment()) as english:
+            self.write([{"Name": "A & B", "workspace": inside}, {"name": "none"}, {"Name": "Bare"}], name="OrderedWorkspaces.plist")
+            entry, = english.timeline("medium", kind="WorkspacesWidget")["entries"]
+            self.assertEqual(texts(entry), ["Workspaces", "2 items", "A & B", "3 databases · 1 windows", "Bare", "0 databases · 0 windows"])
+            links = [node["url"] for node in nodes(entry["content"]["view"]) if node["type"] == "link"]
+            self.assertEqual(links[0], "x-foliovault://open-workspace?name=A%20%26%20B&widget=workspaces")
+            self.assertIn("3 Datenbanken · 1 Fenster", texts(german.timeline("medium", kind="WorkspacesWidget")["entries"][0]))
 
 
 class Lifetime(HomeTest):
@@ -169,33 +147,12 @@ class Lifetime(HomeTest):
         process.stdin.close()
         process.stderr.close()
 
-    def test_the_file_may_be_replaced_while_it_is_read(self):
-        old, new = favourites(2000), favourites(3000, Label=1)
-        stop = threading.Event()
-
-        def replace():
-            while not stop.is_set():
-                for root in (new, old):
-                    fresh = self.file.with_suffix(".new")
-                    fresh.write_bytes(plistlib.dumps(root, fmt=plistlib.FMT_BINARY))
-                    fresh.rename(self.file)
-        self.write(old)
-        thread = threading.Thread(target=replace)
-        thread.start()
-        try:
-            with Extension(self.environment()) as extension:
-                for _ in range(100):
-                    shown = texts(extension.timeline()["entries"][0])
-                    self.assertTrue({"2000 items", "3000 items"} & set(shown), shown)
-        finally:
-            stop.set()
-            thread.join()
-
     @unittest.skipIf(os.environ.get("SANITIZED"), "sanitizers bring libraries of their own")
     def test_nothing_is_loaded_that_a_list_does_not_need(self):
         self.write(favourites(3))
         with Extension({"PATH": os.environ["PATH"], "HOME": str(self.home), "LANG": "de_DE.UTF-8"}) as extension:
-            extension.timeline()
+            for kind in LISTS:
+                extension.timeline(kind=kind)
             with open(f"/proc/{extension.process.pid}/maps", encoding="utf-8") as maps:
                 files = {line.split()[-1].rsplit("/", 1)[-1] for line in maps if ".so" in line}
         self.assertLessEqual(files, {"libc.so.6", "libm.so.6", "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1"})
@@ -209,13 +166,15 @@ class Lifetime(HomeTest):
 
 class EveryFamily(HomeTest):
     def test_shows_its_rows(self):
-        self.write(favourites(20))
+        for name in LISTS.values():
+            self.write([{"Name": f"{i}", "UUID": f"U{i}", "title": f"{i}", "URL": f"x:{i}"} for i in range(20)], name=name)
         with Extension(self.environment()) as extension:
-            rows = {}
-            for family in (*FAMILIES, "wallSized"):
-                view = extension.timeline(family)["entries"][0]["content"]["view"]
-                rows[family] = sum(node["type"] == "link" for node in nodes(view))
-            self.assertEqual(rows, {"small": 4, "medium": 5, "large": 7, "extraLarge": 16, "wallSized": 5})
+            for kind in LISTS:
+                rows = {}
+                for family in (*FAMILIES, "wallSized"):
+                    view = extension.timeline(family, kind=kind)["entries"][0]["content"]["view"]
+                    rows[family] = sum(node["type"] == "link" for node in nodes(view))
+                self.assertEqual(rows, {"small": 4, "medium": 5, "large": 7, "extraLarge": 16, "wallSized": 5}, kind)
 
 
 if __name__ == "__main__":

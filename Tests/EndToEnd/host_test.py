@@ -7,19 +7,21 @@ import stat
 import unittest
 from pathlib import Path
 
-from support import CANNOT_CREATE, EXTENSION, OK, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
+from support import CANNOT_CREATE, EXTENSION, LISTS, OK, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
 
 class Commands(HostTest):
     def test_describe_and_options(self):
         self.write([{"Name": "Work", "Children": favourites(2)}])
         described = json.loads(self.succeed("describe", "--json"))
         self.assertEqual(described["identifier"], "net.foliovault.widgets")
-        self.assertEqual([widget["kind"] for widget in described["widgets"]], ["FavoritesWidget"])
+        self.assertEqual([widget["kind"] for widget in described["widgets"]], list(LISTS))
         people = self.succeed("describe").decode()
         self.assertIn("small, medium, large, extraLarge", people)
         options = json.loads(self.succeed("options", "FavoritesWidget", "group", "--matching", "work", "--json"))
         self.assertEqual(options["options"], [{"id": "Work", "title": "Work"}])
         self.assertEqual(self.succeed("options", "FavoritesWidget", "group").decode(), "_all  All (default)\nWork  Work\n")
+        self.assertEqual(self.succeed("options", "ReadingListWidget", "filter").decode(),
+                         "all  All Items (default)\nunreadOnly  Unread Only\n")
 
     def test_trees_are_entries_as_they_came(self):
         self.write([{"Name": "Work", "Children": favourites(2)}, *favourites(9)])
@@ -49,7 +51,7 @@ class Commands(HostTest):
         self.succeed("gallery", "-o", folder)
         page = (folder / "index.html").read_text()
         pictures = sorted(path.name for path in folder.glob("*.png"))
-        self.assertEqual(len(pictures), 8)
+        self.assertEqual(len(pictures), 24)
         for picture in pictures:
             self.assertIn(f'src="{picture}"', page)
         self.assertNotIn("http", page)
@@ -78,7 +80,7 @@ class WrongArguments(HostTest):
                 (("render", "FavoritesWidget", "--scale", "0"), "scale"), (("render", "FavoritesWidget", "--scale", "x"), "scale"),
                 (("render", "FavoritesWidget", "--set", "group"), "NAME=VALUE"), (("render", "FavoritesWidget", "--format", "gif"), "gif"),
                 (("render", "FavoritesWidget", "--set", "colour=red"), "accepted: \"group\""),
-                (("render", "ClockWidget"), "accepted: \"FavoritesWidget\""), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
+                (("render", "ClockWidget"), "accepted: \"ReadingListWidget\", \"FavoritesWidget\", \"WorkspacesWidget\""), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
                 (("render", "FavoritesWidget", "--preview", "x", "--request", "snapshot"), "preview"),
                 (("options", "FavoritesWidget", "colour"), "group"), (("options", "FavoritesWidget"), "PARAMETER"),
                 (("describe", "more"), "more"), (("--home", "/nowhere/at/all", "describe"), "home")]
@@ -97,8 +99,8 @@ class WrongArguments(HostTest):
 
     def test_output_that_cannot_be_written(self):
         for path in ("/nowhere/picture.png", self.home, "/dev/full"):
-            self.fail(CANNOT_CREATE, "render", "FavoritesWidget", "-o", path)
-        self.fail(CANNOT_CREATE, "gallery", "-o", "/dev/null/gallery")
+            self.refused(CANNOT_CREATE, "render", "FavoritesWidget", "-o", path)
+        self.refused(CANNOT_CREATE, "gallery", "-o", "/dev/null/gallery")
         self.assertEqual([path for path in self.home.iterdir() if path.suffix == ".png"], [])
 
 
@@ -118,15 +120,15 @@ class BadExtensions(HostTest):
                 ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1}'", "neither")]
         for body, says in rows:
             with self.subTest(body):
-                self.assertIn(says, self.fail(UNAVAILABLE, "render", "X", "--format", "tree", extension=self.script(body)))
+                self.assertIn(says, self.refused(UNAVAILABLE, "render", "X", "--format", "tree", extension=self.script(body)))
 
     def test_missing_ones_too(self):
-        self.fail(UNAVAILABLE, "describe", extension=self.home / "nothing")
+        self.refused(UNAVAILABLE, "describe", extension=self.home / "nothing")
         broken = self.home / "broken.json"
         for content in ("", "[]", '{"identifier": "../x", "executable": "y"}', '{"identifier": "x"}',
                         '{"identifier": "x", "executable": "y", "reads": ["../secret"]}', '{"identifier": "x", "executable": "missing"}'):
             broken.write_text(content)
-            self.fail(UNAVAILABLE, "describe", extension=broken)
+            self.refused(UNAVAILABLE, "describe", extension=broken)
 
     def test_one_that_stays_after_its_answer_is_ended(self):
         marker = self.home / "pid"

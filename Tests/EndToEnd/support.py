@@ -14,6 +14,10 @@ HOST = PROGRAMS / "widgethost"
 PROJECT = Path(__file__).resolve().parent.parent.parent
 OK, USAGE, UNAVAILABLE, CANNOT_CREATE = 0, 64, 69, 73
 FAMILIES = ("small", "medium", "large", "extraLarge")
+# The list widgets by kind, with the file of the library that each shows.
+LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites.plist", "WorkspacesWidget": "OrderedWorkspaces.plist"}
+# What begins like a picture.
+PNG = bytes.fromhex("89504e470d0a1a0a0000000d4948445200000001000000010806000000")
 
 
 def favourites(count, **more):
@@ -31,8 +35,8 @@ class HomeTest(unittest.TestCase):
         self.library.mkdir(parents=True)
         self.file = self.library / "Favorites.plist"
 
-    def write(self, root, form=plistlib.FMT_BINARY):
-        self.file.write_bytes(plistlib.dumps(root, fmt=form))
+    def write(self, root, form=plistlib.FMT_BINARY, name="Favorites.plist"):
+        (self.library / name).write_bytes(plistlib.dumps(root, fmt=form))
 
     def environment(self, **more):
         """The variables that a host sets, and a user database that knows this home."""
@@ -81,10 +85,9 @@ class Extension:
         assert answer["id"] == number, answer
         return answer
 
-    def timeline(self, family="large", group=None, **environment):
-        answer = self.call("timeline", kind="FavoritesWidget", configuration={"group": group} if group else {},
-                           environment={"family": family, **environment})
-        return answer["result"]
+    def timeline(self, family="large", kind="FavoritesWidget", mode="fullColor", **configuration):
+        return self.call("timeline", kind=kind, configuration=configuration,
+                         environment={"family": family, "renderingMode": mode})["result"]
 
 
 def nodes(node):
@@ -116,7 +119,7 @@ class HostTest(HomeTest):
         self.assertEqual((done.returncode, done.stderr), (OK, b""))
         return done.stdout
 
-    def fail(self, code, *arguments, **more):
+    def refused(self, code, *arguments, **more):
         """The one line that the failure says."""
         done = self.host(*arguments, **more)
         self.assertEqual(done.returncode, code, done.stderr)

@@ -1,0 +1,175 @@
+"""A library that is not as it should be: fewer rows or the empty view, whatever is wrong, and the process goes on."""
+
+import os
+import plistlib
+import threading
+import unittest
+from dataclasses import dataclass
+from datetime import datetime
+
+from support import LISTS, PNG, Extension, HomeTest, favourites, nodes, texts
+
+DATE = datetime(2026, 3, 16)
+VALUES = {"string": ("7", "", "NO", "2026-03-16T00:00:00Z"), "integer": (7, 0, 1), "real": (7.5, 0.0), "boolean": (False, True),
+          "date": (DATE,), "data": (PNG, b""), "list of dictionaries": ([{"UUID": "inner"}],), "list": (["x"],),
+          "dictionary": ({"databases": [1, 2], "windows": [3]}, {})}
+
+
+@dataclass
+class List:
+    """A list widget: a record that uses every key, and of each key, the kinds of value that it takes."""
+    kind: str
+    empty: str
+    record: dict
+    kinds: dict
+
+    @property
+    def file(self):
+        return LISTS[self.kind]
+
+
+RECORD = {"Name": "Note", "UUID": "U-1", "Type": 3, "Label": 2, "Date": DATE, "Icon": PNG, "Location": "In › Box"}
+FAVOURITE = {"Name": {"string"}, "UUID": {"string"}, "Type": {"integer"}, "Label": {"integer"}, "Icon": {"data"}, "Location": {"string"}}
+LIST_TABLE = [
+    List("FavoritesWidget", "No Favorites", RECORD, FAVOURITE),
+    List("FavoritesWidget", "No Favorites", {"Name": "Base", "Path": "/x/Base"}, {"Name": {"string"}, "Path": {"string"}}),
+    List("FavoritesWidget", "No Favorites", {"Name": "Smart", "SIUUID": "S-1"}, {"Name": {"string"}, "SIUUID": {"string"}}),
+    List("FavoritesWidget", "No Favorites", {"Name": "Group", "Children": [{"UUID": "U-1"}]},
+         {"Name": {"string"}, "Children": {"list of dictionaries"}}),
+    List("ReadingListWidget", "No Items", {"title": "Page", "URL": "https://example.org", "unread": True, "date": DATE, "type": 3, "icon": PNG},
+         {"title": {"string"}, "URL": {"string"}, "unread": {"boolean"}, "type": {"integer"}, "icon": {"data"}}),
+    List("WorkspacesWidget", "No Workspaces", {"Name": "Desk", "workspace": {"databases": ["a"], "windows": []}},
+         {"Name": {"string"}, "workspace": {"dictionary"}}),
+]
+FORMS = (plistlib.FMT_XML, plistlib.FMT_BINARY)
+
+
+class BadLibraries(HomeTest):
+    def setUp(self):
+        super().setUp()
+        self.extension = Extension(self.environment())
+        self.addCleanup(self.extension.__exit__)
+
+    def view(self, kind, family="large"):
+        return self.extension.timeline(family, kind=kind)["entries"][0]["content"]["view"]
+
+    def shown(self, each, family="large"):
+        return texts({"content": {"view": self.view(each.kind, family)}})
+
+    def test_absent_empty_and_foreign_files_have_nothing_to_show(self):
+        deep = b"<plist>" + b"<array>" * 1_000_000
+        cycle = b"bplist00" + b"\xa1\x00" + b"\x08" + bytes(6) + b"\x01\x01" + (1).to_bytes(8, "big") + bytes(8) + (10).to_bytes(8, "big")
+        for each in LIST_TABLE:
+            with self.subTest(kind=each.kind, record=each.record):
+                path = self.library / each.file
+                path.unlink(missing_ok=True)
+                self.assertIn(each.empty, self.shown(each))
+                roots = [plistlib.dumps(root, fmt=form) for form in FORMS
+                         for root in ([], {}, each.record, "text", 7, True, [[]], [each.record, "x"], ["x", each.record], [each.record, [each.record]])]
+                for content in (b"", b"\n", b"hello", b"\0" * 100, PNG, deep, deep + b"</array>" * 1_000_000 + b"</plist>", cycle, *roots):
+                    path.write_bytes(content)
+                    self.assertIn(each.empty, self.shown(each), content[:60])
+
+    def test_what_is_no_file_is_not_waited_for(self):
+        for each in LIST_TABLE:
+            with self.subTest(kind=each.kind, record=each.record):
+                path = self.library / each.file
+                path.unlink(missing_ok=True)
+                for make in (path.mkdir, lambda: os.mkfifo(path), lambda: path.symlink_to("/dev/zero")):
+                    make()
+                    self.assertIn(each.empty, self.shown(each))
+                    if path.is_dir():
+                        path.rmdir()
+                    else:
+                        path.unlink()
+
+    def test_files_cut_off_anywhere_have_nothing_to_show(self):
+        for each in LIST_TABLE:
+            with self.subTest(kind=each.kind, record=each.record):
+                path = self.library / each.file
+                for form in FORMS:
+                    whole = plistlib.dumps([each.record, each.record], fmt=form)
+                    path.write_bytes(whole)
+                    self.assertNotIn(each.empty, self.shown(each))
+                    # Of XML the line's end after the closing tag may be missing.
+                    for length in range(len(whole) - (form == plistlib.FMT_XML)):
+                        path.write_bytes(whole[:length])
+                        self.assertIn(each.empty, self.shown(each, "small"), length)
+
+    def test_a_value_of_the_wrong_kind_counts_as_missing(self):
+        for each in LIST_TABLE:
+            with self.subTest(kind=each.kind, record=each.record):
+                path = self.library / each.file
+                for key, accepted in each.kinds.items():
+                    for form in FORMS:
+                        without = {name: value for name, value in each.record.items() if name != key}
+                        self.write([without], form, each.file)
+                        missing = self.view(each.kind)
+                        for kind, values in VALUES.items():
+                            views = []
+                            for value in values:
+                                self.write([{**each.record, key: value}], form, each.file)
+                                views.append(self.view(each.kind))
+                            changed = any(view != missing for view in views)
+                            self.assertEqual(changed, kind in accepted, f"{key} is a {kind}")
+
+    def test_a_bad_record_costs_no_other_its_row(self):
+        for each in LIST_TABLE:
+            with self.subTest(kind=each.kind, record=each.record):
+                path = self.library / each.file
+                self.write([{}, each.record, {"x": 1}, each.record, {key: [] for key in each.record}], name=each.file)
+                rows = [node for node in nodes(self.view(each.kind)) if node["type"] == "link"]
+                self.assertEqual(len(rows), 2)
+
+    def test_a_file_replaced_while_it_is_read_is_the_old_or_the_new_one(self):
+        for kind, count in (("FavoritesWidget", "{} items"), ("ReadingListWidget", "{} unread"), ("WorkspacesWidget", "{} items")):
+            path, stop = self.library / LISTS[kind], threading.Event()
+            old, new = (plistlib.dumps([{"Name": f"{name} {i}", "UUID": f"U{i}", "title": f"{name} {i}", "URL": "x:"} for i in range(size)],
+                                       fmt=plistlib.FMT_BINARY) for name, size in (("old", 2000), ("new", 3000)))
+
+            def replace():
+                fresh = path.with_suffix(".new")
+                while not stop.is_set():
+                    for content in (new, old):
+                        fresh.write_bytes(content)
+                        fresh.rename(path)
+            path.write_bytes(old)
+            thread = threading.Thread(target=replace)
+            thread.start()
+            try:
+                for _ in range(100):
+                    shown = texts({"content": {"view": self.view(kind)}})
+                    if count.format(2000) in shown:
+                        self.assertIn("old 0", shown)
+                    else:
+                        self.assertIn(count.format(3000), shown)
+                        self.assertIn("new 0", shown)
+            finally:
+                stop.set()
+                thread.join()
+
+    def test_a_hundred_thousand_are_counted(self):
+        for kind, count in (("FavoritesWidget", "100000 items"), ("ReadingListWidget", "100000 unread"), ("WorkspacesWidget", "100000 items")):
+            self.write([{"Name": f"{i}", "UUID": f"U{i}", "title": f"{i}", "URL": f"x:{i}"} for i in range(100_000)], name=LISTS[kind])
+            view = self.view(kind, "extraLarge")
+            self.assertEqual(sum(node["type"] == "link" for node in nodes(view)), 16)
+            self.assertIn(count, texts({"content": {"view": view}}))
+
+    def test_odd_names_arrive_as_they_are(self):
+        names = ["line\nbreak", "עברית", "x" * 10_000, "\u202eover", "😀" * 100, ""]
+        for kind, file in LISTS.items():
+            self.write([{"Name": name, "UUID": f"U{i}", "title": name, "URL": "x:"} for i, name in enumerate(names)], name=file)
+            shown = texts({"content": {"view": self.view(kind)}})
+            self.assertEqual([text for text in shown if text in names], names)
+
+    def test_a_large_icon_costs_its_row_the_picture_and_nothing_else(self):
+        self.write(favourites(16, Icon=PNG + bytes(20_000_000)))
+        self.write([{"title": f"{i}", "URL": "x:", "icon": PNG + bytes(20_000_000)} for i in range(16)], name=LISTS["ReadingListWidget"])
+        for kind in ("FavoritesWidget", "ReadingListWidget"):
+            view = self.view(kind, "extraLarge")
+            self.assertEqual(sum(node["type"] == "link" for node in nodes(view)), 16)
+            self.assertFalse([node for node in nodes(view) if node["type"] == "image"])
+
+
+if __name__ == "__main__":
+    unittest.main()
