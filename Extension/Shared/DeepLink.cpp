@@ -1,5 +1,6 @@
 #include "Extension/Shared/DeepLink.h"
 
+#include "Platform/Foundation/PercentEncoding.h"
 #include "Platform/Foundation/URLComponents.h"
 
 #include <algorithm>
@@ -47,13 +48,12 @@ std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view wid
         return taggedForWidget(*url, widgetIdentifier);
     }
     // "&", "=" and "+" are what a query may hold and the value of one of its items had better not.
-    constexpr std::string_view allowedInLocation = "-._~!$'()*,;:@/?";
-    URLComponents components;
-    components.scheme = commandScheme;
-    components.host = "open-url";
-    components.setPercentEncodedQueryItems(
-        {{"location", platform::percentEncoded(text, allowedInLocation)}, {"widget", std::string(widgetIdentifier)}});
-    return components.url();
+    static constexpr auto allowedInLocation = platform::asciiLettersAndDigits.with("-._~!$'()*,;:@/?");
+    std::string link(commandScheme);
+    link += "://open-url?location=";
+    platform::appendPercentEncoded(link, text, allowedInLocation);
+    link.append("&widget=").append(widgetIdentifier);
+    return URL::parse(link);
 }
 
 std::optional<URL> commandURL(std::string_view command, std::string_view name, std::string_view value) {

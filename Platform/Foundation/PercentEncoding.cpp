@@ -36,12 +36,6 @@ std::optional<char> escapeAt(std::string_view text, std::size_t at) {
 
 } // namespace
 
-std::string percentEncoded(std::string_view text, std::string_view alsoAllowed) {
-    std::string out;
-    appendPercentEncoded(out, text, asciiLettersAndDigits.with(alsoAllowed));
-    return out;
-}
-
 void appendPercentEncoded(std::string& out, std::string_view text, const AsciiSet& allowed) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::size_t at = 0;

@@ -8,11 +8,7 @@
 
 namespace platform {
 
-/// `text` with every byte outside the ASCII letters, the digits and `alsoAllowed` written as "%" and two upper-case
-/// hexadecimal digits.
-std::string percentEncoded(std::string_view text, std::string_view alsoAllowed);
-
-/// Appends `text` with every byte outside `allowed` written that way.
+/// Appends `text` with every byte outside `allowed` written as "%" and two upper-case hexadecimal digits.
 void appendPercentEncoded(std::string& out, std::string_view text, const AsciiSet& allowed);
 
 /// `text` with every well-formed "%HH" decoded and everything else as it stands.

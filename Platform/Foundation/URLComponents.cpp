@@ -8,28 +8,6 @@ namespace {
 
 constexpr AsciiSet queryItemCharacters = asciiLettersAndDigits.with("-._~!$'()*+,;:@/?");
 
-/// Replaces the query of `text` by the names and values of `items` as `append` writes them.
-template <typename Append>
-void replaceQuery(std::string& text, URLParts& parts, const std::vector<URLQueryItem>& items, Append append) {
-    const std::string fragment(parts.fragment(text));
-    text.resize(parts.pathEnd);
-    char delimiter = '?';
-    for (const URLQueryItem& item : items) {
-        text += delimiter;
-        delimiter = '&';
-        append(text, item.name);
-        if (item.value) {
-            text += '=';
-            append(text, *item.value);
-        }
-    }
-    if (items.empty()) {
-        text += delimiter;
-    }
-    parts.queryEnd = text.size();
-    text += fragment;
-}
-
 /// Appends a host as an address holds it; false if it is none.
 bool appendHost(std::string& out, std::string_view host) {
     if (host.find(':') != std::string_view::npos) {
@@ -122,18 +100,26 @@ std::optional<std::vector<URLQueryItem>> URLComponents::queryItems() const {
 }
 
 void URLComponents::setQueryItems(const std::vector<URLQueryItem>& items) {
-    replaceQuery(text_, parts_, items,
-                 [](std::string& out, std::string_view text) { appendPercentEncoded(out, text, queryItemCharacters); });
-}
-
-void URLComponents::setPercentEncodedQueryItems(const std::vector<URLQueryItem>& items) {
-    replaceQuery(text_, parts_, items, [](std::string& out, std::string_view text) { out += text; });
+    const std::string fragment(parts_.fragment(text_));
+    text_.resize(parts_.pathEnd);
+    char delimiter = '?';
+    for (const URLQueryItem& item : items) {
+        text_ += delimiter;
+        delimiter = '&';
+        appendPercentEncoded(text_, item.name, queryItemCharacters);
+        if (item.value) {
+            text_ += '=';
+            appendPercentEncoded(text_, *item.value, queryItemCharacters);
+        }
+    }
+    if (items.empty()) {
+        text_ += delimiter;
+    }
+    parts_.queryEnd = text_.size();
+    text_ += fragment;
 }
 
 std::optional<URL> URLComponents::url() const {
-    if (!isPercentEncoded(parts_.query(text_), urlQueryCharacters)) {
-        return std::nullopt;
-    }
     if (!hasSchemeAndHostOfText()) {
         return rebuiltURL();
     }

@@ -45,12 +45,10 @@ class URLComponents {
     std::optional<std::vector<URLQueryItem>> queryItems() const;
     /// Replaces the query; no items make an empty one.
     void setQueryItems(const std::vector<URLQueryItem>& items);
-    /// Replaces the query by items whose names and values are percent-encoded already; they are taken as they stand.
-    void setPercentEncodedQueryItems(const std::vector<URLQueryItem>& items);
 
     /// The URL that the components make. A host outside ASCII goes through IDNA; in one of ASCII, what a host cannot
     /// hold is percent-encoded, and one with a ":" is an IP literal. Nothing if they make none: a scheme that is no
-    /// scheme, a host that is none, a query that is not percent-encoded, or a path that without its scheme or host
+    /// scheme, a host that is none, or a path that without its scheme or host
     /// would be read as one.
     std::optional<URL> url() const;
 
