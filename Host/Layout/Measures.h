@@ -13,8 +13,8 @@ inline constexpr double cornerRadius = 20;
 inline constexpr double defaultSpacing = 8;
 inline constexpr double defaultSpacerLength = 8;
 inline constexpr double labelSpacing = 4;
-/// How far a label's symbol reaches below the text's baseline, as part of its size: so far that its middle is that of the
-/// capitals beside it.
+/// How far a label's symbol reaches below the text's baseline, as part of its size: so far that its middle is that of
+/// the capitals beside it.
 inline constexpr double labelSymbolDescent = .14;
 inline constexpr double dividerThickness = 1;
 
