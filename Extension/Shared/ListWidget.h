@@ -34,7 +34,6 @@ std::unique_ptr<platform::Widget> listWidget(std::string kind, const Provider& p
                       const platform::Environment& environment) { return EntryView{entry}.body(environment); },
         .displayName = intent.title,
         .description = intent.description,
-        .families = {WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large, WidgetFamily::extraLarge},
         .previews = {{names.small, WidgetFamily::small, samples},
                      {names.medium, WidgetFamily::medium, samples},
                      {names.large, WidgetFamily::large, samples},

@@ -36,7 +36,7 @@ class GalleryPainter {
             page_.addWidget(widget);
             for (const std::string& family : widget.families) {
                 const EntryRequest request{
-                    .method = EntryRequest::Method::snapshot, .kind = widget.kind, .family = family};
+                    .method = EntryRequest::Method::timeline, .kind = widget.kind, .family = family};
                 awaited.push_back({sendEntryRequest(connection, request), widget.kind, family});
             }
         }

@@ -24,19 +24,18 @@ CalendarDay localDay(Date date) {
 
 } // namespace
 
-UserCalendar::UserCalendar(const TimeLocale& locale)
-    : calendar_(locale.calendar.empty() ? datePatternOf(locale.name).calendar : locale.calendar) {
-    tzset();
-}
-
 CalendarDay UserCalendar::dayOf(Date date) const {
+    const std::string calendar =
+        locale_.calendar.empty() ? std::string(datePatternOf(locale_.name).calendar) : locale_.calendar;
+    tzset();
     const CalendarDay day = localDay(date);
-    return calendar_ == "gregorian" ? day : dayInCalendar(day, calendar_).value_or(day);
+    return calendar == "gregorian" ? day : dayInCalendar(day, calendar).value_or(day);
 }
 
 std::optional<Date> UserCalendar::startOfNextDay(Date date) const {
     // Looked for, not computed: zones skip midnights, and have skipped whole days.
     constexpr int hoursToLook = 49;
+    tzset();
     const CalendarDay today = localDay(date);
     Date before{std::floor(date.secondsSinceReferenceDate)};
     Date after = before;

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
+#include <utility>
 
 namespace platform {
 
@@ -34,7 +34,7 @@ class Calendar {
 /// as if it had always been) are ICU's, which is loaded for them; a machine without it counts days by the Gregorian.
 class UserCalendar final : public Calendar {
   public:
-    explicit UserCalendar(const TimeLocale& locale);
+    explicit UserCalendar(TimeLocale locale) : locale_(std::move(locale)) {}
 
     CalendarDay dayOf(Date date) const override;
     std::optional<Date> startOfNextDay(Date date) const override;
@@ -43,8 +43,7 @@ class UserCalendar final : public Calendar {
     static const UserCalendar& shared();
 
   private:
-    /// By its name in ICU.
-    std::string calendar_;
+    TimeLocale locale_;
 };
 
 } // namespace platform

@@ -101,7 +101,8 @@ struct IntentConfiguration {
     std::function<View(const Entry&, const Environment&)> content;
     std::string displayName;
     std::string description;
-    std::vector<WidgetFamily> families;
+    std::vector<WidgetFamily> families = {WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large,
+                                          WidgetFamily::extraLarge};
     std::string containerBackground = tertiaryFill;
     /// Left out: a click beside the links goes nowhere.
     std::function<std::optional<std::string>(const Entry&)> widgetURL = nullptr;

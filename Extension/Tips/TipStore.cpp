@@ -1,0 +1,87 @@
+#include "Extension/Tips/TipStore.h"
+
+#include "Extension/Shared/ExtensionIdentity.h"
+#include "Extension/Tips/RSSParser.h"
+#include "Extension/Tips/TipsCache.h"
+#include "Platform/Foundation/CachesDirectory.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/URL.h"
+
+#include <utility>
+
+namespace foliovault {
+
+using namespace platform;
+
+namespace {
+
+constexpr std::string_view category = "TipStore";
+
+} // namespace
+
+TipStore::TipStore(Surroundings surroundings)
+    : around_(std::move(surroundings)), cachePath_(around_.cachesFolder + "/tips_cache.json") {}
+
+const TipStore& TipStore::shared() {
+    static const TipStore store({.files = DiskFileSystem::shared(),
+                                 .web = sharedWebClient(),
+                                 .clock = SystemClock::shared(),
+                                 .log = extensionLog(),
+                                 .cachesFolder = cachesDirectory(SystemUserDatabase::shared()),
+                                 .languages = preferredLanguages(languageSettingsOfEnvironment()),
+                                 .feedHost = FOLIOVAULT_SUPPORT_HOST});
+    return store;
+}
+
+std::vector<TipItem> TipStore::fetchTips() const {
+    if (auto fresh = loadCache(Expiry::heeded)) {
+        return *std::move(fresh);
+    }
+    const auto lastTips = [this] { return loadCache(Expiry::ignored).value_or(std::vector<TipItem>()); };
+    const auto address = URL::parse("https://" + around_.feedHost +
+                                    "/2/apps/supportmaterials.xml.php?product=FOLIOvault&edition=Pro&version=4&lang=" +
+                                    std::string(feedLanguage(around_.languages)));
+    if (!address) {
+        return lastTips();
+    }
+    const auto feed = around_.web.get(*address);
+    if (!feed) {
+        around_.log.write(LogLevel::error, category, "Failed to fetch tips feed: " + feed.error().description);
+        return lastTips();
+    }
+    auto tips = RSSParser::parseTips(feed->bytes());
+    if (!tips.empty()) {
+        saveCache(tips);
+    }
+    return tips;
+}
+
+std::string_view TipStore::feedLanguage(const std::vector<std::string>& languages) {
+    return !languages.empty() && languages.front().starts_with("de") ? "de" : "en";
+}
+
+std::optional<std::vector<TipItem>> TipStore::loadCache(Expiry expiry) const {
+    const auto file = around_.files.read(cachePath_);
+    if (!file || file->size() > greatestCacheSize) {
+        return std::nullopt;
+    }
+    auto cache = decodedCache(file->bytes());
+    if (!cache || (expiry == Expiry::heeded && cache->timestamp.addingSeconds(cacheLifetime) <= around_.clock.now())) {
+        return std::nullopt;
+    }
+    return std::move(cache->tips);
+}
+
+void TipStore::saveCache(const std::vector<TipItem>& tips) const {
+    const std::string json = encoded({.timestamp = around_.clock.now(), .tips = tips});
+    if (const auto error = around_.files.replace(cachePath_, json)) {
+        around_.log.write(LogLevel::error, category, "Failed to write tips cache: " + error->description);
+    }
+}
+
+CurlWebClient& sharedWebClient() {
+    static CurlWebClient client;
+    return client;
+}
+
+} // namespace foliovault

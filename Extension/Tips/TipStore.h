@@ -1,0 +1,68 @@
+// The one place that gets tips: from the last download while that is fresh, else from the feed, else from the last
+// download however old.
+//
+// The store's memory is its cache file (see TipsCache.h), "tips_cache.json" in the process's caches folder. Whoever
+// asks while the file is fresh causes no download; several who ask while it is not each download on their own, and the
+// last writer's file stays. Nothing fails outward; what fails is logged, category "TipStore". Any thread, any number at
+// once.
+#pragma once
+
+#include "Extension/Tips/TipItem.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/FileSystem.h"
+#include "Platform/Foundation/Log.h"
+#include "Platform/Foundation/WebClient.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace foliovault {
+
+class TipStore {
+  public:
+    /// Six hours.
+    static constexpr double cacheLifetime = 21'600;
+    /// No download makes a larger cache: a file beyond that is not ours.
+    static constexpr std::size_t greatestCacheSize = std::size_t{64} << 20U;
+
+    /// What the store works with; must outlive it.
+    struct Surroundings {
+        const platform::FileSystem& files;
+        const platform::WebClient& web;
+        const platform::Clock& clock;
+        const platform::Log& log;
+        /// The cache file's folder.
+        std::string cachesFolder;
+        /// The user's languages, most preferred first.
+        std::vector<std::string> languages;
+        /// The server of the feed.
+        std::string feedHost;
+    };
+    explicit TipStore(Surroundings surroundings);
+
+    /// The store on the web, and on the process's own caches folder.
+    static const TipStore& shared();
+
+    /// The tips, newest first, waiting for a download where one is needed. An answer of the server without tips is no
+    /// tips; the cache stays as it is.
+    std::vector<TipItem> fetchTips() const;
+
+    /// The feed's language for a user of these languages: "de" if the first is German, else "en".
+    static std::string_view feedLanguage(const std::vector<std::string>& languages);
+
+  private:
+    enum class Expiry { heeded, ignored };
+
+    std::optional<std::vector<TipItem>> loadCache(Expiry expiry) const;
+    void saveCache(const std::vector<TipItem>& tips) const;
+
+    Surroundings around_;
+    std::string cachePath_;
+};
+
+/// The client of the shared store's downloads.
+platform::CurlWebClient& sharedWebClient();
+
+} // namespace foliovault

@@ -1,0 +1,51 @@
+// Answers the host's requests for the Tips widget.
+#pragma once
+
+#include "Extension/Tips/TipItem.h"
+#include "Extension/Tips/TipStore.h"
+#include "Extension/Tips/TipsConfiguration.h"
+#include "Platform/Foundation/Calendar.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Widgets/Timeline.h"
+
+#include <optional>
+#include <vector>
+
+namespace foliovault {
+
+struct TipsEntry {
+    platform::Date date;
+    /// Nothing where there are no tips.
+    std::optional<TipItem> tip;
+    TipsMode mode = TipsMode::latestTip;
+};
+
+/// Timelines ask the store; placeholders and snapshots show a sample, and touch neither the cache nor the web. The
+/// newest tip is asked for again after six hours, the tip of the day at the next local midnight.
+class TipsProvider {
+  public:
+    using Entry = TipsEntry;
+    using Intent = TipsIntent;
+
+    explicit TipsProvider(const TipStore& store = TipStore::shared(),
+                          const platform::Clock& clock = platform::SystemClock::shared(),
+                          const platform::Calendar& calendar = platform::UserCalendar::shared())
+        : store_(&store), clock_(&clock), calendar_(&calendar) {}
+
+    TipsEntry placeholder() const { return snapshot({}); }
+    TipsEntry snapshot(const TipsIntent& intent) const;
+    platform::Timeline<TipsEntry> timeline(const TipsIntent& intent) const;
+
+  private:
+    std::optional<TipItem> tipOfTheDay(const std::vector<TipItem>& tips) const;
+
+    const TipStore* store_;
+    const platform::Clock* clock_;
+    const platform::Calendar* calendar_;
+};
+
+/// Which of `count` tips is that of `day`: the same for everybody who counts days by the same calendar. `count` is
+/// positive.
+std::size_t indexOfTheDay(const platform::CalendarDay& day, std::size_t count);
+
+} // namespace foliovault
