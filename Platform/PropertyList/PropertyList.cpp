@@ -2,7 +2,7 @@
 
 #include "Platform/PropertyList/BinaryPropertyList.h"
 #include "Platform/PropertyList/KeySelection.h"
-#include "Platform/PropertyList/TextEncoding.h"
+#include "Platform/Foundation/TextEncoding.h"
 #include "Platform/PropertyList/TextPropertyList.h"
 #include "Platform/PropertyList/XmlPropertyList.h"
 

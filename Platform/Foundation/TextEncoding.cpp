@@ -1,4 +1,4 @@
-#include "Platform/PropertyList/TextEncoding.h"
+#include "Platform/Foundation/TextEncoding.h"
 
 #include <algorithm>
 #include <array>
@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <iconv.h>
 
@@ -78,9 +79,10 @@ class Converter {
         }
     }
 
-    std::optional<std::string> convert(std::string_view bytes) {
+    /// `bytes` as far as they are valid.
+    DecodedText convert(std::string_view bytes) {
         if (!isOpen()) {
-            return std::nullopt;
+            return {.isWhole = false};
         }
         std::string text;
         text.reserve(bytes.size() + bytes.size() / 8);
@@ -92,13 +94,11 @@ class Converter {
             std::size_t outputLeft = piece.size();
             const std::size_t result = isFlushing ? iconv(descriptor_, nullptr, nullptr, &output, &outputLeft)
                                                   : iconv(descriptor_, &input, &inputLeft, &output, &outputLeft);
-            const bool isFailed = result == static_cast<std::size_t>(-1);
-            if (isFailed && errno != E2BIG) {
-                return std::nullopt;
-            }
             text.append(piece.data(), output);
-            if (!isFailed && isFlushing) {
-                return text;
+            const bool isFailed = result == static_cast<std::size_t>(-1);
+            const bool isInvalid = isFailed && errno != E2BIG;
+            if (isInvalid || (!isFailed && isFlushing)) {
+                return {.text = Data::owning(std::move(text)), .isWhole = !isInvalid};
             }
             isFlushing = isFlushing || !isFailed;
         }
@@ -113,7 +113,7 @@ class Converter {
 
 } // namespace
 
-std::optional<Data> convertedToUtf8(const Data& file) {
+DecodedText decodedText(const Data& file) {
     const std::string_view bytes = file.bytes();
     const auto* const signature =
         std::find_if(signatures.begin(), signatures.end(),
@@ -122,16 +122,17 @@ std::optional<Data> convertedToUtf8(const Data& file) {
     const std::string_view text = isSigned ? bytes.substr(signature->markSize) : bytes;
     const std::string_view encoding = isSigned ? signature->encoding : declaredEncoding(bytes);
     if (encoding.empty() || isUtf8Name(encoding)) {
-        return file.slice(text);
+        return {.text = file.slice(text)};
     }
     if (!isEncodingName(encoding)) {
-        return std::nullopt;
+        return {.isWhole = false};
     }
-    std::optional<std::string> converted = Converter(std::string(encoding).c_str()).convert(text);
-    if (!converted) {
-        return std::nullopt;
-    }
-    return Data::owning(*std::move(converted));
+    return Converter(std::string(encoding).c_str()).convert(text);
+}
+
+std::optional<Data> convertedToUtf8(const Data& file) {
+    DecodedText decoded = decodedText(file);
+    return decoded.isWhole ? std::optional(std::move(decoded.text)) : std::nullopt;
 }
 
 } // namespace platform

@@ -1,0 +1,212 @@
+#include "Extension/Tips/FeedDate.h"
+
+#include "Platform/Foundation/WhiteSpace.h"
+
+#include <algorithm>
+#include <array>
+#include <compare>
+#include <cstddef>
+#include <span>
+#include <tuple>
+
+namespace foliovault {
+
+using namespace platform;
+
+namespace {
+
+constexpr std::array<std::string_view, 7> weekdays{"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                   "Thursday", "Friday", "Saturday"};
+constexpr std::array<std::string_view, 12> months{"January",   "February", "March",    "April",
+                                                  "May",       "June",     "July",     "August",
+                                                  "September", "October",  "November", "December"};
+
+constexpr bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+constexpr char lowerCased(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+constexpr bool isLetter(char character) {
+    return lowerCased(character) >= 'a' && lowerCased(character) <= 'z';
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lowerCased(x) == lowerCased(y); });
+}
+
+/// Reads a date from its front. Once a step has failed, `isGood()` stays false.
+class Scanner {
+  public:
+    explicit Scanner(std::string_view text) : rest_(text) {}
+
+    bool isGood() const { return isGood_; }
+    bool isAtEnd() const { return rest_.empty(); }
+
+    void skipBlanks() {
+        while (const std::size_t size = leadingWhiteSpace(rest_)) {
+            rest_.remove_prefix(size);
+        }
+    }
+
+    void expectBlanks() {
+        expect(leadingWhiteSpace(rest_) != 0);
+        skipBlanks();
+    }
+
+    bool skip(char character) {
+        const bool isThere = rest_.starts_with(character);
+        rest_.remove_prefix(isThere ? 1 : 0);
+        return isThere;
+    }
+
+    void expect(char character) { expect(skip(character)); }
+
+    /// The letters that come next.
+    std::string_view word() {
+        return take(static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isLetter) - rest_.begin()));
+    }
+
+    /// The digits that come next, at least one and at most `mostDigits`.
+    std::string_view digits(std::size_t leastDigits = 1, std::size_t mostDigits = std::string_view::npos) {
+        const auto size =
+            static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isDigit) - rest_.begin());
+        expect(size >= leastDigits && size <= mostDigits);
+        return take(size);
+    }
+
+    int number() { return valueOf(digits()); }
+
+    /// The number of the name that comes next among `names`, in full or by its first letters.
+    int name(std::span<const std::string_view> names, std::initializer_list<std::size_t> shortSizes) {
+        const std::string_view read = word();
+        const auto found = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
+            return equalsIgnoringCase(read, name) ||
+                   std::any_of(shortSizes.begin(), shortSizes.end(),
+                               [&](std::size_t size) { return equalsIgnoringCase(read, name.substr(0, size)); });
+        });
+        expect(found != names.end());
+        return static_cast<int>(found - names.begin());
+    }
+
+    void expect(bool condition) { isGood_ = isGood_ && condition; }
+
+    /// The value of `digits`; of very many, some great number.
+    static int valueOf(std::string_view digits) {
+        constexpr int greatest = 1'000'000;
+        int value = 0;
+        for (const char digit : digits) {
+            value = std::min(value * 10 + (digit - '0'), greatest);
+        }
+        return value;
+    }
+
+  private:
+    std::string_view take(std::size_t size) {
+        const std::string_view taken = rest_.substr(0, size);
+        rest_.remove_prefix(size);
+        return taken;
+    }
+
+    std::string_view rest_;
+    bool isGood_ = true;
+};
+
+/// Hours, minutes and seconds of an offset, in seconds.
+int offset(Scanner& scanner, int hours, int minutes, int seconds) {
+    scanner.expect(hours < 24 && minutes < 60 && seconds < 60);
+    return (hours * 60 + minutes) * 60 + seconds;
+}
+
+/// ":30" or ":30:15" or nothing after the hours of an offset.
+int offsetWithColons(Scanner& scanner, int hours) {
+    const int minutes = scanner.skip(':') ? Scanner::valueOf(scanner.digits(2, 2)) : 0;
+    const int seconds = scanner.skip(':') ? Scanner::valueOf(scanner.digits(2, 2)) : 0;
+    return offset(scanner, hours, minutes, seconds);
+}
+
+/// The offset after a sign that follows Greenwich's name.
+int namedOffset(Scanner& scanner) {
+    return offsetWithColons(scanner, Scanner::valueOf(scanner.digits(1, 2)));
+}
+
+/// The offset after a sign that stands alone. Of an odd number of digits the hours have one.
+int plainOffset(Scanner& scanner) {
+    const std::string_view digits = scanner.digits(1, 6);
+    const std::size_t hourDigits = 2 - digits.size() % 2;
+    const int hours = Scanner::valueOf(digits.substr(0, hourDigits));
+    if (digits.size() == 2) {
+        return offsetWithColons(scanner, hours);
+    }
+    const std::string_view rest = digits.substr(std::min(hourDigits, digits.size()));
+    return offset(scanner, hours, Scanner::valueOf(rest.substr(0, 2)),
+                  Scanner::valueOf(rest.substr(std::min<std::size_t>(2, rest.size()))));
+}
+
+/// Seconds east of Greenwich.
+int zone(Scanner& scanner) {
+    const std::string_view name = scanner.word();
+    const bool isZulu = equalsIgnoringCase(name, "Z");
+    const bool isGreenwich =
+        equalsIgnoringCase(name, "GMT") || equalsIgnoringCase(name, "UTC") || equalsIgnoringCase(name, "UT");
+    scanner.expect(name.empty() || isZulu || isGreenwich);
+    const bool isWest = !isZulu && scanner.skip('-');
+    const bool isOffset = isWest || (!isZulu && scanner.skip('+'));
+    scanner.expect(isOffset || !name.empty());
+    if (!isOffset) {
+        return 0;
+    }
+    const int size = isGreenwich ? namedOffset(scanner) : plainOffset(scanner);
+    return isWest ? -size : size;
+}
+
+std::optional<Date> dateFromHistoricalTime(CivilTime time) {
+    if (time.year < 1 || std::tuple(time.year, time.month, time.day) >= std::tuple(1582, 10, 15)) {
+        return time.year < 1 ? std::nullopt : dateFromCivilTime(time);
+    }
+    // A year of our time with the same leap day: a Julian year is a multiple of four years away from it, and its days
+    // are thirteen behind.
+    constexpr int daysOfFourYears = 1461;
+    constexpr double secondsOfDay = 86400;
+    const int years = 2000 - time.year / 4 * 4;
+    time.year += years;
+    const std::optional<Date> date = dateFromCivilTime(time);
+    return date ? std::optional(date->addingSeconds((13 - years / 4 * daysOfFourYears) * secondsOfDay)) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<Date> parseFeedDate(std::string_view text) {
+    Scanner scanner(text);
+    CivilTime time;
+    scanner.skipBlanks();
+    scanner.name(weekdays, {3, 2});
+    scanner.expect(',');
+    scanner.expectBlanks();
+    time.day = scanner.number();
+    scanner.expectBlanks();
+    time.month = scanner.name(months, {3}) + 1;
+    scanner.expectBlanks();
+    time.year = scanner.number();
+    scanner.expectBlanks();
+    time.hour = scanner.number();
+    scanner.expect(':');
+    scanner.skipBlanks();
+    time.minute = scanner.number();
+    scanner.expect(':');
+    scanner.skipBlanks();
+    time.second = scanner.number();
+    scanner.expectBlanks();
+    const int secondsEast = zone(scanner);
+    scanner.skipBlanks();
+    const std::optional<Date> local = dateFromHistoricalTime(time);
+    if (!scanner.isGood() || !scanner.isAtEnd() || !local) {
+        return std::nullopt;
+    }
+    return local->addingSeconds(-secondsEast);
+}
+
+} // namespace foliovault
