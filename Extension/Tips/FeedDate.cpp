@@ -115,52 +115,55 @@ class Scanner {
     bool isGood_ = true;
 };
 
-/// Hours, minutes and seconds of an offset, in seconds.
-int offset(Scanner& scanner, int hours, int minutes, int seconds) {
+/// What an offset may look like after a zone's name, or after none.
+struct OffsetForm {
+    std::string_view name;
+    /// Of the first run: hours alone, or minutes and seconds too.
+    std::size_t mostDigits;
+    /// Of the hours before a colon.
+    std::size_t leastDigitsBeforeColon;
+};
+constexpr std::array offsetForms{OffsetForm{"", 6, 2}, OffsetForm{"GMT", 2, 1}, OffsetForm{"UTC", 6, 1},
+                                 OffsetForm{"UT", 6, 1}};
+
+/// The offset after its sign, in seconds.
+int offset(Scanner& scanner, const OffsetForm& form) {
+    const std::string_view digits = scanner.digits(1, form.mostDigits);
+    // Of an odd number of digits the hours have one.
+    const std::size_t hourDigits = std::min(2 - digits.size() % 2, digits.size());
+    const std::string_view rest = digits.substr(hourDigits);
+    const int hours = Scanner::valueOf(digits.substr(0, hourDigits));
+    int minutes = Scanner::valueOf(rest.substr(0, 2));
+    int seconds = Scanner::valueOf(rest.substr(std::min<std::size_t>(2, rest.size())));
+    if (rest.empty() && hourDigits >= form.leastDigitsBeforeColon && scanner.skip(':')) {
+        minutes = Scanner::valueOf(scanner.digits(2, 2));
+        seconds = scanner.skip(':') ? Scanner::valueOf(scanner.digits(2, 2)) : 0;
+    }
     scanner.expect(hours < 24 && minutes < 60 && seconds < 60);
     return (hours * 60 + minutes) * 60 + seconds;
-}
-
-/// ":30" or ":30:15" or nothing after the hours of an offset.
-int offsetWithColons(Scanner& scanner, int hours) {
-    const int minutes = scanner.skip(':') ? Scanner::valueOf(scanner.digits(2, 2)) : 0;
-    const int seconds = scanner.skip(':') ? Scanner::valueOf(scanner.digits(2, 2)) : 0;
-    return offset(scanner, hours, minutes, seconds);
-}
-
-/// The offset after a sign that follows Greenwich's name.
-int namedOffset(Scanner& scanner) {
-    return offsetWithColons(scanner, Scanner::valueOf(scanner.digits(1, 2)));
-}
-
-/// The offset after a sign that stands alone. Of an odd number of digits the hours have one.
-int plainOffset(Scanner& scanner) {
-    const std::string_view digits = scanner.digits(1, 6);
-    const std::size_t hourDigits = 2 - digits.size() % 2;
-    const int hours = Scanner::valueOf(digits.substr(0, hourDigits));
-    if (digits.size() == 2) {
-        return offsetWithColons(scanner, hours);
-    }
-    const std::string_view rest = digits.substr(std::min(hourDigits, digits.size()));
-    return offset(scanner, hours, Scanner::valueOf(rest.substr(0, 2)),
-                  Scanner::valueOf(rest.substr(std::min<std::size_t>(2, rest.size()))));
 }
 
 /// Seconds east of Greenwich.
 int zone(Scanner& scanner) {
     const std::string_view name = scanner.word();
-    const bool isZulu = equalsIgnoringCase(name, "Z");
-    const bool isGreenwich =
-        equalsIgnoringCase(name, "GMT") || equalsIgnoringCase(name, "UTC") || equalsIgnoringCase(name, "UT");
-    scanner.expect(name.empty() || isZulu || isGreenwich);
-    const bool isWest = !isZulu && scanner.skip('-');
-    const bool isOffset = isWest || (!isZulu && scanner.skip('+'));
-    scanner.expect(isOffset || !name.empty());
-    if (!isOffset) {
+    if (equalsIgnoringCase(name, "Z")) {
         return 0;
     }
-    const int size = isGreenwich ? namedOffset(scanner) : plainOffset(scanner);
-    return isWest ? -size : size;
+    const auto* const form = std::find_if(offsetForms.begin(), offsetForms.end(), [name](const OffsetForm& each) {
+        return equalsIgnoringCase(name, each.name);
+    });
+    if (form == offsetForms.end()) {
+        scanner.expect(false);
+        return 0;
+    }
+    if (scanner.skip('+')) {
+        return offset(scanner, *form);
+    }
+    if (scanner.skip('-')) {
+        return -offset(scanner, *form);
+    }
+    scanner.expect(!name.empty());
+    return 0;
 }
 
 std::optional<Date> dateFromHistoricalTime(CivilTime time) {
@@ -183,7 +186,7 @@ std::optional<Date> parseFeedDate(std::string_view text) {
     Scanner scanner(text);
     CivilTime time;
     scanner.skipBlanks();
-    scanner.name(weekdays, {3, 2});
+    scanner.name(weekdays, {3, 2, 1});
     scanner.expect(',');
     scanner.expectBlanks();
     time.day = scanner.number();

@@ -118,26 +118,6 @@ void decodeReferences(std::string& text, const ReferenceForm& form) {
     out.put(rest);
 }
 
-void collapseWhiteSpace(std::string& text) {
-    std::string_view rest = text;
-    Rewriter out(text);
-    bool isFirst = true;
-    while (!rest.empty()) {
-        if (const std::size_t blank = leadingWhiteSpace(rest)) {
-            rest.remove_prefix(blank);
-            continue;
-        }
-        std::size_t end = 1;
-        while (end < rest.size() && (!mayBeginWhiteSpace(rest[end]) || leadingWhiteSpace(rest.substr(end)) == 0)) {
-            ++end;
-        }
-        out.put(isFirst ? "" : " ");
-        out.put(rest.substr(0, end));
-        rest.remove_prefix(end);
-        isFirst = false;
-    }
-}
-
 } // namespace
 
 std::string RSSParser::stripHTML(std::string_view html) {

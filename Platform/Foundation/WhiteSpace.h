@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -23,5 +24,8 @@ std::size_t leadingWhiteSpace(std::string_view text);
 
 /// `text` without the white space before and after it.
 std::string_view trimmed(std::string_view text);
+
+/// Makes every run of white space one blank, and none of those at the ends.
+void collapseWhiteSpace(std::string& text);
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include "Platform/PropertyList/ByteScan.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -20,6 +21,13 @@ std::uint64_t wordAt(const char* p) {
     return word;
 }
 
+/// The index of the first byte of a word in memory that has one of its bits set.
+std::size_t firstByteIn(std::uint64_t word) {
+    constexpr std::size_t bitsOfByte = 8;
+    const int bits = std::endian::native == std::endian::little ? std::countr_zero(word) : std::countl_zero(word);
+    return static_cast<std::size_t>(bits) / bitsOfByte;
+}
+
 /// How many bytes of ASCII `text` begins with.
 std::size_t asciiPrefix(std::string_view text) {
     constexpr std::size_t wordSize = sizeof(std::uint64_t);
@@ -28,8 +36,10 @@ std::size_t asciiPrefix(std::string_view text) {
     while (text.size() - size >= blockSize && isAsciiBlock(text.data() + size)) {
         size += blockSize;
     }
-    while (text.size() - size >= wordSize && (wordAt(text.data() + size) & highBits) == 0) {
-        size += wordSize;
+    for (; text.size() - size >= wordSize; size += wordSize) {
+        if (const std::uint64_t others = wordAt(text.data() + size) & highBits; others != 0) {
+            return size + firstByteIn(others);
+        }
     }
     while (size < text.size() && static_cast<unsigned char>(text[size]) < 0x80) {
         ++size;

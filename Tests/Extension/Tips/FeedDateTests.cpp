@@ -1,0 +1,194 @@
+#include "Extension/Tips/FeedDate.h"
+
+#include <gtest/gtest.h>
+#include <unicode/smpdtfmt.h>
+
+#include <array>
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace foliovault {
+namespace {
+
+using platform::Date;
+
+/// ICU's own parser, not lenient, over the whole text but for blanks at its end.
+class Judge {
+  public:
+    Judge() : format_(icu::UnicodeString("EEE, d MMM yyyy H:m:s Z"), icu::Locale("en_US_POSIX"), status_) {
+        format_.setLenient(0);
+        // The zone, should a text leave it out, must not be this machine's.
+        format_.setTimeZone(*icu::TimeZone::getGMT());
+    }
+
+    std::optional<Date> read(const std::string& text) const {
+        icu::UnicodeString wide = icu::UnicodeString::fromUTF8(text);
+        while (!wide.isEmpty() && u_isUWhiteSpace(wide.charAt(wide.length() - 1)) != 0) {
+            wide.truncate(wide.length() - 1);
+        }
+        icu::ParsePosition position(0);
+        const double milliseconds = format_.parse(wide, position);
+        const bool isWhole = position.getErrorIndex() < 0 && position.getIndex() == wide.length() && !wide.isEmpty();
+        return isWhole ? std::optional(Date::fromUnixTime(milliseconds / 1000)) : std::nullopt;
+    }
+
+  private:
+    UErrorCode status_ = U_ZERO_ERROR;
+    icu::SimpleDateFormat format_;
+};
+
+std::string shown(const std::optional<Date>& date) {
+    return date ? std::to_string(date->unixTime()) : "none";
+}
+
+TEST(FeedDate, IsReadOrRefused) {
+    constexpr double tuesday = 1'741'077'000; // 2025-03-04 08:30:00 UTC
+    const std::pair<std::string_view, std::optional<double>> rows[]{
+        {"Tue, 04 Mar 2025 09:30:00 +0100", tuesday},
+        {"Tue, 4 Mar 2025 9:3:1 +0100", tuesday - 1619},
+        {"Sun, 04 Mar 2025 09:30:00 +0100", tuesday},
+        {"tuesday, 04 MARCH 2025 09:30:00 +0100", tuesday},
+        {" Tue,\t04  Mar\n2025\u00A0 09:30:00   +0100 \n", tuesday},
+        {"Tue, 04 Mar 2025 09:30:00 +01:00", tuesday},
+        {"Tue, 04 Mar 2025 09:30:00 +01", tuesday},
+        {"Tue, 04 Mar 2025 08:30:00 -0000", tuesday},
+        {"Tue, 04 Mar 2025 08:30:00 GMT", tuesday},
+        {"Tue, 04 Mar 2025 08:30:00 UT", tuesday},
+        {"Tue, 04 Mar 2025 08:30:00 UTC", tuesday},
+        {"Tue, 04 Mar 2025 08:30:00 Z", tuesday},
+        {"Tue, 04 Mar 2025 09:30:00 GMT+1", tuesday},
+        {"Tue, 04 Mar 2025 04:00:00 -0430", tuesday},
+        {"Thu, 29 Feb 2024 00:00:00 Z", 1'709'164'800},
+        // Not 2025.
+        {"Tue, 04 Mar 25 09:30:00 GMT", -61'372'996'200},
+        {"Thu, 31 Dec 1969 23:59:59 GMT", -1},
+        {"Sat, 01 Jan 0001 00:00:00 GMT", Date::distantPast().unixTime()},
+        {"04 Mar 2025 09:30:00 +0100", std::nullopt},
+        {"Tue 04 Mar 2025 09:30:00 +0100", std::nullopt},
+        {"Die, 04 Mar 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Sept 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Mär 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 03 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30:00 EST", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30:00 PDT", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30:00", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30:00+0100", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30 +0100", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30:00.5 +0100", std::nullopt},
+        {"Tue, 04 Mar 2025 24:00:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 2025 23:60:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 2025 23:59:60 +0100", std::nullopt},
+        {"Mon, 31 Feb 2025 09:30:00 +0100", std::nullopt},
+        {"Sat, 29 Feb 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 0 Mar 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 0 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30:00 +0100 (CET)", std::nullopt},
+        {"Tue, 04 Mar 2025 09:30:00 +0100.", std::nullopt},
+        {"2025-03-04T09:30:00Z", std::nullopt},
+        {"", std::nullopt},
+        // ICU takes these, by the way it reads numbers; no feed means them.
+        {"Tue, 4e0 Mar 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 2025 -0:30:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 4294969321 09:30:00 +0100", std::nullopt},
+        {"Tue, ٠٤ Mar 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Auguſt 2025 09:30:00 +0100", std::nullopt},
+        {"Tue, 04 Mar 40000 09:30:00 +0100", std::nullopt},
+    };
+    for (const auto& [text, unixTime] : rows) {
+        EXPECT_EQ(shown(parseFeedDate(text)),
+                  shown(unixTime ? std::optional(Date::fromUnixTime(*unixTime)) : std::nullopt))
+            << text;
+    }
+}
+
+/// Dates as feeds have them, and not quite as they have them.
+class Forge {
+  public:
+    std::string date() {
+        std::string text =
+            oneOf({"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun", "sun", "SATURDAY", "Wednesday", "Th", "Tues"}) +
+            "," + gap() + number(0, 32) + gap() +
+            oneOf({"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec", "MARCH",
+                   "september", "Sept", "M"}) +
+            gap() + year() + gap() + number(0, 25) + ":" + number(0, 61) + ":" + number(0, 61) + gap() + zone();
+        for (int mutations = below(4) - 1; mutations > 0; --mutations) {
+            mutate(text);
+        }
+        return text;
+    }
+
+  private:
+    int below(int count) { return std::uniform_int_distribution(0, count - 1)(source_); }
+    template <std::size_t size>
+    std::string oneOf(const char* const (&choices)[size]) {
+        return choices[below(static_cast<int>(size))];
+    }
+    std::string gap() { return below(8) != 0 ? " " : oneOf({"", "  ", "\t", "\u00A0", "\u2003 ", "\u200B", "\n"}); }
+    std::string number(int lowest, int highest) {
+        const std::string digits = std::to_string(lowest + below(highest - lowest + 1));
+        return digits.size() < 2 && below(3) != 0 ? "0" + digits : digits;
+    }
+    std::string year() {
+        return below(4) != 0 ? number(1990, 2030) : below(2) != 0 ? number(1, 2200) : number(1570, 1590);
+    }
+    std::string zone() {
+        if (below(3) != 0) {
+            return oneOf({"+", "-"}) + number(0, 25) + oneOf({"", ":", ""}) + number(0, 61);
+        }
+        return oneOf({"GMT", "UTC", "UT", "Z", "gmt", "EST", "", "Zulu"}) +
+               (below(2) != 0 ? "" : oneOf({"+", "-", "0", ":"}) + number(0, 30)) +
+               (below(3) != 0 ? "" : oneOf({":30", ":5", "30", ":30:15"}));
+    }
+    void mutate(std::string& text) {
+        constexpr std::string_view characters = "0123456789 :,+-.;MARtueGgZzUuTt";
+        const auto at = static_cast<std::size_t>(below(static_cast<int>(text.size())));
+        const char character = characters[static_cast<std::size_t>(below(static_cast<int>(characters.size())))];
+        switch (below(3)) {
+        case 0:
+            text.erase(at, 1);
+            break;
+        case 1:
+            text.insert(at, 1, character);
+            break;
+        default:
+            text[at] = character;
+        }
+    }
+
+    std::mt19937 source_{7};
+};
+
+/// What ICU's numbers may be and ours may not: with a sign, with an exponent.
+bool hasOtherNumbers(std::string_view text) {
+    const std::string_view beforeZone = text.substr(0, text.rfind(' '));
+    for (std::size_t index = 1; index < text.size(); ++index) {
+        const bool isAfterDigit = text[index - 1] >= '0' && text[index - 1] <= '9';
+        if (isAfterDigit && (text[index] == 'e' || text[index] == 'E')) {
+            return true;
+        }
+    }
+    return beforeZone.find('-') != std::string_view::npos;
+}
+
+TEST(FeedDate, IsReadAsIcuReadsIt) {
+    const Judge judge;
+    Forge forge;
+    int readable = 0;
+    int refused = 0;
+    for (int count = 0; count < 60'000; ++count) {
+        const std::string text = forge.date();
+        const std::optional<Date> expected = judge.read(text);
+        if (expected && (hasOtherNumbers(text) || expected->unixTime() > 9e11)) {
+            continue;
+        }
+        ++(expected ? readable : refused);
+        ASSERT_EQ(shown(parseFeedDate(text)), shown(expected)) << text;
+    }
+    EXPECT_GT(readable, 10'000);
+    EXPECT_GT(refused, 10'000);
+}
+
+} // namespace
+} // namespace foliovault
