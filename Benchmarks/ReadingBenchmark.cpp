@@ -21,6 +21,9 @@ class OneFile final : public platform::FileSystem {
     std::optional<platform::Data> read(const std::string& /*path*/) const override {
         return platform::DiskFileSystem::shared().read(path_);
     }
+    std::optional<platform::FileError> replace(const std::string& /*path*/, std::string_view) const override {
+        return platform::FileError{"nothing is written here"};
+    }
 
   private:
     std::string path_;

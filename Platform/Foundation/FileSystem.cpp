@@ -1,12 +1,15 @@
 #include "Platform/Foundation/FileSystem.h"
 
-#include <algorithm>
+#include "Platform/Foundation/FileDescriptor.h"
+
 #include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,24 +17,6 @@
 namespace platform {
 
 namespace {
-
-class FileDescriptor {
-  public:
-    explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() {
-        if (isOpen()) {
-            close(descriptor_);
-        }
-    }
-
-    bool isOpen() const { return descriptor_ >= 0; }
-    int get() const { return descriptor_; }
-
-  private:
-    int descriptor_;
-};
 
 /// Reads `size` bytes, or as many as there still are of a file that is cut short meanwhile.
 std::optional<Data> readUpTo(const FileDescriptor& file, std::size_t size) {
@@ -62,6 +47,64 @@ std::optional<Data> map(const FileDescriptor& file, std::size_t size) {
     return Data(std::move(owner), std::string_view(static_cast<const char*>(address), size));
 }
 
+/// "/folder/name" becomes "/folder/.name.new".
+std::string newFileBeside(const std::string& path) {
+    const std::size_t name = path.rfind('/') + 1;
+    return path.substr(0, name) + "." + path.substr(name) + ".new";
+}
+
+bool isNamed(const FileDescriptor& file, const std::string& path) {
+    struct stat ours {};
+    struct stat named {};
+    return fstat(file.get(), &ours) == 0 && lstat(path.c_str(), &named) == 0 && ours.st_dev == named.st_dev &&
+           ours.st_ino == named.st_ino;
+}
+
+bool lock(const FileDescriptor& file) {
+    int result = 0;
+    do {
+        result = flock(file.get(), LOCK_EX);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+/// The file at `path`, made if need be, for this writer alone; not open, and errno says why, where there is none to be
+/// had.
+FileDescriptor openAlone(const std::string& path) {
+    while (true) {
+        // O_NONBLOCK: should a pipe lie there, it has no reader to wait for.
+        FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
+        if (!file.isOpen()) {
+            return file;
+        }
+        if (!lock(file)) {
+            return FileDescriptor(-1);
+        }
+        // The writer that we waited for has moved its file to where it belongs, so the name is free again.
+        if (isNamed(file, path)) {
+            return file;
+        }
+    }
+}
+
+bool writeAll(const FileDescriptor& file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(file.get(), bytes.data(), bytes.size());
+        if (count >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+FileError cannotWrite(const std::string& path, int reason) {
+    // strerror would answer in the user's language.
+    const char* const words = strerrordesc_np(reason);
+    return {"cannot write " + path + ": " + (words != nullptr ? words : "unknown error")};
+}
+
 } // namespace
 
 std::optional<Data> DiskFileSystem::read(const std::string& path) const {
@@ -73,6 +116,22 @@ std::optional<Data> DiskFileSystem::read(const std::string& path) const {
     }
     const auto size = static_cast<std::size_t>(status.st_size);
     return size <= mappingThreshold ? readUpTo(file, size) : map(file, size);
+}
+
+std::optional<FileError> DiskFileSystem::replace(const std::string& path, std::string_view bytes) const {
+    const std::string newPath = newFileBeside(path);
+    const FileDescriptor file = openAlone(newPath);
+    if (!file.isOpen()) {
+        return cannotWrite(path, errno);
+    }
+    const bool isReplaced = ftruncate(file.get(), 0) == 0 && writeAll(file, bytes) && fdatasync(file.get()) == 0 &&
+                            rename(newPath.c_str(), path.c_str()) == 0;
+    if (isReplaced) {
+        return std::nullopt;
+    }
+    const int reason = errno;
+    unlink(newPath.c_str());
+    return cannotWrite(path, reason);
 }
 
 const DiskFileSystem& DiskFileSystem::shared() {

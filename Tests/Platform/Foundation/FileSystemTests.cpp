@@ -1,3 +1,5 @@
+#include "Tests/Support/TemporaryFolder.h"
+
 #include "Platform/Foundation/FileSystem.h"
 
 #include <gtest/gtest.h>
@@ -17,20 +19,15 @@ namespace fs = std::filesystem;
 
 class DiskFileSystemTest : public testing::Test {
   protected:
-    DiskFileSystemTest() { fs::create_directory(folder_); }
-    ~DiskFileSystemTest() override { fs::remove_all(folder_); }
-
-    std::string path(const std::string& name) const { return folder_ / name; }
-
+    std::string path(const std::string& name) const { return folder_.path(name); }
     std::string write(const std::string& name, const std::string& content) const {
-        std::ofstream(path(name), std::ios::binary) << content;
-        return path(name);
+        return folder_.write(name, content);
     }
 
     static std::optional<Data> read(const std::string& path) { return DiskFileSystem::shared().read(path); }
 
   private:
-    fs::path folder_ = fs::temp_directory_path() / ("file-system-test-" + std::to_string(getpid()));
+    TemporaryFolder folder_;
 };
 
 TEST_F(DiskFileSystemTest, ReadsFilesOfEverySize) {
