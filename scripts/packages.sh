@@ -2,17 +2,20 @@
 
 build_packages=(
     cmake ninja-build g++ pkg-config gettext
-    nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev
+    nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev libcurl4-openssl-dev
     libcli11-dev libfmt-dev
     libpango1.0-dev libcairo2-dev libgdk-pixbuf-2.0-dev libisal-dev fonts-inter
 )
-# What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, and the
-# fonts of names in other scripts.
-run_packages=(libnss-wrapper libicu72 fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
-test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common python3 python3-feedparser)
+# What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, what is
+# loaded at first need, zones, and the fonts of names in other scripts.
+run_packages=(libnss-wrapper libicu72 libcurl4 ca-certificates tzdata fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
+test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime python3 python3-feedparser)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
-bench_packages=(libbenchmark-dev libplist-dev python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0)
+bench_packages=(
+    libbenchmark-dev libplist-dev openssl
+    python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0
+)
 
 # install_packages NAME…: installs those that are missing, as root or by sudo; nothing where all are there.
 install_packages() {

@@ -35,7 +35,7 @@ void expireForGood(int timer) {
 } // namespace
 
 BundleRunner::BundleRunner(const WidgetBundle& bundle, int input, int output)
-    : handler_(bundle), reader_(input, output), output_(output),
+    : bundle_(bundle), handler_(bundle), reader_(input, output), output_(output),
       timer_(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)) {}
 
 BundleRunner::~BundleRunner() {
@@ -66,6 +66,9 @@ void BundleRunner::readOn(std::uint64_t count) {
     }
     if (reader_.outputClosed()) {
         _exit(EXIT_SUCCESS);
+    }
+    if (bundle_.inputEnded) {
+        bundle_.inputEnded();
     }
     ended_ = true;
     expireForGood(timer_);

@@ -25,6 +25,7 @@ class BundleRunner {
     /// Answers that are worked on at once, at most. More requests wait for one of these.
     static constexpr std::size_t greatestConcurrency = 64;
 
+    /// `bundle` must outlive the runner.
     BundleRunner(const WidgetBundle& bundle, int input, int output);
     BundleRunner(const BundleRunner&) = delete;
     BundleRunner& operator=(const BundleRunner&) = delete;
@@ -49,6 +50,7 @@ class BundleRunner {
     void answer(const LineReader::Line& line);
     void write(std::string answer);
 
+    const WidgetBundle& bundle_;
     RequestHandler handler_;
     LineReader reader_;
     int output_;

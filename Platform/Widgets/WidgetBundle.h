@@ -3,6 +3,7 @@
 
 #include "Platform/Widgets/Widget.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +14,9 @@ struct WidgetBundle {
     /// Names the extension to the host, as in "net.foliovault.widgets".
     std::string identifier;
     std::vector<std::unique_ptr<Widget>> widgets;
+    /// Called once, if there is one, when the host has ended the input: what is still being worked on is waited for, so
+    /// it should not take long any more. On any thread, while others answer.
+    std::function<void()> inputEnded;
 };
 
 /// Serves the bundle over standard input and output until the host ends it; answers the process's exit code.

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <future>
 #include <latch>
@@ -158,6 +159,26 @@ TEST(BundleRunner, AnswersMoreRequestsThanItHasThreads) {
               requests);
 }
 
+TEST(BundleRunner, TellsTheBundleThatNobodyAsksAnyMore) {
+    std::latch atWork(2);
+    std::latch ended(1);
+    std::atomic<int> calls = 0;
+    WidgetBundle bundle = testing::clockBundle([&](const std::string&) {
+        atWork.count_down();
+        ended.wait();
+    });
+    bundle.inputEnded = [&] {
+        ++calls;
+        ended.count_down();
+    };
+    Running running(std::move(bundle));
+    running.send(timelineOf("one") + timelineOf("two"));
+    atWork.wait();
+    EXPECT_EQ(calls, 0);
+    EXPECT_EQ(running.finish().size(), 2U);
+    EXPECT_EQ(calls, 1);
+}
+
 /// Runs the runner in a process of its own, whose output is closed by `provoke`; answers its exit status.
 int exitOfProcess(const std::function<void(Pipe& input, Pipe& output)>& provoke) {
     Pipe input;
@@ -168,7 +189,8 @@ int exitOfProcess(const std::function<void(Pipe& input, Pipe& output)>& provoke)
         close(output.reading);
         std::signal(SIGPIPE, SIG_IGN);
         alarm(20);
-        const WidgetBundle bundle = testing::clockBundle([](const std::string&) { pause(); });
+        WidgetBundle bundle = testing::clockBundle([](const std::string&) { pause(); });
+        bundle.inputEnded = [] { _exit(4); };
         BundleRunner(bundle, input.reading, output.writing).run();
         _exit(3);
     }

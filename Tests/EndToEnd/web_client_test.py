@@ -1,0 +1,264 @@
+"""The web client against a real server, in a process like the extension's."""
+
+import os
+import resource
+import socket
+import subprocess
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+from https_server import Authority, HttpsServer, body, cut, drip, flood, gzip_bomb, gzipped, hang, redirect, until_the_end
+
+PROBE = Path(os.environ["PROGRAMS"]).parent / "tests" / "web_client_probe"
+SANITIZED = bool(os.environ.get("SANITIZED"))
+MIB = 1 << 20
+TOO_LARGE = "the body is larger than 16 MiB"
+
+
+def setUpModule():
+    folder = tempfile.TemporaryDirectory()
+    unittest.addModuleCleanup(folder.cleanup)
+    global authority
+    authority = Authority(folder.name)
+
+
+class Probe:
+    """Downloads addresses in a process of its own."""
+
+    def __init__(self, addresses, variables, patience, grace, input):
+        command = [str(part) for part in (PROBE, patience, grace, *addresses)]
+        self.process = subprocess.Popen(command, stdin=input, stdout=subprocess.PIPE, env=variables)
+
+    def answers(self):
+        """The bodies, as bytes, and the errors, as texts, in the order of the addresses; and the resident memory."""
+        answers = []
+        with self.process:
+            for line in self.process.stdout:
+                kind, _, rest = line.rstrip(b"\n").partition(b" ")
+                if kind == b"resident":
+                    resident = int(rest)
+                else:
+                    answers.append(self.process.stdout.read(int(rest)) if kind == b"body" else rest.decode())
+        assert self.process.returncode == 0, self.process.returncode
+        return answers, resident
+
+
+class WebClientTest(unittest.TestCase):
+    def setUp(self):
+        home = tempfile.TemporaryDirectory()
+        self.addCleanup(home.cleanup)
+        self.home = Path(home.name)
+        self.server = self.start(HttpsServer(authority))
+        self.pages = self.server.pages
+
+    def start(self, server):
+        server.__enter__()
+        self.addCleanup(server.__exit__)
+        return server
+
+    def probe(self, *addresses, patience=30, grace=2000, input=subprocess.PIPE, trusted=True, **variables):
+        trust = {"SSL_CERT_FILE": str(authority.file)} if trusted else {}
+        return Probe(addresses, {"HOME": str(self.home), **trust, **variables}, patience, grace, input)
+
+    def get(self, address, **more):
+        """The body or the error's text. A path alone is one of the server."""
+        answers, self.resident = self.probe(self.server.address(address) if address.startswith("/") else address, **more).answers()
+        answer, = answers
+        return answer
+
+
+class Answers(WebClientTest):
+    def test_bodies_arrive_whatever_the_status(self):
+        for status in (200, 203, 304, 404, 410, 500, 503):
+            self.pages[f"/{status}"] = body(b"\0body\n" * 1000, status=status)
+        self.pages["/204"] = body(b"", status=204)
+        self.pages["/empty"] = body(b"")
+        self.pages["/unmarked"] = until_the_end(b"as long as it is")
+        for path in self.pages:
+            expected = {"/304": b"", "/204": b"", "/empty": b"", "/unmarked": b"as long as it is"}.get(path, b"\0body\n" * 1000)
+            self.assertEqual(self.get(path), expected, path)
+        self.assertEqual(self.get("/missing"), b"not here")
+
+    def test_requests_say_nothing_of_their_own(self):
+        path = "/2/feed.php?product=A&lang=de"
+        self.pages[path] = body(b"feed")
+        self.assertEqual(self.get(path), b"feed")
+        request, = self.server.requests
+        host = ("Host", f"localhost:{self.server.port}")
+        self.assertEqual(request.headers, (host, ("Accept", "*/*"), ("Accept-Encoding", "gzip, deflate")))
+
+    def test_nothing_is_kept_on_the_disk(self):
+        self.pages["/"] = body(b"feed", Set_Cookie="a=b; Max-Age=1000", Strict_Transport_Security="max-age=1000",
+                               Alt_Svc='h2="localhost:1"; ma=1000')
+        self.assertEqual(self.get("/"), b"feed")
+        self.assertEqual(list(self.home.iterdir()), [])
+
+    def test_encodings_are_taken_off(self):
+        content = b"<item/>" * 10_000
+        self.pages["/gzip"] = gzipped(content)
+        self.pages["/broken"] = body(b"\x1f\x8b\x08 this is no gzip", Content_Encoding="gzip")
+        self.pages["/strange"] = body(content, Content_Encoding="strange")
+        self.assertEqual(self.get("/gzip"), content)
+        self.assertRegex(self.get("/broken"), "^Error while processing content unencoding")
+        self.assertEqual(self.get("/strange"), "Unrecognized content encoding type. libcurl understands deflate, gzip, br, zstd content encodings.")
+
+    def test_redirects_are_followed_within_https(self):
+        self.pages["/0"] = body(b"arrived")
+        for i in range(1, 22):
+            self.pages[f"/{i}"] = redirect(f"/{i - 1}", status=(301, 302, 303, 307, 308)[i % 5])
+        self.pages["/absolute"] = redirect(self.server.address("/0"))
+        self.pages["/loop"] = redirect("/loop")
+        self.pages["/nowhere"] = body(b"the body of a redirect", status=302)
+        for path in ("/20", "/absolute"):
+            self.assertEqual(self.get(path), b"arrived", path)
+        for path in ("/21", "/loop"):
+            self.assertEqual(self.get(path), "Maximum (20) redirects followed", path)
+        self.assertEqual(self.get("/nowhere"), b"the body of a redirect")
+        for address in (f"http://localhost:{self.server.port}/0", "ftp://localhost/0", "file:///etc/passwd"):
+            self.pages["/out"] = redirect(address)
+            refused = f'Protocol "{address.partition(":")[0]}" not supported or disabled in libcurl'
+            self.assertEqual(self.get("/out"), refused)
+            self.assertEqual(self.get(address), refused)
+
+    def test_sixteen_mebibytes_are_the_most(self):
+        self.pages["/most"] = body(bytes(16 * MIB))
+        self.assertEqual(self.get("/most"), bytes(16 * MIB))
+        self.pages["/more"] = body(bytes(16 * MIB + 1))
+        self.pages["/announced"] = flood(100_000_000, Content_Length=100_000_000)
+        self.pages["/flood"] = flood(100_000_000)
+        self.pages["/bomb"] = gzip_bomb(200 * MIB)
+        for path, most in (("/more", 16), ("/announced", 16), ("/flood", 64), ("/bomb", 64)):
+            self.assertEqual(self.get(path), TOO_LARGE, path)
+            if not SANITIZED:
+                self.assertLess(self.resident, most * MIB, path)
+
+    def test_what_is_cut_short_is_no_answer(self):
+        self.pages["/"] = cut(b"half", 8)
+        self.assertEqual(self.get("/"), "transfer closed with 4 bytes remaining to read")
+
+    def test_whoever_is_not_there_does_not_answer(self):
+        with socket.create_server(("127.0.0.1", 0)) as free:
+            port = free.getsockname()[1]
+        self.assertRegex(self.get(f"https://localhost:{port}/"), f"^Failed to connect to localhost port {port}")
+        self.assertEqual(self.get("https://absent.example/"), "Could not resolve host: absent.example")
+
+    def test_many_are_loaded_side_by_side(self):
+        for i in range(40):
+            self.pages[f"/{i}"] = drip([b"%d" % i] * 5, .2)
+        start = time.monotonic()
+        answers, _ = self.probe(*(self.server.address(f"/{i}") for i in range(40))).answers()
+        self.assertEqual(answers, [b"%d" % i * 5 for i in range(40)])
+        self.assertLess(time.monotonic() - start, 20)
+
+    def test_a_machine_without_the_library_says_so(self):
+        (self.home / "libcurl.so.4").touch()
+        self.assertEqual(self.get("/", LD_LIBRARY_PATH=str(self.home)), "libcurl.so.4 cannot be loaded")
+
+    @unittest.skipIf(SANITIZED, "sanitizers have memory of their own")
+    def test_little_memory_is_left_in_use(self):
+        self.pages["/"] = body(bytes(3_000_000))
+        self.get("/")
+        self.assertLess(self.resident, 16 * MIB)
+
+
+class Trust(WebClientTest):
+    def setUp(self):
+        super().setUp()
+        self.pages["/"] = body(b"feed")
+        strange = self.home / "strange"
+        strange.mkdir()
+        self.stranger = Authority(strange)
+
+    def test_servers_prove_who_they_are(self):
+        unknown = "SSL certificate problem: unable to get local issuer certificate"
+        missing = str(self.home / "missing")
+        ours, strangers = authority, self.stranger
+        rows = [({"SSL_CERT_FILE": ours.file}, b"feed"), ({"SSL_CERT_DIR": ours.folder}, b"feed"),
+                ({"SSL_CERT_FILE": ours.file, "SSL_CERT_DIR": strangers.folder}, b"feed"),
+                ({"SSL_CERT_FILE": strangers.file, "SSL_CERT_DIR": ours.folder}, b"feed"),
+                ({"SSL_CERT_FILE": ours.file, "SSL_CERT_DIR": missing}, b"feed"),
+                ({"SSL_CERT_DIR": f"{missing}:{ours.folder}", "SSL_CERT_FILE": ""}, b"feed"),
+                ({}, unknown), ({"SSL_CERT_FILE": "", "SSL_CERT_DIR": ""}, unknown),
+                ({"SSL_CERT_FILE": strangers.file}, unknown), ({"SSL_CERT_DIR": strangers.folder}, unknown)]
+        for variables, expected in rows:
+            variables = {name: str(value) for name, value in variables.items()}
+            self.assertEqual(self.get("/", trusted=False, **variables), expected, variables)
+        self.assertRegex(self.get("/", trusted=False, SSL_CERT_FILE=missing), "^error setting certificate file: ")
+
+    def test_a_certificate_is_good_for_its_name_alone(self):
+        other = self.start(HttpsServer(authority, names=["other.example"]))
+        other.pages["/"] = body(b"feed")
+        self.assertRegex(self.get(other.address("/")), "^SSL: no alternative certificate subject name matches target host name 'localhost'")
+        self.assertEqual(self.get("https://other.example/", https_proxy=other.proxy), b"feed")
+        self.assertRegex(self.get("https://feeds.example/", https_proxy=other.proxy), "'feeds.example'$")
+        self.assertEqual([request.host for request in other.requests], ["other.example"])
+
+
+class Proxies(WebClientTest):
+    def test_proxies_are_those_of_the_variables(self):
+        self.pages["/"] = body(b"feed")
+        feed, own, proxy = "https://feeds.example/", self.server.address("/"), self.server.proxy
+        rows = [(feed, {"https_proxy": proxy}, True), (feed, {"HTTPS_PROXY": proxy}, True), (feed, {"all_proxy": proxy}, True),
+                (own, {"https_proxy": proxy}, True), (own, {"https_proxy": proxy, "no_proxy": "a.example,localhost"}, False),
+                (own, {"https_proxy": proxy, "NO_PROXY": "*"}, False), (own, {"http_proxy": "http://127.0.0.1:1"}, False)]
+        for address, variables, proxied in rows:
+            self.assertEqual(self.get(address, **variables), b"feed", variables)
+            self.assertEqual(self.server.requests.pop().proxied, proxied, variables)
+
+    def test_a_proxy_that_is_not_there_is_not_passed_by(self):
+        self.pages["/"] = body(b"feed")
+        self.assertRegex(self.get("/", https_proxy="http://127.0.0.1:1"), "^Failed to connect to 127.0.0.1 port 1 ")
+        self.assertEqual(self.get("/", https_proxy="http://absent.example:1"), "Could not resolve proxy: absent.example")
+
+
+class Waiting(WebClientTest):
+    def test_who_makes_progress_is_waited_for(self):
+        self.pages["/"] = drip([b"x" * 100] * 8, .3)
+        self.assertEqual(self.get("/", patience=1), b"x" * 800)
+
+    def test_who_does_not_is_given_up(self):
+        self.pages["/"] = hang()
+        self.pages["/middle"] = drip([b"a", b"b" * 60], 30)
+        for path in self.pages:
+            self.assertRegex(self.get(path, patience=1), "^Operation too slow")
+        with socket.create_server(("127.0.0.1", 0)) as silent:
+            self.assertRegex(self.get(f"https://localhost:{silent.getsockname()[1]}/", patience=1), "(?i)connection timed? ?out")
+
+    def test_the_end_of_the_input_leaves_time_to_finish(self):
+        self.pages["/"] = drip([b"x"] * 5, .1)
+        for input in (subprocess.PIPE, subprocess.DEVNULL):
+            probe = self.probe(self.server.address("/"), input=input, grace=20_000)
+            if input == subprocess.PIPE:
+                self.until_asked(1)
+                probe.process.stdin.close()
+            self.assertEqual(probe.answers()[0], [b"xxxxx"])
+
+    def test_and_no_more(self):
+        self.pages["/"] = hang()
+        addresses = [self.server.address("/"), "https://silent.example/", self.server.address("/")]
+        probe = self.probe(*addresses, grace=300)
+        self.until_asked(2)
+        start = time.monotonic()
+        probe.process.stdin.close()
+        self.assertEqual(probe.answers()[0], ["cancelled"] * 3)
+        self.assertTrue(.25 < time.monotonic() - start < 10)
+        self.assertEqual(self.probe(*addresses, grace=0, input=subprocess.DEVNULL).answers()[0], ["cancelled"] * 3)
+
+    @unittest.skipIf(SANITIZED, "sanitizers need time of their own")
+    def test_waiting_costs_nothing(self):
+        self.pages["/"] = hang()
+        before = resource.getrusage(resource.RUSAGE_CHILDREN)
+        self.assertEqual(self.get("/", input=subprocess.DEVNULL, grace=1500), "cancelled")
+        after = resource.getrusage(resource.RUSAGE_CHILDREN)
+        self.assertLess(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime, .7)
+
+    def until_asked(self, count):
+        deadline = time.monotonic() + 20
+        while len(self.server.requests) < count and time.monotonic() < deadline:
+            time.sleep(.01)
+
+
+if __name__ == "__main__":
+    unittest.main()
