@@ -12,6 +12,7 @@ import plistlib
 import random
 import subprocess
 import sys
+import tempfile
 import threading
 from datetime import datetime, timedelta
 from pathlib import Path
@@ -192,6 +193,16 @@ def drawing(table, rounds):
     table.row("the same drawing without PNG, over pycairo", times["drawing"], peer, .25)
 
 
+def downloading(table, rounds):
+    sys.path.append(str(PROJECT / "Tests" / "EndToEnd"))
+    from https_server import Authority, HttpsServer, body
+    item = "<item><title>Tip %d</title><description><![CDATA[" + "<p>What to do &amp; why</p>" * 40 + "]]></description></item>\n"
+    with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
+        server.pages["/feed"] = body("".join(item % i for i in range(2700)).encode())
+        times = measured("env", f"SSL_CERT_FILE={server.authority.file}", BENCHMARKS / "download_benchmark", rounds * 4, server.address("/feed"))
+    table.row("a download of 3 MB by HTTPS, over libcurl alone", times["ours"], times["libcurl"], 1.1)
+
+
 class Watched:
     """The extension, and what memory it holds, in MiB."""
 
@@ -280,7 +291,7 @@ def main():
     print(f"Measured on {machine()}.\n")
     print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
     table = Table()
-    for part in (reading, feed, starting, warm, drawing):
+    for part in (reading, feed, downloading, starting, warm, drawing):
         part(table, rounds)
     memory()
     growth(rounds)
