@@ -3,6 +3,8 @@
 #include "Extension/Favorites/FavoritesWidget.h"
 #include "Extension/ReadingList/ReadingListWidget.h"
 #include "Extension/Shared/ExtensionIdentity.h"
+#include "Extension/Tips/TipStore.h"
+#include "Extension/Tips/TipsWidget.h"
 #include "Extension/Workspaces/WorkspacesWidget.h"
 #include "Platform/Foundation/Localization.h"
 
@@ -13,12 +15,15 @@ std::vector<std::unique_ptr<platform::Widget>> FOLIOvaultWidgetBundle::body() co
     widgets.push_back(ReadingListWidget().body());
     widgets.push_back(FavoritesWidget().body());
     widgets.push_back(WorkspacesWidget().body());
+    widgets.push_back(TipsWidget().body());
     return widgets;
 }
 
 int FOLIOvaultWidgetBundle::main() {
     platform::startLocalization("foliovault-widgets");
-    return platform::runBundle({.identifier = extensionIdentifier, .widgets = FOLIOvaultWidgetBundle().body()});
+    return platform::runBundle({.identifier = extensionIdentifier,
+                                .widgets = FOLIOvaultWidgetBundle().body(),
+                                .inputEnded = [] { sharedWebClient().endSoon(); }});
 }
 
 } // namespace foliovault
