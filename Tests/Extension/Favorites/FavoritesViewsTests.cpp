@@ -1,6 +1,6 @@
 #include "Extension/Favorites/FavoritesViews.h"
 
-#include "Tests/Extension/Lists/ViewText.h"
+#include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,8 +8,8 @@
 namespace foliovault {
 namespace {
 
+using platform::json;
 using ::testing::HasSubstr;
-using testing::json;
 using ::testing::Not;
 
 TEST(FavoritesEntryView, CountsAllFavoritesInItsHeader) {

@@ -5,7 +5,7 @@
 #include "Extension/Workspaces/WorkspacesWidget.h"
 
 #include "Tests/Extension/Lists/StoreFile.h"
-#include "Tests/Extension/Lists/ViewText.h"
+#include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,10 +13,10 @@
 namespace foliovault {
 namespace {
 
+using platform::json;
 using platform::WidgetFamily;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using testing::json;
 using testing::StoreFile;
 
 struct Row {

@@ -1,6 +1,6 @@
 #include "Extension/ReadingList/ReadingListViews.h"
 
-#include "Tests/Extension/Lists/ViewText.h"
+#include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,10 +8,10 @@
 namespace foliovault {
 namespace {
 
+using platform::json;
 using platform::WidgetFamily;
 using ::testing::AllOf;
 using ::testing::HasSubstr;
-using testing::json;
 using ::testing::Not;
 
 std::string picture(const ReadingListEntry& entry, WidgetFamily family) {

@@ -3,7 +3,7 @@
 #include "Extension/Shared/DisplayableItem.h"
 #include "Extension/Workspaces/WorkspacesViews.h"
 #include "Platform/Foundation/URLComponents.h"
-#include "Tests/Extension/Lists/ViewText.h"
+#include "Tests/Support/ViewText.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ TEST(WorkspaceItem, IsEqualToOneOfTheSameCountsAlone) {
 TEST(WorkspaceDetailRow, ShowsTheCountsUnderTheName) {
     const WorkspaceItem item("Research", 3, 1);
     EXPECT_EQ(
-        testing::json(WorkspaceDetailRow{item}.body()),
+        platform::json(WorkspaceDetailRow{item}.body()),
         R"({"type":"padding","top":3,"bottom":3,"child":{"type":"hstack","spacing":8,"children":[)"
         R"({"type":"frame","width":18,"child":{"type":"symbol","symbol":"rectangle.stack","font":{"style":"callout"},"foreground":"secondary"}},)"
         R"({"type":"vstack","alignment":"leading","spacing":1,"children":[)"

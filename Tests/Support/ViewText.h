@@ -6,13 +6,13 @@
 
 #include <string>
 
-namespace foliovault::testing {
+namespace platform {
 
-inline std::string json(const platform::View& view) {
+inline std::string json(const View& view) {
     std::string text;
-    platform::JsonWriter out(text);
-    platform::writeView(out, view);
+    JsonWriter out(text);
+    writeView(out, view);
     return text;
 }
 
-} // namespace foliovault::testing
+} // namespace platform
