@@ -213,6 +213,15 @@ def cut(content, announced):
     return page
 
 
+def stall(content, announced):
+    """The same, and then the connection stays open without a word."""
+    def page(handler):
+        handler.start(200, Content_Length=announced)
+        handler.wfile.write(content)
+        handler.pause(None)
+    return page
+
+
 def until_the_end(content):
     """A body that is as long as the connection, which ends in due form."""
     def page(handler):
@@ -223,10 +232,10 @@ def until_the_end(content):
     return page
 
 
-def flood(size, **headers):
-    """That many bytes, announced only if `headers` say so."""
+def flood(size):
+    """That many bytes, which nothing announces."""
     def page(handler):
-        handler.start(200, Connection="close", **headers)
+        handler.start(200, Connection="close")
         block = bytes(1 << 16)
         for _ in range(size // len(block)):
             handler.wfile.write(block)

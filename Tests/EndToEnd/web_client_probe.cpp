@@ -64,6 +64,7 @@ extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo
 
 int main(int count, char** arguments) {
     std::signal(SIGPIPE, SIG_IGN);
+    alarm(60); // waiting for ever is a failure
     // The heap as the extension has it.
     constexpr int keptRoom = 8 << 20;
     mallopt(M_MMAP_THRESHOLD, keptRoom);

@@ -9,7 +9,7 @@ import time
 import unittest
 from pathlib import Path
 
-from https_server import Authority, HttpsServer, body, cut, drip, flood, gzip_bomb, gzipped, hang, redirect, until_the_end
+from https_server import Authority, HttpsServer, body, cut, drip, flood, gzip_bomb, gzipped, hang, redirect, stall, until_the_end
 
 PROBE = Path(os.environ["PROGRAMS"]).parent / "tests" / "web_client_probe"
 SANITIZED = bool(os.environ.get("SANITIZED"))
@@ -64,8 +64,9 @@ class WebClientTest(unittest.TestCase):
 
     def get(self, address, **more):
         """The body or the error's text. A path alone is one of the server."""
-        answers, self.resident = self.probe(self.server.address(address) if address.startswith("/") else address, **more).answers()
-        answer, = answers
+        if address.startswith("/"):
+            address = self.server.address(address)
+        (answer,), self.resident = self.probe(address, **more).answers()
         return answer
 
 
@@ -102,7 +103,7 @@ class Answers(WebClientTest):
         self.pages["/strange"] = body(content, Content_Encoding="strange")
         self.assertEqual(self.get("/gzip"), content)
         self.assertRegex(self.get("/broken"), "^Error while processing content unencoding")
-        self.assertEqual(self.get("/strange"), "Unrecognized content encoding type. libcurl understands deflate, gzip, br, zstd content encodings.")
+        self.assertRegex(self.get("/strange"), "^Unrecognized content encoding type")
 
     def test_redirects_are_followed_within_https(self):
         self.pages["/0"] = body(b"arrived")
@@ -126,7 +127,7 @@ class Answers(WebClientTest):
         self.pages["/most"] = body(bytes(16 * MIB))
         self.assertEqual(self.get("/most"), bytes(16 * MIB))
         self.pages["/more"] = body(bytes(16 * MIB + 1))
-        self.pages["/announced"] = flood(100_000_000, Content_Length=100_000_000)
+        self.pages["/announced"] = stall(b"x", 16 * MIB + 1)
         self.pages["/flood"] = flood(100_000_000)
         self.pages["/bomb"] = gzip_bomb(200 * MIB)
         for path, most in (("/more", 16), ("/announced", 16), ("/flood", 64), ("/bomb", 64)):
@@ -190,7 +191,7 @@ class Trust(WebClientTest):
     def test_a_certificate_is_good_for_its_name_alone(self):
         other = self.start(HttpsServer(authority, names=["other.example"]))
         other.pages["/"] = body(b"feed")
-        self.assertRegex(self.get(other.address("/")), "^SSL: no alternative certificate subject name matches target host name 'localhost'")
+        self.assertRegex(self.get(other.address("/")), "^SSL: no alternative certificate subject name matches .*'localhost'$")
         self.assertEqual(self.get("https://other.example/", https_proxy=other.proxy), b"feed")
         self.assertRegex(self.get("https://feeds.example/", https_proxy=other.proxy), "'feeds.example'$")
         self.assertEqual([request.host for request in other.requests], ["other.example"])
@@ -220,7 +221,7 @@ class Waiting(WebClientTest):
 
     def test_who_does_not_is_given_up(self):
         self.pages["/"] = hang()
-        self.pages["/middle"] = drip([b"a", b"b" * 60], 30)
+        self.pages["/middle"] = stall(b"a", 2)
         for path in self.pages:
             self.assertRegex(self.get(path, patience=1), "^Operation too slow")
         with socket.create_server(("127.0.0.1", 0)) as silent:

@@ -4,10 +4,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
+#include <utility>
 
 namespace platform {
 
@@ -37,7 +39,9 @@ class TemporaryFolder {
 
     std::string content(const std::string& name) const {
         std::ifstream file(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        std::ostringstream content;
+        content << file.rdbuf();
+        return std::move(content).str();
     }
 
     std::set<std::string> names() const {
