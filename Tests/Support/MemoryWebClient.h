@@ -15,10 +15,6 @@ namespace platform {
 
 class MemoryWebClient final : public WebClient {
   public:
-    MemoryWebClient() = default;
-    /// Bodies by address.
-    explicit MemoryWebClient(std::map<std::string, std::string> bodies) : bodies_(std::move(bodies)) {}
-
     /// The body at `address`; an error, "Could not resolve host", for others.
     Expected<Data, WebError> get(const URL& address) const override {
         if (whileLoading) {
