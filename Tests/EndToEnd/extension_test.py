@@ -81,7 +81,7 @@ class Answers(HomeTest):
             ours.shutdown(socket.SHUT_WR)
             answer = json.loads(ours.makefile().read())
             self.assertEqual([preview["name"] for preview in answer["result"]["previews"]][::4],
-                             ["Small", "Favorites Small", "Workspaces Small"])
+                             ["Small", "Favorites Small", "Workspaces Small", "Tips Small", "Tips Empty"])
             self.assertEqual(process.wait(10), 0)
         ours.close()
 
@@ -153,6 +153,7 @@ class Lifetime(HomeTest):
         with Extension({"PATH": os.environ["PATH"], "HOME": str(self.home), "LANG": "de_DE.UTF-8"}) as extension:
             for kind in LISTS:
                 extension.timeline(kind=kind)
+            extension.call("placeholder", kind="TipsWidget", environment={"family": "large"})
             with open(f"/proc/{extension.process.pid}/maps", encoding="utf-8") as maps:
                 files = {line.split()[-1].rsplit("/", 1)[-1] for line in maps if ".so" in line}
         self.assertLessEqual(files, {"libc.so.6", "libm.so.6", "ld-linux-x86-64.so.2", "ld-linux-aarch64.so.1"})

@@ -14,7 +14,7 @@ class Commands(HostTest):
         self.write([{"Name": "Work", "Children": favourites(2)}])
         described = json.loads(self.succeed("describe", "--json"))
         self.assertEqual(described["identifier"], "net.foliovault.widgets")
-        self.assertEqual([widget["kind"] for widget in described["widgets"]], list(LISTS))
+        self.assertEqual([widget["kind"] for widget in described["widgets"]], [*LISTS, "TipsWidget"])
         people = self.succeed("describe").decode()
         self.assertIn("small, medium, large, extraLarge", people)
         options = json.loads(self.succeed("options", "FavoritesWidget", "group", "--matching", "work", "--json"))
@@ -51,7 +51,7 @@ class Commands(HostTest):
         self.succeed("gallery", "-o", folder)
         page = (folder / "index.html").read_text()
         pictures = sorted(path.name for path in folder.glob("*.png"))
-        self.assertEqual(len(pictures), 24)
+        self.assertEqual(len(pictures), 32)
         for picture in pictures:
             self.assertIn(f'src="{picture}"', page)
         self.assertNotIn("http", page)
@@ -80,7 +80,7 @@ class WrongArguments(HostTest):
                 (("render", "FavoritesWidget", "--scale", "0"), "scale"), (("render", "FavoritesWidget", "--scale", "x"), "scale"),
                 (("render", "FavoritesWidget", "--set", "group"), "NAME=VALUE"), (("render", "FavoritesWidget", "--format", "gif"), "gif"),
                 (("render", "FavoritesWidget", "--set", "colour=red"), "accepted: \"group\""),
-                (("render", "ClockWidget"), "accepted: \"ReadingListWidget\", \"FavoritesWidget\", \"WorkspacesWidget\""), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
+                (("render", "ClockWidget"), "accepted: \"ReadingListWidget\", \"FavoritesWidget\", \"WorkspacesWidget\", \"TipsWidget\""), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
                 (("render", "FavoritesWidget", "--preview", "x", "--request", "snapshot"), "preview"),
                 (("options", "FavoritesWidget", "colour"), "group"), (("options", "FavoritesWidget"), "PARAMETER"),
                 (("describe", "more"), "more"), (("--home", "/nowhere/at/all", "describe"), "home")]

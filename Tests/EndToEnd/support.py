@@ -16,6 +16,8 @@ OK, USAGE, UNAVAILABLE, CANNOT_CREATE = 0, 64, 69, 73
 FAMILIES = ("small", "medium", "large", "extraLarge")
 # The list widgets by kind, with the file of the library that each shows.
 LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites.plist", "WorkspacesWidget": "OrderedWorkspaces.plist"}
+# A proxy that nobody runs: tests do not leave this machine.
+NO_WEB = {"https_proxy": "http://127.0.0.1:9"}
 # What begins like a picture.
 PNG = bytes.fromhex("89504e470d0a1a0a0000000d4948445200000001000000010806000000")
 
@@ -47,7 +49,7 @@ class HomeTest(unittest.TestCase):
         container.mkdir(exist_ok=True)
         variables = {
             "PATH": os.environ["PATH"], "HOME": str(container), "XDG_CACHE_HOME": str(container / "Caches"),
-            "LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": str(users), "NSS_WRAPPER_GROUP": str(groups), **more}
+            "LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": str(users), "NSS_WRAPPER_GROUP": str(groups), **NO_WEB, **more}
         if os.environ.get("SANITIZED"):
             variables["ASAN_OPTIONS"] = "verify_asan_link_order=0"
         return variables
@@ -67,7 +69,7 @@ class Extension:
     def __exit__(self, *_):
         if self.process.poll() is None:
             self.process.kill()
-        self.process.communicate()
+        self.process.__exit__(None, None, None)
 
     def send(self, method, **params):
         self.count += 1
@@ -111,7 +113,7 @@ def host(*arguments, **more):
 
 class HostTest(HomeTest):
     def host(self, *arguments, extension=EXTENSION, **more):
-        variables = {**os.environ, "XDG_DATA_HOME": str(self.home / "data"), "HOME": str(self.home), "LANG": "C"}
+        variables = {**os.environ, **NO_WEB, "XDG_DATA_HOME": str(self.home / "data"), "HOME": str(self.home), "LANG": "C"}
         return host("--extension", extension, "--home", self.home, *arguments, env=variables, **more)
 
     def succeed(self, *arguments, **more):
