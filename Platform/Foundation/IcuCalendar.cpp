@@ -1,5 +1,6 @@
 #include "Platform/Foundation/IcuCalendar.h"
 
+#include "Platform/Foundation/IcuName.h"
 #include "Platform/Foundation/LazyLibrary.h"
 
 #include <memory>
@@ -7,10 +8,6 @@
 
 namespace platform {
 namespace {
-
-// ICU's headers define each function's name as a macro that adds the version; quoting needs one more expansion.
-#define QUOTED(name) #name
-#define EXPORTED_NAME(function) QUOTED(function)
 
 constinit LazyLibrary internationalLibrary("libicui18n.so." U_ICU_VERSION_SHORT);
 
@@ -24,10 +21,10 @@ struct CalendarFunctions {
 const CalendarFunctions* calendarFunctions() {
     static const auto functions = [] {
         CalendarFunctions found;
-        const bool isComplete = internationalLibrary.find(EXPORTED_NAME(ucal_open), found.open) &&
-                                internationalLibrary.find(EXPORTED_NAME(ucal_close), found.close) &&
-                                internationalLibrary.find(EXPORTED_NAME(ucal_setMillis), found.setMillis) &&
-                                internationalLibrary.find(EXPORTED_NAME(ucal_get), found.get);
+        const bool isComplete = internationalLibrary.find(ICU_NAME(ucal_open), found.open) &&
+                                internationalLibrary.find(ICU_NAME(ucal_close), found.close) &&
+                                internationalLibrary.find(ICU_NAME(ucal_setMillis), found.setMillis) &&
+                                internationalLibrary.find(ICU_NAME(ucal_get), found.get);
         return isComplete ? std::optional(found) : std::nullopt;
     }();
     return functions ? &*functions : nullptr;
