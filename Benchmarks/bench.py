@@ -18,6 +18,10 @@ from datetime import datetime, timedelta
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
+sys.path.append(str(PROJECT / "Tests" / "EndToEnd"))
+
+from https_server import Authority, HttpsServer, body
+
 BUILD = PROJECT / "build"
 PROGRAMS, BENCHMARKS = BUILD / "bin", BUILD / "benchmarks"
 EXTENSION, HOST = PROGRAMS / "foliovault-widgets", PROGRAMS / "widgethost"
@@ -26,6 +30,7 @@ HOME = BUILD / "bench-home"
 LIBRARY = HOME / "Library" / "Application Support" / "FOLIOvault"
 FAVORITES = LIBRARY / "Favorites.plist"
 READING_LIST = LIBRARY / "ReadingList.plist"
+CACHE = HOME / "Caches" / "tips_cache.json"
 PYTHON = "/usr/bin/python3"
 FORMS = {"binary": plistlib.FMT_BINARY, "XML": plistlib.FMT_XML}
 
@@ -173,6 +178,18 @@ def starting(table, rounds):
     table.row("start to first `timeline`, 16 favourites, over a plain C++ program", times["ours"], times["peer"], 1.3)
 
 
+def starting_with_tips(table, rounds):
+    write(favourites(16), "binary")
+    long_ago = -(datetime(2001, 1, 1) - datetime(2200, 1, 1)).total_seconds()
+    tip = {"title": "Let a smart rule file your invoices", "description": "Name the sender once, and every invoice is filed. " * 12,
+           "link": "https://www.foliovault.example/blog/invoices", "pubDate": 794_000_000.5, "guid": "invoices"}
+    CACHE.write_text(json.dumps({"timestamp": long_ago, "tips": [tip] * 50}))
+    both = request("TipsWidget") + "\n" + REQUEST
+    times = measured(BENCHMARKS / "start_benchmark", rounds * 40, both, EXTENSION, "--", EXTENSION)
+    table.row("start to first `timeline` of 50 cached tips, over that of 16 favourites", times["ours"], times["peer"], 1.6)
+    CACHE.unlink()
+
+
 def warm(table, rounds):
     for count, target in ((16, .15), (1000, .03)):
         write(favourites(count), "binary")
@@ -194,8 +211,6 @@ def drawing(table, rounds):
 
 
 def downloading(table, rounds):
-    sys.path.append(str(PROJECT / "Tests" / "EndToEnd"))
-    from https_server import Authority, HttpsServer, body
     item = "<item><title>Tip %d</title><description><![CDATA[" + "<p>What to do &amp; why</p>" * 40 + "]]></description></item>\n"
     with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
         server.pages["/feed"] = body("".join(item % i for i in range(2700)).encode())
@@ -206,8 +221,11 @@ def downloading(table, rounds):
 class Watched:
     """The extension, and what memory it holds, in MiB."""
 
+    def __init__(self, **variables):
+        self.variables = {**os.environ, **variables}
+
     def __enter__(self):
-        self.process = subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.process = subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE, env=self.variables)
         self.ask('{"jsonrpc":"2.0","id":0,"method":"previews"}')
         return self
 
@@ -261,6 +279,21 @@ def memory():
         print(f"| {name} | {before[key]:.1f} | {peak[key]:.1f} | {after[key]:.1f} |")
 
 
+def memory_of_tips():
+    """What the extension holds before and after it has downloaded a feed."""
+    with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
+        server.pages["/2/apps/supportmaterials.xml.php?product=FOLIOvault&edition=Pro&version=4&lang=en"] = body(blog(1000).encode())
+        with Watched(https_proxy=server.proxy, SSL_CERT_FILE=str(server.authority.file), LANG="C") as extension:
+            before = extension.held()
+            peak = extension.peak_while_asking(request("TipsWidget"), 1)
+            after = extension.held()
+        if len(server.requests) != 1:
+            sys.exit("no tips were downloaded")
+    CACHE.unlink()
+    print(f"\nWith a feed of 1,000 items downloaded: {before['Rss']:.1f} MiB resident before, {peak['Rss']:.1f} meanwhile, "
+          f"{after['Rss']:.1f} afterwards ({after['Private_Dirty']:.1f} private; at most 16).")
+
+
 def growth(rounds):
     """Time and memory of a reading list of a thousand, ten thousand and a hundred thousand entries."""
     print("\nA reading list that grows, an icon with each entry:\n")
@@ -288,12 +321,15 @@ def machine():
 def main():
     rounds = 5 if "--quick" in sys.argv else 15
     LIBRARY.mkdir(parents=True, exist_ok=True)
+    CACHE.parent.mkdir(exist_ok=True)
+    os.environ["XDG_CACHE_HOME"] = str(CACHE.parent)
     print(f"Measured on {machine()}.\n")
     print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
     table = Table()
-    for part in (reading, feed, downloading, starting, warm, drawing):
+    for part in (reading, feed, downloading, starting, starting_with_tips, warm, drawing):
         part(table, rounds)
     memory()
+    memory_of_tips()
     growth(rounds)
     print(f"\n{table.missed} missed." if table.missed else "\nAll reached.")
 
