@@ -49,6 +49,7 @@ class Run {
         // those that it may have declared elsewhere.
         XML_SetDefaultHandler(parser, nullptr);
         XML_SetSkippedEntityHandler(parser, skippedEntity);
+        XML_SetExternalEntityRefHandler(parser, externalEntity);
     }
 
     /// Whether `document` is well-formed up to its end, or as far as it goes where that `isWhole` not.
@@ -152,6 +153,11 @@ class Run {
         if (isParameterEntity == 0) {
             of(self).stop();
         }
+    }
+
+    static int XMLCALL externalEntity(XML_Parser /*parser*/, const XML_Char* /*context*/, const XML_Char* /*base*/,
+                                      const XML_Char* /*systemId*/, const XML_Char* /*publicId*/) {
+        return XML_STATUS_ERROR;
     }
 
     static void XMLCALL attributeDeclaration(void* self, const XML_Char* /*element*/, const XML_Char* /*attribute*/,
