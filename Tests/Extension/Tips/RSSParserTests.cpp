@@ -224,9 +224,9 @@ TEST(RSSParser, StandsHostileFeeds) {
         return text;
     };
     const std::string start = "<rss>" + complete("A");
-    for (const std::string piece :
-         {"<item>", "<a b='c", "<![CDATA[", "<!-- <![CDATA[]]> ", "]]><![CDATA[" + megabytes.substr(0, 300), "<a/>",
-          "<title>x</title>", "&lt;", "\r\n", "]]"}) {
+    for (const std::string& piece : std::vector<std::string>{"<item>", "<a b='c", "<![CDATA[", "<!-- <![CDATA[]]> ",
+                                                             "]]><![CDATA[" + megabytes.substr(0, 300), "<a/>",
+                                                             "<title>x</title>", "&lt;", "\r\n", "]]"}) {
         const std::string rest = repeated(piece);
         EXPECT_EQ(tipsOf(start + rest), Rows{"A|||"}) << piece;
         EXPECT_EQ(tipsOf(start + "<!--" + rest), Rows{"A|||"}) << piece;
