@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
 #include <cstddef>
+#include <initializer_list>
 #include <span>
 #include <tuple>
 
@@ -170,14 +170,15 @@ std::optional<Date> dateFromHistoricalTime(CivilTime time) {
     if (time.year < 1 || std::tuple(time.year, time.month, time.day) >= std::tuple(1582, 10, 15)) {
         return time.year < 1 ? std::nullopt : dateFromCivilTime(time);
     }
-    // A year of our time with the same leap day: a Julian year is a multiple of four years away from it, and its days
-    // are thirteen behind.
+    // Read as a day of the years 2000 to 2003, a multiple of four years later, where a Julian day comes thirteen days
+    // after the Gregorian one of its name.
     constexpr int daysOfFourYears = 1461;
     constexpr double secondsOfDay = 86400;
     const int years = 2000 - time.year / 4 * 4;
     time.year += years;
+    const int days = 13 - years / 4 * daysOfFourYears;
     const std::optional<Date> date = dateFromCivilTime(time);
-    return date ? std::optional(date->addingSeconds((13 - years / 4 * daysOfFourYears) * secondsOfDay)) : std::nullopt;
+    return date ? std::optional(date->addingSeconds(days * secondsOfDay)) : std::nullopt;
 }
 
 } // namespace
