@@ -1,8 +1,8 @@
 #include "Extension/Tips/RSSParser.h"
 
 #include "Extension/Tips/FeedDate.h"
+#include "Platform/Foundation/Unicode.h"
 #include "Platform/Foundation/WhiteSpace.h"
-#include "Platform/PropertyList/Unicode.h"
 
 #include <algorithm>
 

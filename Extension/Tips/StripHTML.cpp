@@ -4,8 +4,8 @@
 
 #include "Extension/Tips/RSSParser.h"
 
+#include "Platform/Foundation/Unicode.h"
 #include "Platform/Foundation/WhiteSpace.h"
-#include "Platform/PropertyList/Unicode.h"
 
 #include <algorithm>
 #include <array>

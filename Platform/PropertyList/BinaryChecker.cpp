@@ -1,7 +1,7 @@
 #include "Platform/PropertyList/BinaryChecker.h"
 
+#include "Platform/Foundation/Unicode.h"
 #include "Platform/PropertyList/PropertyList.h"
-#include "Platform/PropertyList/Unicode.h"
 
 #include <algorithm>
 

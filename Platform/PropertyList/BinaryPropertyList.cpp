@@ -1,8 +1,8 @@
 #include "Platform/PropertyList/BinaryPropertyList.h"
 
+#include "Platform/Foundation/Unicode.h"
 #include "Platform/PropertyList/BinaryChecker.h"
 #include "Platform/PropertyList/KeySelection.h"
-#include "Platform/PropertyList/Unicode.h"
 
 #include <bit>
 #include <cmath>

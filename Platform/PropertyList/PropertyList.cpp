@@ -1,8 +1,8 @@
 #include "Platform/PropertyList/PropertyList.h"
 
+#include "Platform/Foundation/TextEncoding.h"
 #include "Platform/PropertyList/BinaryPropertyList.h"
 #include "Platform/PropertyList/KeySelection.h"
-#include "Platform/Foundation/TextEncoding.h"
 #include "Platform/PropertyList/TextPropertyList.h"
 #include "Platform/PropertyList/XmlPropertyList.h"
 

@@ -1,7 +1,7 @@
 #include "Platform/PropertyList/TextPropertyList.h"
 
+#include "Platform/Foundation/Unicode.h"
 #include "Platform/PropertyList/KeySelection.h"
-#include "Platform/PropertyList/Unicode.h"
 
 #include <utility>
 

@@ -4,7 +4,7 @@
 // looked at; whether the text is UTF-8 is left to others.
 #pragma once
 
-#include "Platform/PropertyList/ByteScan.h"
+#include "Platform/Foundation/ByteScan.h"
 #include "Platform/PropertyList/XmlTag.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "Platform/PropertyList/XmlScalars.h"
 
-#include "Platform/PropertyList/ByteScan.h"
+#include "Platform/Foundation/ByteScan.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "Platform/PropertyList/XmlText.h"
 
-#include "Platform/PropertyList/ByteScan.h"
-#include "Platform/PropertyList/Unicode.h"
+#include "Platform/Foundation/ByteScan.h"
+#include "Platform/Foundation/Unicode.h"
 
 #include <algorithm>
 #include <array>

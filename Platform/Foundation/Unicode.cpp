@@ -1,7 +1,7 @@
-#include "Platform/PropertyList/Unicode.h"
+#include "Platform/Foundation/Unicode.h"
 
+#include "Platform/Foundation/ByteScan.h"
 #include "Platform/Foundation/Utf8.h"
-#include "Platform/PropertyList/ByteScan.h"
 
 #include <array>
 #include <bit>

@@ -1,4 +1,4 @@
-// Texts in the encodings that property lists store them in.
+// Texts in UTF-8, and from UTF-16. Any thread.
 #pragma once
 
 #include <string>
