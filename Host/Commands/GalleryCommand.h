@@ -1,6 +1,6 @@
 // `widgethost gallery`: every widget in every family as pictures in a folder, with a page that shows them.
 //
-// The pictures are snapshots with the default configuration, widgets in the order of their bundle, light and dark, at
+// The pictures are timelines with the default configuration, widgets in the order of their bundle, light and dark, at
 // two device pixels a point. The page, index.html, needs nothing but its folder.
 #pragma once
 
