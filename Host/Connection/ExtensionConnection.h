@@ -1,14 +1,11 @@
-// The host's end of the protocol: requests out, answers in, by their ids.
+// A conversation with an extension for those who wait for each answer.
 //
 // Several requests may be under way at once; answers come in any order. Waiting is bounded: an extension that has said
 // nothing for `silenceSeconds` while something was asked of it counts as lost. Not for several threads.
 #pragma once
 
-#include "Host/Connection/ExtensionProcess.h"
-#include "Host/Connection/Manifest.h"
-#include "Platform/Foundation/Expected.h"
+#include "Host/Connection/ExtensionChannel.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -17,6 +14,9 @@
 #include <string_view>
 
 namespace host {
+
+/// How long an extension may say nothing while an answer of its is awaited.
+inline constexpr int silenceSeconds = 60;
 
 /// Why there is no answer.
 struct ConnectionError {
@@ -31,17 +31,17 @@ struct ConnectionError {
     std::string message;
 };
 
+/// `line`, an answer that came, if it has a result; else what it has instead.
+platform::Expected<std::string, ConnectionError> answerWithResult(std::string line);
+
 class ExtensionConnection {
   public:
-    static constexpr int silenceSeconds = 60;
-    static constexpr std::size_t greatestAnswer = std::size_t{8} << 20U;
-
     /// Starts the extension; `home` as in `makeExtensionEnvironment`.
     static platform::Expected<ExtensionConnection, ConnectionError>
     open(const Manifest& manifest, const std::optional<std::filesystem::path>& home);
 
     /// Sends a request; `params` is a JSON object. The answer is asked for by the id, once.
-    std::int64_t send(std::string_view method, std::string_view params);
+    std::int64_t send(std::string_view method, std::string_view params) { return channel_.send(method, params); }
 
     /// Waits for the answer to `id`: its line, a JSON-RPC message with a result.
     platform::Expected<std::string, ConnectionError> answer(std::int64_t id);
@@ -50,26 +50,16 @@ class ExtensionConnection {
         return answer(send(method, params));
     }
 
-    const Manifest& manifest() const { return manifest_; }
+    const Manifest& manifest() const { return channel_.manifest(); }
 
   private:
-    ExtensionConnection(Manifest manifest, ExtensionProcess process)
-        : manifest_(std::move(manifest)), process_(std::move(process)) {}
+    explicit ExtensionConnection(ExtensionChannel channel) : channel_(std::move(channel)) {}
 
-    /// Moves what can be moved either way, waiting for something to happen; false when the connection is lost.
-    bool exchange();
-    bool readAnswers();
-    void takeAnswer(std::string_view line);
-    void lose(std::string_view why);
+    /// Waits until something happens.
+    void exchange();
 
-    Manifest manifest_;
-    ExtensionProcess process_;
-    std::int64_t lastId_ = 0;
-    std::string outgoing_;
-    std::string incoming_;
-    std::string lastWords_;
+    ExtensionChannel channel_;
     std::map<std::int64_t, std::string> answers_;
-    std::optional<std::string> lost_;
 };
 
 } // namespace host

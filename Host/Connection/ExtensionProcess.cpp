@@ -140,16 +140,16 @@ ExtensionProcess::ExtensionProcess(ExtensionProcess&& other) noexcept
       input_(std::move(other.input_)), output_(std::move(other.output_)), errors_(std::move(other.errors_)) {}
 
 ExtensionProcess::~ExtensionProcess() {
-    end();
+    end(Patience::aMoment);
 }
 
-std::string ExtensionProcess::end() {
+std::string ExtensionProcess::end(Patience patience) {
     if (process_ <= 0) {
         return "has ended";
     }
     input_.close();
     output_.close();
-    if (!waitForEnd(process_, graceMilliseconds)) {
+    if (!waitForEnd(process_, patience == Patience::none ? 0 : graceMilliseconds)) {
         kill(process_, SIGKILL);
     }
     int status = 0;

@@ -41,10 +41,15 @@ class ExtensionProcess {
     Descriptor& input() { return input_; }
     Descriptor& output() { return output_; }
     Descriptor& errors() { return errors_; }
+    const Descriptor& input() const { return input_; }
+    const Descriptor& output() const { return output_; }
+    const Descriptor& errors() const { return errors_; }
 
-    /// Closes the pipes, gives the process a moment to leave by itself, and kills it if it does not. Says how it ended:
-    /// "exited with 1", "was killed by signal 9".
-    std::string end();
+    /// Whether the process gets half a second to leave by itself.
+    enum class Patience { none, aMoment };
+    /// Closes the pipes and kills the process if it does not leave by itself. Says how it ended: "exited with 1", "was
+    /// killed by signal 9".
+    std::string end(Patience patience);
 
   private:
     ExtensionProcess(pid_t process, ExtensionEnvironment environment)
