@@ -1,7 +1,6 @@
 #include "Host/Commands/Extensions.h"
 
 #include "Host/Connection/Manifest.h"
-#include "Platform/Foundation/JsonWriter.h"
 
 #include <algorithm>
 
@@ -73,27 +72,7 @@ Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const Ext
 }
 
 std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request) {
-    std::string params;
-    platform::JsonWriter out(params);
-    out.beginObject().member("kind", request.kind);
-    if (request.method != EntryRequest::Method::placeholder) {
-        out.key("configuration").beginObject();
-        for (const auto& [name, id] : request.configuration) {
-            out.textKey(name).text(id);
-        }
-        out.endObject();
-    }
-    out.key("environment").beginObject().member("family", request.family);
-    out.member("renderingMode", request.renderingMode).endObject().endObject();
-    switch (request.method) {
-    case EntryRequest::Method::snapshot:
-        return connection.send("snapshot", params);
-    case EntryRequest::Method::placeholder:
-        return connection.send("placeholder", params);
-    case EntryRequest::Method::timeline:
-        break;
-    }
-    return connection.send("timeline", params);
+    return connection.send(methodName(request.method), paramsOf(request));
 }
 
 } // namespace host

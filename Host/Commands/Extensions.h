@@ -4,12 +4,12 @@
 #include "Host/Commands/Failure.h"
 #include "Host/Connection/ExtensionConnection.h"
 #include "Host/Connection/Messages.h"
+#include "Host/Connection/Requests.h"
 
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace host {
@@ -42,16 +42,6 @@ Outcome<Value> receive(ExtensionConnection& connection, std::int64_t id, Message
     return *std::move(value);
 }
 
-/// The parameters of the requests, as JSON.
-struct EntryRequest {
-    enum class Method { timeline, snapshot, placeholder };
-    Method method = Method::timeline;
-    std::string kind;
-    std::string family = "medium";
-    std::string renderingMode = "fullColor";
-    /// The choice's id by the parameter's name.
-    std::vector<std::pair<std::string, std::string>> configuration;
-};
 std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request);
 
 } // namespace host

@@ -85,6 +85,31 @@ Message<Entry> entryOf(element json) {
                  .json = simdjson::minify(json)};
 }
 
+/// The entries of a timeline, or the one entry that `result` is.
+Message<std::vector<Entry>> entriesOf(element result) {
+    array list;
+    std::vector<element> nodes;
+    if (result["entries"].get(list) == simdjson::SUCCESS) {
+        for (const element node : list) {
+            nodes.push_back(node);
+        }
+    } else {
+        nodes.push_back(result);
+    }
+    std::vector<Entry> entries;
+    for (const element node : nodes) {
+        auto entry = entryOf(node);
+        if (!entry) {
+            return Unexpected{entry.error()};
+        }
+        entries.push_back(*std::move(entry));
+    }
+    if (entries.empty()) {
+        return senseless("a timeline without entries");
+    }
+    return entries;
+}
+
 /// An answer's result, as long as its parser lives.
 class Result {
   public:
@@ -133,30 +158,24 @@ Message<OptionsInfo> readOptions(std::string_view answer) {
 
 Message<std::vector<Entry>> readEntries(std::string_view answer) {
     const Result result(answer);
-    if (!result) {
-        return senseless("no entries");
+    return result ? entriesOf(*result) : senseless("no entries");
+}
+
+Message<Timeline> readTimeline(std::string_view answer) {
+    const Result result(answer);
+    element reload;
+    if (!result || (*result)["reload"].get(reload) != simdjson::SUCCESS) {
+        return senseless("a timeline without a reload date");
     }
-    array list;
-    std::vector<element> nodes;
-    if ((*result)["entries"].get(list) == simdjson::SUCCESS) {
-        for (const element node : list) {
-            nodes.push_back(node);
-        }
-    } else {
-        nodes.push_back(*result);
+    const auto date = platform::fromRfc3339(textOf(reload, "date"));
+    if (!date) {
+        return senseless("a reload date that is none");
     }
-    std::vector<Entry> entries;
-    for (const element node : nodes) {
-        auto entry = entryOf(node);
-        if (!entry) {
-            return Unexpected{entry.error()};
-        }
-        entries.push_back(*std::move(entry));
+    auto entries = entriesOf(*result);
+    if (!entries) {
+        return Unexpected{entries.error()};
     }
-    if (entries.empty()) {
-        return senseless("a timeline without entries");
-    }
-    return entries;
+    return Timeline{.entries = *std::move(entries), .reload = *date};
 }
 
 Message<std::string> readResult(std::string_view answer) {

@@ -69,6 +69,14 @@ Message<OptionsInfo> readOptions(std::string_view answer);
 /// The entries of a `timeline` or `preview` answer, or the one of a `snapshot` or `placeholder`; at least one.
 Message<std::vector<Entry>> readEntries(std::string_view answer);
 
+struct Timeline {
+    /// At least one.
+    std::vector<Entry> entries;
+    /// The earliest moment to ask again.
+    platform::Date reload;
+};
+Message<Timeline> readTimeline(std::string_view answer);
+
 /// The "result" of an answer, as the extension wrote it.
 Message<std::string> readResult(std::string_view answer);
 

@@ -1,0 +1,27 @@
+// The protocol's requests for entries, as a host makes them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+struct EntryRequest {
+    enum class Method { timeline, snapshot, placeholder };
+    Method method = Method::timeline;
+    std::string kind;
+    std::string family = "medium";
+    std::string renderingMode = "fullColor";
+    /// The choice's id by the parameter's name.
+    std::vector<std::pair<std::string, std::string>> configuration;
+};
+
+/// The method's name in the protocol.
+std::string_view methodName(EntryRequest::Method method);
+
+/// The request's parameters, a JSON object.
+std::string paramsOf(const EntryRequest& request);
+
+} // namespace host
