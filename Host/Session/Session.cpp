@@ -1,0 +1,236 @@
+#include "Host/Session/Session.h"
+
+#include "Host/Connection/ExtensionConnection.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+
+using platform::Date;
+using platform::Expected;
+using platform::Unexpected;
+
+namespace {
+
+SteadyTime steadyNow() {
+    return std::chrono::steady_clock::now();
+}
+
+} // namespace
+
+void Session::setTiles(const std::vector<TileRequest>& requests) {
+    const Date now = around_.clock.now();
+    std::map<std::string, Tile> kept;
+    for (const TileRequest& request : requests) {
+        const auto known = tiles_.find(request.id);
+        if (known == tiles_.end()) {
+            kept.emplace(request.id, Tile(request, now));
+        } else {
+            known->second.change(request, now);
+            kept.insert(tiles_.extract(known));
+        }
+    }
+    // What is left has been removed, and nobody waits for it any more.
+    for (const auto& [id, tile] : std::exchange(tiles_, std::move(kept))) {
+        tellWaiters(id, std::nullopt);
+    }
+}
+
+void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
+    Waiter waiter{.pending = {}, .failures = {}, .done = std::move(done)};
+    for (auto& [id, tile] : tiles_) {
+        if (!kind || tile.request().kind == *kind) {
+            tile.reload(around_.clock.now());
+            waiter.pending.push_back(id);
+        }
+    }
+    if (waiter.pending.empty()) {
+        waiter.done({});
+    } else {
+        waiters_.push_back(std::move(waiter));
+    }
+}
+
+const Tile* Session::tile(const std::string& id) const {
+    const auto known = tiles_.find(id);
+    return known == tiles_.end() ? nullptr : &known->second;
+}
+
+void Session::clockChanged() {
+    for (auto& [id, tile] : tiles_) {
+        tile.clockChanged(around_.clock.now());
+    }
+}
+
+std::vector<pollfd> Session::awaited() const {
+    std::vector<pollfd> all;
+    for (const auto& [identifier, extension] : extensions_) {
+        for (const pollfd& descriptor : extension->channel().awaited()) {
+            if (descriptor.fd >= 0) {
+                all.push_back(descriptor);
+            }
+        }
+    }
+    return all;
+}
+
+std::optional<SteadyTime> Session::deadline() const {
+    std::optional<SteadyTime> earliest;
+    for (const auto& [identifier, extension] : extensions_) {
+        earliest = std::min(earliest.value_or(extension->deadline()), extension->deadline());
+    }
+    return earliest;
+}
+
+std::optional<Date> Session::nextDate() const {
+    std::optional<Date> earliest;
+    for (const auto& [id, tile] : tiles_) {
+        if (const auto next = tile.nextEvent()) {
+            earliest = std::min(earliest.value_or(*next), *next);
+        }
+    }
+    return earliest;
+}
+
+void Session::step(std::span<const pollfd> ready) {
+    exchange(ready);
+    bury();
+    askForDueTiles();
+    for (auto& [id, tile] : tiles_) {
+        if (tile.advance(around_.clock.now())) {
+            around_.observer.tileChanged(tile);
+        }
+    }
+}
+
+void Session::exchange(std::span<const pollfd> ready) {
+    const SteadyTime now = steadyNow();
+    for (auto& [identifier, extension] : extensions_) {
+        auto descriptors = extension->channel().awaited();
+        bool isHeard = false;
+        for (pollfd& descriptor : descriptors) {
+            const auto known =
+                std::find_if(ready.begin(), ready.end(), [&](const pollfd& each) { return each.fd == descriptor.fd; });
+            descriptor.revents = known == ready.end() || descriptor.fd < 0 ? short{0} : known->revents;
+            isHeard = isHeard || (descriptor.revents & POLLIN) != 0;
+        }
+        if (isHeard && !extension->isLeaving()) {
+            extension->heard(now);
+        }
+        extension->channel().exchange(descriptors);
+        takeAnswers(*extension);
+        extension->expire(now);
+    }
+}
+
+void Session::takeAnswers(RunningExtension& extension) {
+    while (auto answer = extension.nextAnswer(steadyNow())) {
+        auto line = answerWithResult(std::move(answer->line));
+        finish(answer->ticket,
+               line ? Expected<std::string, std::string>(*std::move(line)) : Unexpected{line.error().message},
+               answer->seconds);
+    }
+}
+
+/// Lets go of the extensions that are lost, and has those know who waited for them.
+void Session::bury() {
+    std::erase_if(extensions_, [this](const auto& each) {
+        RunningExtension& extension = *each.second;
+        const auto lost = extension.channel().lost();
+        if (lost) {
+            for (const Ticket ticket : extension.takeUnanswered()) {
+                finish(ticket, Unexpected{*lost}, 0);
+            }
+        }
+        return lost.has_value();
+    });
+}
+
+void Session::askForDueTiles() {
+    const Date now = around_.clock.now();
+    std::map<std::string, std::vector<Tile*>> due;
+    for (auto& [id, tile] : tiles_) {
+        if (!tile.awaited() && tile.schedule().due() <= now) {
+            due[tile.request().extension].push_back(&tile);
+        }
+    }
+    for (const auto& [identifier, tiles] : due) {
+        ask(identifier, tiles);
+    }
+}
+
+void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) {
+    const auto extension = running(identifier);
+    for (Tile* tile : due) {
+        if (extension) {
+            const Ticket ticket{++lastTicket_};
+            (*extension)->ask(tile->request(), ticket, steadyNow());
+            tile->asked(ticket);
+        } else {
+            fail(*tile, extension.error());
+        }
+    }
+}
+
+Expected<RunningExtension*, std::string> Session::running(const std::string& identifier) {
+    const auto [first, last] = extensions_.equal_range(identifier);
+    for (auto each = first; each != last; ++each) {
+        if (!each->second->isLeaving()) {
+            return each->second.get();
+        }
+    }
+    const auto manifest = around_.findManifest(identifier);
+    if (!manifest) {
+        return Unexpected{manifest.error()};
+    }
+    auto channel = around_.startExtension(*manifest);
+    if (!channel) {
+        return Unexpected{channel.error()};
+    }
+    auto started = std::make_unique<RunningExtension>(*std::move(channel), around_.patience, steadyNow());
+    return extensions_.emplace(identifier, std::move(started))->second.get();
+}
+
+void Session::finish(Ticket ticket, const Expected<std::string, std::string>& answer, double seconds) {
+    const auto asker = std::find_if(tiles_.begin(), tiles_.end(),
+                                    [ticket](const auto& each) { return each.second.awaited() == ticket; });
+    if (asker == tiles_.end()) {
+        return;
+    }
+    Tile& tile = asker->second;
+    if (!answer) {
+        fail(tile, answer.error());
+        return;
+    }
+    auto timeline = readTimeline(*answer);
+    if (!timeline) {
+        fail(tile, timeline.error());
+        return;
+    }
+    tile.answered(*std::move(timeline), around_.clock.now(), seconds);
+    tellWaiters(asker->first, std::nullopt);
+}
+
+void Session::fail(Tile& tile, const std::string& reason) {
+    tile.failed(reason, around_.clock.now());
+    tellWaiters(tile.request().id, tile.request().id + ": " + reason);
+}
+
+void Session::tellWaiters(const std::string& id, const std::optional<std::string>& failure) {
+    std::vector<Waiter> served;
+    for (Waiter& waiter : waiters_) {
+        if (std::erase(waiter.pending, id) > 0 && failure) {
+            waiter.failures.push_back(*failure);
+        }
+    }
+    const auto isServed = [](const Waiter& waiter) { return waiter.pending.empty(); };
+    const auto rest = std::stable_partition(waiters_.begin(), waiters_.end(), std::not_fn(isServed));
+    std::move(rest, waiters_.end(), std::back_inserter(served));
+    waiters_.erase(rest, waiters_.end());
+    for (const Waiter& waiter : served) {
+        waiter.done(waiter.failures);
+    }
+}
+
+} // namespace host

@@ -1,0 +1,102 @@
+// The core of a host that runs day and night: keeps every tile's entry up to date, and every extension in its bounds.
+//
+// It has no loop and no timer of its own: its owner waits, for the descriptors, for the deadline by the steady clock
+// and for the date by the wall clock that it names, and calls `step` whenever one of them is there.
+//
+//  - A tile is asked for when it is due (see TileSchedule.h). Its extension is started for that if it does not run, all
+//    its due tiles are asked for together, and it is told to leave when it has had nothing to do for five seconds.
+//  - An extension that ends, says nothing for a minute, floods or speaks nonsense is ended. Its tiles keep their
+//  entries
+//    and are tried again, each by its schedule; other extensions' tiles do not notice.
+//  - An entry that is equal to the one before is no news.
+//
+// One thread.
+#pragma once
+
+#include "Host/Connection/Manifest.h"
+#include "Host/Session/RunningExtension.h"
+#include "Host/Session/Tile.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Expected.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// What the session tells its owner.
+class SessionObserver {
+  public:
+    virtual ~SessionObserver() = default;
+    /// The tile has another view than before.
+    virtual void tileChanged(const Tile& tile) = 0;
+};
+
+class Session {
+  public:
+    /// Finds the manifest of the extension with that identifier, as it is now; the error is one clear line.
+    using FindManifest = std::function<platform::Expected<Manifest, std::string>(const std::string& identifier)>;
+    using StartExtension = std::function<platform::Expected<ExtensionChannel, std::string>(const Manifest& manifest)>;
+
+    /// What the session works with; the clock and the observer must outlive it.
+    struct Surroundings {
+        FindManifest findManifest;
+        StartExtension startExtension;
+        const platform::Clock& clock;
+        SessionObserver& observer;
+        Patience patience;
+    };
+    explicit Session(Surroundings surroundings) : around_(std::move(surroundings)) {}
+
+    /// From now on these are the tiles. New ones and those with another request are asked for at once.
+    void setTiles(const std::vector<TileRequest>& requests);
+
+    /// Called when the tiles that were to be reloaded have their answers or have failed, with the failures in words.
+    using Reloaded = std::function<void(const std::vector<std::string>& failures)>;
+    /// Asks for the tiles of that kind, or all, at once. `done` may be called before this returns.
+    void reload(const std::optional<std::string>& kind, Reloaded done);
+
+    const Tile* tile(const std::string& id) const;
+    const std::map<std::string, Tile>& tiles() const { return tiles_; }
+
+    /// The wall clock was set, or its zone was changed, or the machine has slept.
+    void clockChanged();
+
+    std::vector<pollfd> awaited() const;
+    std::optional<SteadyTime> deadline() const;
+    std::optional<platform::Date> nextDate() const;
+    /// Does what there is to do; `ready` is `awaited()` with the events that there were, or empty.
+    void step(std::span<const pollfd> ready);
+
+  private:
+    struct Waiter {
+        std::vector<std::string> pending;
+        std::vector<std::string> failures;
+        Reloaded done;
+    };
+
+    void exchange(std::span<const pollfd> ready);
+    void takeAnswers(RunningExtension& extension);
+    void bury();
+    void askForDueTiles();
+    void ask(const std::string& identifier, const std::vector<Tile*>& due);
+    platform::Expected<RunningExtension*, std::string> running(const std::string& identifier);
+    /// `answer` is a line with a result, or why there is none.
+    void finish(Ticket ticket, const platform::Expected<std::string, std::string>& answer, double seconds);
+    void fail(Tile& tile, const std::string& reason);
+    void tellWaiters(const std::string& id, const std::optional<std::string>& failure);
+
+    Surroundings around_;
+    std::map<std::string, Tile> tiles_;
+    /// By the extension's identifier; those that leave still have their places here, under no tile's eyes.
+    std::multimap<std::string, std::unique_ptr<RunningExtension>> extensions_;
+    std::vector<Waiter> waiters_;
+    std::uint64_t lastTicket_ = 0;
+};
+
+} // namespace host

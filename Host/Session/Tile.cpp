@@ -1,0 +1,59 @@
+#include "Host/Session/Tile.h"
+
+#include <algorithm>
+
+namespace host {
+
+using platform::Date;
+
+std::optional<Date> Tile::nextEvent() const {
+    std::optional<Date> next;
+    if (current_ + 1 < entries_.size()) {
+        next = entries_[current_ + 1].date;
+    }
+    if (!awaited_) {
+        next = std::min(next.value_or(schedule_.due()), schedule_.due());
+    }
+    return next;
+}
+
+void Tile::change(TileRequest request, Date now) {
+    if (request != request_) {
+        request_ = std::move(request);
+        reload(now);
+    }
+}
+
+void Tile::reload(Date now) {
+    awaited_.reset();
+    schedule_.askAt(now);
+}
+
+void Tile::answered(Timeline timeline, Date now, double seconds) {
+    awaited_.reset();
+    history_ = {.lastSuccess = TileHistory::Success{now, seconds}, .lastFailure = std::nullopt};
+    schedule_.answered(now, timeline.reload);
+    entries_ = std::move(timeline.entries);
+    std::stable_sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) { return a.date < b.date; });
+    current_ = 0;
+}
+
+void Tile::failed(std::string reason, Date now) {
+    awaited_.reset();
+    history_.lastFailure = TileHistory::Failure{now, std::move(reason)};
+    schedule_.failed(now);
+}
+
+bool Tile::advance(Date now) {
+    while (current_ + 1 < entries_.size() && entries_[current_ + 1].date <= now) {
+        ++current_;
+    }
+    const Entry* shown = entry();
+    if (shown == nullptr || (seen_ && seen_->view == shown->view && seen_->widgetURL == shown->widgetURL)) {
+        return false;
+    }
+    seen_ = *shown;
+    return true;
+}
+
+} // namespace host

@@ -1,0 +1,86 @@
+// One placed widget, as the session keeps it: what is asked for, what came, and how that went.
+#pragma once
+
+#include "Host/Connection/Messages.h"
+#include "Host/Session/TileSchedule.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+/// What a tile asks its extension for.
+struct TileRequest {
+    std::string id;
+    /// The extension's identifier.
+    std::string extension;
+    std::string kind;
+    std::string family;
+    /// The choice's id by the parameter's name.
+    std::vector<std::pair<std::string, std::string>> configuration;
+    friend bool operator==(const TileRequest&, const TileRequest&) = default;
+};
+
+/// How a tile's last reload went, and its last good one.
+struct TileHistory {
+    struct Success {
+        platform::Date date;
+        double seconds = 0;
+    };
+    struct Failure {
+        platform::Date date;
+        /// One clear line.
+        std::string reason;
+    };
+    std::optional<Success> lastSuccess;
+    /// Since the last success.
+    std::optional<Failure> lastFailure;
+};
+
+/// Names one request of one tile among all of a session.
+enum class Ticket : std::uint64_t {};
+
+class Tile {
+  public:
+    Tile(TileRequest request, platform::Date now) : request_(std::move(request)), schedule_(now) {}
+
+    const TileRequest& request() const { return request_; }
+    const TileSchedule& schedule() const { return schedule_; }
+    const TileHistory& history() const { return history_; }
+    /// The request under way whose answer counts.
+    std::optional<Ticket> awaited() const { return awaited_; }
+
+    /// What to show now: of the last timeline the last entry that applies already. Nothing before the first answer.
+    const Entry* entry() const { return entries_.empty() ? nullptr : &entries_[current_]; }
+    /// When the next entry applies, or the tile is due; nothing while it is awaited.
+    std::optional<platform::Date> nextEvent() const;
+
+    /// Another request in this tile's place is asked for at once; what is shown stays until its answer comes.
+    void change(TileRequest request, platform::Date now);
+    /// Asks again at once: an answer that is under way may be older than what the user has just done.
+    void reload(platform::Date now);
+    void clockChanged(platform::Date now) { schedule_.clockChanged(now); }
+
+    void asked(Ticket ticket) { awaited_ = ticket; }
+    void answered(Timeline timeline, platform::Date now, double seconds);
+    void failed(std::string reason, platform::Date now);
+
+    /// Goes on to the entry that applies at `now`; whether what is to be shown is another view than before, which
+    /// counts as seen then.
+    bool advance(platform::Date now);
+
+  private:
+    TileRequest request_;
+    TileSchedule schedule_;
+    TileHistory history_;
+    std::vector<Entry> entries_;
+    std::size_t current_ = 0;
+    std::optional<Entry> seen_;
+    std::optional<Ticket> awaited_;
+};
+
+} // namespace host

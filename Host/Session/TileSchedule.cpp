@@ -1,0 +1,34 @@
+#include "Host/Session/TileSchedule.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+namespace {
+
+platform::Date roundedUp(platform::Date date) {
+    return {std::ceil(date.secondsSinceReferenceDate)};
+}
+
+} // namespace
+
+void TileSchedule::answered(platform::Date now, platform::Date reload) {
+    failures_ = 0;
+    lastAsked_ = now;
+    due_ = roundedUp(std::max(reload, now.addingSeconds(shortestWait)));
+}
+
+void TileSchedule::failed(platform::Date now) {
+    lastAsked_ = now;
+    const double wait = shortestWait * std::pow(2, std::min(failures_, 10));
+    ++failures_;
+    due_ = roundedUp(now.addingSeconds(std::min(wait, longestWaitAfterFailure)));
+}
+
+void TileSchedule::clockChanged(platform::Date now) {
+    if (now < lastAsked_) {
+        due_ = now;
+    }
+}
+
+} // namespace host
