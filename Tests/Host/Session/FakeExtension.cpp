@@ -1,0 +1,84 @@
+// An extension that does what the kind of the tile that asks it says, well or badly.
+
+#include <nlohmann/json.hpp>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+using Json = nlohmann::json;
+
+Json entry(const char* date, Json view) {
+    return {{"date", date}, {"content", {{"view", std::move(view)}, {"containerBackground", "tertiaryFill"}}}};
+}
+
+Json text(const std::string& words) {
+    return {{"type", "text"}, {"text", words}};
+}
+
+Json timeline(Json entries) {
+    return {{"entries", std::move(entries)}, {"reload", {{"policy", "after"}, {"date", "2200-01-01T00:00:00.000Z"}}}};
+}
+
+void answer(const Json& request, const Json& result) {
+    std::cout << Json{{"jsonrpc", "2.0"}, {"id", request["id"]}, {"result", result}}.dump() << std::endl;
+}
+
+void serve(const Json& request) {
+    constexpr const char* past = "2001-01-02T00:00:00.000Z";
+    const std::string kind = request["params"]["kind"];
+    const std::string words = request["params"]["configuration"].value("text", "");
+    if (kind == "Good") {
+        answer(request, timeline({entry(past, text(words + " by " + std::to_string(getpid())))}));
+    } else if (kind == "Same") {
+        answer(request, timeline({entry(past, text("same"))}));
+    } else if (kind == "Several") {
+        answer(request, timeline({entry("2200-01-01T00:00:00.000Z", text("later")), entry(past, text("earlier")),
+                                  entry("2001-01-03T00:00:00.000Z", text("now"))}));
+    } else if (kind == "Die") {
+        std::cerr << "last words" << std::endl;
+        std::exit(3);
+    } else if (kind == "Stop") {
+        raise(SIGSTOP);
+    } else if (kind == "Nonsense") {
+        std::cout << "what?" << std::endl;
+    } else if (kind == "Flood") {
+        while (std::cout << R"({"jsonrpc":"2.0","method":"look"})" << std::endl) {
+        }
+    } else if (kind == "Long") {
+        const std::string block(1 << 20, 'x');
+        while (std::cout << block << std::flush) {
+        }
+    } else if (kind == "Deep") {
+        Json view = text("bottom");
+        for (int i = 0; i < 100; ++i) {
+            view = {{"type", "vstack"}, {"children", Json::array({view})}};
+        }
+        answer(request, timeline({entry(past, view)}));
+    } else if (kind == "NoReload") {
+        answer(request, {{"entries", {entry(past, text("x"))}}});
+    } else if (kind == "Refuse") {
+        std::cout << Json{{"jsonrpc", "2.0"},
+                          {"id", request["id"]},
+                          {"error", {{"code", -32602}, {"message", "no such choice"}}}}
+                         .dump()
+                  << std::endl;
+    }
+}
+
+} // namespace
+
+int main() {
+    for (std::string line; std::getline(std::cin, line);) {
+        serve(Json::parse(line));
+    }
+    // One that stays needs to be made to leave.
+    if (std::getenv("LANG") != nullptr && std::string(std::getenv("LANG")) == "stay") {
+        pause();
+    }
+}

@@ -1,0 +1,224 @@
+// A session with real processes on the other side.
+
+#include "Host/Session/Session.h"
+
+#include "Platform/Views/Node.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+std::string textOf(const Tile* tile) {
+    const auto* text = tile != nullptr && tile->entry() != nullptr
+                           ? std::get_if<platform::Text>(&tile->entry()->view.node().content)
+                           : nullptr;
+    return text == nullptr ? "" : text->text;
+}
+
+/// A session on the fake extension, its loop, and what it told.
+class SessionTest : public ::testing::Test, public SessionObserver {
+  public:
+    void tileChanged(const Tile& tile) override { changed.push_back(tile.request().id); }
+
+    TileRequest tile(const std::string& id, const std::string& kind, const std::string& text = "",
+                     const std::string& extension = "fake") {
+        return {.id = id, .extension = extension, .kind = kind, .family = "small", .configuration = {{"text", text}}};
+    }
+
+    /// Lets the session do until `isDone`, at most for ten seconds.
+    template <class IsDone>
+    bool runUntil(IsDone isDone) {
+        const auto end = std::chrono::steady_clock::now() + 10s;
+        session.step({});
+        while (!isDone()) {
+            if (std::chrono::steady_clock::now() > end) {
+                return false;
+            }
+            auto descriptors = session.awaited();
+            poll(descriptors.data(), descriptors.size(), 10);
+            session.step(descriptors);
+        }
+        return true;
+    }
+    bool runUntilSettled() {
+        return runUntil([this] {
+            return std::none_of(session.tiles().begin(), session.tiles().end(),
+                                [](const auto& each) { return each.second.awaited().has_value(); });
+        });
+    }
+    bool runUntilAlone() {
+        return runUntil([this] { return session.awaited().empty(); });
+    }
+    std::string failure(const std::string& id) {
+        const auto& last = session.tile(id)->history().lastFailure;
+        return last ? last->reason : "";
+    }
+
+    std::filesystem::path home = [] {
+        std::string name = (std::filesystem::temp_directory_path() / "session-XXXXXX").string();
+        return std::filesystem::path(mkdtemp(name.data()));
+    }();
+    void TearDown() override { std::filesystem::remove_all(home); }
+
+    std::vector<std::string> changed;
+    int starts = 0;
+    std::filesystem::path executable = FAKE_EXTENSION;
+    Session session{
+        {.findManifest = [this](const std::string& identifier) -> platform::Expected<Manifest, std::string> {
+             if (identifier == "gone") {
+                 return platform::Unexpected{std::string("no extension \"gone\" is installed")};
+             }
+             return Manifest{.identifier = identifier, .executable = executable, .reads = {}};
+         },
+         .startExtension =
+             [this](const Manifest& manifest) {
+                 ++starts;
+                 return ExtensionChannel::open(manifest, home);
+             },
+         .clock = platform::SystemClock::shared(),
+         .observer = *this,
+         .patience = {.silence = 400ms, .idleness = 300ms, .leaving = 200ms}}};
+};
+
+TEST_F(SessionTest, AsksForAllDueTilesTogetherAndEndsTheExtensionWhenThereIsNothingToDo) {
+    session.setTiles({tile("a", "Good", "one"), tile("b", "Good", "two"), tile("c", "Several")});
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_THAT(textOf(session.tile("a")), StartsWith("one by"));
+    EXPECT_EQ(textOf(session.tile("a")).substr(4), textOf(session.tile("b")).substr(4));
+    EXPECT_EQ(textOf(session.tile("c")), "now");
+    EXPECT_EQ(starts, 1);
+    EXPECT_THAT(changed, ElementsAre("a", "b", "c"));
+    EXPECT_EQ(session.tile("a")->schedule().due(), *platform::fromRfc3339("2200-01-01T00:00:00Z"));
+    ASSERT_TRUE(runUntilAlone());
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
+    EXPECT_FALSE(session.deadline());
+}
+
+TEST_F(SessionTest, AsksAtOnceForNewAndChangedTilesAndForNoOthers) {
+    session.setTiles({tile("a", "Good", "one"), tile("b", "Good", "two")});
+    ASSERT_TRUE(runUntilSettled());
+    ASSERT_TRUE(runUntilAlone());
+    const std::string first = textOf(session.tile("a"));
+    session.setTiles({tile("b", "Good", "changed"), tile("c", "Same"), tile("a", "Good", "one")});
+    EXPECT_THAT(textOf(session.tile("b")), StartsWith("two")) << "it shows the last entry until another comes";
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_EQ(textOf(session.tile("a")), first);
+    EXPECT_THAT(textOf(session.tile("b")), StartsWith("changed"));
+    session.setTiles({tile("c", "Same")});
+    EXPECT_EQ(session.tile("a"), nullptr);
+    EXPECT_EQ(session.tiles().size(), 1U);
+}
+
+TEST_F(SessionTest, TellsOnlyOfEntriesThatAreOthers) {
+    session.setTiles({tile("a", "Same"), tile("b", "Good")});
+    ASSERT_TRUE(runUntilSettled());
+    changed.clear();
+    int calls = 0;
+    session.reload("Same", [&](const auto& failures) {
+        EXPECT_THAT(failures, IsEmpty());
+        ++calls;
+    });
+    ASSERT_TRUE(runUntil([&] { return calls == 1; }));
+    EXPECT_THAT(changed, IsEmpty());
+    ASSERT_TRUE(runUntilAlone());
+    session.reload(std::nullopt, [&](const auto& /*failures*/) { ++calls; });
+    ASSERT_TRUE(runUntil([&] { return calls == 2; }));
+    EXPECT_THAT(changed, ElementsAre("b"));
+    session.reload("None", [&](const auto& /*failures*/) { ++calls; });
+    EXPECT_EQ(calls, 3);
+}
+
+TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
+    struct Row {
+        const char* kind;
+        const char* reason;
+    };
+    const Row rows[]{
+        {"Die", "exited with 3: last words"},
+        {"Stop", "was silent for 0.4 seconds"},
+        {"Silent", "was silent for 0.4 seconds"},
+        {"Nonsense", "sent something else than a message"},
+        {"Flood", "what nobody asked for"},
+        {"Long", "more than 8388608 bytes"},
+        {"Deep", "makes no sense"},
+        {"NoReload", "without a reload date"},
+        {"Refuse", "no such choice"},
+    };
+    for (const Row& row : rows) {
+        session.setTiles({tile("a", "Good", "kept"), tile("b", "Good", "other", "another")});
+        ASSERT_TRUE(runUntilSettled());
+        session.setTiles({tile("a", row.kind), tile("b", "Good", "other", "another")});
+        ASSERT_TRUE(runUntil([&] { return !failure("a").empty(); })) << row.kind;
+        EXPECT_THAT(failure("a"), HasSubstr(row.reason)) << row.kind;
+        EXPECT_THAT(textOf(session.tile("a")), StartsWith("kept")) << row.kind;
+        EXPECT_EQ(session.tile("a")->schedule().failures(), 1) << row.kind;
+        const double wait = session.tile("a")->schedule().due().secondsSinceReferenceDate -
+                            session.tile("a")->history().lastFailure->date.secondsSinceReferenceDate;
+        EXPECT_NEAR(wait, 5.5, 0.51) << row.kind;
+        EXPECT_EQ(failure("b"), "") << row.kind;
+        session.setTiles({});
+        ASSERT_TRUE(runUntilAlone());
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << row.kind << " is left";
+    }
+}
+
+TEST_F(SessionTest, TriesAgainWithAProcessOfItsOwn) {
+    session.setTiles({tile("a", "Die")});
+    ASSERT_TRUE(runUntil([&] { return !failure("a").empty(); }));
+    session.setTiles({tile("a", "Good", "recovered")});
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_EQ(failure("a"), "");
+    EXPECT_THAT(textOf(session.tile("a")), StartsWith("recovered"));
+    EXPECT_EQ(starts, 2);
+}
+
+TEST_F(SessionTest, SaysWhyAnExtensionCannotBeStarted) {
+    std::vector<std::string> failures;
+    session.setTiles({tile("a", "Good", "", "gone")});
+    session.reload(std::nullopt, [&](const auto& all) { failures = all; });
+    session.step({});
+    EXPECT_THAT(failures, ElementsAre("a: no extension \"gone\" is installed"));
+    executable = "/nowhere/at/all";
+    session.setTiles({tile("b", "Good")});
+    session.step({});
+    EXPECT_THAT(failure("b"), HasSubstr("/nowhere/at/all"));
+}
+
+TEST_F(SessionTest, AnswersToWhatIsNotAskedAnyMoreCountForNothing) {
+    session.setTiles({tile("a", "Silent", "old")});
+    session.step({});
+    session.setTiles({tile("a", "Good", "new")});
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_THAT(textOf(session.tile("a")), StartsWith("new"));
+    ASSERT_TRUE(runUntilAlone());
+    EXPECT_EQ(failure("a"), "");
+    EXPECT_THAT(textOf(session.tile("a")), StartsWith("new"));
+}
+
+TEST_F(SessionTest, MakesAnExtensionLeaveThatStays) {
+    setenv("LANG", "stay", 1);
+    session.setTiles({tile("a", "Good")});
+    ASSERT_TRUE(runUntilSettled());
+    ASSERT_TRUE(runUntilAlone());
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(failure("a"), "");
+    unsetenv("LANG");
+}
+
+} // namespace
+} // namespace host
