@@ -1,7 +1,7 @@
 #include "Extension/Tips/RSSParser.h"
 
 #include "Extension/Tips/FeedDate.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Utf8.h"
 #include "Platform/Foundation/WhiteSpace.h"
 
 #include <algorithm>

@@ -96,11 +96,6 @@ const char* skipUtf8(const char* p, const char* stop, const char* end) {
     return p;
 }
 
-bool isUtf8(std::string_view text) {
-    const char* const end = text.data() + text.size();
-    return skipUtf8(text.data(), end, end) != nullptr || text.empty();
-}
-
 void appendUtf8(std::string& text, char32_t character) {
     std::array<char, 4> bytes;
     text.append(bytes.data(), writeUtf8(bytes.data(), character));

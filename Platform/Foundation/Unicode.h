@@ -12,9 +12,6 @@ bool isAscii(std::string_view text);
 /// if there is anything but UTF-8 before the `end`. ASCII passes at the speed of memory.
 const char* skipUtf8(const char* p, const char* stop, const char* end);
 
-/// Whether `text` is UTF-8 throughout.
-bool isUtf8(std::string_view text);
-
 /// Whether `character` may stand in a text: a scalar value of Unicode.
 constexpr bool isCharacter(char32_t character) {
     return character < 0xD800 || (character > 0xDFFF && character <= 0x10FFFF);

@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace platform {
 
 namespace {
@@ -31,6 +35,35 @@ constexpr Lead leadOf(std::uint8_t byte) {
             static_cast<std::uint8_t>(byte == 0xF4 ? 0x8F : 0xBF)};
 }
 
+/// Passes over characters of one and two bytes from `p` on, sixteen bytes at a time, and stops at or before anything
+/// else.
+const char* skipShortCharacters(const char* p, const char* end) {
+#if defined(__SSE2__)
+    constexpr std::ptrdiff_t blockSize = 16;
+    // 1 where the block before ended with a lead, whose trail is to come.
+    std::uint32_t cut = 0;
+    for (; end - p >= blockSize; p += blockSize) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        const auto bits = [](__m128i mask) { return static_cast<std::uint32_t>(_mm_movemask_epi8(mask)); };
+        // As signed numbers: trails are the least, then come the leads of two bytes, those of more, and ASCII.
+        const auto below = [&](int byte) {
+            return bits(_mm_cmplt_epi8(bytes, _mm_set1_epi8(static_cast<char>(byte))));
+        };
+        const std::uint32_t trails = below(0xC0);
+        const std::uint32_t leads = below(0xE0) & ~below(0xC2);
+        if (bits(bytes) != (trails | leads) || trails != ((leads << 1U | cut) & 0xFFFFU)) {
+            break;
+        }
+        cut = leads >> (blockSize - 1);
+    }
+    p -= cut;
+#endif
+    while (p < end && static_cast<unsigned char>(*p) < 0x80) {
+        ++p;
+    }
+    return p;
+}
+
 } // namespace
 
 Utf8Sequence leadingUtf8Sequence(std::string_view text) {
@@ -47,6 +80,19 @@ Utf8Sequence leadingUtf8Sequence(std::string_view text) {
         }
     }
     return {lead.length, true};
+}
+
+bool isUtf8(std::string_view text) {
+    const char* p = text.data();
+    const char* const end = p + text.size();
+    while ((p = skipShortCharacters(p, end)) < end) {
+        const Utf8Sequence sequence = leadingUtf8Sequence({p, static_cast<std::size_t>(end - p)});
+        if (!sequence.isCharacter) {
+            return false;
+        }
+        p += sequence.length;
+    }
+    return true;
 }
 
 } // namespace platform

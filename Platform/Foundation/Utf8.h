@@ -15,6 +15,9 @@ struct Utf8Sequence {
 };
 Utf8Sequence leadingUtf8Sequence(std::string_view text);
 
+/// Whether `text` is UTF-8 throughout.
+bool isUtf8(std::string_view text);
+
 inline constexpr std::string_view utf8ReplacementCharacter = "\xEF\xBF\xBD";
 
 } // namespace platform

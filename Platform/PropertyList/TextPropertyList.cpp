@@ -1,6 +1,7 @@
 #include "Platform/PropertyList/TextPropertyList.h"
 
 #include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Utf8.h"
 #include "Platform/PropertyList/KeySelection.h"
 
 #include <utility>

@@ -1,6 +1,7 @@
 #include "Platform/PropertyList/XmlChecker.h"
 
 #include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Utf8.h"
 #include "Platform/PropertyList/PropertyList.h"
 #include "Platform/PropertyList/XmlScalars.h"
 #include "Platform/PropertyList/XmlText.h"
