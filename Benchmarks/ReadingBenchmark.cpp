@@ -21,6 +21,7 @@ class OneFile final : public platform::FileSystem {
     std::optional<platform::Data> read(const std::string& /*path*/) const override {
         return platform::DiskFileSystem::shared().read(path_);
     }
+    bool exists(const std::string& /*path*/) const override { return true; }
     std::optional<platform::FileError> replace(const std::string& /*path*/, std::string_view) const override {
         return platform::FileError{"nothing is written here"};
     }

@@ -118,6 +118,11 @@ std::optional<Data> DiskFileSystem::read(const std::string& path) const {
     return size <= mappingThreshold ? readUpTo(file, size) : map(file, size);
 }
 
+bool DiskFileSystem::exists(const std::string& path) const {
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
 std::optional<FileError> DiskFileSystem::replace(const std::string& path, std::string_view bytes) const {
     const std::string newPath = newFileBeside(path);
     const FileDescriptor file = openAlone(newPath);

@@ -22,6 +22,9 @@ class FileSystem {
     /// that is no regular file (a folder, a pipe, a device), which is never waited for. Any thread.
     virtual std::optional<Data> read(const std::string& path) const = 0;
 
+    /// Whether something has that name, be it readable or not; also where that cannot be found out. Any thread.
+    virtual bool exists(const std::string& path) const = 0;
+
     /// Makes `bytes` the whole content of the file at `path`, which need not be there yet; its folder must be. Whoever
     /// reads meanwhile reads the old file or the new one, whole. Nothing when that is done, else why not, and then the
     /// old file is as it was. Of several writers at once the last one wins. Any thread.
@@ -44,6 +47,7 @@ class DiskFileSystem final : public FileSystem {
     static constexpr std::size_t mappingThreshold = std::size_t{4} << 20U;
 
     std::optional<Data> read(const std::string& path) const override;
+    bool exists(const std::string& path) const override;
     std::optional<FileError> replace(const std::string& path, std::string_view bytes) const override;
     static const DiskFileSystem& shared();
 };

@@ -35,6 +35,11 @@ class MemoryFileSystem final : public FileSystem {
         return file->second;
     }
 
+    bool exists(const std::string& path) const override {
+        const std::scoped_lock lock(mutex_);
+        return files_.contains(path);
+    }
+
     std::optional<FileError> replace(const std::string& path, std::string_view bytes) const override {
         const std::scoped_lock lock(mutex_);
         ++replacements_[path];

@@ -58,6 +58,19 @@ TEST_F(DiskFileSystemTest, ReadsNothingButRegularFiles) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
+TEST_F(DiskFileSystemTest, TellsWhatIsThereFromWhatCanBeRead) {
+    fs::create_directory(path("folder"));
+    fs::create_symlink("nowhere", path("dangling"));
+    const std::string file = write("file", "content");
+    const DiskFileSystem& disk = DiskFileSystem::shared();
+    for (const std::string& there : {file, path("folder"), path("dangling"), std::string("/dev/null")}) {
+        EXPECT_TRUE(disk.exists(there)) << there;
+    }
+    for (const std::string& missing : {path("missing"), path("missing/file"), path("file/file"), std::string()}) {
+        EXPECT_FALSE(disk.exists(missing)) << missing;
+    }
+}
+
 TEST_F(DiskFileSystemTest, FollowsLinks) {
     write("file", "content");
     fs::create_symlink("file", path("link"));
