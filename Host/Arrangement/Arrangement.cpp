@@ -1,0 +1,144 @@
+#include "Host/Arrangement/Arrangement.h"
+
+#include <fmt/format.h>
+#include <simdjson.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace host {
+namespace {
+
+using platform::Unexpected;
+using Changed = platform::Expected<Arrangement, std::string>;
+
+bool isUtf8(const std::string& text) {
+    return simdjson::validate_utf8(text);
+}
+
+bool isWithinLimit(const Position& position) {
+    // Also false of what is no number.
+    return std::fabs(position.x) <= Position::limit && std::fabs(position.y) <= Position::limit;
+}
+
+std::string unknownId(InstanceId id, const Arrangement& arrangement) {
+    if (arrangement.instances.empty()) {
+        return fmt::format("there is no widget {}; none is placed", id);
+    }
+    std::vector<InstanceId> ids;
+    for (const Instance& instance : arrangement.instances) {
+        ids.push_back(instance.id);
+    }
+    return fmt::format("there is no widget {}; there are {}", id, fmt::join(ids, ", "));
+}
+
+auto locate(InstanceId id, const Arrangement& arrangement) {
+    return std::find_if(arrangement.instances.begin(), arrangement.instances.end(),
+                        [&](const Instance& instance) { return instance.id == id; });
+}
+
+/// Applies changes to its own arrangement.
+class Changer {
+  public:
+    explicit Changer(Arrangement arrangement) : arrangement_(std::move(arrangement)) {}
+
+    Changed operator()(const Addition& addition) {
+        if (arrangement_.instances.size() >= Arrangement::greatestCount) {
+            return Unexpected{fmt::format("there are {} widgets, and no room for more", Arrangement::greatestCount)};
+        }
+        if (arrangement_.nextId == std::numeric_limits<InstanceId>::max()) {
+            return Unexpected{std::string("every id has been given; a new arrangement would begin at 1 again")};
+        }
+        if (const auto fault = faultOf(addition.instance)) {
+            return Unexpected{*fault};
+        }
+        arrangement_.instances.push_back(addition.instance);
+        arrangement_.instances.back().id = arrangement_.nextId++;
+        return std::move(arrangement_);
+    }
+
+    Changed operator()(const Removal& removal) {
+        const auto found = locate(removal.id, arrangement_);
+        if (found == arrangement_.instances.end()) {
+            return Unexpected{unknownId(removal.id, arrangement_)};
+        }
+        arrangement_.instances.erase(found);
+        return std::move(arrangement_);
+    }
+
+    Changed operator()(const Edit& edit) {
+        return alter(edit.id, [&](Instance& instance) {
+            for (const auto& [name, choice] : edit.settings) {
+                instance.configuration.insert_or_assign(name, choice);
+            }
+        });
+    }
+
+    Changed operator()(const Move& move) {
+        return alter(move.id, [&](Instance& instance) {
+            instance.position = move.position;
+            if (move.output) {
+                instance.output = move.output;
+            }
+        });
+    }
+
+    Changed operator()(const Resizing& resizing) {
+        return alter(resizing.id, [&](Instance& instance) { instance.family = resizing.family; });
+    }
+
+  private:
+    template <class Alteration>
+    Changed alter(InstanceId id, Alteration alteration) {
+        const auto found = locate(id, arrangement_);
+        if (found == arrangement_.instances.end()) {
+            return Unexpected{unknownId(id, arrangement_)};
+        }
+        Instance& instance = arrangement_.instances[static_cast<std::size_t>(found - arrangement_.instances.begin())];
+        alteration(instance);
+        if (const auto fault = faultOf(instance)) {
+            return Unexpected{*fault};
+        }
+        return std::move(arrangement_);
+    }
+
+    Arrangement arrangement_;
+};
+
+} // namespace
+
+platform::Expected<Arrangement, std::string> changed(Arrangement arrangement, const ArrangementChange& change) {
+    return std::visit(Changer(std::move(arrangement)), change);
+}
+
+platform::Expected<Instance, std::string> instanceWith(InstanceId id, const Arrangement& arrangement) {
+    const auto found = locate(id, arrangement);
+    if (found == arrangement.instances.end()) {
+        return Unexpected{unknownId(id, arrangement)};
+    }
+    return *found;
+}
+
+std::optional<std::string> faultOf(const Instance& instance) {
+    if (instance.extension.empty() || instance.kind.empty() || instance.family.empty()) {
+        return "extension, kind and family must be named";
+    }
+    if (!isUtf8(instance.extension) || !isUtf8(instance.kind) || !isUtf8(instance.family)) {
+        return "the name of the extension, the kind or the family is not UTF-8";
+    }
+    for (const auto& [name, choice] : instance.configuration) {
+        if (!isUtf8(name) || !isUtf8(choice)) {
+            return "a setting is not UTF-8";
+        }
+    }
+    if (instance.output && (instance.output->empty() || !isUtf8(*instance.output))) {
+        return "the name of the output is empty or not UTF-8";
+    }
+    if (instance.position && !isWithinLimit(*instance.position)) {
+        return fmt::format("the position is not within ±{}", Position::limit);
+    }
+    return std::nullopt;
+}
+
+} // namespace host

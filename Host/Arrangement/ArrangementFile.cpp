@@ -1,0 +1,106 @@
+#include "Host/Arrangement/ArrangementFile.h"
+
+#include "Host/Arrangement/ArrangementJson.h"
+#include "Host/Arrangement/FileLock.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace host {
+namespace {
+
+using platform::Unexpected;
+using Kind = ArrangementError::Kind;
+
+Unexpected<ArrangementError> error(Kind kind, std::string message) {
+    return {{kind, std::move(message)}};
+}
+
+} // namespace
+
+platform::Expected<Arrangement, ArrangementError> ArrangementFile::load() const {
+    auto content = read();
+    if (!content) {
+        return Unexpected{content.error()};
+    }
+    if (content->broken) {
+        return refusal(*content->broken);
+    }
+    return std::move(content->arrangement);
+}
+
+platform::Expected<ArrangementFile::Update, ArrangementError>
+ArrangementFile::update(const ArrangementChange& change) const {
+    const auto lock = FileLock::take(lockPath_, FileLock::Patience::waits);
+    if (!lock) {
+        return error(Kind::unwritable, lock.error().message);
+    }
+    auto content = read();
+    if (!content) {
+        return Unexpected{content.error()};
+    }
+    auto arrangement = changed(std::move(content->arrangement), change);
+    if (!arrangement) {
+        // That a broken file does not have a widget says little.
+        return content->broken ? refusal(*content->broken) : error(Kind::refused, arrangement.error());
+    }
+    const std::string json = arrangementJson(*arrangement);
+    if (json.size() > greatestArrangementFile) {
+        return error(Kind::refused,
+                     fmt::format("the arrangement would be larger than {} bytes", greatestArrangementFile));
+    }
+    Update update{.arrangement = *std::move(arrangement), .notice = {}};
+    if (content->broken) {
+        auto notice = setAside(*content->broken);
+        if (!notice) {
+            return Unexpected{notice.error()};
+        }
+        update.notice = *std::move(notice);
+    }
+    if (const auto failure = files_.replace(path_, json)) {
+        return error(Kind::unwritable, failure->description);
+    }
+    return update;
+}
+
+platform::Expected<ArrangementFile::Content, ArrangementError> ArrangementFile::read() const {
+    // In this order: a file that comes meanwhile is not taken for one that cannot be read.
+    if (!files_.exists(path_)) {
+        return Content{};
+    }
+    const auto bytes = files_.read(path_);
+    if (!bytes) {
+        return error(Kind::unreadable, fmt::format("{} cannot be read; it is left as it is", path_.string()));
+    }
+    auto arrangement = arrangementFromJson(bytes->bytes());
+    if (arrangement) {
+        return Content{.arrangement = *std::move(arrangement), .broken = {}};
+    }
+    const UnreadableArrangement& why = arrangement.error();
+    if (why.kind == UnreadableArrangement::Kind::newer) {
+        return error(Kind::unreadable,
+                     fmt::format("{} is of a newer program ({}, this one knows {}); it is left as it is",
+                                 path_.string(), why.reason, arrangementVersion));
+    }
+    return Content{.arrangement = {}, .broken = BrokenFile{.bytes = *bytes, .reason = why.reason}};
+}
+
+platform::Expected<std::string, ArrangementError> ArrangementFile::setAside(const BrokenFile& broken) const {
+    std::string copy;
+    int number = 0;
+    do {
+        copy = fmt::format("{}.broken-{}", path_.string(), ++number);
+    } while (files_.exists(copy));
+    if (const auto failure = files_.replace(copy, broken.bytes.bytes())) {
+        return error(Kind::unwritable, failure->description);
+    }
+    return fmt::format("{} was broken ({}); it is kept as {}", path_.string(), broken.reason, copy);
+}
+
+Unexpected<ArrangementError> ArrangementFile::refusal(const BrokenFile& broken) const {
+    return error(Kind::unreadable, fmt::format("{} is broken ({}); it will be set aside when a widget is added",
+                                               path_.string(), broken.reason));
+}
+
+} // namespace host
