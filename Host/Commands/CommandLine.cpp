@@ -1,8 +1,10 @@
 #include "Host/Commands/CommandLine.h"
 
+#include "Host/Commands/ArrangementSubcommands.h"
 #include "Host/Commands/DescribeCommand.h"
 #include "Host/Commands/GalleryCommand.h"
 #include "Host/Commands/RenderCommand.h"
+#include "Host/Commands/SettingsOption.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -11,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <unistd.h>
+#include <utility>
 
 namespace host {
 namespace {
@@ -55,6 +58,8 @@ class CommandLine {
         addOptions();
         addRender();
         addGallery();
+        arrangement_.addTo(
+            app_, [this](Command command) { command_ = std::move(command); }, [this] { return choice(); });
     }
 
     int run(int argc, char** argv) {
@@ -99,15 +104,7 @@ class CommandLine {
         rendering->add_option("KIND", renderRequest_.entry.kind, "The widget's kind")->required();
         rendering->add_option("--family", family_, "The widget's size")
             ->check(CLI::IsMember({"small", "medium", "large", "extraLarge"}));
-        rendering->add_option("--set", settings_, "A choice of the widget's configuration, as often as needed")
-            ->type_name("NAME=VALUE")
-            ->expected(1)
-            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-            ->check([](const std::string& setting) {
-                const std::size_t equals = setting.find('=');
-                return equals == 0 || equals == std::string::npos ? "\"" + setting + "\" is not NAME=VALUE"
-                                                                  : std::string();
-            });
+        addSettingsOption(*rendering, settings_);
         CLI::Option* request = rendering->add_option("--request", request_, "What the extension is asked for")
                                    ->check(CLI::IsMember(names(methods)))
                                    ->capture_default_str();
@@ -146,10 +143,7 @@ class CommandLine {
         EntryRequest& entry = renderRequest_.entry;
         entry.method = methods.at(request_);
         entry.renderingMode = mode_;
-        for (const std::string& setting : settings_) {
-            const std::size_t equals = setting.find('=');
-            entry.configuration.emplace_back(setting.substr(0, equals), setting.substr(equals + 1));
-        }
+        entry.configuration = namedSettings(settings_);
         if (given.count("--family") > 0) {
             renderRequest_.family = family_;
         }
@@ -208,6 +202,7 @@ class CommandLine {
     std::string format_ = "png";
     std::string output_;
     std::string galleryFolder_ = "gallery";
+    ArrangementSubcommands arrangement_;
 };
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "Host/Commands/DescribeCommand.h"
 
-#include "Host/Commands/Output.h"
 #include "Platform/Foundation/JsonWriter.h"
 
 #include <fmt/format.h>

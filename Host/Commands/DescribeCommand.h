@@ -2,13 +2,12 @@
 #pragma once
 
 #include "Host/Commands/Extensions.h"
+#include "Host/Commands/Output.h"
 
 #include <optional>
 #include <string>
 
 namespace host {
-
-enum class TextFormat { people, json };
 
 /// The widgets of every extension; as JSON one line an extension, as it describes itself.
 std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format);

@@ -13,14 +13,8 @@ Failure unavailable(std::string message) {
     return {ExitCode::unavailable, std::move(message)};
 }
 
-} // namespace
-
-Failure failureOf(const ConnectionError& error) {
-    const bool refused = error.kind == ConnectionError::Kind::refused;
-    return {refused ? ExitCode::usage : ExitCode::unavailable, error.message};
-}
-
-Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice) {
+/// The manifests of the chosen extension or of every installed one; at least one.
+Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
     std::vector<Manifest> manifests;
     if (choice.extension) {
         auto manifest = manifestFor(*choice.extension);
@@ -40,11 +34,34 @@ Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& 
     if (manifests.empty()) {
         return Unexpected{unavailable("no extension is installed; name one with --extension")};
     }
+    return manifests;
+}
+
+Outcome<ExtensionConnection> open(const Manifest& manifest, const ExtensionChoice& choice) {
+    auto connection = ExtensionConnection::open(manifest, choice.home);
+    if (!connection) {
+        return Unexpected{unavailable(connection.error().message)};
+    }
+    return *std::move(connection);
+}
+
+} // namespace
+
+Failure failureOf(const ConnectionError& error) {
+    const bool refused = error.kind == ConnectionError::Kind::refused;
+    return {refused ? ExitCode::usage : ExitCode::unavailable, error.message};
+}
+
+Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice) {
+    const auto manifests = manifestsOf(choice);
+    if (!manifests) {
+        return Unexpected{manifests.error()};
+    }
     std::vector<ExtensionConnection> connections;
-    for (const Manifest& manifest : manifests) {
-        auto connection = ExtensionConnection::open(manifest, choice.home);
+    for (const Manifest& manifest : *manifests) {
+        auto connection = open(manifest, choice);
         if (!connection) {
-            return Unexpected{unavailable(connection.error().message)};
+            return Unexpected{connection.error()};
         }
         connections.push_back(*std::move(connection));
     }
@@ -69,6 +86,19 @@ Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const Ext
         }
     }
     return Unexpected{Failure{ExitCode::usage, "no installed extension has the widget " + kind}};
+}
+
+Outcome<ExtensionConnection> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice) {
+    const auto manifests = manifestsOf(choice);
+    if (!manifests) {
+        return Unexpected{manifests.error()};
+    }
+    const auto found = std::find_if(manifests->begin(), manifests->end(),
+                                    [&](const Manifest& manifest) { return manifest.identifier == identifier; });
+    if (found == manifests->end()) {
+        return Unexpected{unavailable("the extension " + identifier + " is not installed")};
+    }
+    return open(*found, choice);
 }
 
 std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request) {

@@ -26,6 +26,9 @@ Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& 
 /// asking.
 Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
 
+/// Starts the extension with that identifier.
+Outcome<ExtensionConnection> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice);
+
 /// Calls a method and reads its answer with `read`; a request that the extension refuses was a wrong choice of the
 /// user's.
 Failure failureOf(const ConnectionError& error);

@@ -16,6 +16,8 @@ enum class ExitCode {
     unavailable = 69,
     /// The output cannot be written.
     cannotCreate = 73,
+    /// A file of the host's own is broken, of a newer version, or not to be read.
+    configuration = 78,
 };
 
 struct Failure {

@@ -1,4 +1,4 @@
-// Where a command's result goes: standard output, or a file.
+// How a command's result is worded, and where it goes: standard output, or a file.
 #pragma once
 
 #include "Host/Commands/Failure.h"
@@ -8,6 +8,8 @@
 #include <string_view>
 
 namespace host {
+
+enum class TextFormat { people, json };
 
 /// Writes `bytes` to `file`, whole or not at all, or to standard output where there is none.
 std::optional<Failure> writeOutput(std::string_view bytes, const std::optional<std::filesystem::path>& file);

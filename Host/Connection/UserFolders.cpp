@@ -15,6 +15,11 @@ std::string environmentText(const char* name) {
     return value == nullptr ? std::string() : std::string(value);
 }
 
+fs::path userFolder(const char* variable, const char* belowHome) {
+    const fs::path chosen = environmentText(variable);
+    return chosen.is_absolute() ? chosen : fs::path(environmentText("HOME")) / belowHome;
+}
+
 void addOnce(std::vector<fs::path>& folders, const fs::path& folder) {
     // The base directory rules have relative paths ignored.
     if (folder.is_absolute() && std::find(folders.begin(), folders.end(), folder) == folders.end()) {
@@ -25,8 +30,11 @@ void addOnce(std::vector<fs::path>& folders, const fs::path& folder) {
 } // namespace
 
 fs::path userDataFolder() {
-    const fs::path chosen = environmentText("XDG_DATA_HOME");
-    return chosen.is_absolute() ? chosen : fs::path(environmentText("HOME")) / ".local" / "share";
+    return userFolder("XDG_DATA_HOME", ".local/share");
+}
+
+fs::path userConfigFolder() {
+    return userFolder("XDG_CONFIG_HOME", ".config");
 }
 
 std::vector<fs::path> dataFolders() {

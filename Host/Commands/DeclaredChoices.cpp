@@ -1,0 +1,78 @@
+#include "Host/Commands/DeclaredChoices.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace host {
+namespace {
+
+using platform::Unexpected;
+
+Failure notAccepted(const std::string& what, const std::string& name, const std::vector<std::string>& accepted) {
+    const std::string names = accepted.empty() ? "none" : fmt::format("\"{}\"", fmt::join(accepted, "\", \""));
+    return {ExitCode::usage, fmt::format("no {} \"{}\"; accepted: {}", what, name, names)};
+}
+
+template <class Value>
+std::vector<std::string> names(const std::vector<Value>& values, std::string Value::*name) {
+    std::vector<std::string> all;
+    for (const Value& value : values) {
+        all.push_back(value.*name);
+    }
+    return all;
+}
+
+/// The one whose `name` is `wanted`; null where there is none.
+template <class Value>
+const Value* find(const std::vector<Value>& values, std::string Value::*name, const std::string& wanted) {
+    const auto found =
+        std::find_if(values.begin(), values.end(), [&](const Value& value) { return value.*name == wanted; });
+    return found == values.end() ? nullptr : &*found;
+}
+
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+} // namespace
+
+Outcome<WidgetInfo> declaredWidget(ExtensionConnection& connection, const std::string& kind) {
+    const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
+    if (!widgets) {
+        return Unexpected{widgets.error()};
+    }
+    const WidgetInfo* widget = find(*widgets, &WidgetInfo::kind, kind);
+    if (widget == nullptr) {
+        return Unexpected{notAccepted("kind", kind, names(*widgets, &WidgetInfo::kind))};
+    }
+    return *widget;
+}
+
+Outcome<std::string> declaredFamily(const WidgetInfo& widget, const std::optional<std::string>& family) {
+    if (!family && !widget.families.empty()) {
+        return contains(widget.families, "medium") ? std::string("medium") : widget.families.front();
+    }
+    const std::string wanted = family.value_or("medium");
+    if (!contains(widget.families, wanted)) {
+        return Unexpected{notAccepted("family", wanted, widget.families)};
+    }
+    return wanted;
+}
+
+std::optional<Failure> checkSettings(const WidgetInfo& widget, const std::map<std::string, std::string>& settings) {
+    for (const auto& [name, choice] : settings) {
+        const ParameterInfo* parameter = find(widget.parameters, &ParameterInfo::name, name);
+        if (parameter == nullptr) {
+            return notAccepted("parameter", name, names(widget.parameters, &ParameterInfo::name));
+        }
+        if (parameter->type == "enumeration" && find(parameter->cases, &ChoiceInfo::id, choice) == nullptr) {
+            return notAccepted("choice of \"" + name + "\"", choice, names(parameter->cases, &ChoiceInfo::id));
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace host
