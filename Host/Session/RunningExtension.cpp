@@ -11,11 +11,13 @@ namespace host {
 RunningExtension::RunningExtension(ExtensionChannel channel, const Patience& patience, SteadyTime now)
     : channel_(std::move(channel)), patience_(patience), lastHeard_(now) {}
 
-void RunningExtension::ask(const TileRequest& request, Ticket ticket, SteadyTime now) {
+void RunningExtension::ask(const Instance& instance, Ticket ticket, SteadyTime now) {
     if (asked_.empty()) {
         lastHeard_ = now;
     }
-    const EntryRequest entry{.kind = request.kind, .family = request.family, .configuration = request.configuration};
+    const EntryRequest entry{.kind = instance.kind,
+                             .family = instance.family,
+                             .configuration = {instance.configuration.begin(), instance.configuration.end()}};
     asked_.insert_or_assign(channel_.send(methodName(entry.method), paramsOf(entry)), Asked{ticket, now});
 }
 

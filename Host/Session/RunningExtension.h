@@ -29,8 +29,8 @@ class RunningExtension {
   public:
     RunningExtension(ExtensionChannel channel, const Patience& patience, SteadyTime now);
 
-    /// Asks for the tile's timeline; the answer comes under `ticket`.
-    void ask(const TileRequest& request, Ticket ticket, SteadyTime now);
+    /// Asks for the instance's timeline; the answer comes under `ticket`.
+    void ask(const Instance& instance, Ticket ticket, SteadyTime now);
 
     struct Answer {
         Ticket ticket;

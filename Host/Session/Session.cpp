@@ -19,15 +19,15 @@ SteadyTime steadyNow() {
 
 } // namespace
 
-void Session::setTiles(const std::vector<TileRequest>& requests) {
+void Session::setTiles(const std::vector<Instance>& instances) {
     const Date now = around_.clock.now();
-    std::map<std::string, Tile> kept;
-    for (const TileRequest& request : requests) {
-        const auto known = tiles_.find(request.id);
+    std::map<InstanceId, Tile> kept;
+    for (const Instance& instance : instances) {
+        const auto known = tiles_.find(instance.id);
         if (known == tiles_.end()) {
-            kept.emplace(request.id, Tile(request, now));
+            kept.emplace(instance.id, Tile(instance, now));
         } else {
-            known->second.change(request, now);
+            known->second.change(instance, now);
             kept.insert(tiles_.extract(known));
         }
     }
@@ -40,7 +40,7 @@ void Session::setTiles(const std::vector<TileRequest>& requests) {
 void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
     Waiter waiter{.pending = {}, .failures = {}, .done = std::move(done)};
     for (auto& [id, tile] : tiles_) {
-        if (!kind || tile.request().kind == *kind) {
+        if (!kind || tile.instance().kind == *kind) {
             tile.reload(around_.clock.now());
             waiter.pending.push_back(id);
         }
@@ -52,7 +52,7 @@ void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
     }
 }
 
-const Tile* Session::tile(const std::string& id) const {
+const Tile* Session::tile(InstanceId id) const {
     const auto known = tiles_.find(id);
     return known == tiles_.end() ? nullptr : &known->second;
 }
@@ -152,7 +152,7 @@ void Session::askForDueTiles() {
     std::map<std::string, std::vector<Tile*>> due;
     for (auto& [id, tile] : tiles_) {
         if (!tile.awaited() && tile.schedule().due() <= now) {
-            due[tile.request().extension].push_back(&tile);
+            due[tile.instance().extension].push_back(&tile);
         }
     }
     for (const auto& [identifier, tiles] : due) {
@@ -165,7 +165,7 @@ void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) 
     for (Tile* tile : due) {
         if (extension) {
             const Ticket ticket{++lastTicket_};
-            (*extension)->ask(tile->request(), ticket, steadyNow());
+            (*extension)->ask(tile->instance(), ticket, steadyNow());
             tile->asked(ticket);
         } else {
             fail(*tile, extension.error());
@@ -214,10 +214,10 @@ void Session::finish(Ticket ticket, const Expected<std::string, std::string>& an
 
 void Session::fail(Tile& tile, const std::string& reason) {
     tile.failed(reason, around_.clock.now());
-    tellWaiters(tile.request().id, tile.request().id + ": " + reason);
+    tellWaiters(tile.instance().id, std::to_string(tile.instance().id) + ": " + reason);
 }
 
-void Session::tellWaiters(const std::string& id, const std::optional<std::string>& failure) {
+void Session::tellWaiters(InstanceId id, const std::optional<std::string>& failure) {
     std::vector<Waiter> served;
     for (Waiter& waiter : waiters_) {
         if (std::erase(waiter.pending, id) > 0 && failure) {

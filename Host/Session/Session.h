@@ -53,16 +53,16 @@ class Session {
     };
     explicit Session(Surroundings surroundings) : around_(std::move(surroundings)) {}
 
-    /// From now on these are the tiles. New ones and those with another request are asked for at once.
-    void setTiles(const std::vector<TileRequest>& requests);
+    /// From now on these are the tiles. New ones and those that show something else are asked for at once.
+    void setTiles(const std::vector<Instance>& instances);
 
     /// Called when the tiles that were to be reloaded have their answers or have failed, with the failures in words.
     using Reloaded = std::function<void(const std::vector<std::string>& failures)>;
     /// Asks for the tiles of that kind, or all, at once. `done` may be called before this returns.
     void reload(const std::optional<std::string>& kind, Reloaded done);
 
-    const Tile* tile(const std::string& id) const;
-    const std::map<std::string, Tile>& tiles() const { return tiles_; }
+    const Tile* tile(InstanceId id) const;
+    const std::map<InstanceId, Tile>& tiles() const { return tiles_; }
 
     /// The wall clock was set, or its zone was changed, or the machine has slept.
     void clockChanged();
@@ -75,7 +75,7 @@ class Session {
 
   private:
     struct Waiter {
-        std::vector<std::string> pending;
+        std::vector<InstanceId> pending;
         std::vector<std::string> failures;
         Reloaded done;
     };
@@ -89,10 +89,10 @@ class Session {
     /// `answer` is a line with a result, or why there is none.
     void finish(Ticket ticket, const platform::Expected<std::string, std::string>& answer, double seconds);
     void fail(Tile& tile, const std::string& reason);
-    void tellWaiters(const std::string& id, const std::optional<std::string>& failure);
+    void tellWaiters(InstanceId id, const std::optional<std::string>& failure);
 
     Surroundings around_;
-    std::map<std::string, Tile> tiles_;
+    std::map<InstanceId, Tile> tiles_;
     /// By the extension's identifier; those that leave still have their places here, under no tile's eyes.
     std::multimap<std::string, std::unique_ptr<RunningExtension>> extensions_;
     std::vector<Waiter> waiters_;

@@ -1,6 +1,7 @@
 #include "Host/Session/Tile.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace host {
 
@@ -17,9 +18,11 @@ std::optional<Date> Tile::nextEvent() const {
     return next;
 }
 
-void Tile::change(TileRequest request, Date now) {
-    if (request != request_) {
-        request_ = std::move(request);
+void Tile::change(Instance instance, Date now) {
+    const Instance before = std::exchange(instance_, std::move(instance));
+    const bool showsTheSame = before.extension == instance_.extension && before.kind == instance_.kind &&
+                              before.family == instance_.family && before.configuration == instance_.configuration;
+    if (!showsTheSame) {
         reload(now);
     }
 }

@@ -1,6 +1,7 @@
 // One placed widget, as the session keeps it: what is asked for, what came, and how that went.
 #pragma once
 
+#include "Host/Arrangement/Arrangement.h"
 #include "Host/Connection/Messages.h"
 #include "Host/Session/TileSchedule.h"
 
@@ -12,18 +13,6 @@
 #include <vector>
 
 namespace host {
-
-/// What a tile asks its extension for.
-struct TileRequest {
-    std::string id;
-    /// The extension's identifier.
-    std::string extension;
-    std::string kind;
-    std::string family;
-    /// The choice's id by the parameter's name.
-    std::vector<std::pair<std::string, std::string>> configuration;
-    friend bool operator==(const TileRequest&, const TileRequest&) = default;
-};
 
 /// How a tile's last reload went, and its last good one.
 struct TileHistory {
@@ -46,9 +35,9 @@ enum class Ticket : std::uint64_t {};
 
 class Tile {
   public:
-    Tile(TileRequest request, platform::Date now) : request_(std::move(request)), schedule_(now) {}
+    Tile(Instance instance, platform::Date now) : instance_(std::move(instance)), schedule_(now) {}
 
-    const TileRequest& request() const { return request_; }
+    const Instance& instance() const { return instance_; }
     const TileSchedule& schedule() const { return schedule_; }
     const TileHistory& history() const { return history_; }
     /// The request under way whose answer counts.
@@ -59,8 +48,9 @@ class Tile {
     /// When the next entry applies, or the tile is due; nothing while it is awaited.
     std::optional<platform::Date> nextEvent() const;
 
-    /// Another request in this tile's place is asked for at once; what is shown stays until its answer comes.
-    void change(TileRequest request, platform::Date now);
+    /// Puts the instance in place of the one of the same id. If that shows something else, it is asked for at once;
+    /// what is shown stays until the answer comes.
+    void change(Instance instance, platform::Date now);
     /// Asks again at once: an answer that is under way may be older than what the user has just done.
     void reload(platform::Date now);
     void clockChanged(platform::Date now) { schedule_.clockChanged(now); }
@@ -74,7 +64,7 @@ class Tile {
     bool advance(platform::Date now);
 
   private:
-    TileRequest request_;
+    Instance instance_;
     TileSchedule schedule_;
     TileHistory history_;
     std::vector<Entry> entries_;

@@ -33,10 +33,10 @@ std::string textOf(const Tile* tile) {
 /// A session on the fake extension, its loop, and what it told.
 class SessionTest : public ::testing::Test, public SessionObserver {
   public:
-    void tileChanged(const Tile& tile) override { changed.push_back(tile.request().id); }
+    void tileChanged(const Tile& tile) override { changed.push_back(tile.instance().id); }
 
-    TileRequest tile(const std::string& id, const std::string& kind, const std::string& text = "",
-                     const std::string& extension = "fake") {
+    static Instance tile(InstanceId id, const std::string& kind, const std::string& text = "",
+                         const std::string& extension = "fake") {
         return {.id = id, .extension = extension, .kind = kind, .family = "small", .configuration = {{"text", text}}};
     }
 
@@ -64,7 +64,7 @@ class SessionTest : public ::testing::Test, public SessionObserver {
     bool runUntilAlone() {
         return runUntil([this] { return session.awaited().empty(); });
     }
-    std::string failure(const std::string& id) {
+    std::string failure(InstanceId id) {
         const auto& last = session.tile(id)->history().lastFailure;
         return last ? last->reason : "";
     }
@@ -75,7 +75,7 @@ class SessionTest : public ::testing::Test, public SessionObserver {
     }();
     void TearDown() override { std::filesystem::remove_all(home); }
 
-    std::vector<std::string> changed;
+    std::vector<InstanceId> changed;
     int starts = 0;
     std::filesystem::path executable = FAKE_EXTENSION;
     Session session{
@@ -96,36 +96,36 @@ class SessionTest : public ::testing::Test, public SessionObserver {
 };
 
 TEST_F(SessionTest, AsksForAllDueTilesTogetherAndEndsTheExtensionWhenThereIsNothingToDo) {
-    session.setTiles({tile("a", "Good", "one"), tile("b", "Good", "two"), tile("c", "Several")});
+    session.setTiles({tile(1, "Good", "one"), tile(2, "Good", "two"), tile(3, "Several")});
     ASSERT_TRUE(runUntilSettled());
-    EXPECT_THAT(textOf(session.tile("a")), StartsWith("one by"));
-    EXPECT_EQ(textOf(session.tile("a")).substr(4), textOf(session.tile("b")).substr(4));
-    EXPECT_EQ(textOf(session.tile("c")), "now");
+    EXPECT_THAT(textOf(session.tile(1)), StartsWith("one by"));
+    EXPECT_EQ(textOf(session.tile(1)).substr(4), textOf(session.tile(2)).substr(4));
+    EXPECT_EQ(textOf(session.tile(3)), "now");
     EXPECT_EQ(starts, 1);
-    EXPECT_THAT(changed, ElementsAre("a", "b", "c"));
-    EXPECT_EQ(session.tile("a")->schedule().due(), *platform::fromRfc3339("2200-01-01T00:00:00Z"));
+    EXPECT_THAT(changed, ElementsAre(1, 2, 3));
+    EXPECT_EQ(session.tile(1)->schedule().due(), *platform::fromRfc3339("2200-01-01T00:00:00Z"));
     ASSERT_TRUE(runUntilAlone());
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
     EXPECT_FALSE(session.deadline());
 }
 
 TEST_F(SessionTest, AsksAtOnceForNewAndChangedTilesAndForNoOthers) {
-    session.setTiles({tile("a", "Good", "one"), tile("b", "Good", "two")});
+    session.setTiles({tile(1, "Good", "one"), tile(2, "Good", "two")});
     ASSERT_TRUE(runUntilSettled());
     ASSERT_TRUE(runUntilAlone());
-    const std::string first = textOf(session.tile("a"));
-    session.setTiles({tile("b", "Good", "changed"), tile("c", "Same"), tile("a", "Good", "one")});
-    EXPECT_THAT(textOf(session.tile("b")), StartsWith("two")) << "it shows the last entry until another comes";
+    const std::string first = textOf(session.tile(1));
+    session.setTiles({tile(2, "Good", "changed"), tile(3, "Same"), tile(1, "Good", "one")});
+    EXPECT_THAT(textOf(session.tile(2)), StartsWith("two")) << "it shows the last entry until another comes";
     ASSERT_TRUE(runUntilSettled());
-    EXPECT_EQ(textOf(session.tile("a")), first);
-    EXPECT_THAT(textOf(session.tile("b")), StartsWith("changed"));
-    session.setTiles({tile("c", "Same")});
-    EXPECT_EQ(session.tile("a"), nullptr);
+    EXPECT_EQ(textOf(session.tile(1)), first);
+    EXPECT_THAT(textOf(session.tile(2)), StartsWith("changed"));
+    session.setTiles({tile(3, "Same")});
+    EXPECT_EQ(session.tile(1), nullptr);
     EXPECT_EQ(session.tiles().size(), 1U);
 }
 
 TEST_F(SessionTest, TellsOnlyOfEntriesThatAreOthers) {
-    session.setTiles({tile("a", "Same"), tile("b", "Good")});
+    session.setTiles({tile(1, "Same"), tile(2, "Good")});
     ASSERT_TRUE(runUntilSettled());
     changed.clear();
     int calls = 0;
@@ -138,7 +138,7 @@ TEST_F(SessionTest, TellsOnlyOfEntriesThatAreOthers) {
     ASSERT_TRUE(runUntilAlone());
     session.reload(std::nullopt, [&](const auto& /*failures*/) { ++calls; });
     ASSERT_TRUE(runUntil([&] { return calls == 2; }));
-    EXPECT_THAT(changed, ElementsAre("b"));
+    EXPECT_THAT(changed, ElementsAre(2));
     session.reload("None", [&](const auto& /*failures*/) { ++calls; });
     EXPECT_EQ(calls, 3);
 }
@@ -160,17 +160,17 @@ TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
         {"Refuse", "no such choice"},
     };
     for (const Row& row : rows) {
-        session.setTiles({tile("a", "Good", "kept"), tile("b", "Good", "other", "another")});
+        session.setTiles({tile(1, "Good", "kept"), tile(2, "Good", "other", "another")});
         ASSERT_TRUE(runUntilSettled());
-        session.setTiles({tile("a", row.kind), tile("b", "Good", "other", "another")});
-        ASSERT_TRUE(runUntil([&] { return !failure("a").empty(); })) << row.kind;
-        EXPECT_THAT(failure("a"), HasSubstr(row.reason)) << row.kind;
-        EXPECT_THAT(textOf(session.tile("a")), StartsWith("kept")) << row.kind;
-        EXPECT_EQ(session.tile("a")->schedule().failures(), 1) << row.kind;
-        const double wait = session.tile("a")->schedule().due().secondsSinceReferenceDate -
-                            session.tile("a")->history().lastFailure->date.secondsSinceReferenceDate;
+        session.setTiles({tile(1, row.kind), tile(2, "Good", "other", "another")});
+        ASSERT_TRUE(runUntil([&] { return !failure(1).empty(); })) << row.kind;
+        EXPECT_THAT(failure(1), HasSubstr(row.reason)) << row.kind;
+        EXPECT_THAT(textOf(session.tile(1)), StartsWith("kept")) << row.kind;
+        EXPECT_EQ(session.tile(1)->schedule().failures(), 1) << row.kind;
+        const double wait = session.tile(1)->schedule().due().secondsSinceReferenceDate -
+                            session.tile(1)->history().lastFailure->date.secondsSinceReferenceDate;
         EXPECT_NEAR(wait, 5.5, 0.51) << row.kind;
-        EXPECT_EQ(failure("b"), "") << row.kind;
+        EXPECT_EQ(failure(2), "") << row.kind;
         session.setTiles({});
         ASSERT_TRUE(runUntilAlone());
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << row.kind << " is left";
@@ -178,45 +178,45 @@ TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
 }
 
 TEST_F(SessionTest, TriesAgainWithAProcessOfItsOwn) {
-    session.setTiles({tile("a", "Die")});
-    ASSERT_TRUE(runUntil([&] { return !failure("a").empty(); }));
-    session.setTiles({tile("a", "Good", "recovered")});
+    session.setTiles({tile(1, "Die")});
+    ASSERT_TRUE(runUntil([&] { return !failure(1).empty(); }));
+    session.setTiles({tile(1, "Good", "recovered")});
     ASSERT_TRUE(runUntilSettled());
-    EXPECT_EQ(failure("a"), "");
-    EXPECT_THAT(textOf(session.tile("a")), StartsWith("recovered"));
+    EXPECT_EQ(failure(1), "");
+    EXPECT_THAT(textOf(session.tile(1)), StartsWith("recovered"));
     EXPECT_EQ(starts, 2);
 }
 
 TEST_F(SessionTest, SaysWhyAnExtensionCannotBeStarted) {
     std::vector<std::string> failures;
-    session.setTiles({tile("a", "Good", "", "gone")});
+    session.setTiles({tile(1, "Good", "", "gone")});
     session.reload(std::nullopt, [&](const auto& all) { failures = all; });
     session.step({});
-    EXPECT_THAT(failures, ElementsAre("a: no extension \"gone\" is installed"));
+    EXPECT_THAT(failures, ElementsAre("1: no extension \"gone\" is installed"));
     executable = "/nowhere/at/all";
-    session.setTiles({tile("b", "Good")});
+    session.setTiles({tile(2, "Good")});
     session.step({});
-    EXPECT_THAT(failure("b"), HasSubstr("/nowhere/at/all"));
+    EXPECT_THAT(failure(2), HasSubstr("/nowhere/at/all"));
 }
 
 TEST_F(SessionTest, AnswersToWhatIsNotAskedAnyMoreCountForNothing) {
-    session.setTiles({tile("a", "Silent", "old")});
+    session.setTiles({tile(1, "Silent", "old")});
     session.step({});
-    session.setTiles({tile("a", "Good", "new")});
+    session.setTiles({tile(1, "Good", "new")});
     ASSERT_TRUE(runUntilSettled());
-    EXPECT_THAT(textOf(session.tile("a")), StartsWith("new"));
+    EXPECT_THAT(textOf(session.tile(1)), StartsWith("new"));
     ASSERT_TRUE(runUntilAlone());
-    EXPECT_EQ(failure("a"), "");
-    EXPECT_THAT(textOf(session.tile("a")), StartsWith("new"));
+    EXPECT_EQ(failure(1), "");
+    EXPECT_THAT(textOf(session.tile(1)), StartsWith("new"));
 }
 
 TEST_F(SessionTest, MakesAnExtensionLeaveThatStays) {
     setenv("LANG", "stay", 1);
-    session.setTiles({tile("a", "Good")});
+    session.setTiles({tile(1, "Good")});
     ASSERT_TRUE(runUntilSettled());
     ASSERT_TRUE(runUntilAlone());
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
-    EXPECT_EQ(failure("a"), "");
+    EXPECT_EQ(failure(1), "");
     unsetenv("LANG");
 }
 
