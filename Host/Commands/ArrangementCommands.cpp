@@ -4,7 +4,7 @@
 #include "Host/Arrangement/ArrangementJson.h"
 #include "Host/Commands/ArrangementTable.h"
 #include "Host/Commands/DeclaredChoices.h"
-#include "Host/Connection/UserFolders.h"
+#include "Host/Commands/HostCommands.h"
 
 #include <fmt/format.h>
 
@@ -28,11 +28,11 @@ Failure failureOf(const ArrangementError& error) {
 }
 
 Outcome<ArrangementFile> arrangementFile() {
-    const auto folder = userConfigFolder();
-    if (!folder.is_absolute()) {
-        return Unexpected{Failure{ExitCode::configuration, "neither XDG_CONFIG_HOME nor HOME is an absolute path"}};
+    const auto folder = configurationFolder();
+    if (!folder) {
+        return Unexpected{folder.error()};
     }
-    return ArrangementFile(platform::DiskFileSystem::shared(), folder / "widgethost");
+    return ArrangementFile(platform::DiskFileSystem::shared(), *folder);
 }
 
 Outcome<Arrangement> currentArrangement() {
@@ -60,6 +60,7 @@ Outcome<Arrangement> carryOut(const ArrangementChange& change) {
     if (update->notice) {
         fmt::print(stderr, "widgethost: {}\n", *update->notice);
     }
+    tellOfArrangement();
     return std::move(update->arrangement);
 }
 

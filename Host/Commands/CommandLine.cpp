@@ -3,6 +3,7 @@
 #include "Host/Commands/ArrangementSubcommands.h"
 #include "Host/Commands/DescribeCommand.h"
 #include "Host/Commands/GalleryCommand.h"
+#include "Host/Commands/HostCommands.h"
 #include "Host/Commands/RenderCommand.h"
 #include "Host/Commands/SettingsOption.h"
 
@@ -60,6 +61,7 @@ class CommandLine {
         addGallery();
         arrangement_.addTo(
             app_, [this](Command command) { command_ = std::move(command); }, [this] { return choice(); });
+        addHost();
     }
 
     int run(int argc, char** argv) {
@@ -137,6 +139,20 @@ class CommandLine {
         drawing->callback([this] { command_ = [this] { return gallery(choice(), galleryFolder_); }; });
     }
 
+    void addHost() {
+        CLI::App* running = app_.add_subcommand("host", "Keep the placed widgets up to date, until told to end");
+        running->callback([this] { command_ = [this] { return runHost(choice()); }; });
+
+        CLI::App* reloading = app_.add_subcommand("reload", "Have the running host ask for its widgets at once");
+        reloading->add_option("KIND", kind_, "Only widgets of this kind");
+        reloading->callback(
+            [this] { command_ = [this] { return reloadTiles(kind_.empty() ? std::nullopt : std::optional(kind_)); }; });
+
+        CLI::App* explaining = app_.add_subcommand("explain", "Say how a placed widget is doing, and why");
+        explaining->add_option("ID", id_, "The widget's id, as list shows it")->required()->type_name("");
+        explaining->callback([this] { command_ = [this] { return explainTile(id_); }; });
+    }
+
     void addJson(CLI::App* command) { command->add_flag("--json", json_, "Print JSON, as the extension answers"); }
 
     std::optional<Failure> doRender(const CLI::App& given) {
@@ -179,7 +195,7 @@ class CommandLine {
     TextFormat textFormat() const { return json_ ? TextFormat::json : TextFormat::people; }
 
     static int finish(const std::optional<Failure>& failure) {
-        if (failure) {
+        if (failure && !failure->message.empty()) {
             fmt::print(stderr, "widgethost: {}\n", failure->message);
         }
         return static_cast<int>(failure ? failure->code : ExitCode::success);
@@ -202,6 +218,8 @@ class CommandLine {
     std::string format_ = "png";
     std::string output_;
     std::string galleryFolder_ = "gallery";
+    std::string kind_;
+    InstanceId id_ = 0;
     ArrangementSubcommands arrangement_;
 };
 

@@ -88,17 +88,24 @@ Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const Ext
     return Unexpected{Failure{ExitCode::usage, "no installed extension has the widget " + kind}};
 }
 
+platform::Expected<Manifest, std::string> manifestNamed(const std::string& identifier, const ExtensionChoice& choice) {
+    std::string reason = "the extension " + identifier + " is not installed";
+    const auto files = choice.extension ? std::vector{*choice.extension} : installedManifests();
+    for (const auto& file : files) {
+        auto manifest = choice.extension ? manifestFor(file) : readManifest(file);
+        if (!manifest) {
+            // It may be the one.
+            reason = manifest.error();
+        } else if (manifest->identifier == identifier) {
+            return *std::move(manifest);
+        }
+    }
+    return Unexpected{reason};
+}
+
 Outcome<ExtensionConnection> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice) {
-    const auto manifests = manifestsOf(choice);
-    if (!manifests) {
-        return Unexpected{manifests.error()};
-    }
-    const auto found = std::find_if(manifests->begin(), manifests->end(),
-                                    [&](const Manifest& manifest) { return manifest.identifier == identifier; });
-    if (found == manifests->end()) {
-        return Unexpected{unavailable("the extension " + identifier + " is not installed")};
-    }
-    return open(*found, choice);
+    const auto manifest = manifestNamed(identifier, choice);
+    return manifest ? open(*manifest, choice) : Unexpected{unavailable(manifest.error())};
 }
 
 std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request) {

@@ -26,6 +26,10 @@ Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& 
 /// asking.
 Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
 
+/// The manifest of the extension with that identifier; what is wrong with others' does not matter. The error is one
+/// clear line.
+platform::Expected<Manifest, std::string> manifestNamed(const std::string& identifier, const ExtensionChoice& choice);
+
 /// Starts the extension with that identifier.
 Outcome<ExtensionConnection> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice);
 

@@ -22,7 +22,7 @@ enum class ExitCode {
 
 struct Failure {
     ExitCode code = ExitCode::usage;
-    /// One clear line for standard error.
+    /// One clear line for standard error; empty where it has been said already.
     std::string message;
 };
 

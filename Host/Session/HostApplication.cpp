@@ -1,0 +1,184 @@
+#include "Host/Session/HostApplication.h"
+
+#include "Host/Session/Explanation.h"
+#include "Host/Session/RunningHost.h"
+
+#include <fmt/format.h>
+#include <glib-unix.h>
+
+#include <charconv>
+#include <csignal>
+#include <cstdio>
+
+namespace host {
+namespace {
+
+constexpr int usageError = 64;
+constexpr int unavailable = 69;
+
+void complain(const std::string& message) {
+    fmt::print(stderr, "widgethost: {}\n", message);
+    std::fflush(stderr);
+}
+
+} // namespace
+
+HostApplication::HostApplication(const Options& options)
+    : folder_(options.arrangementFolder), file_(platform::DiskFileSystem::shared(), folder_),
+      session_({.findManifest = options.findManifest,
+                .startExtension = options.startExtension,
+                .clock = platform::SystemClock::shared(),
+                .observer = options.observer,
+                .patience = options.patience}),
+      application_(g_application_new(busName, G_APPLICATION_HANDLES_COMMAND_LINE)) {
+    g_signal_connect(application_, "startup", G_CALLBACK(&HostApplication::started), this);
+    g_signal_connect(application_, "command-line", G_CALLBACK(&HostApplication::commandLine), this);
+}
+
+HostApplication::~HostApplication() {
+    g_clear_object(&monitor_);
+    g_object_unref(application_);
+}
+
+int HostApplication::run() {
+    std::string program = "widgethost";
+    std::string command = "host";
+    std::array<char*, 3> words{program.data(), command.data(), nullptr};
+    const int code = g_application_run(application_, 2, words.data());
+    return exitCode_ != 0 ? exitCode_ : code;
+}
+
+void HostApplication::started(GApplication* /*application*/, gpointer self) {
+    static_cast<HostApplication*>(self)->start();
+}
+
+int HostApplication::commandLine(GApplication* /*application*/, GApplicationCommandLine* line, gpointer self) {
+    return static_cast<HostApplication*>(self)->answer(line);
+}
+
+gboolean HostApplication::ended(gpointer self) {
+    g_application_quit(static_cast<HostApplication*>(self)->application_);
+    return G_SOURCE_CONTINUE;
+}
+
+void HostApplication::arrangementChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
+                                         GFileMonitorEvent /*event*/, gpointer self) {
+    static_cast<HostApplication*>(self)->sync();
+}
+
+void HostApplication::start() {
+    auto lock = HostLock::take(folder_);
+    if (!lock) {
+        complain(lock.error().kind == LockError::Kind::held ? "another host runs on this arrangement"
+                                                            : lock.error().message);
+        exitCode_ = unavailable;
+        g_application_quit(application_);
+        return;
+    }
+    lock_.emplace(*std::move(lock));
+    if (GDBusConnection* bus = g_application_get_dbus_connection(application_); bus != nullptr) {
+        // A login session that ends takes its bus along; GLib's own way would be to kill this process.
+        g_dbus_connection_set_exit_on_close(bus, FALSE);
+        g_signal_connect_swapped(bus, "closed", G_CALLBACK(&g_application_quit), application_);
+    } else {
+        complain("there is no session bus: commands reach this host by the arrangement's file alone");
+    }
+    g_application_hold(application_);
+    g_unix_signal_add(SIGTERM, &HostApplication::ended, this);
+    g_unix_signal_add(SIGINT, &HostApplication::ended, this);
+    loop_ = std::make_unique<SessionLoop>(session_);
+    follow();
+    sync();
+}
+
+/// The folder, not the file: whoever replaces the file makes another one.
+void HostApplication::follow() {
+    GFile* folder = g_file_new_for_path(folder_.c_str());
+    monitor_ = g_file_monitor_directory(folder, G_FILE_MONITOR_WATCH_MOVES, nullptr, nullptr);
+    g_object_unref(folder);
+    if (monitor_ != nullptr) {
+        g_signal_connect(monitor_, "changed", G_CALLBACK(&HostApplication::arrangementChanged), this);
+    }
+}
+
+void HostApplication::sync() {
+    const auto arrangement = file_.load();
+    if (!arrangement) {
+        // The tiles stay as they are until there is an arrangement that can be read.
+        if (complaint_ != arrangement.error().message) {
+            complaint_ = arrangement.error().message;
+            complain(complaint_);
+        }
+        return;
+    }
+    complaint_.clear();
+    session_.setTiles(arrangement->instances);
+    loop_->step();
+}
+
+int HostApplication::answer(GApplicationCommandLine* line) {
+    if (exitCode_ != 0) {
+        return exitCode_;
+    }
+    if (g_application_command_line_get_is_remote(line) == FALSE) {
+        return 0;
+    }
+    int count = 0;
+    char** words = g_application_command_line_get_arguments(line, &count);
+    const std::string command = count > 1 ? words[1] : "";
+    const std::optional<std::string> argument = count > 2 ? std::optional<std::string>(words[2]) : std::nullopt;
+    g_strfreev(words);
+    if (command == "host") {
+        g_application_command_line_print(line, "A host runs already.\n");
+        return 0;
+    }
+    if (command == "sync") {
+        sync();
+        return 0;
+    }
+    if (command == "reload") {
+        return reload(line, argument);
+    }
+    if (command == "explain" && argument) {
+        return explain(line, *argument);
+    }
+    g_application_command_line_printerr(line, "widgethost: the running host does not know \"%s\"\n", command.c_str());
+    return usageError;
+}
+
+int HostApplication::reload(GApplicationCommandLine* line, const std::optional<std::string>& kind) {
+    // The caller waits as long as somebody holds the line.
+    g_object_ref(line);
+    session_.reload(kind, [line](const std::vector<std::string>& failures) {
+        for (const std::string& failure : failures) {
+            g_application_command_line_printerr(line, "widgethost: %s\n", failure.c_str());
+        }
+        g_application_command_line_set_exit_status(line, failures.empty() ? 0 : unavailable);
+        g_object_unref(line);
+    });
+    loop_->step();
+    // What is answered here counts; it may all be over already.
+    return g_application_command_line_get_exit_status(line);
+}
+
+int HostApplication::explain(GApplicationCommandLine* line, const std::string& id) {
+    InstanceId number = 0;
+    const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), number);
+    const bool isNumber = error == std::errc() && end == id.data() + id.size();
+    const Tile* tile = isNumber ? session_.tile(number) : nullptr;
+    if (tile == nullptr) {
+        std::string known;
+        for (const auto& [each, ignored] : session_.tiles()) {
+            known += fmt::format("{}{}", known.empty() ? "" : ", ", each);
+        }
+        const std::string message =
+            fmt::format("there is no tile {}; there {}\n", id, known.empty() ? "are none" : "are " + known);
+        g_application_command_line_printerr(line, "widgethost: %s", message.c_str());
+        return usageError;
+    }
+    const std::string text = explanation(*tile, platform::SystemClock::shared().now());
+    g_application_command_line_print(line, "%s", text.c_str());
+    return 0;
+}
+
+} // namespace host
