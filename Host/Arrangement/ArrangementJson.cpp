@@ -22,6 +22,13 @@ using simdjson::dom::object;
 /// Why something cannot be read, in a few words; nothing where it was.
 using Fault = std::optional<std::string>;
 
+/// A name from the file, in quotes and on one line whatever it is.
+std::string quoted(std::string_view name) {
+    std::string text;
+    JsonWriter(text).text(name);
+    return text;
+}
+
 /// How the member with a name is read into its place.
 template <class Target>
 struct Member {
@@ -35,14 +42,14 @@ Fault readMembers(object json, const std::array<Member<Target>, Count>& members,
     std::set<std::string_view> seen;
     for (const auto& field : json) {
         if (!seen.insert(field.key).second) {
-            return fmt::format("\"{}\" is there twice", field.key);
+            return quoted(field.key) + " is there twice";
         }
         const auto member = std::find_if(members.begin(), members.end(),
                                          [&](const Member<Target>& each) { return each.name == field.key; });
         if (member == members.end()) {
             target.unknown.emplace(field.key, simdjson::minify(field.value));
         } else if (const Fault fault = member->read(field.value, target)) {
-            return fmt::format("\"{}\": {}", field.key, *fault);
+            return quoted(field.key) + ": " + *fault;
         }
     }
     return std::nullopt;
@@ -85,10 +92,10 @@ Fault readConfiguration(element value, Instance& instance) {
     for (const auto& field : settings) {
         std::string choice;
         if (const Fault fault = readText(field.value, choice)) {
-            return fmt::format("\"{}\": {}", field.key, *fault);
+            return quoted(field.key) + ": " + *fault;
         }
         if (!instance.configuration.emplace(field.key, std::move(choice)).second) {
-            return fmt::format("\"{}\" is there twice", field.key);
+            return quoted(field.key) + " is there twice";
         }
     }
     return std::nullopt;

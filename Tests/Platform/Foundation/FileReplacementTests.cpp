@@ -1,5 +1,6 @@
 // How the disk replaces files: whole or not at all, whatever comes in between.
 
+#include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include "Platform/Foundation/FileSystem.h"
@@ -10,7 +11,6 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <functional>
 #include <random>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -109,18 +109,6 @@ TEST(FileReplacement, ReplacesALinkAndNotWhatItLeadsTo) {
     EXPECT_EQ(folder.names(), (Names{"elsewhere", "file"}));
 }
 
-/// A process that does `work` until it answers false, and then ends with success.
-pid_t start(const std::function<bool()>& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        while (work()) {
-        }
-        _exit(EXIT_SUCCESS);
-    }
-    EXPECT_GT(child, 0);
-    return child;
-}
-
 bool isWhole(const std::string& content) {
     return content.size() >= 1'000'000 &&
            std::all_of(content.begin(), content.end(), [&](char byte) { return byte == content.front(); });
@@ -133,13 +121,11 @@ TEST(FileReplacement, LeavesAWholeFileAndNoWasteWhenItIsKilled) {
     std::minstd_rand random(7);
     bool hasLeftSomething = false;
     for (int round = 0; round < 60 || (!hasLeftSomething && round < 1000); ++round) {
-        const pid_t writer = start(
+        const pid_t writer = startProcess(
             [&, count = 0U]() mutable { return !replace(folder.path("file"), contents[++count % 2]).has_value(); });
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
         kill(writer, SIGKILL);
-        int status = 0;
-        ASSERT_EQ(waitpid(writer, &status, 0), writer);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "it could not write";
+        ASSERT_TRUE(WIFSIGNALED(statusOf(writer))) << "it could not write";
         ASSERT_TRUE(isWhole(folder.content("file"))) << round;
         hasLeftSomething = hasLeftSomething || folder.names().size() > 1;
         ASSERT_LE(folder.names().size(), 2U);
@@ -162,8 +148,8 @@ TEST(FileReplacement, HasWritersWaitForEachOther) {
             return ++count < 40;
         };
     };
-    const pid_t writers[] = {start(writeOften('a', 1'000'000)), start(writeOften('b', 2'000'000)),
-                             start(writeOften('c', 1'500'000))};
+    const pid_t writers[] = {startProcess(writeOften('a', 1'000'000)), startProcess(writeOften('b', 2'000'000)),
+                             startProcess(writeOften('c', 1'500'000))};
     for (const pid_t writer : writers) {
         int status = 0;
         while (waitpid(writer, &status, WNOHANG) == 0) {

@@ -1,0 +1,33 @@
+// Any file as an arrangement: what is read as one comes back as it was when it is written and read again, and still
+// takes a widget, if there is room.
+
+#include "Host/Arrangement/ArrangementJson.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void requireReadAgain(const host::Arrangement& arrangement) {
+    const std::string json = host::arrangementJson(arrangement);
+    const auto again = host::arrangementFromJson(json);
+    if (json.size() <= host::greatestArrangementFile && (!again || !(*again == arrangement))) {
+        std::abort();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto arrangement = host::arrangementFromJson({reinterpret_cast<const char*>(data), size});
+    if (!arrangement) {
+        return 0;
+    }
+    requireReadAgain(*arrangement);
+    const auto larger = host::changed(
+        *arrangement, host::Addition{{.extension = "e", .kind = "k", .family = "f", .position = host::Position{}}});
+    if (larger) {
+        requireReadAgain(*larger);
+    }
+    return 0;
+}

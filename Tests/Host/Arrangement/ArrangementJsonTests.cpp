@@ -1,0 +1,166 @@
+#include "Host/Arrangement/ArrangementJson.h"
+
+#include <gtest/gtest.h>
+
+namespace host {
+namespace {
+
+const Arrangement example{
+    .instances = {{.id = 1,
+                   .extension = "net.foliovault.widgets",
+                   .kind = "FavoritesWidget",
+                   .family = "medium",
+                   .configuration = {{"group", "Ünï \"x\"\n"}, {"sort", ""}},
+                   .output = "DP-1",
+                   .position = Position{-4.5, 60},
+                   .unknown = {{"opacity", "0.5"}, {"\"", "[1,{\"a\":null}]"}}},
+                  {.id = 8, .extension = "net.foliovault.widgets", .kind = "TipsWidget", .family = "small"}},
+    .nextId = 12,
+    .unknown = {{"theme", "{\"dark\":true}"}}};
+
+const std::string exampleJson =
+    R"({"version":1,"nextId":12,"theme":{"dark":true},"instances":[
+{"id":1,"extension":"net.foliovault.widgets","kind":"FavoritesWidget","family":"medium",)"
+    R"("configuration":{"group":"Ünï \"x\"\n","sort":""},"output":"DP-1","position":[-4.5,60],)"
+    R"("\"":[1,{"a":null}],"opacity":0.5},
+{"id":8,"extension":"net.foliovault.widgets","kind":"TipsWidget","family":"small"}
+]}
+)";
+
+std::string listing(const std::string& instances) {
+    return R"({"version":1,"instances":[)" + instances + "]}";
+}
+
+std::string plain(const std::string& id, const std::string& more = "") {
+    return R"({"id":)" + id + R"(,"extension":"e","kind":"k","family":"f")" + more + "}";
+}
+
+TEST(ArrangementJson, IsWrittenOneInstanceALineAndReadAgain) {
+    EXPECT_EQ(arrangementJson(example), exampleJson);
+    const auto read = arrangementFromJson(exampleJson);
+    ASSERT_TRUE(read) << read.error().reason;
+    EXPECT_TRUE(*read == example);
+    EXPECT_EQ(arrangementJson({}), "{\"version\":1,\"nextId\":1,\"instances\":[\n]}\n");
+    EXPECT_TRUE(*arrangementFromJson(arrangementJson({})) == Arrangement{});
+    EXPECT_EQ(instancesJson({}), "[]");
+}
+
+TEST(ArrangementJson, TellsWhatIsWrong) {
+    struct Row {
+        std::string json;
+        const char* reason;
+    };
+    for (const auto& [json, reason] : std::initializer_list<Row>{
+             {"", "not a JSON object"},
+             {"[]", "not a JSON object"},
+             {"{} {}", "not a JSON object"},
+             {std::string("{\0}", 3), "not a JSON object"},
+             {R"({"version":1,"instances":["\xFF"]})", "not a JSON object"},
+             {std::string(5000, '['), "not a JSON object"},
+             {"{}", "\"version\": missing or not a version"},
+             {R"({"version":0,"instances":[]})", "\"version\": missing or not a version"},
+             {R"({"version":-2,"instances":[]})", "\"version\": missing or not a version"},
+             {R"({"version":"2","instances":[]})", "\"version\": missing or not a version"},
+             {R"({"version":1.0,"instances":[]})", "\"version\": missing or not a version"},
+             {R"({"version":1})", "\"instances\": missing"},
+             {R"({"version":1,"version":2,"instances":[]})", "\"version\" is there twice"},
+             {R"({"version":1,"instances":[],"x":1,"x":1})", "\"x\" is there twice"},
+             {R"({"version":1,"instances":[],"a\nb":1,"a\nb":1})", "\"a\\nb\" is there twice"},
+             {R"({"version":1,"nextId":0,"instances":[]})", "\"nextId\": not an id"},
+             {R"({"version":1,"nextId":4294967296,"instances":[]})", "\"nextId\": not an id"},
+             {R"({"version":1,"instances":{}})", "\"instances\": not a list"},
+             {listing("7"), "\"instances\": no. 1: not an object"},
+             {listing(plain("1") + ",{}"), "\"instances\": no. 2: without an id"},
+             {listing(plain("1") + "," + plain("2") + "," + plain("1")), "\"instances\": two have the id 1"},
+             {listing(plain("0")), "\"instances\": no. 1: \"id\": not an id"},
+             {listing(plain("1.5")), "\"instances\": no. 1: \"id\": not an id"},
+             {listing(plain("\"1\"")), "\"instances\": no. 1: \"id\": not an id"},
+             {listing(plain("4294967295")), "\"instances\": no. 1: \"id\": not an id"},
+             {listing(plain("4294967297")), "\"instances\": no. 1: \"id\": not an id"},
+             {listing(R"({"id":1,"kind":"k","family":"f"})"),
+              "\"instances\": no. 1: extension, kind and family must be named"},
+             {listing(plain("1", R"(,"kind":"k")")), "\"instances\": no. 1: \"kind\" is there twice"},
+             {listing(R"({"id":1,"kind":7})"), "\"instances\": no. 1: \"kind\": not a text"},
+             {listing(plain("1", R"(,"configuration":[])")), "\"instances\": no. 1: \"configuration\": not an object"},
+             {listing(plain("1", R"(,"configuration":{"a":1})")),
+              "\"instances\": no. 1: \"configuration\": \"a\": not a text"},
+             {listing(plain("1", R"(,"configuration":{"a":"","a":""})")),
+              "\"instances\": no. 1: \"configuration\": \"a\" is there twice"},
+             {listing(plain("1", R"(,"output":null)")), "\"instances\": no. 1: \"output\": not a text"},
+             {listing(plain("1", R"(,"output":"")")),
+              "\"instances\": no. 1: the name of the output is empty or not UTF-8"},
+             {listing(plain("1", R"(,"position":[1])")), "\"instances\": no. 1: \"position\": not two numbers"},
+             {listing(plain("1", R"(,"position":[1,2,3])")), "\"instances\": no. 1: \"position\": not two numbers"},
+             {listing(plain("1", R"(,"position":["1",2])")), "\"instances\": no. 1: \"position\": not two numbers"},
+             {listing(plain("1", R"(,"position":[1,1e6])")),
+              "\"instances\": no. 1: the position is not within ±100000"}}) {
+        const auto read = arrangementFromJson(json);
+        ASSERT_FALSE(read) << json;
+        EXPECT_EQ(read.error().kind, UnreadableArrangement::Kind::broken) << json;
+        EXPECT_EQ(read.error().reason, reason) << json;
+    }
+}
+
+TEST(ArrangementJson, TellsANewerFormWhateverItLooksLike) {
+    for (const char* json : {R"({"version":2,"instances":[]})", R"({"instances":7,"version":18446744073709551615})",
+                             R"({"version":3,"screens":{}})", R"({"x":1,"x":2,"version":2})"}) {
+        const auto read = arrangementFromJson(json);
+        ASSERT_FALSE(read) << json;
+        EXPECT_EQ(read.error().kind, UnreadableArrangement::Kind::newer) << json;
+    }
+}
+
+TEST(ArrangementJson, IsBrokenWhereverItIsCut) {
+    for (std::size_t size = 0; size + 1 < exampleJson.size(); ++size) {
+        EXPECT_FALSE(arrangementFromJson(exampleJson.substr(0, size))) << size;
+    }
+}
+
+/// Wherever a byte is another one, the file is broken, or something that can be kept.
+TEST(ArrangementJson, BearsAnyByteAnywhere) {
+    for (std::size_t at = 0; at < exampleJson.size(); ++at) {
+        for (const char byte : {'\0', '"', '\\', '{', ']', ',', '9', '-', ' ', '\xC3', '\xFF'}) {
+            std::string json = exampleJson;
+            json[at] = byte;
+            const auto read = arrangementFromJson(json);
+            if (read) {
+                const auto again = arrangementFromJson(arrangementJson(*read));
+                ASSERT_TRUE(again && *again == *read) << json;
+            }
+        }
+    }
+}
+
+TEST(ArrangementJson, HasBounds) {
+    for (const std::size_t count : {Arrangement::greatestCount, Arrangement::greatestCount + 1}) {
+        std::string instances;
+        for (std::size_t id = 1; id <= count; ++id) {
+            instances += (id > 1 ? "," : "") + plain(std::to_string(id));
+        }
+        EXPECT_EQ(static_cast<bool>(arrangementFromJson(listing(instances))), count <= Arrangement::greatestCount);
+    }
+    std::string large = exampleJson;
+    large.resize(greatestArrangementFile, ' ');
+    EXPECT_TRUE(arrangementFromJson(large));
+    EXPECT_FALSE(arrangementFromJson(large + ' '));
+}
+
+TEST(ArrangementJson, NeverGoesBackToAnIdThatIsTaken) {
+    struct Row {
+        std::string json;
+        InstanceId nextId;
+    };
+    for (const auto& [json, nextId] :
+         std::initializer_list<Row>{{listing(""), 1},
+                                    {listing(plain("7") + "," + plain("3")), 8},
+                                    {R"({"nextId":2,"version":1,"instances":[)" + plain("7") + "]}", 8},
+                                    {R"({"version":1,"instances":[)" + plain("7") + R"(],"nextId":20})", 20},
+                                    {listing(plain("4294967294")), 4'294'967'295U}}) {
+        const auto read = arrangementFromJson(json);
+        ASSERT_TRUE(read) << json;
+        EXPECT_EQ(read->nextId, nextId) << json;
+    }
+}
+
+} // namespace
+} // namespace host

@@ -1,0 +1,100 @@
+#include "Host/Arrangement/Arrangement.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace host {
+namespace {
+
+Instance favorites(InstanceId id = 0) {
+    return {.id = id,
+            .extension = "net.foliovault.widgets",
+            .kind = "FavoritesWidget",
+            .family = "medium",
+            .configuration = {{"group", "Work"}},
+            .output = "DP-1",
+            .position = Position{40, 60},
+            .unknown = {{"opacity", "0.5"}}};
+}
+
+Arrangement three() {
+    return {.instances = {favorites(1), favorites(2), favorites(5)}, .nextId = 7, .unknown = {{"theme", "\"dark\""}}};
+}
+
+/// What `alter` does to the second of three is all that `change` does.
+template <class Alter>
+void expectSecond(const ArrangementChange& change, Alter alter) {
+    Arrangement expected = three();
+    alter(expected.instances[1]);
+    const auto found = changed(three(), change);
+    ASSERT_TRUE(found) << found.error();
+    EXPECT_TRUE(*found == expected);
+}
+
+TEST(Arrangement, ChangesOneInstanceAndNothingElse) {
+    expectSecond(Edit{2, {{"group", "Home"}}}, [](Instance& it) { it.configuration = {{"group", "Home"}}; });
+    expectSecond(Edit{2, {{"sort", "name"}}}, [](Instance& it) { it.configuration.emplace("sort", "name"); });
+    expectSecond(Edit{2, {}}, [](Instance&) {});
+    expectSecond(Move{2, {-0.5, 100'000}, {}}, [](Instance& it) { it.position = {-0.5, 100'000}; });
+    expectSecond(Move{2, {1, 2}, "HDMI-A-1"}, [](Instance& it) {
+        it.position = {1, 2};
+        it.output = "HDMI-A-1";
+    });
+    expectSecond(Resizing{2, "small"}, [](Instance& it) { it.family = "small"; });
+}
+
+TEST(Arrangement, GivesNoIdTwice) {
+    Arrangement arrangement;
+    const auto apply = [&](const ArrangementChange& change) { arrangement = *changed(arrangement, change); };
+    apply(Addition{favorites(77)});
+    apply(Addition{favorites(77)});
+    apply(Removal{2});
+    apply(Addition{favorites()});
+    apply(Removal{1});
+    EXPECT_TRUE((arrangement == Arrangement{.instances = {favorites(3)}, .nextId = 4}));
+    apply(Removal{3});
+    apply(Addition{favorites()});
+    EXPECT_EQ(arrangement.instances.front().id, 4U);
+}
+
+TEST(Arrangement, RefusesInWords) {
+    Arrangement full = three();
+    full.instances.resize(Arrangement::greatestCount, favorites(6));
+    Arrangement exhausted = three();
+    exhausted.nextId = std::numeric_limits<InstanceId>::max();
+    Instance nameless = favorites();
+    nameless.kind.clear();
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    struct Row {
+        Arrangement arrangement;
+        ArrangementChange change;
+        const char* says;
+    };
+    for (const auto& [arrangement, change, says] : std::initializer_list<Row>{
+             {three(), Removal{3}, "there is no widget 3; there are 1, 2, 5"},
+             {three(), Edit{0, {{"group", "Work"}}}, "there is no widget 0; there are 1, 2, 5"},
+             {three(), Move{7, {1, 2}, {}}, "there is no widget 7; there are 1, 2, 5"},
+             {three(), Resizing{6, "small"}, "there is no widget 6; there are 1, 2, 5"},
+             {{}, Removal{1}, "there is no widget 1; none is placed"},
+             {full, Addition{favorites()}, "there are 1000 widgets, and no room for more"},
+             {exhausted, Addition{favorites()}, "every id has been given; a new arrangement would begin at 1 again"},
+             {three(), Addition{nameless}, "extension, kind and family must be named"},
+             {three(), Resizing{1, ""}, "extension, kind and family must be named"},
+             {three(), Resizing{1, "\xC0"}, "the name of the extension, the kind or the family is not UTF-8"},
+             {three(), Edit{1, {{"group", "\xFF"}}}, "a setting is not UTF-8"},
+             {three(), Edit{1, {{"gr\xED\xA0\x80", "x"}}}, "a setting is not UTF-8"},
+             {three(), Move{1, {1, 2}, ""}, "the name of the output is empty or not UTF-8"},
+             {three(), Move{1, {1, 2}, "DP-\x80"}, "the name of the output is empty or not UTF-8"},
+             {three(), Move{1, {100'000.5, 2}, {}}, "the position is not within ±100000"},
+             {three(), Move{1, {0, nan}, {}}, "the position is not within ±100000"},
+             {three(), Move{1, {-infinity, 0}, {}}, "the position is not within ±100000"}}) {
+        const auto found = changed(arrangement, change);
+        ASSERT_FALSE(found) << says;
+        EXPECT_EQ(found.error(), says);
+    }
+}
+
+} // namespace
+} // namespace host

@@ -1,0 +1,32 @@
+// Processes beside the test's own.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace platform {
+
+/// A process that does `work` until it answers false, and then ends with success.
+inline pid_t startProcess(const std::function<bool()>& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        while (work()) {
+        }
+        _exit(EXIT_SUCCESS);
+    }
+    EXPECT_GT(child, 0);
+    return child;
+}
+
+/// Waits for its end and answers how it came, as waitpid(2) says it.
+inline int statusOf(pid_t child) {
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return status;
+}
+
+} // namespace platform
