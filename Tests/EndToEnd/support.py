@@ -12,7 +12,7 @@ PROGRAMS = Path(os.environ["PROGRAMS"])
 EXTENSION = PROGRAMS / "foliovault-widgets"
 HOST = PROGRAMS / "widgethost"
 PROJECT = Path(__file__).resolve().parent.parent.parent
-OK, USAGE, UNAVAILABLE, CANNOT_CREATE = 0, 64, 69, 73
+OK, USAGE, UNAVAILABLE, CANNOT_CREATE, CONFIGURATION = 0, 64, 69, 73, 78
 FAMILIES = ("small", "medium", "large", "extraLarge")
 # The list widgets by kind, with the file of the library that each shows.
 LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites.plist", "WorkspacesWidget": "OrderedWorkspaces.plist"}
@@ -113,7 +113,8 @@ def host(*arguments, **more):
 
 class HostTest(HomeTest):
     def host(self, *arguments, extension=EXTENSION, **more):
-        variables = {**os.environ, **NO_WEB, "XDG_DATA_HOME": str(self.home / "data"), "HOME": str(self.home), "LANG": "C"}
+        variables = {**os.environ, **NO_WEB, "XDG_DATA_HOME": str(self.home / "data"), "XDG_CONFIG_HOME": str(self.home / "config"),
+                     "HOME": str(self.home), "LANG": "C"}
         return host("--extension", extension, "--home", self.home, *arguments, env=variables, **more)
 
     def succeed(self, *arguments, **more):
