@@ -55,6 +55,8 @@ class CommandLine {
         app_.add_option("--home", homePath_, "The folder that the extension takes for the user's home")
             ->type_name("FOLDER")
             ->check(CLI::ExistingDirectory);
+        app_.add_flag("--unconfined", unconfined_,
+                      "Let the extension do what the user may; for finding out whether confinement is at fault");
         addDescribe();
         addOptions();
         addRender();
@@ -189,6 +191,7 @@ class CommandLine {
         if (app_.count("--home") > 0) {
             chosen.home = homePath_;
         }
+        chosen.confined = unconfined_ ? Confined::no : Confined::yes;
         return chosen;
     }
 
@@ -205,6 +208,7 @@ class CommandLine {
     Command command_;
     std::string extensionPath_;
     std::string homePath_;
+    bool unconfined_ = false;
     bool json_ = false;
     OptionsRequest optionsRequest_;
     std::string matching_;

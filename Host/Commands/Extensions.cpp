@@ -38,7 +38,7 @@ Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
 }
 
 Outcome<ExtensionConnection> open(const Manifest& manifest, const ExtensionChoice& choice) {
-    auto connection = ExtensionConnection::open(manifest, choice.home);
+    auto connection = ExtensionConnection::open(manifest, choice.home, choice.confined);
     if (!connection) {
         return Unexpected{unavailable(connection.error().message)};
     }

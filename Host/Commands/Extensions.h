@@ -17,6 +17,7 @@ namespace host {
 struct ExtensionChoice {
     std::optional<std::filesystem::path> extension;
     std::optional<std::filesystem::path> home;
+    Confined confined = Confined::yes;
 };
 
 /// Starts the chosen extension, or every installed one; at least one.

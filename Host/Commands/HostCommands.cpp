@@ -53,7 +53,10 @@ std::optional<Failure> runHost(const ExtensionChoice& choice) {
     HostApplication application(
         {.arrangementFolder = *folder,
          .findManifest = [choice](const std::string& identifier) { return manifestNamed(identifier, choice); },
-         .startExtension = [choice](const Manifest& manifest) { return ExtensionChannel::open(manifest, choice.home); },
+         .startExtension =
+             [choice](const Manifest& manifest) {
+                 return ExtensionChannel::open(manifest, choice.home, choice.confined);
+             },
          .observer = observer,
          .patience = {}});
     return saidAlready(application.run());

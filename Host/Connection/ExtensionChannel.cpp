@@ -45,14 +45,14 @@ std::string_view lastLine(std::string_view text) {
 } // namespace
 
 platform::Expected<ExtensionChannel, std::string>
-ExtensionChannel::open(const Manifest& manifest, const std::optional<std::filesystem::path>& home) {
+ExtensionChannel::open(const Manifest& manifest, const std::optional<std::filesystem::path>& home, Confined confined) {
     // A write to an extension that has gone is an error to be handled, not a signal.
     std::signal(SIGPIPE, SIG_IGN);
     auto environment = makeExtensionEnvironment(manifest, home);
     if (!environment) {
         return Unexpected{environment.error()};
     }
-    auto process = ExtensionProcess::start(manifest, *std::move(environment));
+    auto process = ExtensionProcess::start(manifest, *std::move(environment), confined);
     if (!process) {
         return Unexpected{process.error()};
     }

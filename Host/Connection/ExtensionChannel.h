@@ -28,8 +28,8 @@ class ExtensionChannel {
     static constexpr int mostUnasked = 1000;
 
     /// Starts the extension; `home` as in `makeExtensionEnvironment`. The error is one clear line.
-    static platform::Expected<ExtensionChannel, std::string> open(const Manifest& manifest,
-                                                                  const std::optional<std::filesystem::path>& home);
+    static platform::Expected<ExtensionChannel, std::string>
+    open(const Manifest& manifest, const std::optional<std::filesystem::path>& home, Confined confined);
 
     /// Sends a request as soon as there is room; `params` is a JSON object. The answer comes under the id.
     std::int64_t send(std::string_view method, std::string_view params);
@@ -57,6 +57,9 @@ class ExtensionChannel {
 
     /// Why no more answers will come, one clear line; nothing while they may. The process has ended then.
     const std::optional<std::string>& lost() const { return lost_; }
+
+    /// Whether the extension does not see all that it may: see `ExtensionProcess::isStale`.
+    bool isStale() const { return process_.isStale(); }
 
     /// Kills the extension, because it `why` ("was silent for 60 seconds").
     void lose(std::string_view why);

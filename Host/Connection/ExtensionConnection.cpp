@@ -21,8 +21,9 @@ platform::Expected<std::string, ConnectionError> answerWithResult(std::string li
 }
 
 platform::Expected<ExtensionConnection, ConnectionError>
-ExtensionConnection::open(const Manifest& manifest, const std::optional<std::filesystem::path>& home) {
-    auto channel = ExtensionChannel::open(manifest, home);
+ExtensionConnection::open(const Manifest& manifest, const std::optional<std::filesystem::path>& home,
+                          Confined confined) {
+    auto channel = ExtensionChannel::open(manifest, home, confined);
     if (!channel) {
         return Unexpected{ConnectionError{.message = channel.error()}};
     }

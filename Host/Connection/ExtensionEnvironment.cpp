@@ -1,6 +1,7 @@
 #include "Host/Connection/ExtensionEnvironment.h"
 
 #include "Host/Connection/UserFolders.h"
+#include "Platform/Foundation/UserDatabase.h"
 
 #include <fmt/format.h>
 
@@ -55,8 +56,9 @@ platform::Expected<TemporaryFolder, std::string> userDatabaseWith(const fs::path
     variables.push_back("NSS_WRAPPER_PASSWD=" + users.string());
     variables.push_back("NSS_WRAPPER_GROUP=" + groups.string());
 #ifdef __SANITIZE_ADDRESS__
-    // A sanitized extension wants to be the first library; the wrapper is loaded before it.
-    variables.emplace_back("ASAN_OPTIONS=verify_asan_link_order=0");
+    // A sanitized extension wants to be the first library; the wrapper is loaded before it. At its end it would look
+    // for leaks by a process that traces it, which confinement refuses.
+    variables.emplace_back("ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0");
 #endif
     return folder;
 }
@@ -66,6 +68,10 @@ fs::path absoluteFolder(const fs::path& path) {
     std::error_code failure;
     const fs::path normal = fs::absolute(path, failure).lexically_normal();
     return normal.has_filename() ? normal : normal.parent_path();
+}
+
+std::string recordedHome() {
+    return platform::SystemUserDatabase::shared().recordedHome().value_or(std::string());
 }
 
 } // namespace
@@ -94,13 +100,14 @@ platform::Expected<ExtensionEnvironment, std::string> makeExtensionEnvironment(c
                                                                                const std::optional<fs::path>& home) {
     ExtensionEnvironment environment;
     std::error_code failure;
-    const fs::path data = home ? absoluteFolder(*home) / ".local" / "share" : userDataFolder();
-    const fs::path container = data / "widgethost" / "containers" / manifest.identifier;
-    const fs::path caches = container / "Caches";
+    environment.home = home ? absoluteFolder(*home) : fs::path(recordedHome());
+    const fs::path data = home ? environment.home / ".local" / "share" : userDataFolder();
+    environment.container = data / "widgethost" / "containers" / manifest.identifier;
+    const fs::path caches = environment.container / "Caches";
     fs::create_directories(caches, failure);
     if (failure) {
-        return Unexpected{
-            fmt::format("cannot make the extension's container {}: {}", container.string(), failure.message())};
+        return Unexpected{fmt::format("cannot make the extension's container {}: {}", environment.container.string(),
+                                      failure.message())};
     }
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string_view text = *variable;
@@ -108,10 +115,10 @@ platform::Expected<ExtensionEnvironment, std::string> makeExtensionEnvironment(c
             environment.variables.emplace_back(text);
         }
     }
-    environment.variables.push_back("HOME=" + container.string());
+    environment.variables.push_back("HOME=" + environment.container.string());
     environment.variables.push_back("XDG_CACHE_HOME=" + caches.string());
     if (home) {
-        auto database = userDatabaseWith(absoluteFolder(*home), environment.variables);
+        auto database = userDatabaseWith(environment.home, environment.variables);
         if (!database) {
             return Unexpected{database.error()};
         }

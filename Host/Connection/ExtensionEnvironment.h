@@ -26,6 +26,10 @@ class TemporaryFolder {
 };
 
 struct ExtensionEnvironment {
+    /// What the extension is to take for the user's real home. Empty where the user database knows none.
+    std::filesystem::path home;
+    /// The extension's own folder.
+    std::filesystem::path container;
     /// "NAME=value" each.
     std::vector<std::string> variables;
     /// Holds the user database of a home that is not the user's own.

@@ -6,10 +6,12 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <memory>
 #include <poll.h>
-#include <spawn.h>
+#include <sched.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,12 +31,21 @@ struct Pipe {
     Descriptor writing;
 };
 
+/// Away from the numbers of standard input, output and errors, which a host may have been started without.
+Descriptor awayFromStandard(Descriptor descriptor) {
+    if (descriptor.number() > STDERR_FILENO) {
+        return descriptor;
+    }
+    return Descriptor(fcntl(descriptor.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
 std::optional<Pipe> makePipe() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }
-    return Pipe{Descriptor(ends[0]), Descriptor(ends[1])};
+    Pipe made{awayFromStandard(Descriptor(ends[0])), awayFromStandard(Descriptor(ends[1]))};
+    return made.reading.isOpen() && made.writing.isOpen() ? std::optional(std::move(made)) : std::nullopt;
 }
 
 /// Waits until the process has ended or the time is over; false if it still runs.
@@ -54,37 +65,76 @@ std::string howItEnded(int status) {
     return fmt::format("exited with {}", WEXITSTATUS(status));
 }
 
-/// What the child is to be like: a session of its own, default signals, three descriptors and no more.
-class SpawnSettings {
-  public:
-    SpawnSettings(int input, int output, int errors) {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, errors, STDERR_FILENO);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
-        posix_spawnattr_init(&attributes_);
-        sigset_t none;
-        sigset_t all;
-        sigemptyset(&none);
-        sigfillset(&all);
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        posix_spawnattr_setsigdefault(&attributes_, &all);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    SpawnSettings(const SpawnSettings&) = delete;
-    SpawnSettings& operator=(const SpawnSettings&) = delete;
-    ~SpawnSettings() {
-        posix_spawn_file_actions_destroy(&actions_);
-        posix_spawnattr_destroy(&attributes_);
-    }
-    const posix_spawn_file_actions_t* actions() const { return &actions_; }
-    const posix_spawnattr_t* attributes() const { return &attributes_; }
+/// Room for the few calls of a child that shares the host's memory; sanitized frames are large.
+constexpr std::size_t childStackSize = std::size_t{256} << 10U;
 
-  private:
-    posix_spawn_file_actions_t actions_{};
-    posix_spawnattr_t attributes_{};
+/// What the child needs, and what it leaves behind: it shares the host's memory until it becomes the extension.
+struct Start {
+    const char* program = nullptr;
+    char* const* arguments = nullptr;
+    char* const* variables = nullptr;
+    std::array<int, 3> descriptors{};
+    const Confinement* confinement = nullptr;
+    Confinement::Failure confining;
+    int executing = 0;
 };
+
+/// The child between its birth and the extension's first instruction. Only system calls: whatever the host's other
+/// threads hold locked stays locked here.
+int becomeExtension(void* given) {
+    Start& start = *static_cast<Start*>(given);
+    setsid();
+    // What the host ignores or handles is not the extension's business. All are blocked so far: none is handled here.
+    struct sigaction standard {};
+    standard.sa_handler = SIG_DFL;
+    for (int number = 1; number < NSIG; ++number) {
+        sigaction(number, &standard, nullptr);
+    }
+    for (int number = 0; number < 3; ++number) {
+        dup2(start.descriptors[static_cast<std::size_t>(number)], number);
+    }
+    if (start.confinement != nullptr) {
+        start.confining = start.confinement->enter();
+        if (start.confining.step != Confinement::Step::none) {
+            _exit(EXIT_FAILURE);
+        }
+    }
+    close_range(STDERR_FILENO + 1, ~0U, 0);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    execve(start.program, start.arguments, start.variables);
+    start.executing = errno;
+    _exit(EXIT_FAILURE);
+}
+
+/// Forgets a child that did not become the extension.
+void reap(pid_t process) {
+    while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+/// The extension's process, or the errno of what went wrong; `start` has what went wrong in the child.
+platform::Expected<pid_t, int> runChild(Start& start) {
+    const std::unique_ptr<std::byte[]> stack(new std::byte[childStackSize]);
+    // Handlers of the host's must not run in the child, which shares its memory.
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    const pid_t process =
+        clone(becomeExtension, stack.get() + childStackSize, CLONE_VM | CLONE_VFORK | SIGCHLD, &start);
+    const int error = process < 0 ? errno : 0;
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    if (process < 0) {
+        return Unexpected{error};
+    }
+    if (start.confining.step != Confinement::Step::none || start.executing != 0) {
+        reap(process);
+        return Unexpected{start.executing != 0 ? start.executing : start.confining.error};
+    }
+    return process;
+}
 
 } // namespace
 
@@ -106,13 +156,18 @@ int Descriptor::release() {
     return std::exchange(number_, -1);
 }
 
-platform::Expected<ExtensionProcess, std::string> ExtensionProcess::start(const Manifest& manifest,
-                                                                          ExtensionEnvironment environment) {
+platform::Expected<ExtensionProcess, std::string>
+ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environment, Confined confined) {
     auto input = makePipe();
     auto output = makePipe();
     auto errors = makePipe();
     if (!input || !output || !errors) {
         return Unexpected{fmt::format("no pipe to the extension: {}", std::strerror(errno))};
+    }
+    std::optional<Confinement> confinement;
+    if (confined == Confined::yes) {
+        const auto interpreter = scriptInterpreter(manifest.executable);
+        confinement.emplace(Confinement::prepare(confinementRules(manifest, environment, interpreter)));
     }
     std::vector<char*> variables;
     for (std::string& variable : environment.variables) {
@@ -121,14 +176,23 @@ platform::Expected<ExtensionProcess, std::string> ExtensionProcess::start(const 
     variables.push_back(nullptr);
     std::string program = manifest.executable.string();
     std::array<char*, 2> arguments{program.data(), nullptr};
-    const SpawnSettings settings(input->reading.number(), output->writing.number(), errors->writing.number());
-    pid_t process = 0;
-    const int failure = posix_spawn(&process, program.c_str(), settings.actions(), settings.attributes(),
-                                    arguments.data(), variables.data());
-    if (failure != 0) {
-        return Unexpected{fmt::format("cannot start the extension {}: {}", program, std::strerror(failure))};
+    const Start start{.program = program.c_str(),
+                      .arguments = arguments.data(),
+                      .variables = variables.data(),
+                      .descriptors = {input->reading.number(), output->writing.number(), errors->writing.number()},
+                      .confinement = confinement ? &*confinement : nullptr};
+    Start tried = start;
+    auto process = runChild(tried);
+    if (tried.confining.step == Confinement::Step::userNamespace) {
+        confinement->renounceUserNamespace();
+        tried = start;
+        process = runChild(tried);
     }
-    ExtensionProcess started(process, std::move(environment));
+    if (!process) {
+        const char* what = tried.confining.step == Confinement::Step::none ? "start" : "confine";
+        return Unexpected{fmt::format("cannot {} the extension {}: {}", what, program, std::strerror(process.error()))};
+    }
+    ExtensionProcess started(*process, std::move(environment), std::move(confinement));
     started.input_ = std::move(input->writing);
     started.output_ = std::move(output->reading);
     started.errors_ = std::move(errors->reading);
@@ -137,7 +201,8 @@ platform::Expected<ExtensionProcess, std::string> ExtensionProcess::start(const 
 
 ExtensionProcess::ExtensionProcess(ExtensionProcess&& other) noexcept
     : process_(std::exchange(other.process_, 0)), environment_(std::move(other.environment_)),
-      input_(std::move(other.input_)), output_(std::move(other.output_)), errors_(std::move(other.errors_)) {}
+      confinement_(std::move(other.confinement_)), input_(std::move(other.input_)), output_(std::move(other.output_)),
+      errors_(std::move(other.errors_)) {}
 
 ExtensionProcess::~ExtensionProcess() {
     end(Patience::aMoment);
@@ -152,6 +217,8 @@ std::string ExtensionProcess::end(Patience patience) {
     if (!waitForEnd(process_, patience == Patience::none ? 0 : graceMilliseconds)) {
         kill(process_, SIGKILL);
     }
+    // Its group is still its own until it is waited for.
+    kill(-process_, SIGKILL);
     int status = 0;
     while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
     }

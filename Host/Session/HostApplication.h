@@ -33,8 +33,8 @@ class HostApplication {
     HostApplication& operator=(const HostApplication&) = delete;
     ~HostApplication();
 
-    /// Runs until SIGTERM, SIGINT or the end of the bus, and answers the exit code: 0; or 69 at once where another host runs on this
-    /// arrangement. A host on this bus that runs already is no failure: it says so itself.
+    /// Runs until SIGTERM, SIGINT or the end of the bus, and answers the exit code: 0; or 69 at once where another host
+    /// runs on this arrangement. A host on this bus that runs already is no failure: it says so itself.
     int run();
 
   private:

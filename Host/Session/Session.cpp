@@ -176,9 +176,15 @@ void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) 
 Expected<RunningExtension*, std::string> Session::running(const std::string& identifier) {
     const auto [first, last] = extensions_.equal_range(identifier);
     for (auto each = first; each != last; ++each) {
-        if (!each->second->isLeaving()) {
-            return each->second.get();
+        RunningExtension& extension = *each->second;
+        if (extension.isLeaving()) {
+            continue;
         }
+        if (!extension.channel().isStale()) {
+            return &extension;
+        }
+        // What it may read lies somewhere else now; another process will see it.
+        extension.dismiss(steadyNow());
     }
     const auto manifest = around_.findManifest(identifier);
     if (!manifest) {

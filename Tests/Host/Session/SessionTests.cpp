@@ -88,7 +88,7 @@ class SessionTest : public ::testing::Test, public SessionObserver {
          .startExtension =
              [this](const Manifest& manifest) {
                  ++starts;
-                 return ExtensionChannel::open(manifest, home);
+                 return ExtensionChannel::open(manifest, home, Confined::yes);
              },
          .clock = platform::SystemClock::shared(),
          .observer = *this,

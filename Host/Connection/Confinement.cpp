@@ -1,0 +1,127 @@
+#include "Host/Connection/Confinement.h"
+
+#include "Host/Connection/Landlock.h"
+#include "Host/Connection/SystemCallFilter.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <linux/securebits.h>
+#include <sched.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+constexpr rlim_t mebibyte = rlim_t{1} << 20U;
+constexpr rlim_t greatestPrivateMemory = 1024 * mebibyte;
+constexpr rlim_t greatestAddressSpace = 8192 * mebibyte;
+constexpr rlim_t greatestFile = 64 * mebibyte;
+constexpr rlim_t mostDescriptors = 256;
+constexpr rlim_t mostTasks = 96;
+
+/// An errno, 0 for success.
+int writeWhole(const char* path, const std::string& text) noexcept {
+    const int file = open(path, O_WRONLY | O_CLOEXEC);
+    if (file < 0) {
+        return errno;
+    }
+    const ssize_t count = write(file, text.data(), text.size());
+    const int error = count == static_cast<ssize_t>(text.size()) ? 0 : errno;
+    close(file);
+    return error;
+}
+
+} // namespace
+
+Confinement Confinement::prepare(const ConfinementRules& rules) {
+    Confinement confinement(makeLandlockRuleset(rules, landlockVersion()));
+    for (const FileGrant& grant : rules.files) {
+        confinement.watched_.push_back({grant.path.string(), identityOf(grant.path.string())});
+    }
+    confinement.limits_ = {
+#ifndef __SANITIZE_ADDRESS__
+        lowered(RLIMIT_DATA, greatestPrivateMemory), lowered(RLIMIT_AS, greatestAddressSpace),
+#endif
+        lowered(RLIMIT_FSIZE, greatestFile), lowered(RLIMIT_NOFILE, mostDescriptors), lowered(RLIMIT_CORE, 0)};
+    confinement.processLimit_ = lowered(RLIMIT_NPROC, mostTasks);
+    confinement.isRoot_ = geteuid() == 0;
+    confinement.ownUserNamespace_ = !confinement.isRoot_;
+    confinement.userMap_ = fmt::format("{0} {0} 1\n", geteuid());
+    confinement.groupMap_ = fmt::format("{0} {0} 1\n", getegid());
+    confinement.filters_ = canFilterSystemCalls();
+    confinement.filterAllowingProcesses_ = systemCallFilter(rules.network, NewProcesses::allowed);
+    confinement.filterRefusingProcesses_ = systemCallFilter(rules.network, NewProcesses::refused);
+    return confinement;
+}
+
+Confinement::Failure Confinement::enter() const noexcept {
+    for (const Limit& limit : limits_) {
+        if (setrlimit(static_cast<__rlimit_resource>(limit.resource), &limit.value) != 0) {
+            return {Step::limits, errno};
+        }
+    }
+    // The capabilities that root has now are not given to the program that it becomes.
+    if ((isRoot_ && prctl(PR_SET_SECUREBITS, SECBIT_NOROOT | SECBIT_NOROOT_LOCKED) != 0 && errno != EPERM) ||
+        prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) {
+        return {Step::privileges, errno};
+    }
+    const bool counted = ownUserNamespace_ && unshare(CLONE_NEWUSER) == 0;
+    if (counted) {
+        if (const Failure failure = enterUserNamespace(); failure.step != Step::none) {
+            return failure;
+        }
+    }
+    if (ruleset_.isOpen()) {
+        if (const int error = enterLandlockRuleset(ruleset_); error != 0) {
+            return {Step::files, error};
+        }
+    }
+    if (filters_) {
+        if (const int error = enterSystemCallFilter(counted ? filterAllowingProcesses_ : filterRefusingProcesses_);
+            error != 0) {
+            return {Step::systemCalls, error};
+        }
+    }
+    return {};
+}
+
+Confinement::Failure Confinement::enterUserNamespace() const noexcept {
+    int error = writeWhole("/proc/self/uid_map", userMap_);
+    if (error == 0) {
+        // Without it the kernel lets no ordinary user map a group.
+        error = writeWhole("/proc/self/setgroups", "deny");
+    }
+    if (error == 0) {
+        error = writeWhole("/proc/self/gid_map", groupMap_);
+    }
+    if (error == 0 && setrlimit(RLIMIT_NPROC, &processLimit_.value) != 0) {
+        error = errno;
+    }
+    return {error == 0 ? Step::none : Step::userNamespace, error};
+}
+
+bool Confinement::isStale() const {
+    return std::any_of(watched_.begin(), watched_.end(),
+                       [](const Watched& each) { return identityOf(each.path) != each.identity; });
+}
+
+std::optional<Confinement::Identity> Confinement::identityOf(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return Identity{status.st_dev, status.st_ino};
+}
+
+Confinement::Limit Confinement::lowered(int resource, rlim_t most) {
+    rlimit now{};
+    getrlimit(static_cast<__rlimit_resource>(resource), &now);
+    return {resource, {std::min(now.rlim_cur, most), std::min(now.rlim_max, most)}};
+}
+
+} // namespace host

@@ -1,0 +1,95 @@
+// The confinement of an extension's process: made ready in the host, entered by the child between fork and exec.
+//
+// What it is made of, in the order in which the child enters it:
+// - limits, as far as the host's own are not lower: 1 GiB of private writable memory (64 threads' stacks are half of
+// it),
+//   8 GiB of addresses (mapped files, threads' heaps), files of 64 MiB, 256 descriptors, no core files. An allocation
+//   beyond them fails. Sanitized builds go without those of memory, since a sanitizer reserves terabytes.
+// - no-new-privileges; as root, no capabilities either.
+// - 96 processes and threads. The kernel counts these by user, so the extension gets a user namespace of its own where
+// it
+//   alone is counted. The kernel does not count for root, and some systems give no namespaces: there the extension may
+//   have threads, but no processes at all (a script then has no commands but the shell's own).
+// - Landlock for files, TCP, signals and abstract sockets (ConfinementRules.h, Landlock.h).
+// - a filter of system calls for what Landlock leaves open (SystemCallFilter.h).
+// Where the kernel has no Landlock or no filters, the rest holds; ask `landlockVersion` to say so.
+//
+// Everything that allocates, opens or may fail slowly happens in `prepare`; `enter` makes system calls only, and
+// changes nothing but the calling process, so that it may run in a child that shares the host's memory.
+#pragma once
+
+#include "Host/Connection/ConfinementRules.h"
+#include "Platform/Foundation/FileDescriptor.h"
+
+#include <linux/filter.h>
+#include <optional>
+#include <string>
+#include <sys/resource.h>
+#include <sys/types.h>
+#include <vector>
+
+namespace host {
+
+/// Confinement or none: the latter for finding out whether confinement is at fault, and for measuring what it costs.
+enum class Confined { yes, no };
+
+class Confinement {
+  public:
+    static Confinement prepare(const ConfinementRules& rules);
+
+    enum class Step { none, limits, privileges, userNamespace, files, systemCalls };
+    /// At which step it went wrong, and the errno; `Step::none` if nothing did.
+    struct Failure {
+        Step step = Step::none;
+        int error = 0;
+    };
+
+    /// Confines the calling process, for good. In the child only: nothing but async-signal-safe system calls.
+    Failure enter() const noexcept;
+
+    /// Goes on without a user namespace, where `enter` failed at that step: a system may let one be made, but not used.
+    void renounceUserNamespace() { ownUserNamespace_ = false; }
+
+    /// Whether a granted file or folder has appeared, gone or been replaced since `prepare`: rules bind to inodes, so
+    /// the process does not see the new one, and should be started anew before it is asked again. Some fifty calls of
+    /// stat.
+    bool isStale() const;
+
+  private:
+    explicit Confinement(platform::FileDescriptor ruleset) : ruleset_(std::move(ruleset)) {}
+
+    struct Identity {
+        dev_t device = 0;
+        ino_t inode = 0;
+        bool operator==(const Identity&) const = default;
+    };
+    static std::optional<Identity> identityOf(const std::string& path);
+
+    struct Watched {
+        std::string path;
+        std::optional<Identity> identity;
+    };
+
+    struct Limit {
+        int resource = 0;
+        rlimit value{};
+    };
+    static Limit lowered(int resource, rlim_t most);
+
+    Failure enterUserNamespace() const noexcept;
+
+    platform::FileDescriptor ruleset_;
+    std::vector<Watched> watched_;
+    std::vector<Limit> limits_;
+    Limit processLimit_;
+    bool isRoot_ = false;
+    bool ownUserNamespace_ = false;
+    /// The namespace's one user and one group, as /proc/self/uid_map wants them.
+    std::string userMap_;
+    std::string groupMap_;
+    bool filters_ = false;
+    std::vector<sock_filter> filterAllowingProcesses_;
+    std::vector<sock_filter> filterRefusingProcesses_;
+};
+
+} // namespace host

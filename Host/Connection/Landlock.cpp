@@ -1,0 +1,106 @@
+#include "Host/Connection/Landlock.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <fcntl.h>
+#include <linux/landlock.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+using platform::FileDescriptor;
+
+// What the distribution's header, of version 2, does not have yet.
+constexpr std::uint64_t accessTruncate = 1U << 14U;
+constexpr std::uint64_t accessDeviceControl = 1U << 15U;
+constexpr std::uint64_t accessBindTcp = 1U << 0U;
+constexpr std::uint64_t accessConnectTcp = 1U << 1U;
+constexpr std::uint64_t scopeAbstractSockets = 1U << 0U;
+constexpr std::uint64_t scopeSignals = 1U << 1U;
+
+struct RulesetAttributes {
+    std::uint64_t files = 0;
+    std::uint64_t network = 0;
+    std::uint64_t scopes = 0;
+};
+
+constexpr std::uint64_t readingFiles = LANDLOCK_ACCESS_FS_READ_FILE;
+constexpr std::uint64_t reading = readingFiles | LANDLOCK_ACCESS_FS_READ_DIR;
+constexpr std::uint64_t writingFiles = LANDLOCK_ACCESS_FS_WRITE_FILE | accessTruncate;
+constexpr std::uint64_t owning = reading | writingFiles | LANDLOCK_ACCESS_FS_REMOVE_DIR |
+                                 LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_DIR |
+                                 LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SYM | LANDLOCK_ACCESS_FS_REFER;
+/// What may be granted on a file that is no folder; the kernel refuses more.
+constexpr std::uint64_t ofFiles = LANDLOCK_ACCESS_FS_EXECUTE | readingFiles | writingFiles | accessDeviceControl;
+
+std::uint64_t rightsOf(FileAccess access) {
+    switch (access) {
+    case FileAccess::readAndRun:
+        return reading | LANDLOCK_ACCESS_FS_EXECUTE;
+    case FileAccess::readAndWrite:
+        return reading | writingFiles;
+    case FileAccess::own:
+        return owning;
+    case FileAccess::read:
+        break;
+    }
+    return reading;
+}
+
+/// Everything that a kernel of `version` can restrict, so that what no rule grants is refused.
+RulesetAttributes restrictedBy(int version, NetworkAccess network) {
+    constexpr std::uint64_t first = (LANDLOCK_ACCESS_FS_MAKE_SYM << 1U) - 1;
+    RulesetAttributes restricted{.files = first};
+    restricted.files |= version >= 2 ? LANDLOCK_ACCESS_FS_REFER : 0;
+    restricted.files |= version >= 3 ? accessTruncate : 0;
+    restricted.files |= version >= 5 ? accessDeviceControl : 0;
+    if (version >= 4) {
+        restricted.network = accessBindTcp | (network == NetworkAccess::none ? accessConnectTcp : 0);
+    }
+    restricted.scopes = version >= 6 ? scopeAbstractSockets | scopeSignals : 0;
+    return restricted;
+}
+
+void addRule(const FileDescriptor& ruleset, const FileGrant& grant, std::uint64_t restricted) {
+    const FileDescriptor parent(open(grant.path.c_str(), O_PATH | O_CLOEXEC));
+    struct stat status {};
+    if (!parent.isOpen() || fstat(parent.get(), &status) != 0) {
+        return;
+    }
+    const std::uint64_t possible = S_ISDIR(status.st_mode) ? restricted : restricted & ofFiles;
+    const landlock_path_beneath_attr rule{.allowed_access = rightsOf(grant.access) & possible,
+                                          .parent_fd = parent.get()};
+    // A rule that is refused leaves the file refused.
+    syscall(SYS_landlock_add_rule, ruleset.get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
+}
+
+} // namespace
+
+int landlockVersion() {
+    const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
+    return static_cast<int>(std::max(version, 0L));
+}
+
+FileDescriptor makeLandlockRuleset(const ConfinementRules& rules, int version) {
+    if (version <= 0) {
+        return FileDescriptor(-1);
+    }
+    const RulesetAttributes restricted = restrictedBy(version, rules.network);
+    FileDescriptor ruleset(static_cast<int>(syscall(SYS_landlock_create_ruleset, &restricted, sizeof restricted, 0)));
+    if (ruleset.isOpen()) {
+        for (const FileGrant& grant : rules.files) {
+            addRule(ruleset, grant, restricted.files);
+        }
+    }
+    return ruleset;
+}
+
+int enterLandlockRuleset(const FileDescriptor& ruleset) noexcept {
+    return syscall(SYS_landlock_restrict_self, ruleset.get(), 0) == 0 ? 0 : errno;
+}
+
+} // namespace host

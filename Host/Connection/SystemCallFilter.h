@@ -1,0 +1,32 @@
+// Which system calls an extension's process may make, as a program that the kernel asks before each (seccomp).
+//
+// Landlock watches files and TCP; the filter has what that leaves open, and holds on kernels without it:
+// - sockets: of the local kind datagrams alone, which reach the system's log but neither the session's bus nor the
+//   display; internet and netlink sockets only with network access; all others never. Nothing is listened on or bound.
+// - other processes' memory and descriptors, the user's keys, and what could go round these rules: namespaces of its
+// own,
+//   io_uring, system calls of other architectures.
+// - new processes, where they cannot be counted otherwise. Threads are always allowed.
+// Refused are they by an error, never by a signal: a library that only tries goes on.
+#pragma once
+
+#include "Host/Connection/ConfinementRules.h"
+
+#include <linux/filter.h>
+#include <vector>
+
+namespace host {
+
+enum class NewProcesses { allowed, refused };
+
+/// The program, for this machine's architecture; well below the kernel's limit of 4096 instructions.
+std::vector<sock_filter> systemCallFilter(NetworkAccess network, NewProcesses processes);
+
+/// Whether the kernel takes such programs.
+bool canFilterSystemCalls();
+
+/// Installs the program for the calling thread, for good; it must have no-new-privileges. An errno, 0 for success. May
+/// be called between fork and exec.
+int enterSystemCallFilter(const std::vector<sock_filter>& program) noexcept;
+
+} // namespace host

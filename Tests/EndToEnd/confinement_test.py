@@ -1,0 +1,203 @@
+"""What an extension's process may do and what not: a probe tries both, with confinement and without."""
+
+import ctypes
+import json
+import os
+import shutil
+import socket
+import tempfile
+import unittest
+from pathlib import Path
+
+from support import HOST, NO_WEB, OK, HostTest, host
+
+PROBE = Path(os.environ["TEST_PROGRAMS"]) / "confinement_probe"
+SANITIZED = bool(os.environ.get("SANITIZED"))
+IS_ROOT = os.getuid() == 0
+# Any number that is nobody's.
+SOMEBODY = 61_234
+
+
+def landlock_version():
+    create_ruleset, query_version = 444, 1
+    return max(0, ctypes.CDLL(None).syscall(create_ruleset, None, 0, query_version))
+
+
+LANDLOCK = landlock_version()
+needs_landlock = unittest.skipIf(LANDLOCK == 0, "this kernel has no Landlock, which alone guards files")
+
+
+def can_have_user_namespace(user):
+    process = os.fork()
+    if process == 0:
+        if user:
+            os.setuid(user)
+        os._exit(0 if ctypes.CDLL(None).unshare(0x10000000) == 0 else 1)
+    return os.waitpid(process, 0)[1] == 0
+
+
+class ProbeTest(HostTest):
+    """The probe as the user who runs the tests."""
+
+    user = None
+
+    def setUp(self):
+        super().setUp()
+        self.container = self.home / ".local" / "share" / "widgethost" / "containers" / "probe"
+        self.container.mkdir(parents=True)
+        (self.home / ".ssh").mkdir()
+        (self.home / ".ssh" / "id_ed25519").write_text("secret")
+        self.write([])
+        self.probe = self.home / "probe"
+        shutil.copy(PROBE, self.probe)
+        self.manifest = {"identifier": "probe", "executable": str(self.probe), "reads": ["Library/Application Support/FOLIOvault"]}
+
+    def ask(self, *orders, confined=True, **manifest):
+        """What became of each order."""
+        (self.home / "probe.json").write_text(json.dumps({**self.manifest, **manifest}))
+        (self.container / "orders").write_text("".join(f"{order}\n" for order in orders))
+        more = {}
+        if self.user:
+            for path in (self.home.parent, *self.home.parent.rglob("*")):
+                os.chown(path, self.user, self.user, follow_symlinks=False)
+            more = {"user": self.user, "group": self.user, "extra_groups": []}
+        flags = () if confined else ("--unconfined",)
+        variables = {"PATH": os.environ["PATH"], **NO_WEB}
+        done = host("--extension", self.home / "probe.json", "--home", self.home, *flags, "describe", "--json", env=variables, **more)
+        self.assertEqual((done.returncode, done.stderr), (OK, b""))
+        return json.loads(done.stdout)["findings"]
+
+    def check(self, rows, **manifest):
+        """Rows of an order, what confinement makes of it, and what becomes of it without."""
+        orders = [row[0] for row in rows]
+        for confined in (True, False):
+            for row, found in zip(rows, self.ask(*orders, confined=confined, **manifest), strict=True):
+                with self.subTest(row[0], confined=confined):
+                    self.assertEqual(found, row[1] if confined else row[2])
+
+
+class Anybody(ProbeTest):
+    @needs_landlock
+    def test_files(self):
+        library, elsewhere = self.library, self.home.parent
+        (elsewhere / "note").write_text("x")
+        (self.home / "Fonts").mkdir()
+        self.check([
+            (f"read {self.home}/.ssh/id_ed25519", "EACCES", "yes"),
+            (f"list {self.home}/.ssh", "EACCES", "yes"),
+            (f"list {self.home}", "EACCES", "yes"),
+            (f"read {self.home}/probe.json", "EACCES", "yes"),
+            ("list /etc", "EACCES", "yes"),
+            ("list /usr/share/fonts", "EACCES", "yes"),
+            ("read /proc/1/cmdline", "yes" if SANITIZED else "EACCES", "yes"),
+            (f"read {library}/Favorites.plist", "yes", "yes"),
+            (f"list {library}", "yes", "yes"),
+            ("read /etc/passwd", "yes", "yes"),
+            ("list /etc/ssl/certs", "yes", "yes"),
+            ("list /usr/share/zoneinfo", "yes", "yes"),
+            (f"write {library}/Favorites.plist", "EACCES", "yes"),
+            (f"write {library}/new", "EACCES", "yes"),
+            (f"makeFolder {library}/folder", "EACCES", "yes"),
+            (f"write {elsewhere}/note", "EACCES", "yes"),
+            (f"write {elsewhere}/new", "EACCES", "yes"),
+            (f"rename {elsewhere}/note", "EACCES", "yes"),
+            (f"remove {elsewhere}/note2", "ENOENT", "yes"),
+            (f"remove {library}/Favorites.plist", "EACCES", "yes"),
+            ("write /dev/null", "yes", "yes"),
+            (f"run {shutil.which('true')}", "EAGAIN" if self.is_without_processes() else "EACCES", "yes")])
+
+    @needs_landlock
+    def test_the_container_is_its_own(self):
+        container = self.container
+        self.check([
+            (f"write {container}/file", "yes", "yes"),
+            (f"rename {container}/file", "yes", "yes"),
+            (f"truncate {container}/file2", "yes", "yes"),
+            (f"remove {container}/file2", "yes", "yes"),
+            (f"makePipe {container}/pipe", "EACCES", "yes"),
+            (f"dropAndRun {container}/program", "EAGAIN" if self.is_without_processes() else "EACCES", "yes")])
+
+    @unittest.skipIf(LANDLOCK < 3, "this kernel's Landlock does not guard against truncation")
+    def test_truncation(self):
+        self.check([(f"truncate {self.home}/.ssh/id_ed25519", "EACCES", "yes")])
+
+    def test_a_link_leads_nowhere_else(self):
+        (self.library / "link").symlink_to(self.home / ".ssh" / "id_ed25519")
+        self.check([(f"read {self.library}/link", "EACCES" if LANDLOCK else "yes", "yes")])
+
+    def test_a_folder_that_is_not_there_is_no_fault(self):
+        self.check([(f"read {self.home}/Absent/file", "ENOENT", "ENOENT")], reads=["Absent"])
+
+    def test_network(self):
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            port = server.getsockname()[1]
+            rows = [(f"connect {port}", "EACCES", "yes"), ("send 9", "EACCES", "yes"), ("bind 0", "EACCES", "yes"), ("listen", "EACCES", "yes")]
+            self.check(rows)
+            allowed = [(f"connect {port}", "yes", "yes"), ("send 9", "yes", "yes"), *rows[2:]]
+            self.check(allowed, network=True)
+
+    def test_local_sockets(self):
+        """The system's log takes datagrams; what obeys orders, such as the session's bus, takes streams."""
+        log, bus = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM), socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        with tempfile.TemporaryDirectory() as folder, log, bus:
+            os.chmod(folder, 0o755)
+            for name, each in (("log", log), ("bus", bus)):
+                each.bind(f"{folder}/{name}")
+                os.chmod(f"{folder}/{name}", 0o666)
+            bus.listen()
+            for network in (False, True):
+                self.check([(f"datagram {folder}/log", "yes", "yes"), (f"stream {folder}/bus", "EACCES", "yes")], network=network)
+
+    def test_limits(self):
+        user = str(self.user or os.getuid())
+        rows = [("descriptors 300", "256", "300"), ("noNewPrivileges", "1", "0"), ("ownSession", "1", "1"),
+                ("threads 64", "64", "64"), ("user", user, user)]
+        if not SANITIZED:
+            rows += [("allocate 900", "yes", "yes"), ("allocate 1100", "ENOMEM", "yes"), ("share 1100", "yes", "yes"), ("share 8200", "ENOMEM", "yes")]
+        self.check(rows)
+
+    def test_whatever_the_host_may(self):
+        self.assertEqual(self.ask("coreSize", "newNamespace"), ["0", "EPERM"])
+
+    def test_a_hundred_processes(self):
+        self.assertEqual(self.ask("fork 100", confined=False), ["100"])
+        count = int(self.ask("fork 100")[0])
+        if self.is_without_processes():
+            self.assertEqual(count, 0)
+        else:
+            self.assertGreater(count, 80)
+            self.assertLess(count, 97)
+
+    @unittest.skipIf(LANDLOCK < 6, "this kernel's Landlock does not guard other processes")
+    def test_signals(self):
+        process = os.fork()
+        if process == 0:
+            if self.user:
+                os.setuid(self.user)
+            os.execlp("sleep", "sleep", "100")
+        try:
+            self.check([(f"signal {process}", "EPERM", "yes")])
+        finally:
+            os.kill(process, 9)
+            os.waitpid(process, 0)
+
+    def is_without_processes(self):
+        user = self.user or os.getuid()
+        return user == 0 or not can_have_user_namespace(self.user)
+
+
+@unittest.skipUnless(IS_ROOT, "only root can be somebody else")
+class Somebody(Anybody):
+    """The same as a user without any rights, whose processes the kernel counts."""
+
+    user = SOMEBODY
+
+    def setUp(self):
+        super().setUp()
+        os.chmod(self.home.parent, 0o755)
+        if any(not folder.stat().st_mode & 0o001 for folder in HOST.parents):
+            self.skipTest("the programs lie where nobody else may look")
+
+
+if __name__ == "__main__":
+    unittest.main()
