@@ -178,6 +178,14 @@ def starting(table, rounds):
     table.row("start to first `timeline`, 16 favourites, over a plain C++ program", times["ours"], times["peer"], 1.3)
 
 
+def starting_confined(table, rounds):
+    write(favourites(16), "binary")
+    # Where the programs know the home by the wrapper, the host passes it on.
+    home = [HOME] if "NSS_WRAPPER_PASSWD" in os.environ else []
+    times = measured(BENCHMARKS / "confinement_benchmark", rounds * 40, EXTENSION, "FavoritesWidget", *home)
+    table.row("start to first answer by the host, confined, over not confined", times["ours"], times["peer"], 1.3)
+
+
 def starting_with_tips(table, rounds):
     write(favourites(16), "binary")
     long_ago = -(datetime(2001, 1, 1) - datetime(2200, 1, 1)).total_seconds()
@@ -326,7 +334,7 @@ def main():
     print(f"Measured on {machine()}.\n")
     print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
     table = Table()
-    for part in (reading, feed, downloading, starting, starting_with_tips, warm, drawing):
+    for part in (reading, feed, downloading, starting, starting_confined, starting_with_tips, warm, drawing):
         part(table, rounds)
     memory()
     memory_of_tips()

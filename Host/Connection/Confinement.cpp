@@ -1,6 +1,5 @@
 #include "Host/Connection/Confinement.h"
 
-#include "Host/Connection/Landlock.h"
 #include "Host/Connection/SystemCallFilter.h"
 
 #include <fmt/format.h>
@@ -11,7 +10,6 @@
 #include <linux/securebits.h>
 #include <sched.h>
 #include <sys/prctl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace host {
@@ -38,10 +36,12 @@ int writeWhole(const char* path, const std::string& text) noexcept {
 
 } // namespace
 
-Confinement Confinement::prepare(const ConfinementRules& rules) {
-    Confinement confinement(makeLandlockRuleset(rules, landlockVersion()));
-    for (const FileGrant& grant : rules.files) {
-        confinement.watched_.push_back({grant.path.string(), identityOf(grant.path.string())});
+Confinement Confinement::prepare(const ConfinementRules& rules, int landlock) {
+    Confinement confinement(rules.network, landlock);
+    if (confinement.ruleset_.isThere()) {
+        for (const FileGrant& file : rules.files) {
+            confinement.grant(file);
+        }
     }
     confinement.limits_ = {
 #ifndef __SANITIZE_ADDRESS__
@@ -76,8 +76,8 @@ Confinement::Failure Confinement::enter() const noexcept {
             return failure;
         }
     }
-    if (ruleset_.isOpen()) {
-        if (const int error = enterLandlockRuleset(ruleset_); error != 0) {
+    if (ruleset_.isThere()) {
+        if (const int error = ruleset_.enter(); error != 0) {
             return {Step::files, error};
         }
     }
@@ -105,17 +105,24 @@ Confinement::Failure Confinement::enterUserNamespace() const noexcept {
     return {error == 0 ? Step::none : Step::userNamespace, error};
 }
 
-bool Confinement::isStale() const {
-    return std::any_of(watched_.begin(), watched_.end(),
-                       [](const Watched& each) { return identityOf(each.path) != each.identity; });
+void Confinement::grant(const FileGrant& file) {
+    std::optional<Identity> identity;
+    const platform::FileDescriptor opened(open(file.path.c_str(), O_PATH | O_CLOEXEC));
+    struct stat status {};
+    if (opened.isOpen() && fstat(opened.get(), &status) == 0) {
+        using Kind = LandlockRuleset::FileKind;
+        ruleset_.grant(opened, S_ISDIR(status.st_mode) ? Kind::folder : Kind::other, file.access);
+        identity = identityIn(status);
+    }
+    granted_.push_back({file.path, identity});
 }
 
-std::optional<Confinement::Identity> Confinement::identityOf(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return std::nullopt;
-    }
-    return Identity{status.st_dev, status.st_ino};
+bool Confinement::isStale() const {
+    return std::any_of(granted_.begin(), granted_.end(), [](const Granted& each) {
+        struct stat status {};
+        const bool exists = stat(each.path.c_str(), &status) == 0;
+        return exists ? each.identity != identityIn(status) : each.identity.has_value();
+    });
 }
 
 Confinement::Limit Confinement::lowered(int resource, rlim_t most) {

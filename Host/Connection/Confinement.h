@@ -19,12 +19,13 @@
 #pragma once
 
 #include "Host/Connection/ConfinementRules.h"
-#include "Platform/Foundation/FileDescriptor.h"
+#include "Host/Connection/Landlock.h"
 
 #include <linux/filter.h>
 #include <optional>
 #include <string>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <vector>
 
@@ -35,7 +36,8 @@ enum class Confined { yes, no };
 
 class Confinement {
   public:
-    static Confinement prepare(const ConfinementRules& rules);
+    /// For a kernel with Landlock of that version.
+    static Confinement prepare(const ConfinementRules& rules, int landlock = landlockVersion());
 
     enum class Step { none, limits, privileges, userNamespace, files, systemCalls };
     /// At which step it went wrong, and the errno; `Step::none` if nothing did.
@@ -56,19 +58,21 @@ class Confinement {
     bool isStale() const;
 
   private:
-    explicit Confinement(platform::FileDescriptor ruleset) : ruleset_(std::move(ruleset)) {}
+    Confinement(NetworkAccess network, int landlock) : ruleset_(network, landlock) {}
 
     struct Identity {
         dev_t device = 0;
         ino_t inode = 0;
         bool operator==(const Identity&) const = default;
     };
-    static std::optional<Identity> identityOf(const std::string& path);
+    static Identity identityIn(const struct stat& status) { return {status.st_dev, status.st_ino}; }
 
-    struct Watched {
+    /// What was granted, and what stood there then.
+    struct Granted {
         std::string path;
         std::optional<Identity> identity;
     };
+    void grant(const FileGrant& file);
 
     struct Limit {
         int resource = 0;
@@ -78,8 +82,8 @@ class Confinement {
 
     Failure enterUserNamespace() const noexcept;
 
-    platform::FileDescriptor ruleset_;
-    std::vector<Watched> watched_;
+    LandlockRuleset ruleset_;
+    std::vector<Granted> granted_;
     std::vector<Limit> limits_;
     Limit processLimit_;
     bool isRoot_ = false;

@@ -1,11 +1,11 @@
 // What an extension's process may touch: a value made from its manifest, for `Confinement` to enforce.
 //
 // An extension may
-// - read the system's libraries, certificates, resolver files, zone and locale data, and run the dynamic loader,
+// - read the system's libraries, zone and locale data, and run the dynamic loader,
 // - run its own program, and read the translations beside it (share/locale beside the program's folder),
 // - read the folders that its manifest names below the user's real home,
 // - read and write in its container, but not run what it wrote there,
-// - connect out, if its manifest says network.
+// - connect out, if its manifest says network, and then read certificates and resolver files.
 // A program that is a script (#!) may run the system's commands besides, as it could do nothing without them.
 //
 // What it may not is everything else: the rest of the home, fonts, /proc, other files of /etc than those named. The
@@ -19,6 +19,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace host {
@@ -36,7 +37,8 @@ enum class FileAccess {
 
 /// A file, or a folder with all that is below it. What does not exist is not granted.
 struct FileGrant {
-    std::filesystem::path path;
+    /// Absolute.
+    std::string path;
     FileAccess access = FileAccess::read;
 
     bool operator==(const FileGrant&) const = default;

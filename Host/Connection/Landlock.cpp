@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
-#include <fcntl.h>
 #include <linux/landlock.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -51,31 +49,26 @@ std::uint64_t rightsOf(FileAccess access) {
     return reading;
 }
 
-/// Everything that a kernel of `version` can restrict, so that what no rule grants is refused.
-RulesetAttributes restrictedBy(int version, NetworkAccess network) {
+std::uint64_t fileRightsOfVersion(int version) {
     constexpr std::uint64_t first = (LANDLOCK_ACCESS_FS_MAKE_SYM << 1U) - 1;
-    RulesetAttributes restricted{.files = first};
-    restricted.files |= version >= 2 ? LANDLOCK_ACCESS_FS_REFER : 0;
-    restricted.files |= version >= 3 ? accessTruncate : 0;
-    restricted.files |= version >= 5 ? accessDeviceControl : 0;
+    return first | (version >= 2 ? LANDLOCK_ACCESS_FS_REFER : 0) | (version >= 3 ? accessTruncate : 0) |
+           (version >= 5 ? accessDeviceControl : 0);
+}
+
+FileDescriptor makeRuleset(const RulesetAttributes& attributes, int version) {
+    if (version <= 0) {
+        return FileDescriptor(-1);
+    }
+    return FileDescriptor(static_cast<int>(syscall(SYS_landlock_create_ruleset, &attributes, sizeof attributes, 0)));
+}
+
+RulesetAttributes attributesOf(NetworkAccess network, int version) {
+    RulesetAttributes restricted{.files = fileRightsOfVersion(version)};
     if (version >= 4) {
         restricted.network = accessBindTcp | (network == NetworkAccess::none ? accessConnectTcp : 0);
     }
     restricted.scopes = version >= 6 ? scopeAbstractSockets | scopeSignals : 0;
     return restricted;
-}
-
-void addRule(const FileDescriptor& ruleset, const FileGrant& grant, std::uint64_t restricted) {
-    const FileDescriptor parent(open(grant.path.c_str(), O_PATH | O_CLOEXEC));
-    struct stat status {};
-    if (!parent.isOpen() || fstat(parent.get(), &status) != 0) {
-        return;
-    }
-    const std::uint64_t possible = S_ISDIR(status.st_mode) ? restricted : restricted & ofFiles;
-    const landlock_path_beneath_attr rule{.allowed_access = rightsOf(grant.access) & possible,
-                                          .parent_fd = parent.get()};
-    // A rule that is refused leaves the file refused.
-    syscall(SYS_landlock_add_rule, ruleset.get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
 }
 
 } // namespace
@@ -85,22 +78,18 @@ int landlockVersion() {
     return static_cast<int>(std::max(version, 0L));
 }
 
-FileDescriptor makeLandlockRuleset(const ConfinementRules& rules, int version) {
-    if (version <= 0) {
-        return FileDescriptor(-1);
-    }
-    const RulesetAttributes restricted = restrictedBy(version, rules.network);
-    FileDescriptor ruleset(static_cast<int>(syscall(SYS_landlock_create_ruleset, &restricted, sizeof restricted, 0)));
-    if (ruleset.isOpen()) {
-        for (const FileGrant& grant : rules.files) {
-            addRule(ruleset, grant, restricted.files);
-        }
-    }
-    return ruleset;
+LandlockRuleset::LandlockRuleset(NetworkAccess network, int version)
+    : restricted_(fileRightsOfVersion(version)), descriptor_(makeRuleset(attributesOf(network, version), version)) {}
+
+void LandlockRuleset::grant(const FileDescriptor& file, FileKind kind, FileAccess access) const {
+    const std::uint64_t possible = kind == FileKind::folder ? restricted_ : restricted_ & ofFiles;
+    const landlock_path_beneath_attr rule{.allowed_access = rightsOf(access) & possible, .parent_fd = file.get()};
+    // A rule that is refused leaves the file refused.
+    syscall(SYS_landlock_add_rule, descriptor_.get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
 }
 
-int enterLandlockRuleset(const FileDescriptor& ruleset) noexcept {
-    return syscall(SYS_landlock_restrict_self, ruleset.get(), 0) == 0 ? 0 : errno;
+int LandlockRuleset::enter() const noexcept {
+    return syscall(SYS_landlock_restrict_self, descriptor_.get(), 0) == 0 ? 0 : errno;
 }
 
 } // namespace host

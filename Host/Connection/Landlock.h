@@ -7,6 +7,8 @@
 #include "Host/Connection/ConfinementRules.h"
 #include "Platform/Foundation/FileDescriptor.h"
 
+#include <cstdint>
+
 namespace host {
 
 /// The version of the kernel's interface; 0 where there is none, or where it is turned off.
@@ -14,12 +16,27 @@ namespace host {
 /// 1: files; 2: moving between folders; 3: truncation; 4: TCP; 5: device control; 6: signals and abstract sockets.
 int landlockVersion();
 
-/// The rules in the kernel's form, with what a kernel of `version` can restrict; closed where nothing can be. Paths
-/// that do not exist are left out.
-platform::FileDescriptor makeLandlockRuleset(const ConfinementRules& rules, int version);
+/// What a process that enters it is confined to: everything that this version can restrict is refused but for what is
+/// granted here.
+class LandlockRuleset {
+  public:
+    /// A ruleset that grants no files, for a kernel of `version` or later; one that confines nobody where that is 0.
+    LandlockRuleset(NetworkAccess network, int version);
 
-/// Confines the calling thread to the ruleset, for good; it must have no-new-privileges. An errno, 0 for success. May
-/// be called between fork and exec.
-int enterLandlockRuleset(const platform::FileDescriptor& ruleset) noexcept;
+    /// Whether it confines anybody.
+    bool isThere() const { return descriptor_.isOpen(); }
+
+    enum class FileKind { folder, other };
+    /// Grants access to the open file, or to all that is below the open folder; it may be closed then.
+    void grant(const platform::FileDescriptor& file, FileKind kind, FileAccess access) const;
+
+    /// Confines the calling thread, for good; it must have no-new-privileges. An errno, 0 for success. May be called
+    /// between fork and exec.
+    int enter() const noexcept;
+
+  private:
+    std::uint64_t restricted_ = 0;
+    platform::FileDescriptor descriptor_;
+};
 
 } // namespace host

@@ -9,6 +9,7 @@
 #include <linux/audit.h>
 #include <linux/sched.h>
 #include <linux/seccomp.h>
+#include <map>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -60,7 +61,8 @@ void append(Program& program, const Program& more) {
     program.insert(program.end(), more.begin(), more.end());
 }
 
-/// Runs `body` if `test` (BPF_JEQ, BPF_JGE, BPF_JSET) holds of the loaded value, and else what follows.
+/// Runs `body`, of at most 255 instructions, if `test` (BPF_JEQ, BPF_JGE, BPF_JSET) holds of the loaded value, and else
+/// what follows.
 void appendIf(Program& program, std::uint32_t test, std::uint32_t value, const Program& body) {
     program.push_back(
         {static_cast<std::uint16_t>(BPF_JMP | test | BPF_K), 0, static_cast<std::uint8_t>(body.size()), value});
@@ -118,16 +120,30 @@ constexpr auto refusedCalls = std::to_array<long>({
     SYS_userfaultfd,
 });
 
+/// What becomes of each call that is not simply allowed, in the order of their numbers.
+using Rules = std::map<std::uint32_t, Program>;
+
+/// A search tree, since the kernel tries the program with each of its hundreds of calls when it is installed.
+Program search(Rules::const_iterator first, Rules::const_iterator last) {
+    Program program;
+    const auto count = std::distance(first, last);
+    if (count == 1) {
+        appendIf(program, BPF_JEQ, first->first, first->second);
+        program.push_back(allow());
+        return program;
+    }
+    const auto middle = std::next(first, count / 2);
+    appendIf(program, BPF_JGE, middle->first, search(middle, last));
+    append(program, search(first, middle));
+    return program;
+}
+
 } // namespace
 
 std::vector<sock_filter> systemCallFilter(NetworkAccess network, NewProcesses processes) {
-    Program program{load(architectureOffset)};
-    program.push_back({BPF_JMP | BPF_JEQ | BPF_K, 1, 0, architecture});
-    program.push_back(refuse(ENOSYS));
-    program.push_back(load(numberOffset));
-    appendIf(program, BPF_JGE, numbersEnd, {refuse(ENOSYS)});
-    const auto rule = [&](long call, const Program& body) {
-        appendIf(program, BPF_JEQ, static_cast<std::uint32_t>(call), body);
+    Rules rules;
+    const auto rule = [&](long call, Program body) {
+        rules.emplace(static_cast<std::uint32_t>(call), std::move(body));
     };
     rule(SYS_socket, socketRules(network));
     rule(SYS_bind, {refuse(EACCES)});
@@ -144,7 +160,10 @@ std::vector<sock_filter> systemCallFilter(NetworkAccess network, NewProcesses pr
     for (const long call : refusedCalls) {
         rule(call, {refuse(EPERM)});
     }
-    program.push_back(allow());
+    Program program{load(architectureOffset), {BPF_JMP | BPF_JEQ | BPF_K, 1, 0, architecture}, refuse(ENOSYS)};
+    program.push_back(load(numberOffset));
+    appendIf(program, BPF_JGE, numbersEnd, {refuse(ENOSYS)});
+    append(program, search(rules.begin(), rules.end()));
     return program;
 }
 

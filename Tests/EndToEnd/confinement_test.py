@@ -1,4 +1,5 @@
-"""What an extension's process may do and what not: a probe tries both, with confinement and without."""
+"""What an extension's process may do and what not: a probe tries both, with confinement and without. And the real extension
+does its work within it."""
 
 import ctypes
 import json
@@ -9,7 +10,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from support import HOST, NO_WEB, OK, HostTest, host
+from https_server import Authority, HttpsServer, body
+from support import EXTENSION, HOST, NO_WEB, OK, HostTest, host, texts
 
 PROBE = Path(os.environ["TEST_PROGRAMS"]) / "confinement_probe"
 SANITIZED = bool(os.environ.get("SANITIZED"))
@@ -48,6 +50,7 @@ class ProbeTest(HostTest):
         (self.home / ".ssh").mkdir()
         (self.home / ".ssh" / "id_ed25519").write_text("secret")
         self.write([])
+        self.inherited = self.enterContext(tempfile.TemporaryFile())
         self.probe = self.home / "probe"
         shutil.copy(PROBE, self.probe)
         self.manifest = {"identifier": "probe", "executable": str(self.probe), "reads": ["Library/Application Support/FOLIOvault"]}
@@ -63,7 +66,9 @@ class ProbeTest(HostTest):
             more = {"user": self.user, "group": self.user, "extra_groups": []}
         flags = () if confined else ("--unconfined",)
         variables = {"PATH": os.environ["PATH"], **NO_WEB}
-        done = host("--extension", self.home / "probe.json", "--home", self.home, *flags, "describe", "--json", env=variables, **more)
+        # A descriptor that the host has inherited is not passed on.
+        done = host("--extension", self.home / "probe.json", "--home", self.home, *flags, "describe", "--json", env=variables,
+                    pass_fds=[self.inherited.fileno()], **more)
         self.assertEqual((done.returncode, done.stderr), (OK, b""))
         return json.loads(done.stdout)["findings"]
 
@@ -93,7 +98,7 @@ class Anybody(ProbeTest):
             (f"read {library}/Favorites.plist", "yes", "yes"),
             (f"list {library}", "yes", "yes"),
             ("read /etc/passwd", "yes", "yes"),
-            ("list /etc/ssl/certs", "yes", "yes"),
+            ("list /etc/ssl/certs", "EACCES", "yes"),
             ("list /usr/share/zoneinfo", "yes", "yes"),
             (f"write {library}/Favorites.plist", "EACCES", "yes"),
             (f"write {library}/new", "EACCES", "yes"),
@@ -105,6 +110,20 @@ class Anybody(ProbeTest):
             (f"remove {library}/Favorites.plist", "EACCES", "yes"),
             ("write /dev/null", "yes", "yes"),
             (f"run {shutil.which('true')}", "EAGAIN" if self.is_without_processes() else "EACCES", "yes")])
+
+    @needs_landlock
+    def test_what_connecting_takes(self):
+        self.check([("list /etc/ssl/certs", "yes", "yes"), ("read /etc/hosts", "yes", "yes"), ("list /etc/ssl", "EACCES", "yes")], network=True)
+
+    def test_a_script_may_use_commands(self):
+        """As many as processes are allowed."""
+        answer = '{"jsonrpc": "2.0", "id": 1, "result": {"identifier": "probe", "widgets": [], "findings": ["yes"]}}'
+        (self.container / "answer").write_text(answer + "\n")
+        script = self.home / "script"
+        command = 'exec cat "$HOME/answer"' if self.is_without_processes() else 'cat "$HOME/answer" | sed p | head -n 1'
+        script.write_text(f"#!/usr/bin/env sh\n{command}\n")
+        script.chmod(0o755)
+        self.assertEqual(self.ask(executable=str(script)), ["yes"])
 
     @needs_landlock
     def test_the_container_is_its_own(self):
@@ -150,7 +169,7 @@ class Anybody(ProbeTest):
 
     def test_limits(self):
         user = str(self.user or os.getuid())
-        rows = [("descriptors 300", "256", "300"), ("noNewPrivileges", "1", "0"), ("ownSession", "1", "1"),
+        rows = [("descriptors 300", "256", "300"), ("noNewPrivileges", "1", "0"), ("openFiles", "3", "3"), ("ownSession", "1", "1"),
                 ("threads 64", "64", "64"), ("user", user, user)]
         if not SANITIZED:
             rows += [("allocate 900", "yes", "yes"), ("allocate 1100", "ENOMEM", "yes"), ("share 1100", "yes", "yes"), ("share 8200", "ENOMEM", "yes")]
@@ -197,6 +216,22 @@ class Somebody(Anybody):
         os.chmod(self.home.parent, 0o755)
         if any(not folder.stat().st_mode & 0o001 for folder in HOST.parents):
             self.skipTest("the programs lie where nobody else may look")
+
+
+class RealExtension(HostTest):
+    """What is not to be seen in its lists: tips, which take certificates, names and the web, and their cache."""
+
+    def test_downloads_and_keeps_tips(self):
+        page = b"""<rss version="2.0"><channel><item><title>A tip</title><category>Tips</category><link>https://blog.example</link>
+            <description>About it</description><pubDate>Tue, 20 Mar 2025 09:30:00 +0100</pubDate></item></channel></rss>"""
+        with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
+            server.pages["/2/apps/supportmaterials.xml.php?product=FOLIOvault&edition=Pro&version=4&lang=en"] = body(page)
+            variables = {"PATH": os.environ["PATH"], "LANG": "C", "https_proxy": server.proxy, "SSL_CERT_FILE": str(server.authority.file)}
+            done = host("--extension", EXTENSION, "--home", self.home, "render", "TipsWidget", "--format", "tree", env=variables)
+        self.assertEqual((done.returncode, done.stderr), (OK, b""))
+        self.assertIn("A tip", texts(json.loads(done.stdout)))
+        cache = self.home / ".local" / "share" / "widgethost" / "containers" / "net.foliovault.widgets" / "Caches" / "tips_cache.json"
+        self.assertIn("A tip", cache.read_text())
 
 
 if __name__ == "__main__":
