@@ -20,7 +20,7 @@ std::string settingsOf(const Instance& instance) {
 }
 
 std::string placeOf(const Instance& instance) {
-    const std::string output = instance.output.value_or("");
+    std::string output = instance.output.value_or("");
     if (!instance.position) {
         return output;
     }
