@@ -5,12 +5,15 @@ import os
 import subprocess
 import unittest
 
-from support import CANNOT_CREATE, CONFIGURATION, EXTENSION, HOST, OK, UNAVAILABLE, USAGE, HostTest, host
+from support import CANNOT_CREATE, CONFIGURATION, EXTENSION, HOST, OK, UNAVAILABLE, USAGE, HostTest, SessionBus, host
 
 
 class ArrangementTest(HostTest):
     def setUp(self):
         super().setUp()
+        bus = SessionBus()
+        self.addCleanup(bus.end)
+        self.more_variables = bus.variables
         self.folder = self.home / "config" / "widgethost"
         self.arrangement = self.folder / "arrangement.json"
 

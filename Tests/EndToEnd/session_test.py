@@ -8,7 +8,7 @@ import time
 import unittest
 from pathlib import Path
 
-from support import EXTENSION, HOST, LISTS, NO_WEB, OK, UNAVAILABLE, USAGE, HomeTest, favourites
+from support import EXTENSION, HOST, LISTS, NO_WEB, OK, UNAVAILABLE, USAGE, HomeTest, SessionBus, favourites
 
 
 class SessionTest(HomeTest):
@@ -18,10 +18,10 @@ class SessionTest(HomeTest):
         self.arrangement = self.configuration / "widgethost" / "arrangement.json"
         self.processes = []
         self.addCleanup(self.end_processes)
-        self.bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address=1", stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.bus = SessionBus()
+        self.addCleanup(self.bus.end)
         self.variables = {"PATH": os.environ["PATH"], "HOME": str(self.home), "XDG_CONFIG_HOME": str(self.configuration), "LANG": "C",
-                          "DBUS_SESSION_BUS_ADDRESS": self.bus.stdout.readline().decode().strip(), **NO_WEB,
-                          **{name: os.environ[name] for name in ("LSAN_OPTIONS",) if name in os.environ}}
+                          **self.bus.variables, **NO_WEB, **{name: os.environ[name] for name in ("LSAN_OPTIONS",) if name in os.environ}}
 
     def start(self, *command, **more):
         process = subprocess.Popen([str(part) for part in command], **more)
@@ -122,7 +122,7 @@ class OneHost(SessionTest):
         self.assertIn(b"another host", done.stderr)
 
     def test_it_ends_when_it_is_told_to_and_leaves_nothing(self):
-        for end in (lambda host: host.send_signal(signal.SIGTERM), lambda host: host.send_signal(signal.SIGINT), lambda _: self.bus.terminate()):
+        for end in (lambda host: host.send_signal(signal.SIGTERM), lambda host: host.send_signal(signal.SIGINT), lambda _: self.bus.process.terminate()):
             host = self.start_host()
             self.succeed("add", "WorkspacesWidget")
             self.succeed("reload")

@@ -92,6 +92,19 @@ class Extension:
                          environment={"family": family, "renderingMode": mode})["result"]
 
 
+class SessionBus:
+    """A session bus of its own."""
+
+    def __init__(self):
+        self.process = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE,
+                                        stderr=subprocess.DEVNULL)
+        self.variables = {"DBUS_SESSION_BUS_ADDRESS": self.process.stdout.readline().decode().strip()}
+
+    def end(self):
+        self.process.kill()
+        self.process.__exit__(None, None, None)
+
+
 def nodes(node):
     """A view's nodes, itself first."""
     yield node
@@ -112,9 +125,11 @@ def host(*arguments, **more):
 
 
 class HostTest(HomeTest):
+    more_variables = {}
+
     def host(self, *arguments, extension=EXTENSION, **more):
         variables = {**os.environ, **NO_WEB, "XDG_DATA_HOME": str(self.home / "data"), "XDG_CONFIG_HOME": str(self.home / "config"),
-                     "HOME": str(self.home), "LANG": "C"}
+                     "HOME": str(self.home), "LANG": "C", **self.more_variables}
         return host("--extension", extension, "--home", self.home, *arguments, env=variables, **more)
 
     def succeed(self, *arguments, **more):
