@@ -1,0 +1,126 @@
+// What the kernel makes of the rules, in children of the test that confine themselves.
+#include "Host/Connection/Confinement.h"
+
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <functional>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::TemporaryFolder;
+
+/// The errno of a system call's answer.
+int errorOf(int answer) {
+    return answer < 0 ? errno : 0;
+}
+
+/// The errno of `attempt` in a child that has confined itself.
+int errorWithin(const Confinement& confinement, const std::function<int()>& attempt) {
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(confinement.enter().step == Confinement::Step::none ? errorOf(attempt()) : 255);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class ConfinedChild : public testing::Test {
+  protected:
+    TemporaryFolder folder_;
+    const std::string secret_ = folder_.write("secret", "x");
+    const bool made_ = fs::create_directory(folder_.path("granted"));
+    const std::string granted_ = folder_.write("granted/file", "x");
+    const ConfinementRules rules_{.files = {{folder_.path("granted"), FileAccess::read}}};
+
+    int openWithin(int landlock, const std::string& path, int flags) const {
+        return errorWithin(Confinement::prepare(rules_, landlock), [&] { return open(path.c_str(), flags); });
+    }
+};
+
+TEST_F(ConfinedChild, LandlockGuardsWhatItCan) {
+    if (landlockVersion() == 0) {
+        GTEST_SKIP() << "this kernel has no Landlock";
+    }
+    for (int version = 1; version <= landlockVersion(); ++version) {
+        SCOPED_TRACE(version);
+        EXPECT_EQ(openWithin(version, granted_, O_RDONLY), 0);
+        EXPECT_EQ(openWithin(version, granted_, O_WRONLY), EACCES);
+        EXPECT_EQ(openWithin(version, secret_, O_RDONLY), EACCES);
+        const Confinement confinement = Confinement::prepare(rules_, version);
+        EXPECT_EQ(errorWithin(confinement, [&] { return truncate(secret_.c_str(), 1); }), version >= 3 ? EACCES : 0);
+        EXPECT_EQ(errorWithin(confinement, [] { return kill(getppid(), 0); }), version >= 6 ? EPERM : 0);
+    }
+}
+
+TEST_F(ConfinedChild, TheRestHoldsWithoutLandlock) {
+    EXPECT_EQ(openWithin(0, secret_, O_RDONLY), 0);
+    const Confinement confinement = Confinement::prepare(rules_, 0);
+    EXPECT_FALSE(confinement.isStale());
+    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_INET, SOCK_STREAM, 0); }), EACCES);
+    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_INET6, SOCK_DGRAM, 0); }), EACCES);
+    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_NETLINK, SOCK_RAW, 0); }), EACCES);
+    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0); }),
+              0);
+    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_UNIX, SOCK_SEQPACKET, 0); }), EACCES);
+}
+
+TEST_F(ConfinedChild, WithoutANamespaceThereAreNoProcesses) {
+    Confinement confinement = Confinement::prepare(rules_, 0);
+    confinement.renounceUserNamespace();
+    EXPECT_EQ(errorWithin(confinement, [] { return fork(); }), EAGAIN);
+}
+
+TEST(Confinement, IsStaleWhenWhatItGrantsIsNotWhatItWas) {
+    if (landlockVersion() == 0) {
+        GTEST_SKIP() << "this kernel has no Landlock, so nothing is bound to what stood there";
+    }
+    using Change = std::function<void(const fs::path&)>;
+    const Change nothing = [](const fs::path&) {};
+    const Change make = [](const fs::path& path) { fs::create_directory(path); };
+    const Change fill = [](const fs::path& path) { fs::create_directory(path / "more"); };
+    const Change remove = [](const fs::path& path) { fs::remove_all(path); };
+    const Change replace = [](const fs::path& path) {
+        fs::remove_all(path);
+        fs::create_directory(path);
+    };
+    const Change link = [](const fs::path& path) {
+        fs::remove_all(path);
+        fs::create_directory_symlink("/usr", path);
+    };
+    struct Row {
+        const char* name;
+        const Change& before;
+        const Change& after;
+        bool isStale;
+    };
+    const std::vector<Row> rows{
+        {"still absent", nothing, nothing, false},
+        {"appeared", nothing, make, true},
+        {"unchanged", make, nothing, false},
+        {"other content", make, fill, false},
+        {"gone", make, remove, true},
+        {"replaced", make, replace, true},
+        {"now a link", make, link, true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const TemporaryFolder folder;
+        const std::string path = folder.path("granted");
+        row.before(path);
+        const Confinement confinement = Confinement::prepare({.files = {{path, FileAccess::read}}});
+        row.after(path);
+        EXPECT_EQ(confinement.isStale(), row.isStale);
+    }
+}
+
+} // namespace
+} // namespace host
