@@ -31,21 +31,12 @@ struct Pipe {
     Descriptor writing;
 };
 
-/// Away from the numbers of standard input, output and errors, which a host may have been started without.
-Descriptor awayFromStandard(Descriptor descriptor) {
-    if (descriptor.number() > STDERR_FILENO) {
-        return descriptor;
-    }
-    return Descriptor(fcntl(descriptor.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-}
-
 std::optional<Pipe> makePipe() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }
-    Pipe made{awayFromStandard(Descriptor(ends[0])), awayFromStandard(Descriptor(ends[1]))};
-    return made.reading.isOpen() && made.writing.isOpen() ? std::optional(std::move(made)) : std::nullopt;
+    return Pipe{Descriptor(ends[0]), Descriptor(ends[1])};
 }
 
 /// Waits until the process has ended or the time is over; false if it still runs.

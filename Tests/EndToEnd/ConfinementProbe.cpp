@@ -15,6 +15,7 @@
 #include <functional>
 #include <iostream>
 #include <map>
+#include <netdb.h>
 #include <netinet/in.h>
 #include <sched.h>
 #include <spawn.h>
@@ -100,6 +101,16 @@ Findings sendUdp(const std::string& port) {
     const sockaddr_in address = loopback(port);
     return withSocket(AF_INET, SOCK_DGRAM,
                       [&](int handle) { return sendto(handle, "x", 1, 0, general(address), sizeof address) == 1; });
+}
+
+Findings resolve(const std::string& name) {
+    addrinfo* addresses = nullptr;
+    const int failure = getaddrinfo(name.c_str(), "http", nullptr, &addresses);
+    if (failure != 0) {
+        return gai_strerror(failure);
+    }
+    freeaddrinfo(addresses);
+    return "yes";
 }
 
 Findings bindTcp(const std::string& port) {
@@ -212,6 +223,7 @@ const std::map<std::string, std::function<Findings(const std::string&)>> orders{
     {"dropAndRun", dropAndRun},
     {"connect", connectTcp},
     {"send", sendUdp},
+    {"resolve", resolve},
     {"bind", bindTcp},
     {"listen", listenTcp},
     {"stream", [](const std::string& path) { return connectLocal(path, SOCK_STREAM); }},

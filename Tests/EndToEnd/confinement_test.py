@@ -7,6 +7,7 @@ import os
 import shutil
 import socket
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -36,6 +37,14 @@ def can_have_user_namespace(user):
             os.setuid(user)
         os._exit(0 if ctypes.CDLL(None).unshare(0x10000000) == 0 else 1)
     return os.waitpid(process, 0)[1] == 0
+
+
+def is_running(process):
+    """One that has died is there until whoever has adopted it has noticed."""
+    try:
+        return Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
+    except FileNotFoundError:
+        return False
 
 
 class ProbeTest(HostTest):
@@ -152,7 +161,7 @@ class Anybody(ProbeTest):
             port = server.getsockname()[1]
             rows = [(f"connect {port}", "EACCES", "yes"), ("send 9", "EACCES", "yes"), ("bind 0", "EACCES", "yes"), ("listen", "EACCES", "yes")]
             self.check(rows)
-            allowed = [(f"connect {port}", "yes", "yes"), ("send 9", "yes", "yes"), *rows[2:]]
+            allowed = [(f"connect {port}", "yes", "yes"), ("send 9", "yes", "yes"), ("resolve localhost", "yes", "yes"), *rows[2:]]
             self.check(allowed, network=True)
 
     def test_local_sockets(self):
@@ -200,6 +209,25 @@ class Anybody(ProbeTest):
             os.kill(process, 9)
             os.waitpid(process, 0)
 
+    def test_nothing_is_left_behind(self):
+        script = self.home / "script"
+        script.write_text("""#!/bin/sh
+            sleep 1000 &
+            echo $! > "$HOME/pid"
+            echo '{"jsonrpc": "2.0", "id": 1, "result": {"identifier": "probe", "widgets": [], "findings": []}}'
+            """)
+        script.chmod(0o755)
+        for confined in (True, False):
+            if confined and self.is_without_processes():
+                continue
+            self.ask(confined=confined, executable=str(script))
+            pid = (self.container / "pid").read_text().strip()
+            for _ in range(100):
+                if not is_running(pid):
+                    break
+                time.sleep(.05)
+            self.assertFalse(is_running(pid))
+
     def is_without_processes(self):
         user = self.user or os.getuid()
         return user == 0 or not can_have_user_namespace(self.user)
@@ -219,7 +247,7 @@ class Somebody(Anybody):
 
 
 class RealExtension(HostTest):
-    """What is not to be seen in its lists: tips, which take certificates, names and the web, and their cache."""
+    """What its lists on their own do not take: certificates, names and the web, a cache, translations, zones."""
 
     def test_downloads_and_keeps_tips(self):
         page = b"""<rss version="2.0"><channel><item><title>A tip</title><category>Tips</category><link>https://blog.example</link>
@@ -232,6 +260,11 @@ class RealExtension(HostTest):
         self.assertIn("A tip", texts(json.loads(done.stdout)))
         cache = self.home / ".local" / "share" / "widgethost" / "containers" / "net.foliovault.widgets" / "Caches" / "tips_cache.json"
         self.assertIn("A tip", cache.read_text())
+
+    def test_speaks_the_users_language(self):
+        variables = {"PATH": os.environ["PATH"], "LANG": "de_DE.UTF-8", "TZ": "Asia/Tokyo", **NO_WEB}
+        done = host("--extension", EXTENSION, "--home", self.home, "describe", env=variables)
+        self.assertIn("Favoriten", done.stdout.decode())
 
 
 if __name__ == "__main__":

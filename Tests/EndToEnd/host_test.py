@@ -3,10 +3,11 @@
 import json
 import os
 import stat
+import subprocess
 import unittest
 from pathlib import Path
 
-from support import CANNOT_CREATE, EXTENSION, LISTS, OK, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
+from support import CANNOT_CREATE, EXTENSION, HOST, LISTS, OK, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
 
 class Commands(HostTest):
     def test_describe_and_options(self):
@@ -43,6 +44,15 @@ class Commands(HostTest):
                 self.assertEqual(int.from_bytes(png[20:24], "big"), round(height * scale))
         self.assertIn(b"<svg", self.succeed("render", "FavoritesWidget", "--format", "svg")[:200])
         self.assertEqual(self.succeed("render", "FavoritesWidget", "--format", "pdf")[:5], b"%PDF-")
+
+    def test_a_host_without_standard_streams(self):
+        """Whose pipes would have their numbers."""
+        self.write(favourites(9))
+        picture = self.home / "picture"
+        command = ["sh", "-c", 'exec "$0" "$@" <&- >&- 2>&-', HOST, "--extension", EXTENSION, "--home", self.home,
+                   "render", "FavoritesWidget", "--format", "tree", "-o", picture]
+        self.assertEqual(subprocess.run(command, timeout=100).returncode, OK)
+        self.assertIn("9 items", texts(json.loads(picture.read_text())))
 
     def test_a_gallery_is_complete(self):
         self.write(favourites(9))
