@@ -28,6 +28,8 @@ const std::map<std::string, EntryRequest::Method> methods{{"timeline", EntryRequ
 const std::map<std::string, DrawingMode> modes{
     {"fullColor", DrawingMode::fullColor}, {"tinted", DrawingMode::tinted}, {"vibrant", DrawingMode::vibrant}};
 const std::map<std::string, ColorScheme> appearances{{"light", ColorScheme::light}, {"dark", ColorScheme::dark}};
+const std::map<std::string, std::vector<ColorScheme>> galleryAppearances{
+    {"light", {ColorScheme::light}}, {"dark", {ColorScheme::dark}}, {"both", {ColorScheme::light, ColorScheme::dark}}};
 const std::map<std::string, RenderFormat> formats{{"png", RenderFormat::png},
                                                   {"svg", RenderFormat::svg},
                                                   {"pdf", RenderFormat::pdf},
@@ -138,7 +140,12 @@ class CommandLine {
         drawing->add_option("-o,--output", galleryFolder_, "The folder to write")
             ->type_name("FOLDER")
             ->capture_default_str();
-        drawing->callback([this] { command_ = [this] { return gallery(choice(), galleryFolder_); }; });
+        drawing->add_option("--appearance", gallerySchemes_, "The colour schemes that are drawn")
+            ->check(CLI::IsMember(names(galleryAppearances)))
+            ->capture_default_str();
+        drawing->callback([this] {
+            command_ = [this] { return gallery(choice(), {galleryFolder_, galleryAppearances.at(gallerySchemes_)}); };
+        });
     }
 
     void addHost() {
@@ -225,6 +232,7 @@ class CommandLine {
     std::string kind_;
     InstanceId id_ = 0;
     ArrangementSubcommands arrangement_;
+    std::string gallerySchemes_ = "both";
 };
 
 } // namespace

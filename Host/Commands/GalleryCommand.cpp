@@ -5,7 +5,10 @@
 #include "Host/Drawing/Renderer.h"
 #include "Host/Layout/Measures.h"
 
+#include <array>
 #include <fmt/format.h>
+#include <future>
+#include <utility>
 
 namespace host {
 namespace {
@@ -21,10 +24,37 @@ struct Awaited {
     std::string family;
 };
 
-/// Draws the pictures of one extension into `folder` and adds its widgets to the page.
+/// Encodes and writes one picture while the next is drawn.
+class PictureFiles {
+  public:
+    /// What the next picture is drawn on; the last two pictures that were written stay untouched.
+    Room<std::uint32_t>& canvas() { return canvases_[turn_]; }
+
+    /// Starts to write what was drawn on `canvas()`. A failure is of a picture before.
+    std::optional<Failure> write(const PixelView& picture, fs::path file) {
+        turn_ = 1 - turn_;
+        auto failure = finish();
+        writing_ = std::async(std::launch::async, [this, picture, file = std::move(file)] {
+            return writeOutput(encoder_.encode(picture), file);
+        });
+        return failure;
+    }
+
+    /// Waits for what is still being written.
+    std::optional<Failure> finish() { return writing_.valid() ? writing_.get() : std::nullopt; }
+
+  private:
+    std::array<Room<std::uint32_t>, 2> canvases_;
+    std::size_t turn_ = 0;
+    PngEncoder encoder_;
+    /// The last member, so that it is waited for before the others go.
+    std::future<std::optional<Failure>> writing_;
+};
+
+/// Draws the pictures of one extension and adds its widgets to the page.
 class GalleryPainter {
   public:
-    GalleryPainter(const fs::path& folder, GalleryPage& page) : folder_(folder), page_(page) {}
+    GalleryPainter(const GalleryRequest& request, GalleryPage& page) : request_(request), page_(page) {}
 
     std::optional<Failure> paint(ExtensionConnection& connection) {
         const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
@@ -49,47 +79,51 @@ class GalleryPainter {
                 return failure;
             }
         }
-        return std::nullopt;
+        return files_.finish();
     }
 
   private:
-    std::optional<Failure> paint(const Entry& entry, const Awaited& picture) {
+    std::optional<Failure> paint(const Entry& entry, const Awaited& awaited) {
         const WidgetLayout layout =
-            layOut(entry.view, familySize(picture.family), renderer_.texts(), renderer_.images());
-        for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-            const fs::path file = folder_ / GalleryPage::pictureName(picture.kind, picture.family, scheme);
-            if (auto failure = writeOutput(renderer_.png(layout, {.scheme = scheme}, scale), file)) {
+            layOut(entry.view, familySize(awaited.family), renderer_.texts(), renderer_.images());
+        for (const ColorScheme scheme : request_.schemes) {
+            const PixelView picture = renderer_.pixels(layout, {.scheme = scheme}, scale, files_.canvas());
+            auto name = GalleryPage::pictureName(awaited.kind, awaited.family, scheme);
+            if (auto failure = files_.write(picture, request_.folder / name)) {
                 return failure;
             }
         }
         return std::nullopt;
     }
 
-    const fs::path& folder_;
+    const GalleryRequest& request_;
     GalleryPage& page_;
     Renderer renderer_;
+    PictureFiles files_;
 };
 
 } // namespace
 
-std::optional<Failure> gallery(const ExtensionChoice& choice, const fs::path& folder) {
+std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryRequest& request) {
+    GalleryPage page(request.schemes);
+    // Before the extensions, because it reads the fonts while they start.
+    GalleryPainter painter(request, page);
     auto connections = openExtensions(choice);
     if (!connections) {
         return connections.error();
     }
     std::error_code failure;
-    fs::create_directories(folder, failure);
+    fs::create_directories(request.folder, failure);
     if (failure) {
-        return Failure{ExitCode::cannotCreate, fmt::format("cannot make {}: {}", folder.string(), failure.message())};
+        return Failure{ExitCode::cannotCreate,
+                       fmt::format("cannot make {}: {}", request.folder.string(), failure.message())};
     }
-    GalleryPage page;
-    GalleryPainter painter(folder, page);
     for (ExtensionConnection& connection : *connections) {
         if (auto stopped = painter.paint(connection)) {
             return stopped;
         }
     }
-    return writeOutput(page.html(), folder / "index.html");
+    return writeOutput(page.html(), request.folder / "index.html");
 }
 
 } // namespace host

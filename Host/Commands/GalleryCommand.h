@@ -1,16 +1,24 @@
 // `widgethost gallery`: every widget in every family as pictures in a folder, with a page that shows them.
 //
-// The pictures are timelines with the default configuration, widgets in the order of their bundle, light and dark, at
-// two device pixels a point. The page, index.html, needs nothing but its folder.
+// The pictures are timelines with the default configuration, widgets in the order of their bundle, at two device pixels
+// a point. The page, index.html, needs nothing but its folder.
 #pragma once
 
 #include "Host/Commands/Extensions.h"
+#include "Host/Drawing/Appearance.h"
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace host {
 
-std::optional<Failure> gallery(const ExtensionChoice& choice, const std::filesystem::path& folder);
+struct GalleryRequest {
+    std::filesystem::path folder;
+    /// Every widget is drawn in each of them.
+    std::vector<ColorScheme> schemes;
+};
+
+std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryRequest& request);
 
 } // namespace host

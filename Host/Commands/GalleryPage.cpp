@@ -73,9 +73,12 @@ std::string GalleryPage::html() const {
                        "<meta name=\"viewport\" content=\"width=device-width\">\n<title>Widgets</title>\n<style>";
     html.append(style).append("</style>\n<h1>Widgets</h1>\n");
     for (const WidgetInfo& widget : widgets_) {
-        html += fmt::format("<h2>{}</h2>\n<p>{}</p>\n<div class=\"pair\">\n{}{}</div>\n", escaped(widget.displayName),
-                            escaped(widget.description), pictures(widget, ColorScheme::light),
-                            pictures(widget, ColorScheme::dark));
+        html += fmt::format("<h2>{}</h2>\n<p>{}</p>\n<div class=\"pair\">\n", escaped(widget.displayName),
+                            escaped(widget.description));
+        for (const ColorScheme scheme : schemes_) {
+            html += pictures(widget, scheme);
+        }
+        html += "</div>\n";
     }
     return html + "</html>\n";
 }

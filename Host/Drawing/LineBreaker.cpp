@@ -33,8 +33,11 @@ std::vector<int> characterWidths(PangoLayout* layout) {
 } // namespace
 
 double widthOf(PangoLayout* line) {
+    // A layout's own extents would include a line's height, for which Pango searches the language's other fonts.
     int width = 0;
-    pango_layout_get_size(line, &width, nullptr);
+    for (GSList* run = pango_layout_get_line_readonly(line, 0)->runs; run != nullptr; run = run->next) {
+        width += pango_glyph_string_get_width(static_cast<PangoGlyphItem*>(run->data)->glyphs);
+    }
     return static_cast<double>(width) / PANGO_SCALE;
 }
 

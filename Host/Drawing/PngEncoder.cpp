@@ -40,20 +40,30 @@ std::uint32_t straight(std::uint32_t pixel) {
     return component(16) | component(8) << 8 | component(0) << 16 | alpha << 24;
 }
 
+using Four = std::array<std::uint32_t, 4>;
+
 /// Rows as PNG has them: a byte that names the filter, none, then the pixels.
 void writeRows(const PixelView& picture, std::uint8_t* out) {
     const std::uint32_t* from = picture.pixels;
-    // Most pixels of a widget are like their neighbour.
-    std::uint32_t last = 0;
-    std::uint32_t lastStraight = 0;
+    // Most pixels of a widget are like their neighbour, and so are the next ones.
+    Four last{};
+    Four lastStraight{};
     for (std::uint32_t y = 0; y < picture.height; ++y) {
         *out++ = 0;
-        for (const std::uint32_t* const end = from + picture.width; from != end; ++from, out += 4) {
-            if (*from != last) {
-                last = *from;
-                lastStraight = straight(last);
+        for (const std::uint32_t* const end = from + picture.width; from != end;) {
+            if (end - from >= 4 && std::memcmp(from, last.data(), sizeof last) == 0) {
+                std::memcpy(out, lastStraight.data(), sizeof last);
+                from += 4;
+                out += sizeof last;
+                continue;
             }
-            std::memcpy(out, &lastStraight, 4);
+            if (*from != last[0]) {
+                last.fill(*from);
+                lastStraight.fill(straight(*from));
+            }
+            std::memcpy(out, lastStraight.data(), 4);
+            ++from;
+            out += 4;
         }
     }
 }
@@ -86,23 +96,24 @@ std::string PngEncoder::encode(const PixelView& picture) {
     if (picture.width == 0 || picture.height == 0) {
         return {};
     }
-    rows_.resize((std::size_t{picture.width} * 4 + 1) * picture.height);
-    writeRows(picture, rows_.data());
+    const std::size_t size = (std::size_t{picture.width} * 4 + 1) * picture.height;
+    std::uint8_t* const rows = rows_.take(size);
+    writeRows(picture, rows);
 
     // What does not compress is stored in blocks of less than 64 KiB with five bytes each, after the header.
-    compressed_.resize(rows_.size() + rows_.size() / 8192 + 1024);
-    work_.resize(ISAL_DEF_LVL1_DEFAULT);
+    const std::size_t greatestSize = size + size / 8192 + 1024;
+    std::uint8_t* const compressed = compressed_.take(greatestSize);
     isal_zstream stream;
     isal_deflate_stateless_init(&stream);
     stream.level = 1;
-    stream.level_buf = work_.data();
-    stream.level_buf_size = static_cast<std::uint32_t>(work_.size());
+    stream.level_buf = work_.take(ISAL_DEF_LVL1_DEFAULT);
+    stream.level_buf_size = ISAL_DEF_LVL1_DEFAULT;
     stream.gzip_flag = IGZIP_ZLIB;
     stream.end_of_stream = 1;
-    stream.next_in = rows_.data();
-    stream.avail_in = static_cast<std::uint32_t>(rows_.size());
-    stream.next_out = compressed_.data();
-    stream.avail_out = static_cast<std::uint32_t>(compressed_.size());
+    stream.next_in = rows;
+    stream.avail_in = static_cast<std::uint32_t>(size);
+    stream.next_out = compressed;
+    stream.avail_out = static_cast<std::uint32_t>(greatestSize);
     if (isal_deflate_stateless(&stream) != COMP_OK) {
         return {};
     }
@@ -112,7 +123,7 @@ std::string PngEncoder::encode(const PixelView& picture) {
     file.reserve(stream.total_out + 128);
     appendChunk(file, "IHDR", header(picture));
     appendChunk(file, "sRGB", perceptual);
-    appendChunk(file, "IDAT", {reinterpret_cast<const char*>(compressed_.data()), stream.total_out});
+    appendChunk(file, "IDAT", {reinterpret_cast<const char*>(compressed), stream.total_out});
     appendChunk(file, "IEND", {});
     return file;
 }

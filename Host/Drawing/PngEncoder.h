@@ -2,10 +2,10 @@
 // single pass of the fastest compression. One thread at a time; buffers are kept for the next picture.
 #pragma once
 
-#include <cstddef>
+#include "Host/Drawing/Room.h"
+
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace host {
 
@@ -22,9 +22,9 @@ class PngEncoder {
     std::string encode(const PixelView& picture);
 
   private:
-    std::vector<std::uint8_t> rows_;
-    std::vector<std::uint8_t> compressed_;
-    std::vector<std::uint8_t> work_;
+    Room<std::uint8_t> rows_;
+    Room<std::uint8_t> compressed_;
+    Room<std::uint8_t> work_;
 };
 
 } // namespace host

@@ -2,12 +2,10 @@
 
 #include "Host/Drawing/Handles.h"
 #include "Host/Drawing/Painter.h"
-#include "Host/Drawing/PngEncoder.h"
 #include "Host/Drawing/VectorFiles.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <fontconfig/fontconfig.h>
 
 namespace host {
 namespace {
@@ -32,32 +30,11 @@ Medium mediumOf(cairo_t* cairo) {
 struct Renderer::Parts {
     PaintBox box;
     PngEncoder encoder;
-    /// What the last picture was drawn on.
-    SurfaceHandle canvas;
-
-    /// A clear surface; the pixels of a row follow those of the last without a gap.
-    cairo_surface_t* clearCanvas(int width, int height);
+    Room<std::uint32_t> room;
 };
-
-cairo_surface_t* Renderer::Parts::clearCanvas(int width, int height) {
-    if (!canvas || cairo_image_surface_get_width(canvas.get()) != width ||
-        cairo_image_surface_get_height(canvas.get()) != height) {
-        canvas.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
-        return canvas.get();
-    }
-    // Clearing it by cairo, not by hand, lets cairo know that it is clear.
-    const CairoHandle cairo(cairo_create(canvas.get()));
-    cairo_set_operator(cairo.get(), CAIRO_OPERATOR_CLEAR);
-    cairo_paint(cairo.get());
-    return canvas.get();
-}
 
 Renderer::Renderer() : parts_(std::make_unique<Parts>()) {}
 Renderer::~Renderer() = default;
-
-void Renderer::warmUp() {
-    FcInit();
-}
 
 TextMeasurer& Renderer::texts() {
     return parts_->box.typesetter;
@@ -73,24 +50,27 @@ void Renderer::draw(cairo_t* cairo, const WidgetLayout& layout, const Appearance
     cairo_restore(cairo);
 }
 
-std::string Renderer::png(const WidgetLayout& layout, const Appearance& appearance, double scale) {
+PixelView Renderer::pixels(const WidgetLayout& layout, const Appearance& appearance, double scale,
+                           Room<std::uint32_t>& room) {
     const PixelGrid grid(scale);
     const double width = grid.edge(layout.size.width);
     const double height = grid.edge(layout.size.height);
     if (!(width >= 1 && height >= 1 && width <= greatestSide && height <= greatestSide)) {
         return {};
     }
-    cairo_surface_t* canvas = parts_->clearCanvas(static_cast<int>(width), static_cast<int>(height));
-    const CairoHandle cairo(cairo_create(canvas));
+    // It need not be clear: the tile takes the place of all that is there.
+    std::uint32_t* const pixels = room.take(static_cast<std::size_t>(width * height));
+    const SurfaceHandle canvas(cairo_image_surface_create_for_data(
+        reinterpret_cast<unsigned char*>(pixels), CAIRO_FORMAT_ARGB32, static_cast<int>(width),
+        static_cast<int>(height), static_cast<int>(width) * 4));
+    const CairoHandle cairo(cairo_create(canvas.get()));
     Painter(cairo.get(), grid, appearance, Medium::pixels, parts_->box).paint(layout);
-    cairo_surface_flush(canvas);
-    const unsigned char* pixels = cairo_image_surface_get_data(canvas);
-    if (pixels == nullptr) {
-        return {};
-    }
-    return parts_->encoder.encode({.pixels = reinterpret_cast<const std::uint32_t*>(pixels),
-                                   .width = static_cast<std::uint32_t>(width),
-                                   .height = static_cast<std::uint32_t>(height)});
+    cairo_surface_finish(canvas.get());
+    return {.pixels = pixels, .width = static_cast<std::uint32_t>(width), .height = static_cast<std::uint32_t>(height)};
+}
+
+std::string Renderer::png(const WidgetLayout& layout, const Appearance& appearance, double scale) {
+    return parts_->encoder.encode(pixels(layout, appearance, scale, parts_->room));
 }
 
 std::string Renderer::svg(const WidgetLayout& layout, const Appearance& appearance) {

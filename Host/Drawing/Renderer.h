@@ -1,13 +1,18 @@
 // Draws laid out widgets into pictures.
 //
 // A `Renderer` measures, draws and encodes. It keeps what is worth keeping between pictures (fonts, shaped texts,
-// decoded icons, buffers); dropping it lets all of that go. One thread at a time.
+// decoded icons, buffers); dropping it lets all of that go. Making one starts to read the machine's font configuration
+// in the background, which is most of what a first picture takes: best made while its widget is still awaited. One
+// thread at a time.
 #pragma once
 
 #include "Host/Drawing/Appearance.h"
+#include "Host/Drawing/PngEncoder.h"
+#include "Host/Drawing/Room.h"
 #include "Host/Layout/TextMeasurer.h"
 #include "Host/Layout/WidgetLayout.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -22,9 +27,6 @@ class Renderer final {
     Renderer(const Renderer&) = delete;
     Renderer& operator=(const Renderer&) = delete;
 
-    /// Reads the machine's font configuration, which is most of what a first picture takes, ahead of it. Any thread.
-    static void warmUp();
-
     /// What the layout of every widget that this renderer draws must be made with.
     TextMeasurer& texts();
     ImageMeasurer& images();
@@ -37,8 +39,13 @@ class Renderer final {
     std::string pdf(const WidgetLayout& layout, const Appearance& appearance);
     static constexpr int greatestSide = 16'384;
 
+    /// The pixels that `png` encodes, in `room`, for whom wants to do that elsewhere. No pixels where `png` is empty.
+    PixelView pixels(const WidgetLayout& layout, const Appearance& appearance, double scale, Room<std::uint32_t>& room);
+
     /// Draws on `cairo`, in points from its origin, tile and all. `scale` says how many device pixels a point has, for
-    /// edges to fall on whole pixels; it must be positive. Fastest on a surface that is clear.
+    /// edges to fall on whole pixels; it must be positive. On a surface of pixels the widget takes the place of
+    /// whatever was there, and leaves it clear outside the tile's round corners; to lay it over something, draw on a
+    /// group.
     void draw(cairo_t* cairo, const WidgetLayout& layout, const Appearance& appearance, double scale);
 
   private:

@@ -1,5 +1,6 @@
 #include "Host/Drawing/TextPictures.h"
 
+#include <algorithm>
 #include <cmath>
 #include <hb-ot.h>
 #include <pango/pangocairo.h>
@@ -23,14 +24,25 @@ struct Bounds {
 
 /// The pixels that any ink of the line may touch.
 Bounds inkBounds(PangoLayoutLine* line, double scale) {
-    PangoRectangle ink;
-    pango_layout_line_get_extents(line, &ink, nullptr);
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    int x = 0;
+    for (GSList* run = line->runs; run != nullptr; run = run->next) {
+        auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
+        PangoRectangle ink;
+        pango_glyph_string_extents(glyphs->glyphs, glyphs->item->analysis.font, &ink, nullptr);
+        left = std::min(left, x + ink.x);
+        top = std::min(top, ink.y);
+        right = std::max(right, x + ink.x + ink.width);
+        bottom = std::max(bottom, ink.y + ink.height);
+        x += pango_glyph_string_get_width(glyphs->glyphs);
+    }
     const double pixels = scale / PANGO_SCALE;
-    const auto left = static_cast<int>(std::floor(ink.x * pixels)) - 1;
-    const auto top = static_cast<int>(std::floor(ink.y * pixels)) - 1;
-    const auto right = static_cast<int>(std::ceil((ink.x + ink.width) * pixels)) + 1;
-    const auto bottom = static_cast<int>(std::ceil((ink.y + ink.height) * pixels)) + 1;
-    return {left, top, right - left, bottom - top};
+    const auto before = [&](int length) { return static_cast<int>(std::floor(length * pixels)) - 1; };
+    const auto after = [&](int length) { return static_cast<int>(std::ceil(length * pixels)) + 1; };
+    return {before(left), before(top), after(right) - before(left), after(bottom) - before(top)};
 }
 
 /// A surface of the line's bounds and something that draws on it in points from the line's origin.

@@ -49,23 +49,19 @@ void Tile::paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corn
     const double corner = cornerLength(grid_);
     const double width = bounds_.width - 2 * corner;
     const double height = bounds_.height - 2 * corner;
+    cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
     if (width < 0 || height < 0) {
+        cairo_set_source_rgba(cairo, 0, 0, 0, 0);
+        cairo_rectangle(cairo, 0, 0, bounds_.width, bounds_.height);
+        cairo_fill(cairo);
+        cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
         paintOutlined(cairo, palette);
         return;
     }
-    // All at once: on a surface that is still clear, the first shape is stored without blending.
     setSource(cairo, palette.tile());
     cairo_rectangle(cairo, 0, corner, bounds_.width, height);
     cairo_rectangle(cairo, corner, 0, width, corner);
     cairo_rectangle(cairo, corner, bounds_.height - corner, width, corner);
-    cairo_fill(cairo);
-
-    const Edge edge = edgeOf(grid_, palette);
-    setSource(cairo, edge.color);
-    cairo_rectangle(cairo, corner, 0, width, edge.width);
-    cairo_rectangle(cairo, corner, bounds_.height - edge.width, width, edge.width);
-    cairo_rectangle(cairo, 0, corner, edge.width, height);
-    cairo_rectangle(cairo, bounds_.width - edge.width, corner, edge.width, height);
     cairo_fill(cairo);
 
     cairo_surface_t* picture = corners.picture(grid_, palette);
@@ -77,6 +73,15 @@ void Tile::paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corn
             cairo_fill(cairo);
         }
     }
+    cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
+
+    const Edge edge = edgeOf(grid_, palette);
+    setSource(cairo, edge.color);
+    cairo_rectangle(cairo, corner, 0, width, edge.width);
+    cairo_rectangle(cairo, corner, bounds_.height - edge.width, width, edge.width);
+    cairo_rectangle(cairo, 0, corner, edge.width, height);
+    cairo_rectangle(cairo, bounds_.width - edge.width, corner, edge.width, height);
+    cairo_fill(cairo);
 }
 
 void Tile::clip(cairo_t* cairo) const {

@@ -44,7 +44,8 @@ class Tile {
     /// In a few shapes, for pictures of any size.
     void paintOutlined(cairo_t* cairo, const Palette& palette) const;
 
-    /// The same from rectangles and pictures of the corners: fast, most of all on a surface that is clear.
+    /// The same from rectangles and pictures of the corners, in place of whatever was there: outside the round corners
+    /// it is clear afterwards.
     void paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corners) const;
 
     /// Clips to the tile.

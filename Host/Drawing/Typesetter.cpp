@@ -71,22 +71,22 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
 
 } // namespace
 
-Typesetter::Typesetter() : lines_(keptLineBytes), measured_(keptMeasurementBytes) {}
-Typesetter::~Typesetter() = default;
-
-PangoContext* Typesetter::context() {
-    if (!context_) {
-        fontMap_.reset(pango_cairo_font_map_new());
-        context_.reset(pango_font_map_create_context(fontMap_.get()));
-        const FontOptionsHandle options(cairo_font_options_create());
-        cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-        cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-        cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
-        pango_cairo_context_set_font_options(context_.get(), options.get());
-        pango_context_set_round_glyph_positions(context_.get(), FALSE);
+Typesetter::Typesetter()
+    : fontMap_(pango_cairo_font_map_new()), context_(pango_font_map_create_context(fontMap_.get())),
+      lines_(keptLineBytes), measured_(keptMeasurementBytes) {
+    const FontOptionsHandle options(cairo_font_options_create());
+    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+    cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
+    pango_cairo_context_set_font_options(context_.get(), options.get());
+    pango_context_set_round_glyph_positions(context_.get(), FALSE);
+    // Where the locale names no language, one of Latin script spares another search of the fonts for what is of no
+    // script, such as an ellipsis.
+    if (std::string_view(pango_language_to_string(pango_language_get_default())) == "c") {
+        pango_context_set_language(context_.get(), pango_language_from_string("en"));
     }
-    return context_.get();
 }
+Typesetter::~Typesetter() = default;
 
 const Typesetter::Face& Typesetter::face(platform::Font font) {
     Face& face = faces_[static_cast<std::size_t>(font.style) * 2 + (font.weight ? 1 : 0)];
@@ -98,7 +98,7 @@ const Typesetter::Face& Typesetter::face(platform::Font font) {
         pango_font_description_set_absolute_size(face.description.get(), measures.size * PANGO_SCALE);
 
         // The font's own numbers; Pango's metrics would search the machine for the language's other fonts.
-        const ObjectHandle<PangoFont> loaded(pango_context_load_font(context(), face.description.get()));
+        const ObjectHandle<PangoFont> loaded(pango_context_load_font(context_.get(), face.description.get()));
         hb_font_extents_t extents{};
         hb_font_get_h_extents(pango_font_get_hb_font(loaded.get()), &extents);
         const double ascent = static_cast<double>(extents.ascender) / PANGO_SCALE;
@@ -110,7 +110,7 @@ const Typesetter::Face& Typesetter::face(platform::Font font) {
 
 ObjectHandle<PangoLayout> Typesetter::shape(std::string_view text, platform::Font font) {
     const Face& known = face(font);
-    ObjectHandle<PangoLayout> layout(pango_layout_new(context()));
+    ObjectHandle<PangoLayout> layout(pango_layout_new(context_.get()));
     pango_layout_set_font_description(layout.get(), known.description.get());
     pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
     pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
@@ -135,7 +135,7 @@ Typesetter::Composed Typesetter::compose(std::string_view text, platform::Font f
         }
         text = shown;
     }
-    const ObjectHandle<PangoLayout> whole = shape(text, font);
+    const ObjectHandle<PangoLayout> whole(static_cast<PangoLayout*>(g_object_ref(line(text, font))));
     const LineBreaker breaker(whole.get(), width, textMeasures(font).size,
                               [&](std::string_view part) { return line(part, font); });
     Composed composed;

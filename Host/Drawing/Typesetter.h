@@ -12,8 +12,8 @@
 // No text is longer than a desktop can show: a line of more than `longestLine` points, or the lines after the first
 // `greatestLineCount`, are cut as a line limit would. So the cost of a text is bounded, however long it is.
 //
-// What was shaped is kept for the next picture, within bounds. One thread at a time; fonts are first looked for when
-// something is measured.
+// What was shaped is kept for the next picture, within bounds. One thread at a time. Making one starts to read the
+// machine's font configuration, on a thread of Pango's; the first text that is measured waits for it.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -55,7 +55,6 @@ class Typesetter final : public TextMeasurer {
         bool isComplete = true;
     };
 
-    PangoContext* context();
     const Face& face(platform::Font font);
     ObjectHandle<PangoLayout> shape(std::string_view text, platform::Font font);
     Composed compose(std::string_view text, platform::Font font, double width, int lineLimit);
