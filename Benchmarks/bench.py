@@ -10,16 +10,19 @@ import os
 import platform
 import plistlib
 import random
+import statistics
 import subprocess
 import sys
 import tempfile
 import threading
+import time
 from datetime import datetime, timedelta
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parent.parent
 sys.path.append(str(PROJECT / "Tests" / "EndToEnd"))
 
+import gallery_page
 from https_server import Authority, HttpsServer, body
 
 BUILD = PROJECT / "build"
@@ -205,17 +208,64 @@ def warm(table, rounds):
         table.row(f"a warm `timeline`, {count:,} favourites with icons, over Python's loop", times["ours"], times["peer"], target)
 
 
-def drawing(table, rounds):
+def example_host():
+    """The host's command line, to show the widgets of the example library."""
     example = BUILD / "bench-example"
     run("rm", "-rf", example)
     run("cp", "-r", PROJECT / "Resources" / "Example", example)
+    return HOST, "--extension", EXTENSION, "--home", example
+
+
+def drawing(table, rounds):
+    host = example_host()
     entry, frames = BUILD / "bench-entry.json", BUILD / "bench-frames.json"
     for form, file in (("tree", entry), ("frames", frames)):
-        run(HOST, "--extension", EXTENSION, "--home", example, "render", "FavoritesWidget", "--family", "large", "--format", form, "-o", file)
+        run(*host, "render", "FavoritesWidget", "--family", "large", "--format", form, "-o", file)
     times = measured(BENCHMARKS / "drawing_benchmark", entry, rounds * 20)
     table.row("one large picture with its PNG, scale 2, over plain Pango, Cairo and its PNG writer", times["picture"], times["plainPicture"], .12)
     peer = float(run(PYTHON, PEERS / "peer_drawing.py", frames, rounds * 20))
     table.row("the same drawing without PNG, over pycairo", times["drawing"], peer, .25)
+
+
+def by_turns(rounds, *commands):
+    """The median seconds that each command takes from start to end."""
+    times = [[] for _ in commands]
+    for _ in range(rounds + 1):
+        for command, taken in zip(commands, times):
+            start = time.perf_counter()
+            run(*command)
+            taken.append(time.perf_counter() - start)
+    return [statistics.median(taken[1:]) for taken in times]
+
+
+def gallery(table, rounds):
+    host = example_host()
+    pictures, frames = BUILD / "bench-gallery", BUILD / "bench-frames"
+    for folder in (pictures, frames):
+        run("rm", "-rf", folder)
+        folder.mkdir()
+
+    def render(kind, family, form):
+        return run(*host, "render", kind, "--family", family, "--format", form).decode()
+    kinds = [widget["kind"] for widget in json.loads(run(*host, "describe", "--json"))["widgets"]]
+    names = [f"{kind}-{family}" for kind in kinds for family in gallery_page.SIZES]
+    files = [frames / f"{name}.json" for name in names]
+    for name, file in zip(names, files):
+        file.write_text(render(*name.split("-"), "frames"), encoding="utf-8")
+    page, screenshot = BUILD / "bench-gallery.html", BUILD / "bench-screenshot.png"
+    page.write_text(gallery_page.page(kinds, render, PROJECT / "Resources" / "Symbols"), encoding="utf-8")
+
+    ours = (*host, "gallery", "--appearance", "light", "-o", pictures)
+    browser = ("chromium", "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", "--no-first-run", "--disable-background-networking",
+               f"--user-data-dir={BUILD / 'bench-chromium'}", "--force-device-scale-factor=2",
+               f"--window-size={gallery_page.WIDTH},{gallery_page.height(kinds)}", f"--screenshot={screenshot}", f"file://{page}")
+    plain = (PYTHON, PEERS / "peer_drawing.py", "--write", pictures, *files)
+    own, shot, drawn = by_turns(rounds, ours, browser, plain)
+    for file in (screenshot, *(pictures / f"{name}{which}.png" for name in names for which in ("-light", ""))):
+        if file.stat().st_size < 1000:
+            sys.exit(f"{file} shows nothing")
+    table.row("all 16 pictures from nothing, scale 2, over headless Chromium's screenshot of a page with the same", own, shot, .05)
+    table.row("the same over a Python process that draws and writes them with pycairo", own, drawn, .20)
 
 
 def downloading(table, rounds):
@@ -334,7 +384,7 @@ def main():
     print(f"Measured on {machine()}.\n")
     print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
     table = Table()
-    for part in (reading, feed, downloading, starting, starting_confined, starting_with_tips, warm, drawing):
+    for part in (reading, feed, downloading, starting, starting_confined, starting_with_tips, warm, drawing, gallery):
         part(table, rounds)
     memory()
     memory_of_tips()
@@ -342,4 +392,5 @@ def main():
     print(f"\n{table.missed} missed." if table.missed else "\nAll reached.")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -1,6 +1,7 @@
-"""The peer of drawing: pycairo draws the frames of a large tile at scale 2, texts with Pango. Prints the median in seconds.
+"""The peer of drawing: pycairo draws the frames of tiles at scale 2, texts with Pango.
 
-peer_drawing.py FRAMES ROUNDS
+peer_drawing.py FRAMES ROUNDS         draws one large tile again and again, and prints the median in seconds
+peer_drawing.py --write FOLDER FRAMES…  draws each tile, named KIND-FAMILY.json, and writes it as PNG into the folder
 """
 
 import json
@@ -8,6 +9,7 @@ import math
 import statistics
 import sys
 import time
+from pathlib import Path
 
 import cairo
 import gi
@@ -16,20 +18,18 @@ gi.require_version("Pango", "1.0")
 gi.require_version("PangoCairo", "1.0")
 from gi.repository import Pango, PangoCairo  # noqa: E402
 
-SIZE, SCALE, RADIUS, ICON = 364, 2, 20, 64
+SIZES = {"small": (170, 170), "medium": (364, 170), "large": (364, 364), "extraLarge": (752, 364)}
+SCALE, RADIUS, ICON = 2, 20, 64
 # A line's height says which of the text styles it has.
-FONTS = {16: "Inter Bold 13px", 15: "Inter 12px", 13: "Inter Medium 10px"}
+FONTS = {20: "Inter Semi-Bold 15px", 16: "Inter Bold 13px", 15: "Inter 12px", 13: "Inter Medium 10px"}
 
-with open(sys.argv[1], encoding="utf-8") as file:
-    frames = json.load(file)
-surface = cairo.ImageSurface(cairo.FORMAT_ARGB32, SIZE * SCALE, SIZE * SCALE)
 icon = cairo.ImageSurface(cairo.FORMAT_ARGB32, ICON, ICON)
 cairo.Context(icon).paint()
 fonts = {height: Pango.FontDescription.from_string(name) for height, name in FONTS.items()}
 
 
-def tile(context):
-    for x, y, quarter in ((SIZE - RADIUS, RADIUS, -1), (SIZE - RADIUS, SIZE - RADIUS, 0), (RADIUS, SIZE - RADIUS, 1), (RADIUS, RADIUS, 2)):
+def tile(context, width, height):
+    for x, y, quarter in ((width - RADIUS, RADIUS, -1), (width - RADIUS, height - RADIUS, 0), (RADIUS, height - RADIUS, 1), (RADIUS, RADIUS, 2)):
         context.arc(x, y, RADIUS, quarter * math.pi / 2, (quarter + 1) * math.pi / 2)
     context.close_path()
     context.set_source_rgba(.96, .96, .97, .86)
@@ -38,11 +38,14 @@ def tile(context):
 
 
 def text(context, frame):
-    layout = PangoCairo.create_layout(context)
-    layout.set_font_description(fonts[round(frame["height"])])
-    layout.set_text(frame["text"], -1)
-    context.move_to(frame["x"], frame["y"])
-    PangoCairo.show_layout(context, layout)
+    lines = frame["text"].split("\n")
+    height = frame["height"] / len(lines)
+    for row, line in enumerate(lines):
+        layout = PangoCairo.create_layout(context)
+        layout.set_font_description(fonts[round(height)])
+        layout.set_text(line, -1)
+        context.move_to(frame["x"], frame["y"] + row * height)
+        PangoCairo.show_layout(context, layout)
 
 
 def symbol(context, frame):
@@ -64,32 +67,51 @@ def image(context, frame):
     context.restore()
 
 
-def draw():
-    surface_context = cairo.Context(surface)
-    surface_context.set_operator(cairo.Operator.CLEAR)
-    surface_context.paint()
-    surface_context.set_operator(cairo.Operator.OVER)
-    surface_context.scale(SCALE, SCALE)
-    tile(surface_context)
+def draw(surface, frames):
+    context = cairo.Context(surface)
+    context.set_operator(cairo.Operator.CLEAR)
+    context.paint()
+    context.set_operator(cairo.Operator.OVER)
+    context.scale(SCALE, SCALE)
+    tile(context, surface.get_width() / SCALE, surface.get_height() / SCALE)
     for frame in frames:
-        surface_context.set_source_rgba(0, 0, 0, .88)
+        context.set_source_rgba(0, 0, 0, .88)
         if frame["type"] == "text":
-            text(surface_context, frame)
+            text(context, frame)
         elif frame["type"] == "symbol":
-            symbol(surface_context, frame)
+            symbol(context, frame)
         elif frame["type"] == "image":
-            image(surface_context, frame)
+            image(context, frame)
         elif frame["type"] == "circle":
-            surface_context.arc(frame["x"] + frame["width"] / 2, frame["y"] + frame["height"] / 2, frame["width"] / 2, 0, 2 * math.pi)
-            surface_context.fill()
+            context.arc(frame["x"] + frame["width"] / 2, frame["y"] + frame["height"] / 2, frame["width"] / 2, 0, 2 * math.pi)
+            context.fill()
         else:
-            surface_context.rectangle(frame["x"], frame["y"], frame["width"], frame["height"])
-            surface_context.fill()
+            context.rectangle(frame["x"], frame["y"], frame["width"], frame["height"])
+            context.fill()
 
 
-times = []
-for _ in range(int(sys.argv[2])):
-    start = time.perf_counter()
-    draw()
-    times.append(time.perf_counter() - start)
-print(statistics.median(times))
+def canvas(family):
+    width, height = SIZES[family]
+    return cairo.ImageSurface(cairo.FORMAT_ARGB32, width * SCALE, height * SCALE)
+
+
+def time_large(file, rounds):
+    frames, surface, times = json.loads(Path(file).read_text(encoding="utf-8")), canvas("large"), []
+    for _ in range(rounds):
+        start = time.perf_counter()
+        draw(surface, frames)
+        times.append(time.perf_counter() - start)
+    print(statistics.median(times))
+
+
+def write(folder, files):
+    for file in map(Path, files):
+        surface = canvas(file.stem.split("-")[1])
+        draw(surface, json.loads(file.read_text(encoding="utf-8")))
+        surface.write_to_png(str(Path(folder) / f"{file.stem}.png"))
+
+
+if sys.argv[1] == "--write":
+    write(sys.argv[2], sys.argv[3:])
+else:
+    time_large(sys.argv[1], int(sys.argv[2]))

@@ -14,7 +14,7 @@ lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(
     libbenchmark-dev libplist-dev openssl
-    python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0
+    python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
 )
 
 # install_packages NAME…: installs those that are missing, as root or by sudo; nothing where all are there.
