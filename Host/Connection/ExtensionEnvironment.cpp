@@ -74,6 +74,18 @@ std::string recordedHome() {
     return platform::SystemUserDatabase::shared().recordedHome().value_or(std::string());
 }
 
+/// Whether the user stands in the file of users, and is not known by a directory service alone.
+bool userStandsInFile() {
+    std::ifstream users("/etc/passwd");
+    for (std::string line; std::getline(users, line);) {
+        const std::size_t number = line.find(':', line.find(':') + 1) + 1;
+        if (line.compare(number, line.find(':', number) - number, std::to_string(getuid())) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 platform::Expected<TemporaryFolder, std::string> TemporaryFolder::make() {
@@ -117,7 +129,9 @@ platform::Expected<ExtensionEnvironment, std::string> makeExtensionEnvironment(c
     }
     environment.variables.push_back("HOME=" + environment.container.string());
     environment.variables.push_back("XDG_CACHE_HOME=" + caches.string());
-    if (home) {
+    // Directory services are asked through sockets that a confined extension cannot use: it is told what they said.
+    const bool isToldUser = home || (!environment.home.empty() && !userStandsInFile() && wrapperIsInstalled());
+    if (isToldUser) {
         auto database = userDatabaseWith(environment.home, environment.variables);
         if (!database) {
             return Unexpected{database.error()};

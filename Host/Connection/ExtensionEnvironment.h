@@ -32,7 +32,7 @@ struct ExtensionEnvironment {
     std::filesystem::path container;
     /// "NAME=value" each.
     std::vector<std::string> variables;
-    /// Holds the user database of a home that is not the user's own.
+    /// Holds the user database that the extension is to have in place of the system's.
     std::optional<TemporaryFolder> userDatabase;
 };
 
@@ -40,7 +40,8 @@ struct ExtensionEnvironment {
 /// XDG_CACHE_HOME in the container, PATH, language, time zone, proxies and certificates as this process has them.
 ///
 /// With `home`, the extension is to take that folder for the user's real home: it gets a user database that says so (by
-/// nss_wrapper), and its container lies in that home's data folder. The error is one clear line.
+/// nss_wrapper), and its container lies in that home's data folder. A user whom only a directory service knows gets
+/// such a database, too, where the wrapper is installed. The error is one clear line.
 platform::Expected<ExtensionEnvironment, std::string>
 makeExtensionEnvironment(const Manifest& manifest, const std::optional<std::filesystem::path>& home);
 

@@ -57,7 +57,7 @@ std::string howItEnded(int status) {
 }
 
 /// Room for the few calls of a child that shares the host's memory; sanitized frames are large.
-constexpr std::size_t childStackSize = std::size_t{256} << 10U;
+using ChildStack = std::array<std::byte, std::size_t{256} << 10U>;
 
 /// What the child needs, and what it leaves behind: it shares the host's memory until it becomes the extension.
 struct Start {
@@ -107,14 +107,14 @@ void reap(pid_t process) {
 
 /// The extension's process, or the errno of what went wrong; `start` has what went wrong in the child.
 platform::Expected<pid_t, int> runChild(Start& start) {
-    const std::unique_ptr<std::byte[]> stack(new std::byte[childStackSize]);
+    const auto stack = std::make_unique_for_overwrite<ChildStack>();
     // Handlers of the host's must not run in the child, which shares its memory.
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
     const pid_t process =
-        clone(becomeExtension, stack.get() + childStackSize, CLONE_VM | CLONE_VFORK | SIGCHLD, &start);
+        clone(becomeExtension, stack->data() + stack->size(), CLONE_VM | CLONE_VFORK | SIGCHLD, &start);
     const int error = process < 0 ? errno : 0;
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     if (process < 0) {

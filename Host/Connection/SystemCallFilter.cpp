@@ -79,8 +79,8 @@ Program socketRules(NetworkAccess network) {
               allow(),
               refuse(EACCES)});
     if (network == NetworkAccess::connections) {
-        for (const std::uint32_t family : {AF_INET, AF_INET6, AF_NETLINK}) {
-            appendIf(rules, BPF_JEQ, family, {allow()});
+        for (const int family : {AF_INET, AF_INET6, AF_NETLINK}) {
+            appendIf(rules, BPF_JEQ, static_cast<std::uint32_t>(family), {allow()});
         }
     }
     rules.push_back(refuse(EACCES));

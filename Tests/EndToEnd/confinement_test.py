@@ -267,5 +267,21 @@ class RealExtension(HostTest):
         self.assertIn("Favoriten", done.stdout.decode())
 
 
+@unittest.skipUnless(IS_ROOT, "only root can be somebody else")
+class UserOfADirectoryService(HostTest):
+    """Whom no file names; the wrapper plays the service."""
+
+    def test_has_a_home(self):
+        self.write([{"Name": "Known", "UUID": "U", "Type": 3}])
+        variables = {**self.environment(), "HOME": str(self.home)}
+        (self.home.parent / "passwd").write_text(f"user:x:{SOMEBODY}:{SOMEBODY}::{self.home}:/bin/sh\n")
+        for path in (self.home.parent, *self.home.parent.rglob("*")):
+            os.chown(path, SOMEBODY, SOMEBODY)
+        done = host("--extension", EXTENSION, "render", "FavoritesWidget", "--format", "tree", env=variables,
+                    user=SOMEBODY, group=SOMEBODY, extra_groups=[])
+        self.assertEqual((done.returncode, done.stderr), (OK, b""))
+        self.assertIn("Known", texts(json.loads(done.stdout)))
+
+
 if __name__ == "__main__":
     unittest.main()
