@@ -189,6 +189,14 @@ def starting_confined(table, rounds):
     table.row("start to first answer by the host, confined, over not confined", times["ours"], times["peer"], 1.3)
 
 
+def reloading(table, rounds):
+    example = BUILD / "bench-example"
+    run("rm", "-rf", example)
+    run("cp", "-r", PROJECT / "Resources" / "Example", example)
+    times = measured(BENCHMARKS / "reload_benchmark", rounds * 20, EXTENSION, example)
+    table.row("a reload of four tiles, from the extension's start to display lists, over `python3 -c pass`", times["ours"], times["python"], .7)
+
+
 def starting_with_tips(table, rounds):
     write(favourites(16), "binary")
     long_ago = -(datetime(2001, 1, 1) - datetime(2200, 1, 1)).total_seconds()
@@ -384,7 +392,7 @@ def main():
     print(f"Measured on {machine()}.\n")
     print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
     table = Table()
-    for part in (reading, feed, downloading, starting, starting_confined, starting_with_tips, warm, drawing, gallery):
+    for part in (reading, feed, downloading, starting, starting_confined, starting_with_tips, reloading, warm, drawing, gallery):
         part(table, rounds)
     memory()
     memory_of_tips()

@@ -1,0 +1,89 @@
+// reload_benchmark ROUNDS EXTENSION HOME: a session reloads four large tiles by an extension that it starts for that,
+// down to what is to be drawn of each, beside Python starting to do nothing. HOME is the folder that the extension
+// takes for the user's home.
+
+#include "Benchmarks/Child.h"
+#include "Benchmarks/Rounds.h"
+#include "Host/Drawing/Renderer.h"
+#include "Host/Layout/Measures.h"
+#include "Host/Session/Session.h"
+
+namespace {
+
+/// Keeps of each tile what is to be drawn.
+class DisplayLists final : public host::SessionObserver {
+  public:
+    explicit DisplayLists(host::Renderer& renderer) : renderer_(renderer) {}
+    void tileChanged(const host::Tile& tile) override {
+        lists_.insert_or_assign(tile.instance().id,
+                                host::layOut(tile.entry()->view, host::familySize(tile.instance().family),
+                                             renderer_.texts(), renderer_.images()));
+    }
+    std::size_t count() const { return lists_.size(); }
+
+  private:
+    host::Renderer& renderer_;
+    std::map<host::InstanceId, host::WidgetLayout> lists_;
+};
+
+void reload(const host::Manifest& manifest, const std::filesystem::path& home, host::Renderer& renderer) {
+    DisplayLists lists(renderer);
+    host::Session session({.findManifest = [&](const std::string& /*identifier*/) { return manifest; },
+                           .startExtension =
+                               [&](const host::Manifest& found) {
+                                   return host::ExtensionChannel::open(found, home, host::Confined::yes);
+                               },
+                           .clock = platform::SystemClock::shared(),
+                           .observer = lists,
+                           .patience = {}});
+    std::vector<host::Instance> instances;
+    for (const char* kind : {"ReadingListWidget", "FavoritesWidget", "WorkspacesWidget", "TipsWidget"}) {
+        instances.push_back({.id = static_cast<host::InstanceId>(instances.size() + 1),
+                             .extension = manifest.identifier,
+                             .kind = kind,
+                             .family = "large"});
+    }
+    session.setTiles(instances);
+    session.step({});
+    while (lists.count() < instances.size()) {
+        auto descriptors = session.awaited();
+        if (poll(descriptors.data(), descriptors.size(), 10'000) <= 0) {
+            benchmarks::fail("no answer");
+        }
+        session.step(descriptors);
+        for (const auto& [id, tile] : session.tiles()) {
+            if (tile.history().lastFailure) {
+                std::fprintf(stderr, "%s\n", tile.history().lastFailure->reason.c_str());
+                std::exit(1);
+            }
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 4) {
+        std::fprintf(stderr, "usage: reload_benchmark ROUNDS EXTENSION HOME\n");
+        return 64;
+    }
+    const auto manifest = host::manifestFor(argv[2]);
+    if (!manifest) {
+        std::fprintf(stderr, "%s\n", manifest.error().c_str());
+        return 1;
+    }
+    // Made in the worker, like the fonts that it reads in a thread.
+    std::optional<host::Renderer> renderer;
+    benchmarks::timeByTurns({{"ours",
+                              [&] {
+                                  if (!renderer) {
+                                      renderer.emplace();
+                                  }
+                                  reload(*manifest, argv[3], *renderer);
+                              }},
+                             {"python",
+                              [] {
+                                  benchmarks::Child({"/usr/bin/python3", "-c", "pass"}).awaitEnd();
+                              }}},
+                            std::atoi(argv[1]));
+}
