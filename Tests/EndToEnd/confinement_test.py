@@ -161,7 +161,9 @@ class Anybody(ProbeTest):
             port = server.getsockname()[1]
             rows = [(f"connect {port}", "EACCES", "yes"), ("send 9", "EACCES", "yes"), ("bind 0", "EACCES", "yes"), ("listen", "EACCES", "yes")]
             self.check(rows)
-            allowed = [(f"connect {port}", "yes", "yes"), ("send 9", "yes", "yes"), ("resolve localhost", "yes", "yes"), *rows[2:]]
+            allowed = [(f"connect {port}", "yes", "yes"), ("send 9", "yes", "yes"), *rows[2:]]
+            if not SANITIZED:  # the wrapper would look names up in a way that sanitizers do not bear
+                allowed.append(("resolve localhost", "yes", "yes"))
             self.check(allowed, network=True)
 
     def test_local_sockets(self):
