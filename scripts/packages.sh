@@ -4,7 +4,7 @@ build_packages=(
     cmake ninja-build g++ pkg-config gettext
     nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev libcurl4-openssl-dev
     libcli11-dev libfmt-dev libglib2.0-dev
-    libpango1.0-dev libcairo2-dev libgdk-pixbuf-2.0-dev libisal-dev fonts-inter
+    libpango1.0-dev libcairo2-dev libfreetype-dev libfribidi-dev libgdk-pixbuf-2.0-dev libisal-dev fonts-inter
 )
 # What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, what is
 # loaded at first need, zones, and the fonts of names in other scripts.

@@ -13,37 +13,29 @@ constexpr std::string_view ellipsis = "…";
 constexpr const char* leftToRightMark = "\u200E";
 constexpr const char* rightToLeftMark = "\u200F";
 
-/// The base direction that a text takes on its own.
-PangoDirection baseDirection(PangoLayout* line) {
-    return static_cast<PangoDirection>(pango_layout_get_line_readonly(line, 0)->resolved_dir);
-}
-
-/// The width that each character takes, in logical order.
-std::vector<int> characterWidths(PangoLayout* layout) {
-    std::vector<int> widths(static_cast<std::size_t>(pango_layout_get_character_count(layout)));
-    const char* text = pango_layout_get_text(layout);
-    for (GSList* run = pango_layout_get_line_readonly(layout, 0)->runs; run != nullptr; run = run->next) {
-        auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
-        const auto first = static_cast<std::size_t>(g_utf8_pointer_to_offset(text, text + glyphs->item->offset));
-        pango_glyph_item_get_logical_widths(glyphs, text, widths.data() + first);
+/// The width that each of a line's characters takes, in logical order.
+std::vector<int> characterWidths(const ShapedLine& line) {
+    const char* text = line.text().data();
+    std::vector<int> widths(static_cast<std::size_t>(g_utf8_strlen(text, static_cast<gssize>(line.text().size()))));
+    for (const auto& run : line.runs()) {
+        const auto first = static_cast<std::size_t>(g_utf8_pointer_to_offset(text, text + run->item->offset));
+        pango_glyph_item_get_logical_widths(run.get(), text, widths.data() + first);
     }
     return widths;
 }
 
-} // namespace
-
-double widthOf(PangoLayout* line) {
-    // A layout's own extents would include a line's height, for which Pango searches the language's other fonts.
-    int width = 0;
-    for (GSList* run = pango_layout_get_line_readonly(line, 0)->runs; run != nullptr; run = run->next) {
-        width += pango_glyph_string_get_width(static_cast<PangoGlyphItem*>(run->data)->glyphs);
-    }
-    return static_cast<double>(width) / PANGO_SCALE;
+std::vector<PangoLogAttr> attributesOf(std::string_view text, std::size_t count) {
+    std::vector<PangoLogAttr> attributes(count + 1);
+    pango_get_log_attrs(text.data(), static_cast<int>(text.size()), -1, pango_language_get_default(), attributes.data(),
+                        static_cast<int>(attributes.size()));
+    return attributes;
 }
 
-LineBreaker::LineBreaker(PangoLayout* text, double width, double fontSize, Shape shape)
-    : text_(pango_layout_get_text(text)), attributes_(pango_layout_get_log_attrs_readonly(text, nullptr)),
-      direction_(baseDirection(text)), width_(width + tolerance), fontSize_(fontSize), shape_(std::move(shape)) {
+} // namespace
+
+LineBreaker::LineBreaker(const ShapedLine& text, double width, double fontSize, Shape shape)
+    : text_(text.text()), direction_(text.direction()), width_(width + tolerance), fontSize_(fontSize),
+      shape_(std::move(shape)) {
     const char* at = text_.data();
     double advance = 0;
     for (const int characterWidth : characterWidths(text)) {
@@ -54,6 +46,7 @@ LineBreaker::LineBreaker(PangoLayout* text, double width, double fontSize, Shape
     }
     offsets_.push_back(text_.size());
     advances_.push_back(advance);
+    attributes_ = attributesOf(text_, count());
 }
 
 LineBreaker::Line LineBreaker::next(std::size_t start) const {
@@ -85,7 +78,7 @@ LineBreaker::Line LineBreaker::last(std::size_t start) const {
 
 std::optional<LineBreaker::Line> LineBreaker::longest(std::size_t start, Boundary boundary,
                                                       std::string_view ending) const {
-    const double room = width_ + greatestGain * fontSize_ - (ending.empty() ? 0 : widthOf(shape_(ending)));
+    const double room = width_ + greatestGain * fontSize_ - (ending.empty() ? 0 : shape_(ending).width());
     std::vector<std::size_t> ends;
     for (std::size_t end = start + 1; end <= count(); ++end) {
         if (!isBoundary(end, boundary)) {
@@ -127,12 +120,10 @@ std::size_t LineBreaker::afterBlanks(std::size_t at) const {
 TextLine LineBreaker::line(std::size_t start, std::size_t end, std::string_view ending) const {
     std::string text(text_.substr(offsets_[start], offsets_[end] - offsets_[start]));
     text += ending;
-    PangoLayout* shaped = shape_(text);
-    if (baseDirection(shaped) != direction_) {
+    if (shape_(text).direction() != direction_) {
         text.insert(0, direction_ == PANGO_DIRECTION_RTL ? rightToLeftMark : leftToRightMark);
-        shaped = shape_(text);
     }
-    return {text, widthOf(shaped)};
+    return {text, shape_(text).width()};
 }
 
 } // namespace host

@@ -4,6 +4,7 @@
 // line's end than within their text. So a text breaks in the same places when it is offered its longest line's width.
 #pragma once
 
+#include "Host/Drawing/ShapedLine.h"
 #include "Host/Layout/TextMeasurer.h"
 
 #include <cstddef>
@@ -19,10 +20,10 @@ namespace host {
 class LineBreaker {
   public:
     /// Shapes a line on its own; what it gives is good until it is asked again.
-    using Shape = std::function<PangoLayout*(std::string_view line)>;
+    using Shape = std::function<const ShapedLine&(std::string_view line)>;
 
     /// `text` is the whole text as one line, and outlives the breaker.
-    LineBreaker(PangoLayout* text, double width, double fontSize, Shape shape);
+    LineBreaker(const ShapedLine& text, double width, double fontSize, Shape shape);
 
     struct Line {
         TextLine line;
@@ -51,17 +52,15 @@ class LineBreaker {
     TextLine line(std::size_t start, std::size_t end, std::string_view ending) const;
 
     std::string_view text_;
-    const PangoLogAttr* attributes_;
+    /// For every boundary between characters.
+    std::vector<PangoLogAttr> attributes_;
     PangoDirection direction_;
-    /// For every boundary between characters: the bytes and the points before it.
+    /// For the same: the bytes and the points before it.
     std::vector<std::size_t> offsets_;
     std::vector<double> advances_;
     double width_;
     double fontSize_;
     Shape shape_;
 };
-
-/// The width of a layout of one line, in points.
-double widthOf(PangoLayout* line);
 
 } // namespace host

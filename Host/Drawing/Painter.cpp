@@ -84,9 +84,13 @@ void Painter::paintLine(const TextLine& line, platform::Font font, Point origin,
         cairo_save(cairo_);
         cairo_translate(cairo_, x, y);
         cairo_scale(cairo_, grid_.scale(), grid_.scale());
-        cairo_move_to(cairo_, 0, 0);
-        PangoLayout* layout = box_.typesetter.line(line.text, font);
-        pango_cairo_show_layout_line(cairo_, pango_layout_get_line_readonly(layout, 0));
+        const ShapedLine& shaped = box_.typesetter.line(line.text, font);
+        double left = 0;
+        for (const auto& run : shaped.runs()) {
+            cairo_move_to(cairo_, left, 0);
+            pango_cairo_show_glyph_item(cairo_, shaped.text().c_str(), run.get());
+            left += static_cast<double>(pango_glyph_string_get_width(run->glyphs)) / PANGO_SCALE;
+        }
         cairo_restore(cairo_);
         return;
     }

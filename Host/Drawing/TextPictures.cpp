@@ -23,21 +23,20 @@ struct Bounds {
 };
 
 /// The pixels that any ink of the line may touch.
-Bounds inkBounds(PangoLayoutLine* line, double scale) {
+Bounds inkBounds(const ShapedLine& line, double scale) {
     int left = 0;
     int top = 0;
     int right = 0;
     int bottom = 0;
     int x = 0;
-    for (GSList* run = line->runs; run != nullptr; run = run->next) {
-        auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
+    for (const auto& run : line.runs()) {
         PangoRectangle ink;
-        pango_glyph_string_extents(glyphs->glyphs, glyphs->item->analysis.font, &ink, nullptr);
+        pango_glyph_string_extents(run->glyphs, run->item->analysis.font, &ink, nullptr);
         left = std::min(left, x + ink.x);
         top = std::min(top, ink.y);
         right = std::max(right, x + ink.x + ink.width);
         bottom = std::max(bottom, ink.y + ink.height);
-        x += pango_glyph_string_get_width(glyphs->glyphs);
+        x += pango_glyph_string_get_width(run->glyphs);
     }
     const double pixels = scale / PANGO_SCALE;
     const auto before = [&](int length) { return static_cast<int>(std::floor(length * pixels)) - 1; };
@@ -56,33 +55,35 @@ struct Canvas {
     CairoHandle cairo;
 };
 
-TextPicture rasterize(PangoLayout* layout, double scale, Tone tone) {
-    PangoLayoutLine* line = pango_layout_get_line_readonly(layout, 0);
+TextPicture rasterize(const ShapedLine& line, double scale, Tone tone, OutlineFiller& filler) {
     const Bounds bounds = inkBounds(line, scale);
     TextPicture picture{nullptr, nullptr, bounds.left, bounds.top};
 
     std::unique_ptr<Canvas> mask;
     std::unique_ptr<Canvas> colors;
     int x = 0;
-    for (GSList* run = line->runs; run != nullptr; run = run->next) {
-        auto* glyphs = static_cast<PangoGlyphItem*>(run->data);
-        PangoFont* font = glyphs->item->analysis.font;
+    for (const auto& run : line.runs()) {
+        PangoFont* font = run->item->analysis.font;
         const bool isColored = hasColors(font);
         auto& canvas = isColored ? colors : mask;
         if (!canvas) {
             canvas = std::make_unique<Canvas>(isColored ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_A8, bounds, scale);
         }
-        cairo_move_to(canvas->cairo.get(), static_cast<double>(x) / PANGO_SCALE, 0);
-        if (isColored) {
-            pango_cairo_show_glyph_string(canvas->cairo.get(), font, glyphs->glyphs);
-        } else {
-            // Outlines, unlike glyph images, need not start on whole pixels.
-            pango_cairo_glyph_string_path(canvas->cairo.get(), font, glyphs->glyphs);
+        cairo_t* const cairo = canvas->cairo.get();
+        for (int i = 0; i < run->glyphs->num_glyphs; ++i) {
+            PangoGlyphString glyph{1, run->glyphs->glyphs + i, run->glyphs->log_clusters + i};
+            cairo_move_to(cairo, static_cast<double>(x) / PANGO_SCALE, 0);
+            if (isColored) {
+                pango_cairo_show_glyph_string(cairo, font, &glyph);
+            } else {
+                // Outlines, unlike glyph images, need not start on whole pixels.
+                pango_cairo_glyph_string_path(cairo, font, &glyph);
+                filler.fill(cairo, canvas->surface.get());
+            }
+            x += glyph.glyphs->geometry.width;
         }
-        x += pango_glyph_string_get_width(glyphs->glyphs);
     }
     if (mask) {
-        cairo_fill(mask->cairo.get());
         picture.mask = std::move(mask->surface);
     }
     if (colors) {
@@ -109,7 +110,7 @@ const TextPicture& TextPictures::picture(std::string_view line, platform::Font f
     if (const TextPicture* known = pictures_.find(key)) {
         return *known;
     }
-    TextPicture picture = rasterize(typesetter_.line(line, font), scale, tone);
+    TextPicture picture = rasterize(typesetter_.line(line, font), scale, tone, filler_);
     const std::size_t weight = bytes(picture.mask) + bytes(picture.colors) + line.size() + 256;
     return pictures_.insert(TextKey(key), std::move(picture), weight);
 }

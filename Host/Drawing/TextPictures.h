@@ -5,6 +5,7 @@
 #include "Host/Drawing/Desaturation.h"
 #include "Host/Drawing/Handles.h"
 #include "Host/Drawing/LruCache.h"
+#include "Host/Drawing/OutlineFiller.h"
 #include "Host/Drawing/TextKey.h"
 #include "Host/Drawing/Typesetter.h"
 
@@ -30,6 +31,7 @@ class TextPictures {
 
   private:
     Typesetter& typesetter_;
+    OutlineFiller filler_;
     LruCache<TextKey, TextPicture, TextSeek, TextHash> pictures_;
 };
 

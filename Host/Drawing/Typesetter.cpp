@@ -80,11 +80,8 @@ Typesetter::Typesetter()
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
     pango_cairo_context_set_font_options(context_.get(), options.get());
     pango_context_set_round_glyph_positions(context_.get(), FALSE);
-    // Where the locale names no language, one of Latin script spares another search of the fonts for what is of no
-    // script, such as an ellipsis.
-    if (std::string_view(pango_language_to_string(pango_language_get_default())) == "c") {
-        pango_context_set_language(context_.get(), pango_language_from_string("en"));
-    }
+    // Said or not, it is the default; said, every text of a face finds its fonts by the same search.
+    pango_context_set_language(context_.get(), pango_language_get_default());
 }
 Typesetter::~Typesetter() = default;
 
@@ -108,36 +105,32 @@ const Typesetter::Face& Typesetter::face(platform::Font font) {
     return face;
 }
 
-ObjectHandle<PangoLayout> Typesetter::shape(std::string_view text, platform::Font font) {
-    const Face& known = face(font);
-    ObjectHandle<PangoLayout> layout(pango_layout_new(context_.get()));
-    pango_layout_set_font_description(layout.get(), known.description.get());
-    pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
-    pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
-    return layout;
+ShapedLine Typesetter::shape(std::string_view text, platform::Font font) {
+    pango_context_set_font_description(context_.get(), face(font).description.get());
+    return {context_.get(), text};
 }
 
-PangoLayout* Typesetter::line(std::string_view text, platform::Font font) {
+const ShapedLine& Typesetter::line(std::string_view text, platform::Font font) {
     const TextSeek key(text, font);
-    if (const auto* known = lines_.find(key)) {
-        return known->get();
+    if (const ShapedLine* known = lines_.find(key)) {
+        return *known;
     }
-    // A layout and its glyphs take about so much.
+    // A line and its glyphs take about so much.
     const std::size_t weight = 1024 + text.size() * 64;
-    return lines_.insert(TextKey(key), shape(text, font), weight).get();
+    return lines_.insert(TextKey(key), shape(text, font), weight);
 }
 
 Typesetter::Composed Typesetter::compose(std::string_view text, platform::Font font, double width, int lineLimit) {
     // Blanks that end a text need no room, as at any other line's end.
     for (const std::string_view shown : {text, withoutTrailingBlanks(text)}) {
-        if (const double whole = widthOf(line(shown, font)); whole <= width + tolerance) {
+        if (const double whole = line(shown, font).width(); whole <= width + tolerance) {
             return {{{std::string(shown), whole}}, true};
         }
         text = shown;
     }
-    const ObjectHandle<PangoLayout> whole(static_cast<PangoLayout*>(g_object_ref(line(text, font))));
-    const LineBreaker breaker(whole.get(), width, textMeasures(font).size,
-                              [&](std::string_view part) { return line(part, font); });
+    const ShapedLine whole = shape(text, font);
+    const LineBreaker breaker(whole, width, textMeasures(font).size,
+                              [&](std::string_view part) -> const ShapedLine& { return line(part, font); });
     Composed composed;
     std::size_t start = 0;
     while (start < breaker.count() && composed.lines.size() + 1 < static_cast<std::size_t>(lineLimit)) {

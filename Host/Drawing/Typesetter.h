@@ -18,6 +18,7 @@
 
 #include "Host/Drawing/Handles.h"
 #include "Host/Drawing/LruCache.h"
+#include "Host/Drawing/ShapedLine.h"
 #include "Host/Drawing/TextKey.h"
 #include "Host/Layout/TextMeasurer.h"
 
@@ -41,8 +42,8 @@ class Typesetter final : public TextMeasurer {
 
     MeasuredText measure(const TextRequest& request) override;
 
-    /// One line as `measure` gave it, ready to be drawn. Never null; good until the next call.
-    PangoLayout* line(std::string_view text, platform::Font font);
+    /// One line as `measure` gave it, ready to be drawn. Good until the next call.
+    const ShapedLine& line(std::string_view text, platform::Font font);
 
   private:
     struct Face {
@@ -56,13 +57,13 @@ class Typesetter final : public TextMeasurer {
     };
 
     const Face& face(platform::Font font);
-    ObjectHandle<PangoLayout> shape(std::string_view text, platform::Font font);
+    ShapedLine shape(std::string_view text, platform::Font font);
     Composed compose(std::string_view text, platform::Font font, double width, int lineLimit);
 
     ObjectHandle<PangoFontMap> fontMap_;
     ObjectHandle<PangoContext> context_;
     std::array<Face, 12> faces_;
-    LruCache<TextKey, ObjectHandle<PangoLayout>, TextSeek, TextHash> lines_;
+    LruCache<TextKey, ShapedLine, TextSeek, TextHash> lines_;
     LruCache<TextKey, MeasuredText, TextSeek, TextHash> measured_;
 };
 
