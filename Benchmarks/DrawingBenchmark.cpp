@@ -55,14 +55,6 @@ void drawPlainly(cairo_t* cairo, const host::WidgetLayout& layout) {
     }
 }
 
-/// What every new picture starts from.
-void clear(cairo_surface_t* surface) {
-    cairo_t* cairo = cairo_create(surface);
-    cairo_set_operator(cairo, CAIRO_OPERATOR_CLEAR);
-    cairo_paint(cairo);
-    cairo_destroy(cairo);
-}
-
 std::string plainPicture(const host::WidgetLayout& layout) {
     cairo_surface_t* surface = cairo_image_surface_create(
         CAIRO_FORMAT_ARGB32, static_cast<int>(layout.size.width * scale), static_cast<int>(layout.size.height * scale));
@@ -112,7 +104,6 @@ int main(int argc, char** argv) {
             {"plainPicture", [&] { expectPicture(plainPicture(layout)); }},
             {"drawing",
              [&] {
-                 clear(surface);
                  cairo_t* cairo = cairo_create(surface);
                  cairo_scale(cairo, scale, scale);
                  renderer.draw(cairo, layout, {}, scale);

@@ -1,5 +1,6 @@
 #include "Host/Drawing/PngEncoder.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstring>
@@ -13,6 +14,8 @@ namespace {
 static_assert(std::endian::native == std::endian::little, "pixels are stored as bytes R, G, B, A");
 
 constexpr int reciprocalBits = 24;
+/// Bytes.
+constexpr std::size_t rowsAtOnce = std::size_t{64} << 10;
 
 /// 2^24 / alpha, rounded up: a division by alpha that is exact for everything up to 255 × 255 + 127.
 constexpr std::array<std::uint32_t, 256> reciprocals = [] {
@@ -40,30 +43,43 @@ std::uint32_t straight(std::uint32_t pixel) {
     return component(16) | component(8) << 8 | component(0) << 16 | alpha << 24;
 }
 
-using Four = std::array<std::uint32_t, 4>;
-
-/// Rows as PNG has them: a byte that names the filter, none, then the pixels.
-void writeRows(const PixelView& picture, std::uint8_t* out) {
-    const std::uint32_t* from = picture.pixels;
+/// A row as PNG has it: a byte that names the filter, none, then the pixels.
+void writeRow(const std::uint32_t* from, std::uint32_t width, std::uint8_t* out) {
+    *out++ = 0;
     // Most pixels of a widget are like their neighbour, and so are the next ones.
-    Four last{};
-    Four lastStraight{};
-    for (std::uint32_t y = 0; y < picture.height; ++y) {
-        *out++ = 0;
-        for (const std::uint32_t* const end = from + picture.width; from != end;) {
-            if (end - from >= 4 && std::memcmp(from, last.data(), sizeof last) == 0) {
-                std::memcpy(out, lastStraight.data(), sizeof last);
+    std::uint64_t pair = 0;
+    std::uint64_t straightPair = 0;
+    for (const std::uint32_t* const end = from + width; from != end;) {
+        if (end - from >= 4) {
+            std::array<std::uint64_t, 2> next{};
+            std::memcpy(next.data(), from, sizeof next);
+            if (next[0] == pair && next[1] == pair) {
+                std::memcpy(out, &straightPair, 8);
+                std::memcpy(out + 8, &straightPair, 8);
                 from += 4;
-                out += sizeof last;
+                out += 16;
                 continue;
             }
-            if (*from != last[0]) {
-                last.fill(*from);
-                lastStraight.fill(straight(*from));
-            }
-            std::memcpy(out, lastStraight.data(), 4);
-            ++from;
-            out += 4;
+        }
+        if (const std::uint64_t pixel = *from; pixel != (pair & 0xFFFFFFFFU)) {
+            pair = pixel << 32 | pixel;
+            straightPair = std::uint64_t{straight(*from)} * 0x1'0000'0001U;
+        }
+        std::memcpy(out, &straightPair, 4);
+        ++from;
+        out += 4;
+    }
+}
+
+/// Rows from `first` on and before `end`.
+void writeRows(const PixelView& picture, std::uint32_t first, std::uint32_t end, std::uint8_t* out) {
+    const std::size_t size = 1 + std::size_t{picture.width} * 4;
+    for (std::uint32_t y = first; y < end; ++y, out += size) {
+        const std::uint32_t* const row = picture.pixels + std::size_t{y} * picture.width;
+        if (y > first && std::equal(row, row + picture.width, row - picture.width)) {
+            std::memcpy(out, out - size, size);
+        } else {
+            writeRow(row, picture.width, out);
         }
     }
 }
@@ -96,26 +112,30 @@ std::string PngEncoder::encode(const PixelView& picture) {
     if (picture.width == 0 || picture.height == 0) {
         return {};
     }
-    const std::size_t size = (std::size_t{picture.width} * 4 + 1) * picture.height;
-    std::uint8_t* const rows = rows_.take(size);
-    writeRows(picture, rows);
-
+    const std::size_t rowSize = std::size_t{picture.width} * 4 + 1;
+    const std::size_t size = rowSize * picture.height;
     // What does not compress is stored in blocks of less than 64 KiB with five bytes each, after the header.
     const std::size_t greatestSize = size + size / 8192 + 1024;
     std::uint8_t* const compressed = compressed_.take(greatestSize);
     isal_zstream stream;
-    isal_deflate_stateless_init(&stream);
+    isal_deflate_init(&stream);
     stream.level = 1;
     stream.level_buf = work_.take(ISAL_DEF_LVL1_DEFAULT);
     stream.level_buf_size = ISAL_DEF_LVL1_DEFAULT;
     stream.gzip_flag = IGZIP_ZLIB;
-    stream.end_of_stream = 1;
-    stream.next_in = rows;
-    stream.avail_in = static_cast<std::uint32_t>(size);
     stream.next_out = compressed;
     stream.avail_out = static_cast<std::uint32_t>(greatestSize);
-    if (isal_deflate_stateless(&stream) != COMP_OK) {
-        return {};
+    // A few rows at a time, so that they are still near when they are compressed.
+    const auto step = static_cast<std::uint32_t>(std::max(std::size_t{1}, rowsAtOnce / rowSize));
+    for (std::uint32_t y = 0; y < picture.height; y += step) {
+        const std::uint32_t end = std::min(y + step, picture.height);
+        stream.next_in = rows_.take(rowSize * step);
+        stream.avail_in = static_cast<std::uint32_t>(rowSize * (end - y));
+        stream.end_of_stream = end == picture.height ? 1 : 0;
+        writeRows(picture, y, end, stream.next_in);
+        if (isal_deflate(&stream) != COMP_OK) {
+            return {};
+        }
     }
 
     constexpr std::string_view perceptual("\0", 1);

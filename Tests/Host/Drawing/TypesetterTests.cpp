@@ -58,9 +58,8 @@ const std::vector<std::string> samples{
 
 TEST(Typesetter, FindsItsFont) {
     Typesetter typesetter;
-    PangoLayoutLine* line = pango_layout_get_line_readonly(typesetter.line("Favorites", platform::headline), 0);
-    const auto* run = static_cast<const PangoGlyphItem*>(line->runs->data);
-    const FontDescriptionHandle found(pango_font_describe(run->item->analysis.font));
+    const ShapedLine& line = typesetter.line("Favorites", platform::headline);
+    const FontDescriptionHandle found(pango_font_describe(line.runs().front()->item->analysis.font));
     EXPECT_STREQ(pango_font_description_get_family(found.get()), "Inter");
     EXPECT_EQ(pango_font_description_get_weight(found.get()), PANGO_WEIGHT_BOLD);
 }
