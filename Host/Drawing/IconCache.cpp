@@ -86,7 +86,10 @@ cairo_surface_t* IconCache::picture(const platform::EncodedData& data, const Ico
 }
 
 IconCache::Entry& IconCache::entry(const platform::EncodedData& data, int longestSide) {
-    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.data == data; });
+    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) {
+        // Two forms that differ in length are compared by decoding both, which costs more than to keep an image twice.
+        return e.data.storedSize() == data.storedSize() && e.data == data;
+    });
     if (found != entries_.end()) {
         entries_.splice(entries_.begin(), entries_, found);
     } else {

@@ -55,7 +55,7 @@ struct Canvas {
     CairoHandle cairo;
 };
 
-TextPicture rasterize(const ShapedLine& line, double scale, Tone tone, OutlineFiller& filler) {
+TextPicture rasterize(const ShapedLine& line, double scale, Tone tone, GlyphFiller& filler) {
     const Bounds bounds = inkBounds(line, scale);
     TextPicture picture{nullptr, nullptr, bounds.left, bounds.top};
 
@@ -69,18 +69,18 @@ TextPicture rasterize(const ShapedLine& line, double scale, Tone tone, OutlineFi
         if (!canvas) {
             canvas = std::make_unique<Canvas>(isColored ? CAIRO_FORMAT_ARGB32 : CAIRO_FORMAT_A8, bounds, scale);
         }
-        cairo_t* const cairo = canvas->cairo.get();
         for (int i = 0; i < run->glyphs->num_glyphs; ++i) {
-            PangoGlyphString glyph{1, run->glyphs->glyphs + i, run->glyphs->log_clusters + i};
-            cairo_move_to(cairo, static_cast<double>(x) / PANGO_SCALE, 0);
+            PangoGlyphInfo& glyph = run->glyphs->glyphs[i];
             if (isColored) {
-                pango_cairo_show_glyph_string(cairo, font, &glyph);
+                PangoGlyphString alone{1, &glyph, run->glyphs->log_clusters + i};
+                cairo_move_to(canvas->cairo.get(), static_cast<double>(x) / PANGO_SCALE, 0);
+                pango_cairo_show_glyph_string(canvas->cairo.get(), font, &alone);
             } else {
                 // Outlines, unlike glyph images, need not start on whole pixels.
-                pango_cairo_glyph_string_path(cairo, font, &glyph);
-                filler.fill(cairo, canvas->surface.get());
+                const Point origin{x * scale / PANGO_SCALE - bounds.left, static_cast<double>(-bounds.top)};
+                filler.fill(font, glyph, origin, scale, canvas->surface.get());
             }
-            x += glyph.glyphs->geometry.width;
+            x += glyph.geometry.width;
         }
     }
     if (mask) {

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "Host/Drawing/Desaturation.h"
+#include "Host/Drawing/GlyphFiller.h"
 #include "Host/Drawing/Handles.h"
 #include "Host/Drawing/LruCache.h"
-#include "Host/Drawing/OutlineFiller.h"
 #include "Host/Drawing/TextKey.h"
 #include "Host/Drawing/Typesetter.h"
 
@@ -31,7 +31,7 @@ class TextPictures {
 
   private:
     Typesetter& typesetter_;
-    OutlineFiller filler_;
+    GlyphFiller filler_;
     LruCache<TextKey, TextPicture, TextSeek, TextHash> pictures_;
 };
 
