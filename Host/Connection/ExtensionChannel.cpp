@@ -56,8 +56,8 @@ ExtensionChannel::open(const Manifest& manifest, const std::optional<std::filesy
     if (!process) {
         return Unexpected{process.error()};
     }
-    for (const Descriptor* end : {&process->input(), &process->output(), &process->errors()}) {
-        makeNonBlocking(end->number());
+    for (const platform::FileDescriptor* end : {&process->input(), &process->output(), &process->errors()}) {
+        makeNonBlocking(end->get());
     }
     return ExtensionChannel(manifest, *std::move(process));
 }
@@ -79,8 +79,8 @@ void ExtensionChannel::endInput() {
 }
 
 ExtensionChannel::Descriptors ExtensionChannel::awaited() const {
-    return {pollfd{process_.output().number(), POLLIN, 0}, pollfd{process_.errors().number(), POLLIN, 0},
-            pollfd{outgoing_.empty() ? -1 : process_.input().number(), POLLOUT, 0}};
+    return {pollfd{process_.output().get(), POLLIN, 0}, pollfd{process_.errors().get(), POLLIN, 0},
+            pollfd{outgoing_.empty() ? -1 : process_.input().get(), POLLOUT, 0}};
 }
 
 void ExtensionChannel::exchange(const Descriptors& ready) {
@@ -105,7 +105,7 @@ std::optional<ExtensionChannel::Answer> ExtensionChannel::nextAnswer() {
 }
 
 void ExtensionChannel::write() {
-    const ssize_t count = ::write(process_.input().number(), outgoing_.data(), outgoing_.size());
+    const ssize_t count = ::write(process_.input().get(), outgoing_.data(), outgoing_.size());
     if (count > 0) {
         outgoing_.erase(0, static_cast<std::size_t>(count));
     } else if (errno != EAGAIN && errno != EINTR) {
@@ -119,7 +119,7 @@ void ExtensionChannel::write() {
 }
 
 void ExtensionChannel::readWords() {
-    if (!readSome(process_.errors().number(), lastWords_)) {
+    if (!readSome(process_.errors().get(), lastWords_)) {
         process_.errors().close();
     }
     if (lastWords_.size() > greatestLastWords) {
@@ -129,7 +129,7 @@ void ExtensionChannel::readWords() {
 
 void ExtensionChannel::readAnswers() {
     const std::size_t searched = incoming_.size();
-    if (!readSome(process_.output().number(), incoming_)) {
+    if (!readSome(process_.output().get(), incoming_)) {
         lose({}, ExtensionProcess::Patience::aMoment);
         return;
     }
@@ -168,7 +168,7 @@ void ExtensionChannel::lose(std::string_view why, ExtensionProcess::Patience pat
     }
     // What it wrote about its end says more than its exit code.
     if (process_.errors().isOpen()) {
-        readSome(process_.errors().number(), lastWords_);
+        readSome(process_.errors().get(), lastWords_);
     }
     const std::string ended = process_.end(patience);
     const std::string_view words = lastLine(lastWords_);

@@ -40,7 +40,6 @@ class ExtensionConnection {
     static platform::Expected<ExtensionConnection, ConnectionError>
     open(const Manifest& manifest, const std::optional<std::filesystem::path>& home, Confined confined = Confined::yes);
 
-
     /// Sends a request; `params` is a JSON object. The answer is asked for by the id, once.
     std::int64_t send(std::string_view method, std::string_view params) { return channel_.send(method, params); }
 

@@ -21,14 +21,15 @@
 namespace host {
 namespace {
 
+using platform::FileDescriptor;
 using platform::Unexpected;
 
 /// How long a process may take to leave when its input has ended.
 constexpr int graceMilliseconds = 500;
 
 struct Pipe {
-    Descriptor reading;
-    Descriptor writing;
+    FileDescriptor reading;
+    FileDescriptor writing;
 };
 
 std::optional<Pipe> makePipe() {
@@ -36,16 +37,16 @@ std::optional<Pipe> makePipe() {
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }
-    return Pipe{Descriptor(ends[0]), Descriptor(ends[1])};
+    return Pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
 
 /// Waits until the process has ended or the time is over; false if it still runs.
 bool waitForEnd(pid_t process, int milliseconds) {
-    const Descriptor watched(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
+    const FileDescriptor watched(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
     if (!watched.isOpen()) {
         return true;
     }
-    pollfd ended{watched.number(), POLLIN, 0};
+    pollfd ended{watched.get(), POLLIN, 0};
     return poll(&ended, 1, milliseconds) > 0;
 }
 
@@ -129,24 +130,6 @@ platform::Expected<pid_t, int> runChild(Start& start) {
 
 } // namespace
 
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    if (this != &other) {
-        close();
-        number_ = other.release();
-    }
-    return *this;
-}
-
-void Descriptor::close() {
-    if (isOpen()) {
-        ::close(release());
-    }
-}
-
-int Descriptor::release() {
-    return std::exchange(number_, -1);
-}
-
 platform::Expected<ExtensionProcess, std::string>
 ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environment, Confined confined) {
     auto input = makePipe();
@@ -170,7 +153,7 @@ ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environme
     const Start start{.program = program.c_str(),
                       .arguments = arguments.data(),
                       .variables = variables.data(),
-                      .descriptors = {input->reading.number(), output->writing.number(), errors->writing.number()},
+                      .descriptors = {input->reading.get(), output->writing.get(), errors->writing.get()},
                       .confinement = confinement ? &*confinement : nullptr};
     Start tried = start;
     auto process = runChild(tried);

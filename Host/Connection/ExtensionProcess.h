@@ -5,6 +5,7 @@
 #include "Host/Connection/ExtensionEnvironment.h"
 #include "Host/Connection/Manifest.h"
 #include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/FileDescriptor.h"
 
 #include <optional>
 #include <string>
@@ -12,23 +13,6 @@
 #include <sys/types.h>
 
 namespace host {
-
-/// A file descriptor that is closed with its owner.
-class Descriptor {
-  public:
-    explicit Descriptor(int number = -1) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(other.release()) {}
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    ~Descriptor() { close(); }
-
-    int number() const { return number_; }
-    bool isOpen() const { return number_ >= 0; }
-    void close();
-    int release();
-
-  private:
-    int number_;
-};
 
 class ExtensionProcess {
   public:
@@ -43,12 +27,12 @@ class ExtensionProcess {
     ExtensionProcess& operator=(ExtensionProcess&&) = delete;
     ~ExtensionProcess();
 
-    Descriptor& input() { return input_; }
-    Descriptor& output() { return output_; }
-    Descriptor& errors() { return errors_; }
-    const Descriptor& input() const { return input_; }
-    const Descriptor& output() const { return output_; }
-    const Descriptor& errors() const { return errors_; }
+    platform::FileDescriptor& input() { return input_; }
+    platform::FileDescriptor& output() { return output_; }
+    platform::FileDescriptor& errors() { return errors_; }
+    const platform::FileDescriptor& input() const { return input_; }
+    const platform::FileDescriptor& output() const { return output_; }
+    const platform::FileDescriptor& errors() const { return errors_; }
 
     /// Whether a folder or file that the extension may read has appeared or been replaced since it was started: it does
     /// not see the new one, and should be ended and started anew before it is asked again.
@@ -67,9 +51,9 @@ class ExtensionProcess {
     pid_t process_;
     ExtensionEnvironment environment_;
     std::optional<Confinement> confinement_;
-    Descriptor input_;
-    Descriptor output_;
-    Descriptor errors_;
+    platform::FileDescriptor input_;
+    platform::FileDescriptor output_;
+    platform::FileDescriptor errors_;
 };
 
 } // namespace host

@@ -1,5 +1,6 @@
 #include "Host/Session/HostApplication.h"
 
+#include "Host/Connection/Landlock.h"
 #include "Host/Session/Explanation.h"
 #include "Host/Session/RunningHost.h"
 
@@ -82,6 +83,9 @@ void HostApplication::start() {
         g_signal_connect_swapped(bus, "closed", G_CALLBACK(&g_application_quit), application_);
     } else {
         complain("there is no session bus: commands reach this host by the arrangement's file alone");
+    }
+    if (landlockVersion() == 0) {
+        complain("this kernel has no Landlock: extensions can read more than they should");
     }
     g_application_hold(application_);
     g_unix_signal_add(SIGTERM, &HostApplication::ended, this);
