@@ -17,9 +17,10 @@ using platform::Unexpected;
 /// More than any manifest takes.
 constexpr std::uintmax_t greatestManifestSize = std::uintmax_t{1} << 20U;
 
-/// A folder that is meant below the home and stays there.
+/// A folder that is meant below the home, not the home itself, and stays there.
 bool staysBelow(const fs::path& relative) {
-    return relative.is_relative() && std::find(relative.begin(), relative.end(), "..") == relative.end();
+    return relative.is_relative() && relative.lexically_normal() != "." &&
+           std::find(relative.begin(), relative.end(), "..") == relative.end();
 }
 
 } // namespace

@@ -3,11 +3,10 @@
 // Landlock watches files and TCP; the filter has what that leaves open, and holds on kernels without it:
 // - sockets: of the local kind datagrams alone, which reach the system's log but neither the session's bus nor the
 //   display; internet and netlink sockets only with network access; all others never. Nothing is listened on or bound.
-// - other processes' memory and descriptors, the user's keys, and what could go round these rules: namespaces of its
-// own,
-//   io_uring, system calls of other architectures.
+// - other processes' memory and descriptors, and the user's keys.
+// - the ways round these rules: io_uring, namespaces of its own, system calls of other architectures.
 // - new processes, where they cannot be counted otherwise. Threads are always allowed.
-// Refused are they by an error, never by a signal: a library that only tries goes on.
+// What is refused gets an error, never a signal: a library that only tries goes on.
 #pragma once
 
 #include "Host/Connection/ConfinementRules.h"

@@ -1,0 +1,39 @@
+// What a manifest may ask for: what it says is what the extension is confined to.
+#include "Host/Connection/Manifest.h"
+
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace host {
+namespace {
+
+platform::Expected<Manifest, std::string> manifestWith(const std::string& members) {
+    const platform::TemporaryFolder folder;
+    return readManifest(folder.write("x.json", R"({"identifier": "x", "executable": "y")" +
+                                                   (members.empty() ? "" : ", " + members) + "}"));
+}
+
+TEST(Manifest, ReadsNothingAndDoesNotConnectUnlessItSaysSo) {
+    for (const char* members : {"", R"("network": "true")", R"("network": 1, "reads": "Library")"}) {
+        const auto manifest = manifestWith(members);
+        ASSERT_TRUE(manifest) << members;
+        EXPECT_FALSE(manifest->network) << members;
+        EXPECT_TRUE(manifest->reads.empty()) << members;
+    }
+}
+
+TEST(Manifest, ReadsFoldersBelowTheHomeAlone) {
+    const auto manifest = manifestWith(R"("reads": ["Library/A B", ".config/x/", "..x"], "network": true)");
+    ASSERT_TRUE(manifest) << manifest.error();
+    EXPECT_THAT(manifest->reads, testing::ElementsAre("Library/A B", ".config/x/", "..x"));
+    EXPECT_TRUE(manifest->network);
+    for (const char* folder : {R"("")", R"(".")", R"("./")", R"("././")", R"("..")", R"("a/../..")", R"("a/..")",
+                               R"("/etc")", "7", "null"}) {
+        EXPECT_FALSE(manifestWith(std::string(R"("reads": ["Library", )") + folder + "]")) << folder;
+    }
+}
+
+} // namespace
+} // namespace host
