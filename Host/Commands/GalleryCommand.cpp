@@ -27,7 +27,7 @@ struct Awaited {
 /// Encodes and writes one picture while the next is drawn.
 class PictureFiles {
   public:
-    /// What the next picture is drawn on; the last two pictures that were written stay untouched.
+    /// What the next picture is drawn on, while the last is still being written from the other.
     Room<std::uint32_t>& canvas() { return canvases_[turn_]; }
 
     /// Starts to write what was drawn on `canvas()`. A failure is of a picture before.

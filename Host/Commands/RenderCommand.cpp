@@ -43,11 +43,7 @@ std::int64_t sendPreviewRequest(ExtensionConnection& connection, const std::stri
     return connection.send("preview", params);
 }
 
-std::string picture(const Entry& entry, const RenderRequest& request, const std::string& family) {
-    if (request.format == RenderFormat::tree) {
-        return entry.json + '\n';
-    }
-    Renderer renderer;
+std::string picture(const Entry& entry, const RenderRequest& request, const std::string& family, Renderer& renderer) {
     const WidgetLayout layout = layOut(entry.view, familySize(family), renderer.texts(), renderer.images());
     switch (request.format) {
     case RenderFormat::svg:
@@ -66,6 +62,11 @@ std::string picture(const Entry& entry, const RenderRequest& request, const std:
 } // namespace
 
 std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest request) {
+    // Before the extension, because it reads the fonts while that starts.
+    std::optional<Renderer> renderer;
+    if (request.format != RenderFormat::tree) {
+        renderer.emplace();
+    }
     auto connection = openExtensionFor(request.entry.kind, choice);
     if (!connection) {
         return connection.error();
@@ -88,7 +89,9 @@ std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest reque
     if (!entries) {
         return entries.error();
     }
-    return writeOutput(picture(currentEntry(*entries), request, request.family.value_or(request.entry.family)),
+    const Entry& entry = currentEntry(*entries);
+    return writeOutput(renderer ? picture(entry, request, request.family.value_or(request.entry.family), *renderer)
+                                : entry.json + '\n',
                        request.output);
 }
 

@@ -65,6 +65,18 @@ class Commands(HostTest):
             self.assertIn(f'src="{picture}"', page)
         self.assertNotIn("http", page)
 
+    def test_a_gallery_of_one_appearance_is_half_of_both(self):
+        self.write(favourites(9))
+        for appearance in ("both", "dark"):
+            self.succeed("gallery", "--appearance", appearance, "-o", self.home / appearance)
+        dark = sorted(path.name for path in (self.home / "dark").glob("*.png"))
+        self.assertEqual(len(dark), 16)
+        page = (self.home / "dark" / "index.html").read_text()
+        for name in dark:
+            self.assertEqual((self.home / "dark" / name).read_bytes(), (self.home / "both" / name).read_bytes(), name)
+            self.assertIn(f'src="{name}"', page)
+        self.assertNotIn("-light.png", page)
+
     def test_an_installed_extension_is_found(self):
         self.write(favourites(1))
         folder = self.home / "data" / "widgethost" / "extensions"

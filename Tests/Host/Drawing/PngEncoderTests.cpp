@@ -55,7 +55,7 @@ TEST(PngEncoder, TakesAnySizeAndAnyContent) {
     std::mt19937 random(7);
     PngEncoder encoder;
     // Noise does not compress; the great one fills many blocks. Smaller ones after it must not see its leftovers.
-    for (const Size size : {Size{1, 1}, {1, 7}, {3, 1}, {900, 700}, {255, 3}, {257, 129}}) {
+    for (const Size size : {Size{1, 1}, {1, 7}, {3, 1}, {900, 700}, {255, 3}, {257, 129}, {20'000, 3}}) {
         for (const bool isNoise : {true, false}) {
             std::vector<std::uint32_t> pixels(std::size_t{size.width} * size.height);
             for (auto& pixel : pixels) {
