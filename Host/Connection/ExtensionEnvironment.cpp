@@ -114,6 +114,10 @@ platform::Expected<ExtensionEnvironment, std::string> makeExtensionEnvironment(c
     std::error_code failure;
     environment.home = home ? absoluteFolder(*home) : fs::path(recordedHome());
     const fs::path data = home ? environment.home / ".local" / "share" : userDataFolder();
+    if (!data.is_absolute()) {
+        return Unexpected{std::string("there is no place for the extension's container: neither XDG_DATA_HOME nor "
+                                      "HOME is an absolute path")};
+    }
     environment.container = data / "widgethost" / "containers" / manifest.identifier;
     const fs::path caches = environment.container / "Caches";
     fs::create_directories(caches, failure);
