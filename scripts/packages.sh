@@ -5,11 +5,12 @@ build_packages=(
     nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev libcurl4-openssl-dev
     libcli11-dev libfmt-dev libglib2.0-dev
     libpango1.0-dev libcairo2-dev libfreetype-dev libfribidi-dev libgdk-pixbuf-2.0-dev libisal-dev fonts-inter
+    libfontconfig-dev libwayland-dev libxcb1-dev
 )
 # What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, what is
 # loaded at first need, zones, and the fonts of names in other scripts.
 run_packages=(libnss-wrapper libicu72 libcurl4 ca-certificates tzdata fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
-test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime dbus-daemon python3 python3-feedparser)
+test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime dbus-daemon xvfb sway python3 python3-feedparser)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(

@@ -1,5 +1,7 @@
 #include "Host/Commands/ArrangementTable.h"
 
+#include "Host/Commands/TerminalText.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -27,19 +29,6 @@ std::string placeOf(const Instance& instance) {
     return fmt::format("{}at {},{}", output.empty() ? "" : output + " ", instance.position->x, instance.position->y);
 }
 
-/// Names come from elsewhere: what would move the cursor becomes a blank.
-std::string printable(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
-    return text;
-}
-
-/// Characters of a text in UTF-8.
-std::size_t length(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
-}
-
 } // namespace
 
 std::string arrangementTable(const Arrangement& arrangement) {
@@ -54,14 +43,14 @@ std::string arrangementTable(const Arrangement& arrangement) {
     std::array<std::size_t, std::tuple_size_v<Row>> widths{};
     for (const Row& row : rows) {
         for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], length(row[column]));
+            widths[column] = std::max(widths[column], columnsOf(row[column]));
         }
     }
     std::string table;
     for (const Row& row : rows) {
         std::string line;
         for (std::size_t column = 0; column < row.size(); ++column) {
-            line += row[column] + std::string(widths[column] + 2 - length(row[column]), ' ');
+            line += row[column] + std::string(widths[column] + 2 - columnsOf(row[column]), ' ');
         }
         table += line.erase(line.find_last_not_of(' ') + 1) + '\n';
     }

@@ -2,6 +2,7 @@
 
 #include "Host/Commands/ArrangementSubcommands.h"
 #include "Host/Commands/DescribeCommand.h"
+#include "Host/Commands/DoctorCommand.h"
 #include "Host/Commands/GalleryCommand.h"
 #include "Host/Commands/HostCommands.h"
 #include "Host/Commands/RenderCommand.h"
@@ -66,6 +67,7 @@ class CommandLine {
         arrangement_.addTo(
             app_, [this](Command command) { command_ = std::move(command); }, [this] { return choice(); });
         addHost();
+        addDoctor();
     }
 
     int run(int argc, char** argv) {
@@ -162,7 +164,16 @@ class CommandLine {
         explaining->callback([this] { command_ = [this] { return explainTile(id_); }; });
     }
 
-    void addJson(CLI::App* command) { command->add_flag("--json", json_, "Print JSON, as the extension answers"); }
+    void addDoctor() {
+        CLI::App* examining = app_.add_subcommand(
+            "doctor", "Say what stands in the way of widgets on this machine; ends with 69 where there is a problem");
+        addJson(examining, "Print JSON: an array of objects with check, state, found and advice");
+        examining->callback([this] { command_ = [this] { return doctor(choice(), textFormat()); }; });
+    }
+
+    void addJson(CLI::App* command, const std::string& description = "Print JSON, as the extension answers") {
+        command->add_flag("--json", json_, description);
+    }
 
     std::optional<Failure> doRender(const CLI::App& given) {
         EntryRequest& entry = renderRequest_.entry;

@@ -1,0 +1,111 @@
+#include "Host/Commands/DoctorCommand.h"
+
+#include "Host/Commands/DoctorReport.h"
+#include "Host/Commands/HostCommands.h"
+#include "Host/Connection/Landlock.h"
+#include "Host/Doctor/ArrangementCheck.h"
+#include "Host/Doctor/BusCheck.h"
+#include "Host/Doctor/DataCheck.h"
+#include "Host/Doctor/DisplayCheck.h"
+#include "Host/Doctor/ExtensionCheck.h"
+#include "Host/Doctor/FontCheck.h"
+#include "Host/Doctor/LandlockCheck.h"
+#include "Host/Doctor/PendingCheck.h"
+#include "Host/Doctor/SchemeCheck.h"
+#include "Platform/Foundation/UserDatabase.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+void append(Findings& findings, Findings more) {
+    std::move(more.begin(), more.end(), std::back_inserter(findings));
+}
+
+/// The manifests that can be read; what is wrong with others is added to `findings`.
+std::vector<Manifest> readManifests(const ExtensionChoice& choice, Findings& findings) {
+    std::vector<Manifest> manifests;
+    const auto files = choice.extension ? std::vector{*choice.extension} : installedManifests();
+    for (const auto& file : files) {
+        auto manifest = choice.extension ? manifestFor(file) : readManifest(file);
+        if (manifest) {
+            manifests.push_back(*std::move(manifest));
+        } else {
+            findings.push_back({.name = "extension",
+                                .state = Finding::State::problem,
+                                .what = manifest.error(),
+                                .advice = "install the extension anew, or remove the manifest"});
+        }
+    }
+    if (files.empty()) {
+        findings.push_back({.name = "extension",
+                            .state = Finding::State::problem,
+                            .what = "no extension is installed",
+                            .advice = "install one, or name one with --extension"});
+    }
+    return manifests;
+}
+
+Findings arrangementFindings() {
+    const auto folder = configurationFolder();
+    if (!folder) {
+        return {{.name = "arrangement",
+                 .state = Finding::State::problem,
+                 .what = folder.error().message,
+                 .advice = "set HOME to your home folder"}};
+    }
+    return {checkArrangement(*folder)};
+}
+
+Findings dataFindings(const std::vector<Manifest>& manifests, const std::optional<std::filesystem::path>& chosen) {
+    std::error_code failure;
+    const std::filesystem::path home =
+        chosen ? std::filesystem::absolute(*chosen, failure).lexically_normal()
+               : std::filesystem::path(platform::SystemUserDatabase::shared().recordedHome().value_or(""));
+    Findings findings;
+    for (const Manifest& manifest : manifests) {
+        append(findings, checkData(manifest, home));
+    }
+    return findings;
+}
+
+bool wantsColour() {
+    const char* refused = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): nothing here sets variables
+    return isatty(STDOUT_FILENO) != 0 && (refused == nullptr || *refused == '\0');
+}
+
+} // namespace
+
+std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) {
+    Findings findings;
+    const std::vector<Manifest> manifests = readManifests(choice, findings);
+    // All at once; reported in the order of what a widget needs first.
+    PendingCheck data("data", [manifests, home = choice.home] { return dataFindings(manifests, home); });
+    PendingCheck fonts("font", checkFonts);
+    PendingCheck bus("session bus", checkBus);
+    PendingCheck display("compositor", checkDisplay);
+    PendingCheck arrangement("arrangement", arrangementFindings);
+
+    auto extensions =
+        checkExtensions(manifests, {.home = choice.home, .confined = choice.confined, .patience = checkPatience});
+    PendingCheck links("links", [schemes = std::move(extensions.schemes)] { return checkSchemes(schemes); });
+    append(findings, std::move(extensions.findings));
+    append(findings, {checkLandlock(landlockVersion())});
+    for (PendingCheck* check : {&data, &links, &fonts, &display, &bus, &arrangement}) {
+        append(findings, check->findings());
+    }
+    const std::string report = format == TextFormat::json
+                                   ? doctorJson(findings)
+                                   : doctorReport(findings, wantsColour() ? Colouring::colours : Colouring::plain);
+    if (auto failure = writeOutput(report, std::nullopt)) {
+        return failure;
+    }
+    const bool isWell = std::none_of(findings.begin(), findings.end(),
+                                     [](const Finding& each) { return each.state == Finding::State::problem; });
+    return isWell ? std::nullopt : std::optional(Failure{ExitCode::unavailable, ""});
+}
+
+} // namespace host

@@ -1,0 +1,13 @@
+// Whether the arrangement can be read, and whether there is a widget in it.
+#pragma once
+
+#include "Host/Doctor/Finding.h"
+
+#include <filesystem>
+
+namespace host {
+
+/// `folder` is the arrangement's, absolute.
+Finding checkArrangement(const std::filesystem::path& folder);
+
+} // namespace host

@@ -1,0 +1,133 @@
+#include "Host/Doctor/BusCheck.h"
+
+#include "Host/Session/RunningHost.h"
+
+#include <fmt/format.h>
+#include <gio/gio.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace host {
+namespace {
+
+/// For each question on the bus.
+constexpr int patienceMilliseconds = 2000;
+constexpr const char* portalName = "org.freedesktop.portal.Desktop";
+
+struct Release {
+    void operator()(GDBusConnection* bus) const { g_object_unref(bus); }
+    void operator()(GVariant* value) const { g_variant_unref(value); }
+    void operator()(GError* error) const { g_error_free(error); }
+    void operator()(char* text) const { g_free(text); }
+};
+using Bus = std::unique_ptr<GDBusConnection, Release>;
+using Variant = std::unique_ptr<GVariant, Release>;
+
+/// Where the bus is said to be. GLib's own search would start one where there is a display.
+std::optional<std::string> busAddress() {
+    const char* named = std::getenv("DBUS_SESSION_BUS_ADDRESS"); // NOLINT(concurrency-mt-unsafe)
+    if (named != nullptr && *named != '\0') {
+        return named;
+    }
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
+    std::error_code failure;
+    if (runtime == nullptr || !std::filesystem::is_socket(std::filesystem::path(runtime) / "bus", failure)) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<char, Release> path(g_dbus_address_escape_value(runtime));
+    return fmt::format("unix:path={}/bus", path.get());
+}
+
+/// The answer, a tuple of `type`; null where there is none in time.
+Variant call(const Bus& bus, const char* name, const char* path, const char* interface, const char* method,
+             GVariant* parameters, const char* type) {
+    return Variant(g_dbus_connection_call_sync(bus.get(), name, path, interface, method, parameters,
+                                               G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NONE, patienceMilliseconds,
+                                               nullptr, nullptr));
+}
+
+bool isOwned(const Bus& bus, const char* name) {
+    const Variant answer = call(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                "NameHasOwner", g_variant_new("(s)", name), "(b)");
+    gboolean owned = FALSE;
+    if (answer) {
+        g_variant_get(answer.get(), "(b)", &owned);
+    }
+    return owned != FALSE;
+}
+
+bool isActivatable(const Bus& bus, const char* name) {
+    const Variant answer = call(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                "ListActivatableNames", nullptr, "(as)");
+    if (!answer) {
+        return false;
+    }
+    const Variant names(g_variant_get_child_value(answer.get(), 0));
+    const std::unique_ptr<const char*, decltype(&g_free)> list(g_variant_get_strv(names.get(), nullptr), &g_free);
+    return g_strv_contains(list.get(), name) != FALSE;
+}
+
+Finding checkRunningHost(const Bus& bus) {
+    if (isOwned(bus, busName)) {
+        return {.name = "running host", .what = "one runs"};
+    }
+    return {.name = "running host",
+            .state = Finding::State::note,
+            .what = "none runs in this session: placed widgets are not shown",
+            .advice = "start it with widgethost host"};
+}
+
+Finding checkPortal(const Bus& bus) {
+    Finding finding{.name = "portal", .state = Finding::State::note};
+    if (!isOwned(bus, portalName) && !isActivatable(bus, portalName)) {
+        finding.what = "there is none: widgets do not follow the desktop's light and dark";
+        finding.advice = "install xdg-desktop-portal, and the portal of your desktop";
+        return finding;
+    }
+    const Variant answer = call(bus, portalName, "/org/freedesktop/portal/desktop", "org.freedesktop.DBus.Properties",
+                                "Get", g_variant_new("(ss)", "org.freedesktop.portal.Settings", "version"), "(v)");
+    Variant version;
+    if (answer) {
+        GVariant* boxed = nullptr;
+        g_variant_get(answer.get(), "(v)", &boxed);
+        version.reset(boxed);
+    }
+    if (version && g_variant_is_of_type(version.get(), G_VARIANT_TYPE_UINT32) != FALSE) {
+        finding.state = Finding::State::ok;
+        finding.what = fmt::format("tells settings, version {}", g_variant_get_uint32(version.get()));
+    } else {
+        finding.what = "there is one, but it tells no settings: widgets do not follow light and dark";
+        finding.advice = "install the portal of your desktop, or start xdg-desktop-portal anew";
+    }
+    return finding;
+}
+
+Finding noBus(std::string what) {
+    return {.name = "session bus",
+            .state = Finding::State::note,
+            .what = std::move(what) + ": commands do not reach a running host",
+            .advice = "log in to a desktop session, or run under dbus-run-session"};
+}
+
+} // namespace
+
+Findings checkBus() {
+    const auto address = busAddress();
+    if (!address) {
+        return {noBus("there is none")};
+    }
+    const auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                                         G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    GError* refusal = nullptr;
+    const Bus bus(g_dbus_connection_new_for_address_sync(address->c_str(), flags, nullptr, nullptr, &refusal));
+    const std::unique_ptr<GError, Release> error(refusal);
+    if (!bus) {
+        return {noBus(fmt::format("cannot be reached ({})", error ? error->message : "no reason given"))};
+    }
+    return {{.name = "session bus", .what = "answers"}, checkRunningHost(bus), checkPortal(bus)};
+}
+
+} // namespace host

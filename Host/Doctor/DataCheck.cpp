@@ -1,0 +1,102 @@
+#include "Host/Doctor/DataCheck.h"
+
+#include "Platform/Foundation/FileDescriptor.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <string_view>
+#include <sys/stat.h>
+
+namespace host {
+namespace {
+
+using platform::FileDescriptor;
+
+constexpr int mostEntries = 10'000;
+constexpr std::size_t mostNamed = 3;
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+/// What stands in the way of reading that entry of the folder, as an errno; 0 for nothing, and for what is no regular
+/// file.
+int obstacle(int folder, const char* name, bool& isFile) {
+    struct stat status {};
+    if (fstatat(folder, name, &status, 0) != 0) {
+        return errno;
+    }
+    isFile = S_ISREG(status.st_mode);
+    // Should a pipe have taken the file's place by now, it is not waited for.
+    return !isFile || FileDescriptor(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)).isOpen()
+               ? 0
+               : errno;
+}
+
+Finding problem(std::string what, std::string advice) {
+    return {.name = "data", .state = Finding::State::problem, .what = std::move(what), .advice = std::move(advice)};
+}
+
+Finding unreachable(const std::string& path, int error) {
+    std::string what = fmt::format("{}: {}", path, std::strerror(error)); // NOLINT(concurrency-mt-unsafe)
+    if (error == ENOENT) {
+        return problem(std::move(what), "start the application once, so that it makes its library");
+    }
+    return problem(std::move(what),
+                   error == ENOTDIR ? "move away what is in the folder's place" : "give yourself access: chmod u+rwx");
+}
+
+Finding checkFolder(const std::string& path) {
+    // A pipe in the folder's place is refused, not waited for.
+    const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
+    const std::unique_ptr<DIR, CloseFolder> folder(descriptor < 0 ? nullptr : fdopendir(descriptor));
+    if (!folder) {
+        return unreachable(path, errno);
+    }
+    int files = 0;
+    std::vector<std::string> unreadable;
+    int seen = 0;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads this folder's stream
+    for (const dirent* entry = readdir(folder.get()); entry != nullptr && seen++ < mostEntries;
+         entry = readdir(folder.get())) { // NOLINT(concurrency-mt-unsafe)
+        bool isFile = false;
+        if (const int error = obstacle(descriptor, entry->d_name, isFile); error != 0) {
+            unreadable.push_back(fmt::format("{} ({})", entry->d_name, std::strerror(error))); // NOLINT(*-mt-unsafe)
+        }
+        files += isFile ? 1 : 0;
+    }
+    if (!unreadable.empty()) {
+        const std::size_t more = unreadable.size() - std::min(unreadable.size(), mostNamed);
+        unreadable.resize(unreadable.size() - more);
+        return problem(fmt::format("{}: not readable: {}{}", path, fmt::join(unreadable, ", "),
+                                   more == 0 ? "" : fmt::format(" and {} more", more)),
+                       "give yourself the right to read them: chmod u+r; a link must lead to a file");
+    }
+    if (files == 0) {
+        return {.name = "data",
+                .state = Finding::State::note,
+                .what = path + ": there are no files in it",
+                .advice = "use the application, so that its library has something to show"};
+    }
+    return {.name = "data", .what = fmt::format("{}: {} file{}, readable", path, files, files == 1 ? "" : "s")};
+}
+
+} // namespace
+
+Findings checkData(const Manifest& manifest, const std::filesystem::path& home) {
+    if (!home.is_absolute()) {
+        return {problem("the user database names no home for this user", "have one entered (usermod --home)")};
+    }
+    Findings findings;
+    for (const std::string& folder : manifest.reads) {
+        findings.push_back(checkFolder(home / folder));
+    }
+    return findings;
+}
+
+} // namespace host

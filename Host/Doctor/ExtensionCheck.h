@@ -1,0 +1,36 @@
+// Whether extensions start and answer, and what their widgets link to.
+#pragma once
+
+#include "Host/Connection/Confinement.h"
+#include "Host/Connection/Manifest.h"
+#include "Host/Doctor/Finding.h"
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace host {
+
+struct ExtensionTrial {
+    /// As in `makeExtensionEnvironment`.
+    std::optional<std::filesystem::path> home;
+    Confined confined = Confined::yes;
+    std::chrono::steady_clock::duration patience{};
+};
+
+struct ExtensionFindings {
+    /// One for each extension, in their order.
+    Findings findings;
+    /// The schemes of the links and addresses in what the widgets answered.
+    std::set<std::string> schemes;
+};
+
+/// Starts the extensions, all at once, and asks each to describe itself and for a placeholder and a timeline of each
+/// widget, with the default configuration, in the largest size that it has. Takes a moment longer than the patience at
+/// most, however extensions behave. On the thread that outlives them: one ends with the thread that started it.
+ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionTrial& trial);
+
+} // namespace host

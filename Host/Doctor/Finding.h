@@ -1,0 +1,28 @@
+// What a check of the machine has found: one line each for people, and for programs.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace host {
+
+struct Finding {
+    enum class State {
+        ok,
+        /// Widgets are shown, but with less than they could have.
+        note,
+        /// Widgets, their data or their links do not work.
+        problem,
+    };
+    /// What was checked, in a word or two; the same on every machine.
+    std::string name;
+    State state = State::ok;
+    /// What was found, one line. Texts of others' making may be in it.
+    std::string what;
+    /// What to do about it, one line; empty where all is well.
+    std::string advice;
+};
+
+using Findings = std::vector<Finding>;
+
+} // namespace host

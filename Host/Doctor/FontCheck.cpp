@@ -1,0 +1,102 @@
+#include "Host/Doctor/FontCheck.h"
+
+#include <fmt/format.h>
+#include <fontconfig/fontconfig.h>
+
+#include <array>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace host {
+namespace {
+
+constexpr const char* widgetFont = "Inter";
+
+struct Release {
+    void operator()(FcConfig* config) const { FcConfigDestroy(config); }
+    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
+    void operator()(FcCharSet* characters) const { FcCharSetDestroy(characters); }
+};
+template <class Object>
+using Handle = std::unique_ptr<Object, Release>;
+
+const FcChar8* fontconfigText(const char* text) {
+    return reinterpret_cast<const FcChar8*>(text);
+}
+
+struct Script {
+    const char* name;
+    const char* package;
+    /// Some letters that every font for it has.
+    std::array<FcChar32, 3> letters;
+};
+constexpr Script latin{"font", "fonts-inter", {U'a', U'ö', U'…'}};
+constexpr std::array scripts{Script{"Japanese", "fonts-noto-cjk", {U'日', U'の', U'ト'}},
+                             Script{"Arabic", "fonts-noto-core", {U'ا', U'ل', U'م'}},
+                             Script{"Hebrew", "fonts-noto-core", {U'א', U'ל', U'ש'}},
+                             Script{"emoji", "fonts-noto-color-emoji", {U'😀', U'📚', U'🌍'}}};
+
+/// The family of the font that the script's letters are taken from, where one has them all.
+std::optional<std::string> familyFor(const Script& script, FcConfig* config) {
+    const Handle<FcCharSet> letters(FcCharSetCreate());
+    for (const FcChar32 letter : script.letters) {
+        FcCharSetAddChar(letters.get(), letter);
+    }
+    const Handle<FcPattern> wish(FcPatternCreate());
+    FcPatternAddString(wish.get(), FC_FAMILY, fontconfigText(widgetFont));
+    FcPatternAddString(wish.get(), FC_FAMILY, fontconfigText("sans-serif"));
+    FcPatternAddCharSet(wish.get(), FC_CHARSET, letters.get());
+    FcConfigSubstitute(config, wish.get(), FcMatchPattern);
+    FcDefaultSubstitute(wish.get());
+    FcResult result = FcResultNoMatch;
+    const Handle<FcPattern> font(FcFontMatch(config, wish.get(), &result));
+    FcCharSet* has = nullptr;
+    FcChar8* family = nullptr;
+    if (!font || FcPatternGetCharSet(font.get(), FC_CHARSET, 0, &has) != FcResultMatch ||
+        FcCharSetIsSubset(letters.get(), has) == FcFalse ||
+        FcPatternGetString(font.get(), FC_FAMILY, 0, &family) != FcResultMatch) {
+        return std::nullopt;
+    }
+    return std::string(reinterpret_cast<const char*>(family));
+}
+
+Finding checkWidgetFont(FcConfig* config) {
+    Finding finding{.name = "font"};
+    const auto family = familyFor(latin, config);
+    if (family == widgetFont) {
+        finding.what = widgetFont;
+        return finding;
+    }
+    finding.state = family ? Finding::State::note : Finding::State::problem;
+    finding.what = family ? fmt::format("{} is missing; widgets are drawn in {}", widgetFont, *family)
+                          : "there is none: widgets have no texts";
+    finding.advice = fmt::format("install the font {} (on Debian the package {})", widgetFont, latin.package);
+    return finding;
+}
+
+Finding checkScript(const Script& script, FcConfig* config) {
+    Finding finding{.name = fmt::format("font, {}", script.name)};
+    if (const auto family = familyFor(script, config)) {
+        finding.what = *family;
+    } else {
+        finding.state = Finding::State::note;
+        finding.what = "there is none: such names are shown as boxes";
+        finding.advice = fmt::format("install one (on Debian for example the package {})", script.package);
+    }
+    return finding;
+}
+
+} // namespace
+
+Findings checkFonts() {
+    const Handle<FcConfig> config(FcInitLoadConfigAndFonts());
+    Findings findings{checkWidgetFont(config.get())};
+    for (const Script& script : scripts) {
+        findings.push_back(checkScript(script, config.get()));
+    }
+    return findings;
+}
+
+} // namespace host

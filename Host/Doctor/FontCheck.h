@@ -1,0 +1,11 @@
+// Whether there are fonts for what widgets show.
+#pragma once
+
+#include "Host/Doctor/Finding.h"
+
+namespace host {
+
+/// One finding for the font that widgets are drawn in, and one each for scripts and emoji that it does not have.
+Findings checkFonts();
+
+} // namespace host

@@ -1,0 +1,64 @@
+#include "Host/Doctor/LinkSchemes.h"
+
+#include "Platform/Views/Node.h"
+
+#include <algorithm>
+#include <variant>
+
+namespace host {
+namespace {
+
+/// Longer than any that is registered; an extension's word is not taken for more.
+constexpr std::size_t longestScheme = 64;
+
+bool isLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+void addScheme(std::string_view url, std::set<std::string>& schemes) {
+    if (std::string scheme = schemeOf(url); !scheme.empty()) {
+        schemes.insert(std::move(scheme));
+    }
+}
+
+void collect(const platform::View& view, std::set<std::string>& schemes) {
+    std::visit(
+        [&](const auto& content) {
+            if constexpr (requires { content.url; }) {
+                addScheme(content.url, schemes);
+            }
+            if constexpr (requires { content.child; }) {
+                collect(content.child, schemes);
+            } else if constexpr (requires { content.children; }) {
+                for (const platform::View& child : content.children) {
+                    collect(child, schemes);
+                }
+            }
+        },
+        view.node().content);
+}
+
+} // namespace
+
+std::string schemeOf(std::string_view url) {
+    std::string scheme(url.substr(0, std::min(url.find(':'), url.size())));
+    const bool isOne = scheme.size() < std::min(url.size(), longestScheme) && !scheme.empty() &&
+                       isLetter(scheme.front()) && std::all_of(scheme.begin(), scheme.end(), [](char c) {
+                           return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+                       });
+    if (!isOne) {
+        return {};
+    }
+    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return scheme;
+}
+
+void collectSchemes(const Entry& entry, std::set<std::string>& schemes) {
+    collect(entry.view, schemes);
+    if (entry.widgetURL) {
+        addScheme(*entry.widgetURL, schemes);
+    }
+}
+
+} // namespace host

@@ -1,0 +1,18 @@
+// The schemes of the addresses that a click on a widget may open.
+#pragma once
+
+#include "Host/Connection/Messages.h"
+
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace host {
+
+/// The scheme of an address in lower case; empty where there is none.
+std::string schemeOf(std::string_view url);
+
+/// Adds the schemes of the entry's links and of its own address.
+void collectSchemes(const Entry& entry, std::set<std::string>& schemes);
+
+} // namespace host

@@ -1,0 +1,26 @@
+#include "Host/Doctor/PendingCheck.h"
+
+#include <thread>
+#include <utility>
+
+namespace host {
+
+PendingCheck::PendingCheck(std::string name, std::function<Findings()> check,
+                           std::chrono::steady_clock::duration patience)
+    : name_(std::move(name)), deadline_(std::chrono::steady_clock::now() + patience) {
+    std::packaged_task<Findings()> task(std::move(check));
+    result_ = task.get_future();
+    std::thread(std::move(task)).detach();
+}
+
+Findings PendingCheck::findings() {
+    if (result_.wait_until(deadline_) == std::future_status::ready) {
+        return result_.get();
+    }
+    return {{.name = name_,
+             .state = Finding::State::problem,
+             .what = "does not answer",
+             .advice = "see whether what is behind it hangs, and start that anew"}};
+}
+
+} // namespace host

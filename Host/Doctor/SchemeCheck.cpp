@@ -1,0 +1,43 @@
+#include "Host/Doctor/SchemeCheck.h"
+
+#include <fmt/format.h>
+#include <gio/gio.h>
+
+#include <memory>
+
+namespace host {
+namespace {
+
+constexpr std::size_t mostSchemes = 16;
+
+struct Unref {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+
+Finding checkScheme(const std::string& scheme) {
+    const std::unique_ptr<GAppInfo, Unref> handler(g_app_info_get_default_for_uri_scheme(scheme.c_str()));
+    if (handler) {
+        return {.name = "links",
+                .what = fmt::format("{}: opens {}", scheme, g_app_info_get_display_name(handler.get()))};
+    }
+    return {.name = "links",
+            .state = Finding::State::problem,
+            .what = scheme + ": no application opens it",
+            .advice = fmt::format("install the application, or choose one: xdg-mime default NAME.desktop "
+                                  "x-scheme-handler/{}",
+                                  scheme)};
+}
+
+} // namespace
+
+Findings checkSchemes(const std::set<std::string>& schemes) {
+    Findings findings;
+    for (const std::string& scheme : schemes) {
+        if (findings.size() < mostSchemes) {
+            findings.push_back(checkScheme(scheme));
+        }
+    }
+    return findings;
+}
+
+} // namespace host

@@ -1,0 +1,113 @@
+#include "Host/Doctor/X11Check.h"
+
+#include <fmt/format.h>
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace host {
+namespace {
+
+struct Release {
+    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+    void operator()(void* reply) const { std::free(reply); } // NOLINT(*-no-malloc): as the library has it
+};
+template <class Reply>
+using Handle = std::unique_ptr<Reply, Release>;
+
+class Server {
+  public:
+    explicit Server(const std::string& display) : connection_(xcb_connect(display.c_str(), &screen_)) {}
+
+    bool answers() const { return xcb_connection_has_error(connection_.get()) == 0; }
+    int screen() const { return screen_; }
+
+    xcb_window_t root() const {
+        auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_.get()));
+        for (int i = 0; i < screen_ && screens.rem > 1; ++i) {
+            xcb_screen_next(&screens);
+        }
+        return screens.data->root;
+    }
+
+    bool isSelectionOwned(std::string_view name) const {
+        const Handle<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+            connection_.get(), xcb_get_selection_owner(connection_.get(), atom(name)), nullptr));
+        return reply && reply->owner != XCB_NONE;
+    }
+
+    std::optional<xcb_window_t> windowProperty(xcb_window_t window, std::string_view name) const {
+        const Handle<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+            connection_.get(), xcb_get_property(connection_.get(), 0, window, atom(name), XCB_ATOM_WINDOW, 0, 1),
+            nullptr));
+        if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(xcb_window_t)) {
+            return std::nullopt;
+        }
+        return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+    }
+
+    std::string textProperty(xcb_window_t window, std::string_view name) const {
+        constexpr std::uint32_t greatestLength = 64;
+        const Handle<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+            connection_.get(),
+            xcb_get_property(connection_.get(), 0, window, atom(name), XCB_ATOM_ANY, 0, greatestLength), nullptr));
+        if (!reply) {
+            return {};
+        }
+        return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+                static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+    }
+
+  private:
+    xcb_atom_t atom(std::string_view name) const {
+        const Handle<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+            connection_.get(),
+            xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+        return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    }
+
+    int screen_ = 0;
+    Handle<xcb_connection_t> connection_;
+};
+
+/// By the window that a window manager leaves a sign of itself on; one that has gone may have left the other sign.
+Finding checkWindowManager(const Server& server) {
+    constexpr std::string_view sign = "_NET_SUPPORTING_WM_CHECK";
+    const auto window = server.windowProperty(server.root(), sign);
+    if (!window || server.windowProperty(*window, sign) != window) {
+        return {.name = "window manager",
+                .state = Finding::State::note,
+                .what = "there is none: nobody keeps widgets under other windows",
+                .advice = "start a window manager that keeps to the desktops' conventions (EWMH)"};
+    }
+    const std::string name = server.textProperty(*window, "_NET_WM_NAME");
+    return {.name = "window manager", .what = name.empty() ? "one that does not tell its name" : name};
+}
+
+Finding checkCompositing(const Server& server) {
+    if (server.isSelectionOwned(fmt::format("_NET_WM_CM_S{}", server.screen()))) {
+        return {.name = "compositing", .what = "a compositing manager runs"};
+    }
+    return {.name = "compositing",
+            .state = Finding::State::note,
+            .what = "no compositing manager runs: widgets cannot be clear at their corners",
+            .advice = "turn compositing on in the window manager, or start a compositing manager"};
+}
+
+} // namespace
+
+Findings checkX11(const std::string& display) {
+    const Server server(display);
+    if (!server.answers()) {
+        return {{.name = "compositor",
+                 .state = Finding::State::problem,
+                 .what = fmt::format("X11, {}: cannot be reached", display),
+                 .advice = "run it inside the graphical session, with its DISPLAY and XAUTHORITY"}};
+    }
+    return {{.name = "compositor", .what = "X11, " + display}, checkWindowManager(server), checkCompositing(server)};
+}
+
+} // namespace host
