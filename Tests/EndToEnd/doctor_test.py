@@ -1,0 +1,266 @@
+"""What the host finds on a machine: real buses, displays, handlers and extensions, there or not."""
+
+import json
+import os
+import shutil
+import socket
+import stat
+import subprocess
+import tempfile
+import threading
+import time
+import unittest
+from pathlib import Path
+
+from support import EXTENSION, HOST, NO_WEB, OK, UNAVAILABLE, HomeTest, SessionBus, favourites
+
+STATES = {"ok", "note", "problem"}
+NOBODY = 65534
+
+
+class DoctorTest(HomeTest):
+    def setUp(self):
+        super().setUp()
+        self.data, self.configuration = self.home / "data", self.home / "config"
+        self.extensions = self.data / "widgethost" / "extensions"
+        for folder in (self.extensions, self.configuration, self.home / "run"):
+            folder.mkdir(parents=True)
+        self.variables = {"PATH": os.environ["PATH"], "HOME": str(self.home), "XDG_DATA_HOME": str(self.data), "XDG_DATA_DIRS": "/nowhere",
+                          "XDG_CONFIG_HOME": str(self.configuration), "XDG_RUNTIME_DIR": str(self.home / "run"), "LANG": "C", **NO_WEB,
+                          **{name: os.environ[name] for name in ("LSAN_OPTIONS", "ASAN_OPTIONS") if name in os.environ}}
+
+    def run_doctor(self, *arguments, extension=EXTENSION, **more):
+        named = () if extension is None else ("--extension", str(extension))
+        return subprocess.run([HOST, *named, "--home", str(self.home), "doctor", *arguments], capture_output=True, timeout=60,
+                              env={**self.variables, **more})
+
+    def doctor(self, **more):
+        """The findings by their names; several of one name in a list's order."""
+        done = self.run_doctor("--json", **more)
+        findings = json.loads(done.stdout)
+        self.assertEqual(done.returncode, UNAVAILABLE if any(each["state"] == "problem" for each in findings) else OK)
+        by_name = {}
+        for finding in findings:
+            self.assertEqual(set(finding), {"check", "state", "found", "advice"})
+            self.assertIn(finding["state"], STATES)
+            self.assertTrue(finding["found"])
+            self.assertEqual(bool(finding["advice"]), finding["state"] != "ok", finding)
+            by_name.setdefault(finding["check"], []).append(finding)
+        return by_name
+
+    def expect(self, findings, name, *rows):
+        """Each row: the state, and what the line says."""
+        found = [(each["state"], each["found"]) for each in findings.get(name, [])]
+        self.assertEqual([state for state, _ in found], [state for state, _ in rows], found)
+        for (_, line), (_, says) in zip(found, rows):
+            self.assertRegex(line, says)
+
+    def script(self, name, body):
+        path = self.home / name
+        path.write_text("#!/bin/sh\n" + body)
+        path.chmod(0o755)
+        return path
+
+
+class Extensions(DoctorTest):
+    def test_the_real_one_answers(self):
+        self.write(favourites(3))
+        findings = self.doctor()
+        self.expect(findings, "extension", ("ok", r"net\.foliovault\.widgets: starts and answers in \d+ ms, 4 widgets$"))
+        self.expect(findings, "data", ("ok", "FOLIOvault: 1 file, readable$"))
+
+    def test_none_is_a_problem(self):
+        share = HOST.parent.parent / "share" / "widgethost"
+        if share.exists():
+            self.skipTest("one is installed beside the program")
+        self.expect(self.doctor(extension=None), "extension", ("problem", "no extension is installed"))
+
+    def test_bad_ones_are_told_apart_and_wait_side_by_side(self):
+        programs = {
+            "a": None, "b": "missing", "c": "exit 3", "d": "read line; exec tail -f /dev/null", "e": "read line; echo nonsense",
+            "f": """read line; echo '{"jsonrpc":"2.0","id":1,"error":{"code":-32603,"message":"not today"}}'; read line""",
+            "g": """read line; echo '{"jsonrpc":"2.0","id":1,"result":{"widgets":[{"kind":"Slow","families":["small"]}]}}'; exec tail -f /dev/null"""}
+        for name, body in programs.items():
+            manifest = {"identifier": name, "executable": "/nowhere/at/all"}
+            if body not in (None, "missing"):
+                manifest["executable"] = str(self.script(name, body))
+            (self.extensions / f"{name}.json").write_text("{broken" if body is None else json.dumps(manifest))
+        # A compositor that says nothing is waited for meanwhile.
+        silent = socket.socket(socket.AF_UNIX)
+        self.addCleanup(silent.close)
+        os.chdir(self.home / "run")
+        self.addCleanup(os.chdir, "/")
+        silent.bind("silent")
+        silent.listen()
+        start = time.monotonic()
+        findings = self.doctor(extension=None, WAYLAND_DISPLAY="silent")
+        self.assertLess(time.monotonic() - start, 20)
+        self.expect(findings, "compositor", ("problem", "does not answer"))
+        mine = [each for each in findings["extension"] if "net.foliovault" not in each["found"]]
+        self.expect({"mine": mine}, "mine", ("problem", "a.json is no JSON object"), ("problem", "^b: cannot start .*"),
+                    ("problem", "^c: .* exited with 3"), ("problem", "^d: .*no answer in 10 s"), ("problem", "^e: .*else than a message"),
+                    ("problem", "^f: not today"), ("note", "^g: .*1 widget; nothing in 10 s from Slow"))
+
+    def test_people_get_lines_and_no_colours(self):
+        done = self.run_doctor()
+        text = done.stdout.decode()
+        self.assertEqual((done.returncode, done.stderr), (UNAVAILABLE, b""))
+        self.assertRegex(text, r"(?m)^ok +extension +net\.foliovault\.widgets: starts and answers")
+        self.assertRegex(text, r"(?m)^PROBLEM +compositor +neither[^\n]*\n( +[^\n]*\n)? +→ ")
+        self.assertRegex(text, r"\n\n\d+ problems?, \d+ notes?\.\n\Z")
+        self.assertNotIn("\x1b", text)
+
+
+class Data(DoctorTest):
+    def test_what_cannot_be_read_is_said(self):
+        self.library.rmdir()
+        self.expect(self.doctor(), "data", ("problem", "FOLIOvault: No such file"))
+        self.library.write_text("")
+        self.expect(self.doctor(), "data", ("problem", "FOLIOvault: Not a directory"))
+        self.library.unlink()
+        os.mkfifo(self.library)
+        self.expect(self.doctor(), "data", ("problem", "FOLIOvault: Not a directory"))
+        self.library.unlink()
+        self.library.mkdir()
+        os.mkfifo(self.library / "Favorites.plist")
+        self.expect(self.doctor(), "data", ("note", "no files"))
+        for number in range(5):
+            (self.library / f"lost-{number}").symlink_to("/nowhere/at/all")
+        self.expect(self.doctor(), "data", ("problem", r"not readable: lost-\d \(No such file or directory\), .* and 2 more$"))
+
+    @unittest.skipIf(os.getuid() == 0, "the superuser may read everything")
+    def test_what_is_forbidden_is_said(self):
+        self.write(favourites(1))
+        self.file.chmod(0)
+        self.expect(self.doctor(), "data", ("problem", r"not readable: Favorites\.plist \(Permission denied\)"))
+        self.library.chmod(0)
+        self.addCleanup(self.library.chmod, 0o700)
+        self.expect(self.doctor(), "data", ("problem", "Permission denied"))
+
+    def test_without_a_home_nothing_is_made(self):
+        folder = self.home / "here"
+        folder.mkdir()
+        done = subprocess.run([HOST, "--extension", EXTENSION, "doctor", "--json"], capture_output=True, timeout=60, cwd=folder,
+                              env={"PATH": os.environ["PATH"], **NO_WEB})
+        findings = {each["check"]: each for each in json.loads(done.stdout)}
+        self.assertEqual(done.returncode, UNAVAILABLE)
+        for name in ("extension", "arrangement"):
+            self.assertEqual(findings[name]["state"], "problem")
+            self.assertIn("HOME", findings[name]["found"])
+        self.assertEqual(list(folder.iterdir()), [])
+
+    def test_the_arrangement_is_read_and_left_alone(self):
+        file = self.configuration / "widgethost" / "arrangement.json"
+        file.parent.mkdir()
+        self.expect(self.doctor(), "arrangement", ("note", "no widget is placed"))
+        subprocess.run([HOST, "--extension", EXTENSION, "add", "TipsWidget"], env=self.variables, check=True, capture_output=True)
+        self.expect(self.doctor(), "arrangement", ("ok", "^1 widget is placed"))
+        for content, says in (("{", "is broken"), ('{"version": 99, "instances": []}', "newer")):
+            file.write_text(content)
+            self.expect(self.doctor(), "arrangement", ("problem", says))
+            self.assertEqual(file.read_text(), content)
+
+
+class Links(DoctorTest):
+    def test_each_scheme_has_its_handler_or_none(self):
+        self.write([{"Title": "Page", "URL": "https://www.example.org/", "UUID": "U-1"}], name="ReadingList.plist")
+        self.write(favourites(2))
+        before = self.doctor()["links"]
+        schemes = [each["found"].split(":")[0] for each in before]
+        self.assertIn("x-foliovault-item", schemes)
+        self.assertEqual({each["state"] for each in before}, {"problem"})
+        self.assertIn("x-scheme-handler/x-foliovault-item", "".join(each["advice"] for each in before))
+        applications = self.data / "applications"
+        applications.mkdir()
+        (applications / "vault.desktop").write_text(
+            "[Desktop Entry]\nType=Application\nName=The Vault\nExec=true %u\nMimeType=x-scheme-handler/x-foliovault-item;\n")
+        (self.configuration / "mimeapps.list").write_text("[Default Applications]\nx-scheme-handler/x-foliovault-item=vault.desktop\n")
+        after = self.doctor()["links"]
+        self.assertEqual([each["found"] for each in after if each["state"] == "ok"], ["x-foliovault-item: opens The Vault"])
+        self.assertEqual(len(after), len(before))
+
+    def test_fonts_are_those_that_fontconfig_has(self):
+        names = ["font", "font, Japanese", "font, Arabic", "font, Hebrew", "font, emoji"]
+        fonts = self.home / "fonts.conf"
+        fonts.write_text("<?xml version='1.0'?><!DOCTYPE fontconfig SYSTEM 'fonts.dtd'><fontconfig></fontconfig>")
+        findings = self.doctor(FONTCONFIG_FILE=str(fonts))
+        self.assertEqual([findings[name][0]["state"] for name in names], ["problem", "note", "note", "note", "note"])
+        inter = subprocess.run(["fc-match", "-f", "%{file}", "Inter"], capture_output=True, text=True).stdout
+        if "Inter" in inter:
+            shutil.copy(inter, self.home / "run")
+            fonts.write_text(f"<?xml version='1.0'?><!DOCTYPE fontconfig SYSTEM 'fonts.dtd'><fontconfig><dir>{self.home}/run</dir></fontconfig>")
+            findings = self.doctor(FONTCONFIG_FILE=str(fonts))
+            self.assertEqual([findings[name][0]["state"] for name in names], ["ok", "note", "note", "note", "note"])
+
+
+class Desktop(DoctorTest):
+    def test_nothing_of_a_desktop(self):
+        findings = self.doctor()
+        self.expect(findings, "compositor", ("problem", "neither WAYLAND_DISPLAY nor DISPLAY"))
+        self.expect(findings, "session bus", ("note", "there is none"))
+        self.assertNotIn("portal", findings)
+        findings = self.doctor(WAYLAND_DISPLAY="nothing", DISPLAY=":98765", DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
+        self.expect(findings, "compositor", ("problem", "Wayland, nothing: cannot be reached"), ("problem", "X11, :98765: cannot"))
+        self.expect(findings, "session bus", ("note", "cannot be reached"))
+
+    def test_a_bus_with_a_host(self):
+        bus = SessionBus()
+        self.addCleanup(bus.end)
+        findings = self.doctor(**bus.variables)
+        for name, row in (("session bus", ("ok", "answers")), ("running host", ("note", "none runs")), ("portal", ("note", "there is none"))):
+            self.expect(findings, name, row)
+        host = subprocess.Popen([HOST, "--extension", EXTENSION, "--home", self.home, "host"], env={**self.variables, **bus.variables})
+        self.addCleanup(host.__exit__, None, None, None)
+        self.addCleanup(host.kill)
+        deadline = time.monotonic() + 20
+        while self.doctor(**bus.variables)["running host"][0]["state"] != "ok":
+            self.assertLess(time.monotonic(), deadline)
+
+    def test_a_compositor_that_hangs_up(self):
+        with socket.socket(socket.AF_UNIX) as listener:
+            os.chdir(self.home / "run")
+            self.addCleanup(os.chdir, "/")
+            listener.bind("rude")
+            listener.listen()
+            threading.Thread(target=lambda: listener.accept()[0].close(), daemon=True).start()
+            self.expect(self.doctor(WAYLAND_DISPLAY="rude"), "compositor", ("problem", "Wayland, rude: cannot be reached"))
+
+    @unittest.skipUnless(shutil.which("sway"), "sway is not installed")
+    def test_a_compositor_with_a_layer_shell(self):
+        with tempfile.TemporaryDirectory() as folder:
+            command = ["sway", "-c", "/dev/null"]
+            if os.getuid() == 0:
+                os.chown(folder, NOBODY, NOBODY)
+                command = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups", *command]
+            variables = {"PATH": os.environ["PATH"], "XDG_RUNTIME_DIR": folder, "WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1",
+                         "WLR_RENDERER": "pixman"}
+            sway = subprocess.Popen(command, env=variables, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            self.addCleanup(sway.wait)
+            self.addCleanup(sway.kill)
+            deadline = time.monotonic() + 20
+            while not (displays := [path.name for path in Path(folder).glob("wayland-?") if stat.S_ISSOCK(path.stat().st_mode)]):
+                self.assertLess(time.monotonic(), deadline)
+                time.sleep(.02)
+            findings = self.doctor(XDG_RUNTIME_DIR=folder, WAYLAND_DISPLAY=displays[0])
+            self.expect(findings, "compositor", ("ok", "Wayland, wayland-"))
+            self.expect(findings, "layer shell", ("ok", r"version \d"))
+            sway.terminate()
+            sway.wait(20)
+
+    @unittest.skipUnless(shutil.which("Xvfb"), "Xvfb is not installed")
+    def test_an_x_server_without_a_window_manager(self):
+        server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "320x240x24", "-nolisten", "tcp"],
+                                  stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.addCleanup(server.__exit__, None, None, None)
+        self.addCleanup(server.terminate)
+        display = ":" + server.stdout.readline().decode().strip()
+        rows = {"compositor": ("ok", "X11, " + display), "window manager": ("note", "there is none"), "compositing": ("note", "corners")}
+        for more in ({}, {"WAYLAND_DISPLAY": "nothing"}):
+            findings = self.doctor(DISPLAY=display, **more)
+            findings["compositor"] = findings["compositor"][-1:]
+            for name, row in rows.items():
+                self.expect(findings, name, row)
+
+
+if __name__ == "__main__":
+    unittest.main()
