@@ -34,17 +34,13 @@ std::vector<Manifest> readManifests(const ExtensionChoice& choice, Findings& fin
         if (manifest) {
             manifests.push_back(*std::move(manifest));
         } else {
-            findings.push_back({.name = "extension",
-                                .state = Finding::State::problem,
-                                .what = manifest.error(),
-                                .advice = "install the extension anew, or remove the manifest"});
+            findings.push_back(
+                Finding::problem("extension", manifest.error(), "install the extension anew, or remove the manifest"));
         }
     }
     if (files.empty()) {
-        findings.push_back({.name = "extension",
-                            .state = Finding::State::problem,
-                            .what = "no extension is installed",
-                            .advice = "install one, or name one with --extension"});
+        findings.push_back(
+            Finding::problem("extension", "no extension is installed", "install one, or name one with --extension"));
     }
     return manifests;
 }
@@ -52,10 +48,7 @@ std::vector<Manifest> readManifests(const ExtensionChoice& choice, Findings& fin
 Findings arrangementFindings() {
     const auto folder = configurationFolder();
     if (!folder) {
-        return {{.name = "arrangement",
-                 .state = Finding::State::problem,
-                 .what = folder.error().message,
-                 .advice = "set HOME to your home folder"}};
+        return {Finding::problem("arrangement", folder.error().message, "set HOME to your home folder")};
     }
     return {checkArrangement(*folder)};
 }

@@ -7,21 +7,17 @@
 namespace host {
 
 Finding checkArrangement(const std::filesystem::path& folder) {
-    Finding finding{.name = "arrangement"};
+    constexpr const char* name = "arrangement";
     const auto arrangement = ArrangementFile(platform::DiskFileSystem::shared(), folder).load();
     if (!arrangement) {
-        finding.state = Finding::State::problem;
-        finding.what = arrangement.error().message;
-        finding.advice = "mend the file or move it away; one of a newer program is for that program";
-    } else if (arrangement->instances.empty()) {
-        finding.state = Finding::State::note;
-        finding.what = "no widget is placed";
-        finding.advice = "place one with widgethost add KIND";
-    } else {
-        const std::size_t count = arrangement->instances.size();
-        finding.what = fmt::format("{} {} placed", count, count == 1 ? "widget is" : "widgets are");
+        return Finding::problem(name, arrangement.error().message,
+                                "mend the file or move it away; one of a newer program is for that program");
     }
-    return finding;
+    const std::size_t count = arrangement->instances.size();
+    if (count == 0) {
+        return Finding::note(name, "no widget is placed", "place one with widgethost add KIND");
+    }
+    return Finding::ok(name, fmt::format("{} {} placed", count, count == 1 ? "widget is" : "widgets are"));
 }
 
 } // namespace host

@@ -49,9 +49,14 @@ Variant call(const Bus& bus, const char* name, const char* path, const char* int
                                                nullptr, nullptr));
 }
 
+/// The answer of the bus itself.
+Variant askBus(const Bus& bus, const char* method, GVariant* parameters, const char* type) {
+    constexpr const char* name = "org.freedesktop.DBus";
+    return call(bus, name, "/org/freedesktop/DBus", name, method, parameters, type);
+}
+
 bool isOwned(const Bus& bus, const char* name) {
-    const Variant answer = call(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                                "NameHasOwner", g_variant_new("(s)", name), "(b)");
+    const Variant answer = askBus(bus, "NameHasOwner", g_variant_new("(s)", name), "(b)");
     gboolean owned = FALSE;
     if (answer) {
         g_variant_get(answer.get(), "(b)", &owned);
@@ -60,8 +65,7 @@ bool isOwned(const Bus& bus, const char* name) {
 }
 
 bool isActivatable(const Bus& bus, const char* name) {
-    const Variant answer = call(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                                "ListActivatableNames", nullptr, "(as)");
+    const Variant answer = askBus(bus, "ListActivatableNames", nullptr, "(as)");
     if (!answer) {
         return false;
     }
@@ -71,21 +75,16 @@ bool isActivatable(const Bus& bus, const char* name) {
 }
 
 Finding checkRunningHost(const Bus& bus) {
-    if (isOwned(bus, busName)) {
-        return {.name = "running host", .what = "one runs"};
-    }
-    return {.name = "running host",
-            .state = Finding::State::note,
-            .what = "none runs in this session: placed widgets are not shown",
-            .advice = "start it with widgethost host"};
+    return isOwned(bus, busName)
+               ? Finding::ok("running host", "one runs")
+               : Finding::note("running host", "none runs in this session: placed widgets are not shown",
+                               "start it with widgethost host");
 }
 
 Finding checkPortal(const Bus& bus) {
-    Finding finding{.name = "portal", .state = Finding::State::note};
     if (!isOwned(bus, portalName) && !isActivatable(bus, portalName)) {
-        finding.what = "there is none: widgets do not follow the desktop's light and dark";
-        finding.advice = "install xdg-desktop-portal, and the portal of your desktop";
-        return finding;
+        return Finding::note("portal", "there is none: widgets do not follow the desktop's light and dark",
+                             "install xdg-desktop-portal, and the portal of your desktop");
     }
     const Variant answer = call(bus, portalName, "/org/freedesktop/portal/desktop", "org.freedesktop.DBus.Properties",
                                 "Get", g_variant_new("(ss)", "org.freedesktop.portal.Settings", "version"), "(v)");
@@ -96,20 +95,15 @@ Finding checkPortal(const Bus& bus) {
         version.reset(boxed);
     }
     if (version && g_variant_is_of_type(version.get(), G_VARIANT_TYPE_UINT32) != FALSE) {
-        finding.state = Finding::State::ok;
-        finding.what = fmt::format("tells settings, version {}", g_variant_get_uint32(version.get()));
-    } else {
-        finding.what = "there is one, but it tells no settings: widgets do not follow light and dark";
-        finding.advice = "install the portal of your desktop, or start xdg-desktop-portal anew";
+        return Finding::ok("portal", fmt::format("tells settings, version {}", g_variant_get_uint32(version.get())));
     }
-    return finding;
+    return Finding::note("portal", "there is one, but it tells no settings: widgets do not follow light and dark",
+                         "install the portal of your desktop, or start xdg-desktop-portal anew");
 }
 
-Finding noBus(std::string what) {
-    return {.name = "session bus",
-            .state = Finding::State::note,
-            .what = std::move(what) + ": commands do not reach a running host",
-            .advice = "log in to a desktop session, or run under dbus-run-session"};
+Finding noBus(const std::string& what) {
+    return Finding::note("session bus", what + ": commands do not reach a running host",
+                         "log in to a desktop session, or run under dbus-run-session");
 }
 
 } // namespace
@@ -127,7 +121,7 @@ Findings checkBus() {
     if (!bus) {
         return {noBus(fmt::format("cannot be reached ({})", error ? error->message : "no reason given"))};
     }
-    return {{.name = "session bus", .what = "answers"}, checkRunningHost(bus), checkPortal(bus)};
+    return {Finding::ok("session bus", "answers"), checkRunningHost(bus), checkPortal(bus)};
 }
 
 } // namespace host

@@ -39,7 +39,7 @@ int obstacle(int folder, const char* name, bool& isFile) {
 }
 
 Finding problem(std::string what, std::string advice) {
-    return {.name = "data", .state = Finding::State::problem, .what = std::move(what), .advice = std::move(advice)};
+    return Finding::problem("data", std::move(what), std::move(advice));
 }
 
 Finding unreachable(const std::string& path, int error) {
@@ -78,12 +78,10 @@ Finding checkFolder(const std::string& path) {
                        "give yourself the right to read them: chmod u+r; a link must lead to a file");
     }
     if (files == 0) {
-        return {.name = "data",
-                .state = Finding::State::note,
-                .what = path + ": there are no files in it",
-                .advice = "use the application, so that its library has something to show"};
+        return Finding::note("data", path + ": there are no files in it",
+                             "use the application, so that its library has something to show");
     }
-    return {.name = "data", .what = fmt::format("{}: {} file{}, readable", path, files, files == 1 ? "" : "s")};
+    return Finding::ok("data", fmt::format("{}: {} file{}, readable", path, files, files == 1 ? "" : "s"));
 }
 
 } // namespace

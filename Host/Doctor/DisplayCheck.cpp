@@ -34,10 +34,9 @@ Findings checkDisplay() {
         std::move(more.begin(), more.end(), std::back_inserter(findings));
     }
     if (findings.empty()) {
-        findings.push_back({.name = "compositor",
-                            .state = Finding::State::problem,
-                            .what = "neither WAYLAND_DISPLAY nor DISPLAY is set: there is nowhere to show windows",
-                            .advice = "run it inside a graphical session; render and gallery need none"});
+        findings.push_back(Finding::problem(
+            "compositor", "neither WAYLAND_DISPLAY nor DISPLAY is set: there is nowhere to show windows",
+            "run it inside a graphical session; render and gallery need none"));
     }
     return findings;
 }

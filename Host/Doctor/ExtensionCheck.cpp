@@ -74,20 +74,16 @@ class Examination {
         std::string what = fmt::format("{}: starts and answers in {} ms, {} widget{}", identifier_,
                                        milliseconds(*described_), widgetCount_, widgetCount_ == 1 ? "" : "s");
         if (!asked_.empty()) {
-            return {.name = "extension",
-                    .state = Finding::State::note,
-                    .what = fmt::format("{}; nothing in {} s from {}", what, seconds, asked_.begin()->second),
-                    .advice = "see whether the network is slow; the extension's log says what it waits for"};
+            return Finding::note("extension",
+                                 fmt::format("{}; nothing in {} s from {}", what, seconds, asked_.begin()->second),
+                                 "see whether the network is slow; the extension's log says what it waits for");
         }
-        return {.name = "extension", .what = std::move(what)};
+        return Finding::ok("extension", std::move(what));
     }
 
   private:
     Finding problem(std::string_view what, std::string advice) const {
-        return {.name = "extension",
-                .state = Finding::State::problem,
-                .what = fmt::format("{}: {}", identifier_, what),
-                .advice = std::move(advice)};
+        return Finding::problem("extension", fmt::format("{}: {}", identifier_, what), std::move(advice));
     }
 
     void take(ExtensionChannel::Answer answer, std::set<std::string>& schemes) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -21,6 +22,14 @@ struct Finding {
     std::string what;
     /// What to do about it, one line; empty where all is well.
     std::string advice;
+
+    static Finding ok(std::string name, std::string what) { return {std::move(name), State::ok, std::move(what), {}}; }
+    static Finding note(std::string name, std::string what, std::string advice) {
+        return {std::move(name), State::note, std::move(what), std::move(advice)};
+    }
+    static Finding problem(std::string name, std::string what, std::string advice) {
+        return {std::move(name), State::problem, std::move(what), std::move(advice)};
+    }
 };
 
 using Findings = std::vector<Finding>;

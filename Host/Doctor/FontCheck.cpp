@@ -63,29 +63,23 @@ std::optional<std::string> familyFor(const Script& script, FcConfig* config) {
 }
 
 Finding checkWidgetFont(FcConfig* config) {
-    Finding finding{.name = "font"};
     const auto family = familyFor(latin, config);
-    if (family == widgetFont) {
-        finding.what = widgetFont;
-        return finding;
+    const auto advice = fmt::format("install the font {} (on Debian the package {})", widgetFont, latin.package);
+    if (!family) {
+        return Finding::problem(latin.name, "there is none: widgets have no texts", advice);
     }
-    finding.state = family ? Finding::State::note : Finding::State::problem;
-    finding.what = family ? fmt::format("{} is missing; widgets are drawn in {}", widgetFont, *family)
-                          : "there is none: widgets have no texts";
-    finding.advice = fmt::format("install the font {} (on Debian the package {})", widgetFont, latin.package);
-    return finding;
+    return family == widgetFont
+               ? Finding::ok(latin.name, *family)
+               : Finding::note(latin.name, fmt::format("{} is missing; widgets are drawn in {}", widgetFont, *family),
+                               advice);
 }
 
 Finding checkScript(const Script& script, FcConfig* config) {
-    Finding finding{.name = fmt::format("font, {}", script.name)};
-    if (const auto family = familyFor(script, config)) {
-        finding.what = *family;
-    } else {
-        finding.state = Finding::State::note;
-        finding.what = "there is none: such names are shown as boxes";
-        finding.advice = fmt::format("install one (on Debian for example the package {})", script.package);
-    }
-    return finding;
+    const auto name = fmt::format("font, {}", script.name);
+    const auto family = familyFor(script, config);
+    return family ? Finding::ok(name, *family)
+                  : Finding::note(name, "there is none: such names are shown as boxes",
+                                  fmt::format("install one (on Debian for example the package {})", script.package));
 }
 
 } // namespace

@@ -17,10 +17,7 @@ Findings PendingCheck::findings() {
     if (result_.wait_until(deadline_) == std::future_status::ready) {
         return result_.get();
     }
-    return {{.name = name_,
-             .state = Finding::State::problem,
-             .what = "does not answer",
-             .advice = "see whether what is behind it hangs, and start that anew"}};
+    return {Finding::problem(name_, "does not answer", "see whether what is behind it hangs, and start that anew")};
 }
 
 } // namespace host

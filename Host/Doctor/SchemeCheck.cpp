@@ -17,15 +17,11 @@ struct Unref {
 Finding checkScheme(const std::string& scheme) {
     const std::unique_ptr<GAppInfo, Unref> handler(g_app_info_get_default_for_uri_scheme(scheme.c_str()));
     if (handler) {
-        return {.name = "links",
-                .what = fmt::format("{}: opens {}", scheme, g_app_info_get_display_name(handler.get()))};
+        return Finding::ok("links", fmt::format("{}: opens {}", scheme, g_app_info_get_display_name(handler.get())));
     }
-    return {.name = "links",
-            .state = Finding::State::problem,
-            .what = scheme + ": no application opens it",
-            .advice = fmt::format("install the application, or choose one: xdg-mime default NAME.desktop "
-                                  "x-scheme-handler/{}",
-                                  scheme)};
+    return Finding::problem("links", scheme + ": no application opens it",
+                            "install the application, or choose one: xdg-mime default NAME.desktop x-scheme-handler/" +
+                                scheme);
 }
 
 } // namespace

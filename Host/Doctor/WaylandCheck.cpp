@@ -32,11 +32,10 @@ constexpr wl_registry_listener registryListener{announced, withdrawn};
 void keepSilent(const char* /*format*/, va_list /*arguments*/) {}
 
 Finding unreachable(const std::string& display, int error) {
-    return {.name = "compositor",
-            .state = Finding::State::problem,
-            .what = fmt::format("Wayland, {}: cannot be reached ({})", display,
-                                std::strerror(error)), // NOLINT(concurrency-mt-unsafe)
-            .advice = "run it inside the graphical session, with its WAYLAND_DISPLAY and XDG_RUNTIME_DIR"};
+    return Finding::problem("compositor",
+                            fmt::format("Wayland, {}: cannot be reached ({})", display,
+                                        std::strerror(error)), // NOLINT(concurrency-mt-unsafe)
+                            "run it inside the graphical session, with its WAYLAND_DISPLAY and XDG_RUNTIME_DIR");
 }
 
 } // namespace
@@ -53,15 +52,13 @@ Findings checkWayland(const std::string& display) {
     if (wl_display_roundtrip(connection.get()) < 0) {
         return {unreachable(display, errno)};
     }
-    Finding shell{.name = "layer shell"};
-    if (version > 0) {
-        shell.what = fmt::format("version {}: widgets lie under all windows", version);
-    } else {
-        shell.state = Finding::State::note;
-        shell.what = "there is none: this compositor cannot keep widgets under other windows";
-        shell.advice = "start the host with GDK_BACKEND=x11, or use a compositor that has " + std::string(layerShell);
-    }
-    return {{.name = "compositor", .what = "Wayland, " + display}, std::move(shell)};
+    const Finding shell =
+        version > 0
+            ? Finding::ok("layer shell", fmt::format("version {}: widgets lie under all windows", version))
+            : Finding::note(
+                  "layer shell", "there is none: this compositor cannot keep widgets under other windows",
+                  fmt::format("start the host with GDK_BACKEND=x11, or use a compositor that has {}", layerShell));
+    return {Finding::ok("compositor", "Wayland, " + display), shell};
 }
 
 } // namespace host

@@ -40,9 +40,7 @@ class Server {
     }
 
     std::optional<xcb_window_t> windowProperty(xcb_window_t window, std::string_view name) const {
-        const Handle<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-            connection_.get(), xcb_get_property(connection_.get(), 0, window, atom(name), XCB_ATOM_WINDOW, 0, 1),
-            nullptr));
+        const auto reply = property(window, name, XCB_ATOM_WINDOW);
         if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(xcb_window_t)) {
             return std::nullopt;
         }
@@ -50,15 +48,10 @@ class Server {
     }
 
     std::string textProperty(xcb_window_t window, std::string_view name) const {
-        constexpr std::uint32_t greatestLength = 64;
-        const Handle<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-            connection_.get(),
-            xcb_get_property(connection_.get(), 0, window, atom(name), XCB_ATOM_ANY, 0, greatestLength), nullptr));
-        if (!reply) {
-            return {};
-        }
-        return {static_cast<const char*>(xcb_get_property_value(reply.get())),
-                static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+        const auto reply = property(window, name, XCB_ATOM_ANY);
+        return reply ? std::string(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                                   static_cast<std::size_t>(xcb_get_property_value_length(reply.get())))
+                     : std::string();
     }
 
   private:
@@ -67,6 +60,12 @@ class Server {
             connection_.get(),
             xcb_intern_atom(connection_.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
         return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    }
+
+    Handle<xcb_get_property_reply_t> property(xcb_window_t window, std::string_view name, xcb_atom_t type) const {
+        constexpr std::uint32_t greatestLength = 64;
+        const auto asked = xcb_get_property(connection_.get(), 0, window, atom(name), type, 0, greatestLength);
+        return Handle<xcb_get_property_reply_t>(xcb_get_property_reply(connection_.get(), asked, nullptr));
     }
 
     int screen_ = 0;
@@ -78,23 +77,18 @@ Finding checkWindowManager(const Server& server) {
     constexpr std::string_view sign = "_NET_SUPPORTING_WM_CHECK";
     const auto window = server.windowProperty(server.root(), sign);
     if (!window || server.windowProperty(*window, sign) != window) {
-        return {.name = "window manager",
-                .state = Finding::State::note,
-                .what = "there is none: nobody keeps widgets under other windows",
-                .advice = "start a window manager that keeps to the desktops' conventions (EWMH)"};
+        return Finding::note("window manager", "there is none: nobody keeps widgets under other windows",
+                             "start a window manager that keeps to the desktops' conventions (EWMH)");
     }
     const std::string name = server.textProperty(*window, "_NET_WM_NAME");
-    return {.name = "window manager", .what = name.empty() ? "one that does not tell its name" : name};
+    return Finding::ok("window manager", name.empty() ? "one that does not tell its name" : name);
 }
 
 Finding checkCompositing(const Server& server) {
-    if (server.isSelectionOwned(fmt::format("_NET_WM_CM_S{}", server.screen()))) {
-        return {.name = "compositing", .what = "a compositing manager runs"};
-    }
-    return {.name = "compositing",
-            .state = Finding::State::note,
-            .what = "no compositing manager runs: widgets cannot be clear at their corners",
-            .advice = "turn compositing on in the window manager, or start a compositing manager"};
+    return server.isSelectionOwned(fmt::format("_NET_WM_CM_S{}", server.screen()))
+               ? Finding::ok("compositing", "a compositing manager runs")
+               : Finding::note("compositing", "no compositing manager runs: widgets cannot be clear at their corners",
+                               "turn compositing on in the window manager, or start a compositing manager");
 }
 
 } // namespace
@@ -102,12 +96,10 @@ Finding checkCompositing(const Server& server) {
 Findings checkX11(const std::string& display) {
     const Server server(display);
     if (!server.answers()) {
-        return {{.name = "compositor",
-                 .state = Finding::State::problem,
-                 .what = fmt::format("X11, {}: cannot be reached", display),
-                 .advice = "run it inside the graphical session, with its DISPLAY and XAUTHORITY"}};
+        return {Finding::problem("compositor", fmt::format("X11, {}: cannot be reached", display),
+                                 "run it inside the graphical session, with its DISPLAY and XAUTHORITY")};
     }
-    return {{.name = "compositor", .what = "X11, " + display}, checkWindowManager(server), checkCompositing(server)};
+    return {Finding::ok("compositor", "X11, " + display), checkWindowManager(server), checkCompositing(server)};
 }
 
 } // namespace host
