@@ -2,16 +2,15 @@
 //
 // What it is made of, in the order in which the child enters it:
 // - limits, as far as the host's own are not lower: 1 GiB of private writable memory (64 threads' stacks are half of
-// it),
-//   8 GiB of addresses (mapped files, threads' heaps), files of 64 MiB, 256 descriptors, no core files. An allocation
-//   beyond them fails. Sanitized builds go without those of memory, since a sanitizer reserves terabytes.
+//   that), 8 GiB of addresses (mapped files, threads' heaps), files of 64 MiB, 256 descriptors, no core files. An
+//   allocation beyond them fails. Sanitized builds go without those of memory, since a sanitizer reserves terabytes.
 // - no-new-privileges; as root, no capabilities either.
-// - 96 processes and threads. The kernel counts these by user, so the extension gets a user namespace of its own where
-// it
-//   alone is counted. The kernel does not count for root, and some systems give no namespaces: there the extension may
-//   have threads, but no processes at all (a script then has no commands but the shell's own).
+// - 96 processes and threads. The kernel counts these by user, so the extension gets a user namespace of its own, where
+//   it alone is counted. The kernel does not count for root, and some systems give no namespaces: there the extension
+//   may have threads, but no processes at all (a script then has no commands but the shell's own).
 // - Landlock for files, TCP, signals and abstract sockets (ConfinementRules.h, Landlock.h).
 // - a filter of system calls for what Landlock leaves open (SystemCallFilter.h).
+//
 // Where the kernel has no Landlock or no filters, the rest holds; ask `landlockVersion` to say so.
 //
 // Everything that allocates, opens or may fail slowly happens in `prepare`; `enter` makes system calls only, and
