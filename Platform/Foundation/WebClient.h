@@ -32,7 +32,7 @@ class WebClient {
 /// - A plain GET with the headers that libcurl sends by itself (Host, Accept: */*) and Accept-Encoding: gzip and
 ///   deflate are understood and taken off the body. Other encodings need more memory than a feed is worth.
 /// - HTTPS only, redirects included, of which `greatestRedirects` are followed.
-/// - Servers must prove who they are, to the certificates in the file SSL_CERT_FILE and in the folders SSL_CERT_DIR, the
+/// - Servers must prove who they are, to the certificates in the file SSL_CERT_FILE and the folders SSL_CERT_DIR, the
 ///   latter the system's where it is not set: as OpenSSL has it. (libcurl's own way is the system's single file, which
 ///   holds the same and takes 20 ms to read.)
 /// - Proxies are those of https_proxy, all_proxy and no_proxy, in small letters or capitals.
