@@ -10,7 +10,8 @@ build_packages=(
 # What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, what is
 # loaded at first need, zones, and the fonts of names in other scripts.
 run_packages=(libnss-wrapper libicu72 libcurl4 ca-certificates tzdata fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
-test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime dbus-daemon xvfb sway python3 python3-feedparser)
+test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime dbus-daemon python3 python3-feedparser
+    python3-gi xvfb sway)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(

@@ -1,21 +1,33 @@
 """What the host finds on a machine: real buses, displays, handlers and extensions, there or not."""
 
+import ctypes
+import importlib.util
 import json
 import os
 import shutil
 import socket
 import stat
 import subprocess
+import sys
 import tempfile
 import threading
 import time
 import unittest
 from pathlib import Path
+from unittest import mock
 
 from support import EXTENSION, HOST, NO_WEB, OK, UNAVAILABLE, HomeTest, SessionBus, favourites
 
 STATES = {"ok", "note", "problem"}
 NOBODY = 65534
+PORTAL = """
+from gi.repository import Gio, GLib
+bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+settings = '<node><interface name="org.freedesktop.portal.Settings"><property name="version" type="u" access="read"/></interface></node>'
+bus.register_object("/org/freedesktop/portal/desktop", Gio.DBusNodeInfo.new_for_xml(settings).interfaces[0], None, lambda *_: GLib.Variant("u", 7), None)
+Gio.bus_own_name_on_connection(bus, "org.freedesktop.portal.Desktop", 0, None, None)
+GLib.MainLoop().run()
+"""
 
 
 class DoctorTest(HomeTest):
@@ -216,6 +228,20 @@ class Desktop(DoctorTest):
         while self.doctor(**bus.variables)["running host"][0]["state"] != "ok":
             self.assertLess(time.monotonic(), deadline)
 
+    def test_a_portal_that_the_bus_starts(self):
+        services = self.home / "services" / "dbus-1" / "services"
+        services.mkdir(parents=True)
+        (self.home / "portal.py").write_text(PORTAL)
+        rows = [("sleep 5", ("note", "it tells no settings"))]
+        if importlib.util.find_spec("gi"):
+            rows.append((f"{sys.executable} '{self.home}/portal.py'", ("ok", "tells settings, version 7")))
+        for command, row in rows:
+            (services / "portal.service").write_text(f"[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec={command}\n")
+            with mock.patch.dict(os.environ, XDG_DATA_HOME=str(self.home / "services")):
+                bus = SessionBus()
+            self.addCleanup(bus.end)
+            self.expect(self.doctor(**bus.variables), "portal", row)
+
     def test_a_compositor_that_hangs_up(self):
         with socket.socket(socket.AF_UNIX) as listener:
             os.chdir(self.home / "run")
@@ -248,8 +274,8 @@ class Desktop(DoctorTest):
             sway.wait(20)
 
     @unittest.skipUnless(shutil.which("Xvfb"), "Xvfb is not installed")
-    def test_an_x_server_without_a_window_manager(self):
-        server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "320x240x24", "-nolisten", "tcp"],
+    def test_an_x_server_with_a_window_manager_and_without(self):
+        server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "320x240x24", "-nolisten", "tcp", "-noreset"],
                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         self.addCleanup(server.__exit__, None, None, None)
         self.addCleanup(server.terminate)
@@ -260,6 +286,39 @@ class Desktop(DoctorTest):
             findings["compositor"] = findings["compositor"][-1:]
             for name, row in rows.items():
                 self.expect(findings, name, row)
+        manager = WindowManager(display)
+        findings = self.doctor(DISPLAY=display)
+        self.expect(findings, "window manager", ("ok", "^Stand-in$"))
+        self.expect(findings, "compositing", ("ok", "runs"))
+        manager.leave()
+        self.expect(self.doctor(DISPLAY=display), "window manager", ("note", "there is none"))
+
+
+class WindowManager:
+    """The signs that a compositing window manager gives of itself."""
+
+    def __init__(self, display):
+        self.x = ctypes.CDLL("libX11.so.6")
+        for name in ("XOpenDisplay", "XDefaultRootWindow", "XCreateSimpleWindow", "XInternAtom"):
+            getattr(self.x, name).restype = ctypes.c_void_p
+        self.display = ctypes.c_void_p(self.x.XOpenDisplay(display.encode()))
+        root = self.x.XDefaultRootWindow(self.display)
+        self.window = self.x.XCreateSimpleWindow(self.display, ctypes.c_ulong(root), 0, 0, 1, 1, 0, ctypes.c_ulong(0), ctypes.c_ulong(0))
+        for window in (root, self.window):
+            self.change(window, "_NET_SUPPORTING_WM_CHECK", "WINDOW", 32, ctypes.byref(ctypes.c_ulong(self.window)), 1)
+        self.change(self.window, "_NET_WM_NAME", "UTF8_STRING", 8, b"Stand-in", 8)
+        self.x.XSetSelectionOwner(self.display, self.atom("_NET_WM_CM_S0"), ctypes.c_ulong(self.window), ctypes.c_ulong(0))
+        self.x.XSync(self.display, 0)
+
+    def atom(self, name):
+        return ctypes.c_ulong(self.x.XInternAtom(self.display, name.encode(), 0))
+
+    def change(self, window, name, kind, bits, value, count):
+        self.x.XChangeProperty(self.display, ctypes.c_ulong(window), self.atom(name), self.atom(kind), bits, 0, value, count)
+
+    def leave(self):
+        """Without taking its sign off the root window."""
+        self.x.XCloseDisplay(self.display)
 
 
 if __name__ == "__main__":

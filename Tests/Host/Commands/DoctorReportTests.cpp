@@ -9,7 +9,6 @@ namespace host {
 namespace {
 
 using State = Finding::State;
-using testing::HasSubstr;
 
 std::vector<std::string> lines(const std::string& text) {
     std::istringstream in(text);
