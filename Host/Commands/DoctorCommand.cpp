@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <unistd.h>
 
 namespace host {

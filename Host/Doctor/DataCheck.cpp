@@ -4,12 +4,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
-#include <string_view>
 #include <sys/stat.h>
 
 namespace host {
@@ -24,18 +24,23 @@ struct CloseFolder {
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-/// What stands in the way of reading that entry of the folder, as an errno; 0 for nothing, and for what is no regular
-/// file.
-int obstacle(int folder, const char* name, bool& isFile) {
+struct Access {
+    bool isFile = false;
+    /// Why it cannot be read, an errno; 0 where it can, and for what is no regular file.
+    int error = 0;
+};
+
+Access accessTo(int folder, const char* name) {
     struct stat status {};
     if (fstatat(folder, name, &status, 0) != 0) {
-        return errno;
+        return {.error = errno};
     }
-    isFile = S_ISREG(status.st_mode);
+    if (!S_ISREG(status.st_mode)) {
+        return {};
+    }
     // Should a pipe have taken the file's place by now, it is not waited for.
-    return !isFile || FileDescriptor(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)).isOpen()
-               ? 0
-               : errno;
+    const FileDescriptor file(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    return {.isFile = true, .error = file.isOpen() ? 0 : errno};
 }
 
 Finding problem(std::string what, std::string advice) {
@@ -64,11 +69,12 @@ Finding checkFolder(const std::string& path) {
     // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads this folder's stream
     for (const dirent* entry = readdir(folder.get()); entry != nullptr && seen++ < mostEntries;
          entry = readdir(folder.get())) { // NOLINT(concurrency-mt-unsafe)
-        bool isFile = false;
-        if (const int error = obstacle(descriptor, entry->d_name, isFile); error != 0) {
-            unreadable.push_back(fmt::format("{} ({})", entry->d_name, std::strerror(error))); // NOLINT(*-mt-unsafe)
+        const Access access = accessTo(descriptor, entry->d_name);
+        if (access.error != 0) {
+            unreadable.push_back(
+                fmt::format("{} ({})", entry->d_name, std::strerror(access.error))); // NOLINT(*-mt-unsafe)
         }
-        files += isFile ? 1 : 0;
+        files += access.isFile ? 1 : 0;
     }
     if (!unreadable.empty()) {
         const std::size_t more = unreadable.size() - std::min(unreadable.size(), mostNamed);

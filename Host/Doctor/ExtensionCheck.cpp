@@ -9,8 +9,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <map>
 #include <string_view>
 

@@ -4,10 +4,8 @@
 #include <fontconfig/fontconfig.h>
 
 #include <array>
-#include <initializer_list>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 namespace host {
 namespace {
