@@ -18,6 +18,8 @@ using platform::Unexpected;
 
 constexpr std::size_t chunkSize = std::size_t{64} << 10U;
 constexpr std::size_t greatestLastWords = 4096;
+/// Who has this much to say on standard error is not listened to any more.
+constexpr std::size_t mostWords = std::size_t{1} << 20U;
 
 enum Stream : std::size_t { output, errors, input };
 
@@ -119,7 +121,10 @@ void ExtensionChannel::write() {
 }
 
 void ExtensionChannel::readWords() {
-    if (!readSome(process_.errors().get(), lastWords_)) {
+    const std::size_t before = lastWords_.size();
+    const bool hasMore = readSome(process_.errors().get(), lastWords_);
+    wordsRead_ += lastWords_.size() - before;
+    if (!hasMore || wordsRead_ > mostWords) {
         process_.errors().close();
     }
     if (lastWords_.size() > greatestLastWords) {

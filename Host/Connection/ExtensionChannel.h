@@ -84,6 +84,7 @@ class ExtensionChannel {
     std::string outgoing_;
     std::string incoming_;
     std::string lastWords_;
+    std::size_t wordsRead_ = 0;
     std::set<std::int64_t> unanswered_;
     std::deque<Answer> answers_;
     std::optional<std::string> lost_;

@@ -50,6 +50,10 @@ void serve(const Json& request) {
     } else if (kind == "Flood") {
         while (std::cout << R"({"jsonrpc":"2.0","method":"look"})" << std::endl) {
         }
+    } else if (kind == "Complain") {
+        std::signal(SIGPIPE, SIG_DFL);
+        while (std::cerr << "complaint\n") {
+        }
     } else if (kind == "Long") {
         const std::string block(1 << 20, 'x');
         while (std::cout << block << std::flush) {

@@ -155,6 +155,7 @@ TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
         {"Nonsense", "sent something else than a message"},
         {"Flood", "what nobody asked for"},
         {"Long", "more than 8388608 bytes"},
+        {"Complain", "was killed by signal 13: complaint"},
         {"Deep", "makes no sense"},
         {"NoReload", "without a reload date"},
         {"Refuse", "no such choice"},
