@@ -1,5 +1,6 @@
 #include "Host/Commands/ArrangementSubcommands.h"
 
+#include "Host/Commands/HostCommands.h"
 #include "Host/Commands/SettingsOption.h"
 
 #include <CLI/CLI.hpp>
@@ -60,6 +61,7 @@ void ArrangementSubcommands::addTo(CLI::App& app, std::function<void(Command)> c
     addEdit(app);
     addMove(app);
     addList(app);
+    addExplain(app);
 }
 
 void ArrangementSubcommands::addAdd(CLI::App& app) {
@@ -113,6 +115,12 @@ void ArrangementSubcommands::addList(CLI::App& app) {
     listing->add_flag("--json", json_, "Print JSON, as the arrangement's file has it");
     listing->callback(
         [this] { choose_([this] { return listArrangement(json_ ? TextFormat::json : TextFormat::people); }); });
+}
+
+void ArrangementSubcommands::addExplain(CLI::App& app) {
+    CLI::App* explaining = app.add_subcommand("explain", "Say how a placed widget is doing, and why");
+    addId(*explaining);
+    explaining->callback([this] { choose_([this] { return explainTile(id_); }); });
 }
 
 void ArrangementSubcommands::addId(CLI::App& command) {

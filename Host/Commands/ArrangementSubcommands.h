@@ -1,4 +1,4 @@
-// The part of the command line that is about the arrangement: add, remove, edit, move, list.
+// The part of the command line that is about placed widgets: add, remove, edit, move, list, explain.
 #pragma once
 
 #include "Host/Commands/ArrangementCommands.h"
@@ -28,6 +28,7 @@ class ArrangementSubcommands {
     void addEdit(CLI::App& app);
     void addMove(CLI::App& app);
     void addList(CLI::App& app);
+    void addExplain(CLI::App& app);
     /// An instance's id, as a positional argument.
     void addId(CLI::App& command);
     void addOutput(CLI::App& command);

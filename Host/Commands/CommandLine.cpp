@@ -158,10 +158,6 @@ class CommandLine {
         reloading->add_option("KIND", kind_, "Only widgets of this kind");
         reloading->callback(
             [this] { command_ = [this] { return reloadTiles(kind_.empty() ? std::nullopt : std::optional(kind_)); }; });
-
-        CLI::App* explaining = app_.add_subcommand("explain", "Say how a placed widget is doing, and why");
-        explaining->add_option("ID", id_, "The widget's id, as list shows it")->required()->type_name("");
-        explaining->callback([this] { command_ = [this] { return explainTile(id_); }; });
     }
 
     void addDoctor() {
@@ -241,7 +237,6 @@ class CommandLine {
     std::string output_;
     std::string galleryFolder_ = "gallery";
     std::string kind_;
-    InstanceId id_ = 0;
     ArrangementSubcommands arrangement_;
     std::string gallerySchemes_ = "both";
 };
