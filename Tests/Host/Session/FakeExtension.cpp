@@ -11,6 +11,7 @@
 
 namespace {
 
+// Lists of one are made by name: compilers do not agree on what braces around one value are.
 using Json = nlohmann::json;
 
 Json entry(const char* date, Json view) {
@@ -34,12 +35,13 @@ void serve(const Json& request) {
     const std::string kind = request["params"]["kind"];
     const std::string words = request["params"]["configuration"].value("text", "");
     if (kind == "Good") {
-        answer(request, timeline({entry(past, text(words + " by " + std::to_string(getpid())))}));
+        answer(request, timeline(Json::array({entry(past, text(words + " by " + std::to_string(getpid())))})));
     } else if (kind == "Same") {
-        answer(request, timeline({entry(past, text("same"))}));
+        answer(request, timeline(Json::array({entry(past, text("same"))})));
     } else if (kind == "Several") {
-        answer(request, timeline({entry("2200-01-01T00:00:00.000Z", text("later")), entry(past, text("earlier")),
-                                  entry("2001-01-03T00:00:00.000Z", text("now"))}));
+        answer(request,
+               timeline(Json::array({entry("2200-01-01T00:00:00.000Z", text("later")), entry(past, text("earlier")),
+                                     entry("2001-01-03T00:00:00.000Z", text("now"))})));
     } else if (kind == "Die") {
         std::cerr << "last words" << std::endl;
         std::exit(3);
@@ -63,9 +65,9 @@ void serve(const Json& request) {
         for (int i = 0; i < 100; ++i) {
             view = {{"type", "vstack"}, {"children", Json::array({view})}};
         }
-        answer(request, timeline({entry(past, view)}));
+        answer(request, timeline(Json::array({entry(past, view)})));
     } else if (kind == "NoReload") {
-        answer(request, {{"entries", {entry(past, text("x"))}}});
+        answer(request, {{"entries", Json::array({entry(past, text("x"))})}});
     } else if (kind == "Refuse") {
         std::cout << Json{{"jsonrpc", "2.0"},
                           {"id", request["id"]},
