@@ -105,7 +105,7 @@ Findings sendUdp(const std::string& port) {
 
 Findings resolve(const std::string& name) {
     addrinfo* addresses = nullptr;
-    const int failure = getaddrinfo(name.c_str(), "http", nullptr, &addresses);
+    const int failure = getaddrinfo(name.c_str(), "80", nullptr, &addresses);
     if (failure != 0) {
         return gai_strerror(failure);
     }

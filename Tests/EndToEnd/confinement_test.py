@@ -27,6 +27,10 @@ def landlock_version():
 
 
 LANDLOCK = landlock_version()
+HIDDEN = "the programs lie where nobody else may look"
+IS_HIDDEN = any(not folder.stat().st_mode & 0o001 for folder in HOST.parents)
+# A machine without the one has no names of its own either.
+HOSTS = Path("/etc/hosts")
 needs_landlock = unittest.skipIf(LANDLOCK == 0, "this kernel has no Landlock, which alone guards files")
 
 
@@ -122,7 +126,8 @@ class Anybody(ProbeTest):
 
     @needs_landlock
     def test_what_connecting_takes(self):
-        self.check([("list /etc/ssl/certs", "yes", "yes"), ("read /etc/hosts", "yes", "yes"), ("list /etc/ssl", "EACCES", "yes")], network=True)
+        hosts = [("read /etc/hosts", "yes", "yes")] if HOSTS.exists() else []
+        self.check([("list /etc/ssl/certs", "yes", "yes"), *hosts, ("list /etc/ssl", "EACCES", "yes")], network=True)
 
     def test_a_script_may_use_commands(self):
         """As many as processes are allowed."""
@@ -162,7 +167,7 @@ class Anybody(ProbeTest):
             rows = [(f"connect {port}", "EACCES", "yes"), ("send 9", "EACCES", "yes"), ("bind 0", "EACCES", "yes"), ("listen", "EACCES", "yes")]
             self.check(rows)
             allowed = [(f"connect {port}", "yes", "yes"), ("send 9", "yes", "yes"), *rows[2:]]
-            if not SANITIZED:  # the wrapper would look names up in a way that sanitizers do not bear
+            if not SANITIZED and HOSTS.exists():  # the wrapper would look names up in a way that sanitizers do not bear
                 allowed.append(("resolve localhost", "yes", "yes"))
             self.check(allowed, network=True)
 
@@ -244,8 +249,8 @@ class Somebody(Anybody):
     def setUp(self):
         super().setUp()
         os.chmod(self.home.parent, 0o755)
-        if any(not folder.stat().st_mode & 0o001 for folder in HOST.parents):
-            self.skipTest("the programs lie where nobody else may look")
+        if IS_HIDDEN:
+            self.skipTest(HIDDEN)
 
 
 class RealExtension(HostTest):
@@ -270,6 +275,7 @@ class RealExtension(HostTest):
 
 
 @unittest.skipUnless(IS_ROOT, "only root can be somebody else")
+@unittest.skipIf(IS_HIDDEN, HIDDEN)
 class UserOfADirectoryService(HostTest):
     """Whom no file names; the wrapper plays the service."""
 
