@@ -20,8 +20,7 @@ constexpr std::array<std::string_view, 3> taggableSchemes{commandScheme, "x-foli
 /// The scheme in lower case; empty where there is none.
 std::string lowerCasedScheme(const URL& url) {
     std::string lower(url.scheme().value_or(""));
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::transform(lower.begin(), lower.end(), lower.begin(), platform::asciiLowerCased);
     return lower;
 }
 

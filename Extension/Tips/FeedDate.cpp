@@ -1,5 +1,6 @@
 #include "Extension/Tips/FeedDate.h"
 
+#include "Platform/Foundation/AsciiSet.h"
 #include "Platform/Foundation/WhiteSpace.h"
 
 #include <algorithm>
@@ -25,17 +26,13 @@ constexpr bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-constexpr char lowerCased(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 constexpr bool isLetter(char character) {
-    return lowerCased(character) >= 'a' && lowerCased(character) <= 'z';
+    return asciiLowerCased(character) >= 'a' && asciiLowerCased(character) <= 'z';
 }
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lowerCased(x) == lowerCased(y); });
+                      [](char x, char y) { return asciiLowerCased(x) == asciiLowerCased(y); });
 }
 
 /// Reads a date from its front. Once a step has failed, `isGood()` stays false.

@@ -1,6 +1,7 @@
 #include "Extension/Tips/RSSParser.h"
 
 #include "Extension/Tips/FeedDate.h"
+#include "Platform/Foundation/AsciiSet.h"
 #include "Platform/Foundation/Utf8.h"
 #include "Platform/Foundation/WhiteSpace.h"
 
@@ -15,9 +16,8 @@ namespace {
 /// Whether `text` is `lowerCase` once it is in lower case. `lowerCase` is ASCII, and has no "k": no other letter than
 /// their own capitals becomes one of its letters.
 bool isLowerCased(std::string_view text, std::string_view lowerCase) {
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(), [](char character, char lower) {
-        return (character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character) == lower;
-    });
+    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
+                      [](char character, char lower) { return asciiLowerCased(character) == lower; });
 }
 
 } // namespace

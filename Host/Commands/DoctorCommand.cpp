@@ -27,21 +27,20 @@ void append(Findings& findings, Findings more) {
 }
 
 /// The manifests that can be read; what is wrong with others is added to `findings`.
-std::vector<Manifest> readManifests(const ExtensionChoice& choice, Findings& findings) {
+std::vector<Manifest> soundManifests(const ExtensionChoice& choice, Findings& findings) {
+    auto all = readManifests(choice);
+    if (all.empty()) {
+        findings.push_back(
+            Finding::problem("extension", "no extension is installed", "install one, or name one with --extension"));
+    }
     std::vector<Manifest> manifests;
-    const auto files = choice.extension ? std::vector{*choice.extension} : installedManifests();
-    for (const auto& file : files) {
-        auto manifest = choice.extension ? manifestFor(file) : readManifest(file);
+    for (auto& manifest : all) {
         if (manifest) {
             manifests.push_back(*std::move(manifest));
         } else {
             findings.push_back(
                 Finding::problem("extension", manifest.error(), "install the extension anew, or remove the manifest"));
         }
-    }
-    if (files.empty()) {
-        findings.push_back(
-            Finding::problem("extension", "no extension is installed", "install one, or name one with --extension"));
     }
     return manifests;
 }
@@ -75,7 +74,7 @@ bool wantsColour() {
 
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) {
     Findings findings;
-    const std::vector<Manifest> manifests = readManifests(choice, findings);
+    const std::vector<Manifest> manifests = soundManifests(choice, findings);
     // All at once; reported in the order of what a widget needs first.
     PendingCheck data("data", [manifests, home = choice.home] { return dataFindings(manifests, home); });
     PendingCheck fonts("font", checkFonts);

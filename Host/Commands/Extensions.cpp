@@ -13,23 +13,14 @@ Failure unavailable(std::string message) {
     return {ExitCode::unavailable, std::move(message)};
 }
 
-/// The manifests of the chosen extension or of every installed one; at least one.
+/// The manifests of the chosen extension or of every installed one; at least one, and none of them broken.
 Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
     std::vector<Manifest> manifests;
-    if (choice.extension) {
-        auto manifest = manifestFor(*choice.extension);
+    for (auto& manifest : readManifests(choice)) {
         if (!manifest) {
             return Unexpected{unavailable(manifest.error())};
         }
         manifests.push_back(*std::move(manifest));
-    } else {
-        for (const auto& file : installedManifests()) {
-            auto manifest = readManifest(file);
-            if (!manifest) {
-                return Unexpected{unavailable(manifest.error())};
-            }
-            manifests.push_back(*std::move(manifest));
-        }
     }
     if (manifests.empty()) {
         return Unexpected{unavailable("no extension is installed; name one with --extension")};
@@ -46,6 +37,18 @@ Outcome<ExtensionConnection> open(const Manifest& manifest, const ExtensionChoic
 }
 
 } // namespace
+
+std::vector<platform::Expected<Manifest, std::string>> readManifests(const ExtensionChoice& choice) {
+    std::vector<platform::Expected<Manifest, std::string>> manifests;
+    if (choice.extension) {
+        manifests.push_back(manifestFor(*choice.extension));
+        return manifests;
+    }
+    for (const auto& file : installedManifests()) {
+        manifests.push_back(readManifest(file));
+    }
+    return manifests;
+}
 
 Failure failureOf(const ConnectionError& error) {
     const bool refused = error.kind == ConnectionError::Kind::refused;
@@ -90,9 +93,7 @@ Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const Ext
 
 platform::Expected<Manifest, std::string> manifestNamed(const std::string& identifier, const ExtensionChoice& choice) {
     std::string reason = "the extension " + identifier + " is not installed";
-    const auto files = choice.extension ? std::vector{*choice.extension} : installedManifests();
-    for (const auto& file : files) {
-        auto manifest = choice.extension ? manifestFor(file) : readManifest(file);
+    for (auto& manifest : readManifests(choice)) {
         if (!manifest) {
             // It may be the one.
             reason = manifest.error();

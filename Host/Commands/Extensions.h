@@ -20,6 +20,9 @@ struct ExtensionChoice {
     Confined confined = Confined::yes;
 };
 
+/// The manifest of the chosen extension, or those of every installed one, each with what is wrong with it in its place.
+std::vector<platform::Expected<Manifest, std::string>> readManifests(const ExtensionChoice& choice);
+
 /// Starts the chosen extension, or every installed one; at least one.
 Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice);
 

@@ -1,5 +1,7 @@
 #include "Host/Doctor/LinkSchemes.h"
 
+#include "Platform/Foundation/AsciiSet.h"
+#include "Platform/Foundation/URLSyntax.h"
 #include "Platform/Views/Node.h"
 
 #include <algorithm>
@@ -10,10 +12,6 @@ namespace {
 
 /// Longer than any that is registered; an extension's word is not taken for more.
 constexpr std::size_t longestScheme = 64;
-
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
 
 void addScheme(std::string_view url, std::set<std::string>& schemes) {
     if (std::string scheme = schemeOf(url); !scheme.empty()) {
@@ -42,15 +40,10 @@ void collect(const platform::View& view, std::set<std::string>& schemes) {
 
 std::string schemeOf(std::string_view url) {
     std::string scheme(url.substr(0, std::min(url.find(':'), url.size())));
-    const bool isOne = scheme.size() < std::min(url.size(), longestScheme) && !scheme.empty() &&
-                       isLetter(scheme.front()) && std::all_of(scheme.begin(), scheme.end(), [](char c) {
-                           return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
-                       });
-    if (!isOne) {
+    if (scheme.size() == url.size() || scheme.size() >= longestScheme || !platform::isURLScheme(scheme)) {
         return {};
     }
-    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::transform(scheme.begin(), scheme.end(), scheme.begin(), platform::asciiLowerCased);
     return scheme;
 }
 

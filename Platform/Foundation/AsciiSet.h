@@ -63,6 +63,11 @@ constexpr bool isAscii(char character) {
     return static_cast<unsigned char>(character) < 0x80;
 }
 
+/// An ASCII capital's small letter; every other byte as it is.
+constexpr char asciiLowerCased(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
 inline constexpr AsciiSet asciiLetters("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
 inline constexpr AsciiSet asciiDigits("0123456789");
 inline constexpr AsciiSet asciiLettersAndDigits = asciiLetters.with("0123456789");

@@ -19,9 +19,8 @@ bool isAsciiText(std::string_view text) {
 /// Whether ASCII `text` contains ASCII `needle`. "I" is the letter whose small form is not ASCII for all.
 bool asciiContains(std::string_view text, std::string_view needle, CaseFolding folding) {
     const auto folded = [folding](char character) {
-        const bool isCapital = character >= 'A' && character <= 'Z';
         const bool keepsItself = character == 'I' && folding == CaseFolding::turkic;
-        return isCapital && !keepsItself ? static_cast<char>(character - 'A' + 'a') : character;
+        return keepsItself ? character : asciiLowerCased(character);
     };
     const auto hit = std::search(text.begin(), text.end(), needle.begin(), needle.end(),
                                  [folded](char a, char b) { return folded(a) == folded(b); });

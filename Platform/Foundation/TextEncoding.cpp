@@ -1,5 +1,7 @@
 #include "Platform/Foundation/TextEncoding.h"
 
+#include "Platform/Foundation/AsciiSet.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -65,7 +67,7 @@ bool isEncodingName(std::string_view name) {
 bool isUtf8Name(std::string_view name) {
     constexpr std::string_view utf8 = "utf-8";
     return std::equal(name.begin(), name.end(), utf8.begin(), utf8.end(),
-                      [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
+                      [](char a, char b) { return asciiLowerCased(a) == b; });
 }
 
 class Converter {
