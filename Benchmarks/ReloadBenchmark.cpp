@@ -19,6 +19,7 @@ class DisplayLists final : public host::SessionObserver {
                                 host::layOut(tile.entry()->view, host::familySize(tile.instance().family),
                                              renderer_.texts(), renderer_.images()));
     }
+    void tileReloaded(const host::Tile& /*tile*/) override {}
     std::size_t count() const { return lists_.size(); }
 
   private:

@@ -4,6 +4,7 @@
 #include <simdjson.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -12,6 +13,8 @@ namespace {
 
 using platform::Unexpected;
 using Changed = platform::Expected<Arrangement, std::string>;
+
+constexpr std::array<const char*, 3> renderingModes{Arrangement::fullColor, "tinted", "vibrant"};
 
 bool isUtf8(const std::string& text) {
     return simdjson::validate_utf8(text);
@@ -44,18 +47,18 @@ class Changer {
     explicit Changer(Arrangement arrangement) : arrangement_(std::move(arrangement)) {}
 
     Changed operator()(const Addition& addition) {
-        if (arrangement_.instances.size() >= Arrangement::greatestCount) {
-            return Unexpected{fmt::format("there are {} widgets, and no room for more", Arrangement::greatestCount)};
-        }
         if (arrangement_.nextId == std::numeric_limits<InstanceId>::max()) {
             return Unexpected{std::string("every id has been given; a new arrangement would begin at 1 again")};
         }
-        if (const auto fault = faultOf(addition.instance)) {
-            return Unexpected{*fault};
+        return insert(addition.instance, arrangement_.nextId++);
+    }
+
+    Changed operator()(const Restoration& restoration) {
+        const InstanceId id = restoration.instance.id;
+        if (id == 0 || id >= arrangement_.nextId || locate(id, arrangement_) != arrangement_.instances.end()) {
+            return Unexpected{fmt::format("there is no removed widget {}", id)};
         }
-        arrangement_.instances.push_back(addition.instance);
-        arrangement_.instances.back().id = arrangement_.nextId++;
-        return std::move(arrangement_);
+        return insert(restoration.instance, id);
     }
 
     Changed operator()(const Removal& removal) {
@@ -88,7 +91,33 @@ class Changer {
         return alter(resizing.id, [&](Instance& instance) { instance.family = resizing.family; });
     }
 
+    Changed operator()(const Locking& locking) {
+        arrangement_.locked = locking.locked;
+        return std::move(arrangement_);
+    }
+
+    Changed operator()(const Recoloring& recoloring) {
+        if (!isRenderingMode(recoloring.renderingMode)) {
+            return Unexpected{fmt::format("there is no mode \"{}\"; there are {}", recoloring.renderingMode,
+                                          fmt::join(renderingModes, ", "))};
+        }
+        arrangement_.renderingMode = recoloring.renderingMode;
+        return std::move(arrangement_);
+    }
+
   private:
+    Changed insert(const Instance& instance, InstanceId id) {
+        if (arrangement_.instances.size() >= Arrangement::greatestCount) {
+            return Unexpected{fmt::format("there are {} widgets, and no room for more", Arrangement::greatestCount)};
+        }
+        if (const auto fault = faultOf(instance)) {
+            return Unexpected{*fault};
+        }
+        arrangement_.instances.push_back(instance);
+        arrangement_.instances.back().id = id;
+        return std::move(arrangement_);
+    }
+
     template <class Alteration>
     Changed alter(InstanceId id, Alteration alteration) {
         const auto found = locate(id, arrangement_);
@@ -118,6 +147,10 @@ platform::Expected<Instance, std::string> instanceWith(InstanceId id, const Arra
         return Unexpected{unknownId(id, arrangement)};
     }
     return *found;
+}
+
+bool isRenderingMode(std::string_view name) {
+    return std::find(renderingModes.begin(), renderingModes.end(), name) != renderingModes.end();
 }
 
 std::optional<std::string> faultOf(const Instance& instance) {

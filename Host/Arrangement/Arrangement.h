@@ -11,6 +11,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -58,8 +59,14 @@ struct Arrangement {
     std::vector<Instance> instances;
     /// Greater than every id that was ever given.
     InstanceId nextId = 1;
+    /// Tiles stay where they are, whatever the pointer does.
+    bool locked = false;
+    /// How all tiles use colours, by the protocol's name.
+    std::string renderingMode = fullColor;
     UnknownMembers unknown;
     bool operator==(const Arrangement&) const = default;
+
+    static constexpr const char* fullColor = "fullColor";
 };
 
 /// Adds `instance` as the last one. Its id is replaced by a fresh one.
@@ -68,6 +75,10 @@ struct Addition {
 };
 struct Removal {
     InstanceId id = 0;
+};
+/// Puts back an instance that was removed, under the id that it had.
+struct Restoration {
+    Instance instance;
 };
 /// Chooses anew what `settings` name and leaves the others as they are.
 struct Edit {
@@ -84,7 +95,14 @@ struct Resizing {
     InstanceId id = 0;
     std::string family;
 };
-using ArrangementChange = std::variant<Addition, Removal, Edit, Move, Resizing>;
+struct Locking {
+    bool locked = false;
+};
+/// Has all tiles use colours otherwise: "fullColor", "tinted" or "vibrant".
+struct Recoloring {
+    std::string renderingMode;
+};
+using ArrangementChange = std::variant<Addition, Removal, Restoration, Edit, Move, Resizing, Locking, Recoloring>;
 
 /// The arrangement after a change; or, in one line, why there is none: an id that is not there, a full arrangement, a
 /// value that an instance cannot have.
@@ -95,5 +113,7 @@ platform::Expected<Instance, std::string> instanceWith(InstanceId id, const Arra
 
 /// What an instance has that none can have, in a few words; nothing where all is well.
 std::optional<std::string> faultOf(const Instance& instance);
+
+bool isRenderingMode(std::string_view name);
 
 } // namespace host

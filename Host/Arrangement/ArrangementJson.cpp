@@ -156,9 +156,25 @@ Fault readInstances(element value, Arrangement& arrangement) {
     return std::nullopt;
 }
 
-constexpr std::array<Member<Arrangement>, 3> arrangementMembers{
+Fault readLocked(element value, Arrangement& arrangement) {
+    return value.get(arrangement.locked) == simdjson::SUCCESS ? std::nullopt : Fault("not a boolean");
+}
+
+/// A mode that a later version has is no reason to lose the tiles.
+Fault readRenderingMode(element value, Arrangement& arrangement) {
+    std::string mode;
+    if (Fault fault = readText(value, mode)) {
+        return fault;
+    }
+    arrangement.renderingMode = isRenderingMode(mode) ? mode : Arrangement::fullColor;
+    return std::nullopt;
+}
+
+constexpr std::array<Member<Arrangement>, 5> arrangementMembers{
     {{"version", [](element, Arrangement&) -> Fault { return std::nullopt; }},
      {"nextId", [](element value, Arrangement& arrangement) { return readId(value, arrangement.nextId); }},
+     {"locked", readLocked},
+     {"renderingMode", readRenderingMode},
      {"instances", readInstances}}};
 
 Unexpected<UnreadableArrangement> broken(std::string reason) {
@@ -228,6 +244,12 @@ std::string arrangementJson(const Arrangement& arrangement) {
     std::string text;
     JsonWriter out(text);
     out.beginObject().key("version").number(arrangementVersion).key("nextId").number(arrangement.nextId);
+    if (arrangement.locked) {
+        out.key("locked").raw("true");
+    }
+    if (arrangement.renderingMode != Arrangement::fullColor) {
+        out.member("renderingMode", arrangement.renderingMode);
+    }
     writeUnknown(out, arrangement.unknown);
     out.key("instances").beginArray();
     for (const Instance& instance : arrangement.instances) {

@@ -7,7 +7,8 @@
 //     ]}
 //
 // one instance a line, so that people can read and compare it. "configuration", "output" and "position" may be left
-// out, and so may "nextId", which is then one more than the greatest id; a smaller one counts as that too. Reading is
+// out, and so may "nextId", which is then one more than the greatest id; a smaller one counts as that too. Beside them
+// may stand "locked":true and "renderingMode":"tinted" or "vibrant". Reading is
 // strict: a member that is of another type or there twice, two instances of one id, and what breaks a bound make the
 // file a broken one. Members with other names, which a later program may write under the same version, are kept.
 #pragma once

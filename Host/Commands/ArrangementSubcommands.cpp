@@ -60,6 +60,7 @@ void ArrangementSubcommands::addTo(CLI::App& app, std::function<void(Command)> c
     addRemove(app);
     addEdit(app);
     addMove(app);
+    addLooks(app);
     addList(app);
     addExplain(app);
 }
@@ -108,6 +109,26 @@ void ArrangementSubcommands::addMove(CLI::App& app) {
         choose_(
             [this] { return changeArrangement(Move{.id = id_, .position = *position(x_, y_), .output = output()}); });
     });
+}
+
+void ArrangementSubcommands::addLooks(CLI::App& app) {
+    const auto addLocking = [&](const char* name, const char* description, bool locked) {
+        app.add_subcommand(name, description)->callback([this, locked] {
+            choose_([locked] { return changeArrangement(Locking{.locked = locked}); });
+        });
+    };
+    addLocking("lock", "Keep placed widgets where they are, whatever the pointer does", true);
+    addLocking("unlock", "Let placed widgets be dragged", false);
+
+    CLI::App* recoloring = app.add_subcommand("mode", "Choose how placed widgets use colours");
+    recoloring->add_option("MODE", mode_, "fullColor, tinted or vibrant")
+        ->required()
+        ->type_name("")
+        ->check([](const std::string& mode) {
+            return isRenderingMode(mode) ? std::string()
+                                         : fmt::format("\"{}\" is none of fullColor, tinted, vibrant", mode);
+        });
+    recoloring->callback([this] { choose_([this] { return changeArrangement(Recoloring{.renderingMode = mode_}); }); });
 }
 
 void ArrangementSubcommands::addList(CLI::App& app) {

@@ -1,4 +1,5 @@
-// The part of the command line that is about placed widgets: add, remove, edit, move, list, explain.
+// The part of the command line that is about placed widgets: add, remove, edit, move, lock, unlock, mode, list,
+// explain.
 #pragma once
 
 #include "Host/Commands/ArrangementCommands.h"
@@ -27,6 +28,7 @@ class ArrangementSubcommands {
     void addRemove(CLI::App& app);
     void addEdit(CLI::App& app);
     void addMove(CLI::App& app);
+    void addLooks(CLI::App& app);
     void addList(CLI::App& app);
     void addExplain(CLI::App& app);
     /// An instance's id, as a positional argument.
@@ -45,6 +47,7 @@ class ArrangementSubcommands {
     InstanceId id_ = 0;
     std::string x_;
     std::string y_;
+    std::string mode_;
     bool json_ = false;
 };
 

@@ -78,6 +78,9 @@ class CommandLine {
         } catch (const CLI::ParseError& error) {
             return finish(Failure{ExitCode::usage, fmt::format("{} (see widgethost --help)", error.what())});
         }
+        if (!command_ && hasDisplay()) {
+            return finish(becomeDesktop(choice()));
+        }
         if (!command_) {
             return finish(Failure{ExitCode::usage, "a command is missing (see widgethost --help)"});
         }
@@ -151,7 +154,11 @@ class CommandLine {
     }
 
     void addHost() {
-        CLI::App* running = app_.add_subcommand("host", "Keep the placed widgets up to date, until told to end");
+        CLI::App* showing = app_.add_subcommand(
+            "desktop", "Show the placed widgets on the desktop, until told to end; what widgethost alone does where there is a display");
+        showing->callback([this] { command_ = [this] { return becomeDesktop(choice()); }; });
+
+        CLI::App* running = app_.add_subcommand("host", "Keep the placed widgets up to date without showing them, until told to end");
         running->callback([this] { command_ = [this] { return runHost(choice()); }; });
 
         CLI::App* reloading = app_.add_subcommand("reload", "Have the running host ask for its widgets at once");

@@ -6,7 +6,12 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+#include <vector>
 
 namespace host {
 namespace {
@@ -14,9 +19,10 @@ namespace {
 using platform::Unexpected;
 
 /// A host without windows: nobody looks.
-class NoWindows final : public SessionObserver {
+class NoWindows final : public HostDisplay {
   public:
     void tileChanged(const Tile& /*tile*/) override {}
+    void tileReloaded(const Tile& /*tile*/) override {}
 };
 
 /// What the running host has said already, as an exit code.
@@ -28,7 +34,7 @@ std::optional<Failure> ask(const std::vector<std::string>& arguments) {
     const auto code = callRunningHost(arguments);
     if (!code) {
         const bool hasBus = code.error().reason == NoHost::Reason::noneRuns;
-        return Failure{ExitCode::unavailable, hasBus ? "no host runs in this session; start one with widgethost host"
+        return Failure{ExitCode::unavailable, hasBus ? "no host runs in this session; start one with widgethost desktop"
                                                      : "there is no session bus to reach a host by"};
     }
     return saidAlready(*code);
@@ -45,11 +51,15 @@ Outcome<std::filesystem::path> configurationFolder() {
 }
 
 std::optional<Failure> runHost(const ExtensionChoice& choice) {
+    NoWindows display;
+    return runHost(choice, display);
+}
+
+std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& display) {
     const auto folder = configurationFolder();
     if (!folder) {
         return folder.error();
     }
-    NoWindows observer;
     HostApplication application(
         {.arrangementFolder = *folder,
          .findManifest = [choice](const std::string& identifier) { return manifestNamed(identifier, choice); },
@@ -57,9 +67,41 @@ std::optional<Failure> runHost(const ExtensionChoice& choice) {
              [choice](const Manifest& manifest) {
                  return ExtensionChannel::open(manifest, choice.home, choice.confined);
              },
-         .observer = observer,
+         .display = display,
          .patience = {}});
     return saidAlready(application.run());
+}
+
+bool hasDisplay() {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here sets variables
+    const auto isSet = [](const char* name) { const char* value = std::getenv(name); return value != nullptr && *value != '\0'; };
+    return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY");
+}
+
+Failure becomeDesktop(const ExtensionChoice& choice) {
+    std::vector<std::string> words{"widgethost-desktop"};
+    const auto add = [&](const char* option, const std::optional<std::filesystem::path>& path) {
+        if (path) {
+            words.insert(words.end(), {option, path->string()});
+        }
+    };
+    add("--extension", choice.extension);
+    add("--home", choice.home);
+    if (choice.confined == Confined::no) {
+        words.emplace_back("--unconfined");
+    }
+    std::vector<char*> arguments;
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    std::error_code failure;
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
+    // Beside this program where both were built, else where it was installed.
+    for (const auto& program : {folder / words.front(), folder / WIDGETHOST_LIBEXEC / words.front()}) {
+        execv(program.c_str(), arguments.data());
+    }
+    return {ExitCode::unavailable, fmt::format("cannot start {}: {}", words.front(), std::strerror(errno))};
 }
 
 std::optional<Failure> reloadTiles(const std::optional<std::string>& kind) {

@@ -1,8 +1,10 @@
-// `widgethost host`, which runs day and night, and the commands that it alone can answer: `reload` and `explain`.
+// `widgethost desktop` and `widgethost host`, which run day and night, and the commands that they alone can answer:
+// `reload` and `explain`.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
 #include "Host/Commands/Extensions.h"
+#include "Host/Session/HostApplication.h"
 
 #include <filesystem>
 #include <optional>
@@ -16,6 +18,16 @@ Outcome<std::filesystem::path> configurationFolder();
 /// Keeps the arrangement's widgets up to date until it is told to end. One in a session: where one runs already, that
 /// one answers.
 std::optional<Failure> runHost(const ExtensionChoice& choice);
+
+/// The same, on a display.
+std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& display);
+
+/// Whether the environment names a display.
+bool hasDisplay();
+
+/// Becomes the program of the host with windows, widgethost-desktop, with the same choice of extensions. Comes back
+/// only on failure.
+Failure becomeDesktop(const ExtensionChoice& choice);
 
 /// Has the running host ask for its tiles of that kind, or all, at once, and waits for the answers.
 std::optional<Failure> reloadTiles(const std::optional<std::string>& kind);

@@ -12,6 +12,10 @@
 #include <cstdio>
 
 namespace host {
+
+using platform::Expected;
+using platform::Unexpected;
+
 namespace {
 
 constexpr int usageError = 64;
@@ -25,11 +29,11 @@ void complain(const std::string& message) {
 } // namespace
 
 HostApplication::HostApplication(const Options& options)
-    : folder_(options.arrangementFolder), file_(platform::DiskFileSystem::shared(), folder_),
+    : folder_(options.arrangementFolder), file_(platform::DiskFileSystem::shared(), folder_), display_(options.display),
       session_({.findManifest = options.findManifest,
                 .startExtension = options.startExtension,
                 .clock = platform::SystemClock::shared(),
-                .observer = options.observer,
+                .observer = options.display,
                 .patience = options.patience}),
       application_(g_application_new(busName, G_APPLICATION_HANDLES_COMMAND_LINE)) {
     g_signal_connect(application_, "startup", G_CALLBACK(&HostApplication::started), this);
@@ -46,6 +50,9 @@ int HostApplication::run() {
     std::string command = "host";
     std::array<char*, 3> words{program.data(), command.data(), nullptr};
     const int code = g_application_run(application_, 2, words.data());
+    if (loop_) {
+        display_.ending();
+    }
     return exitCode_ != 0 ? exitCode_ : code;
 }
 
@@ -58,8 +65,12 @@ int HostApplication::commandLine(GApplication* /*application*/, GApplicationComm
 }
 
 gboolean HostApplication::ended(gpointer self) {
-    g_application_quit(static_cast<HostApplication*>(self)->application_);
+    static_cast<HostApplication*>(self)->end();
     return G_SOURCE_CONTINUE;
+}
+
+void HostApplication::end() {
+    g_application_quit(application_);
 }
 
 void HostApplication::arrangementChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
@@ -91,6 +102,7 @@ void HostApplication::start() {
     g_unix_signal_add(SIGTERM, &HostApplication::ended, this);
     g_unix_signal_add(SIGINT, &HostApplication::ended, this);
     loop_ = std::make_unique<SessionLoop>(session_);
+    display_.started(*this);
     follow();
     sync();
 }
@@ -106,7 +118,7 @@ void HostApplication::follow() {
 }
 
 void HostApplication::sync() {
-    const auto arrangement = file_.load();
+    auto arrangement = file_.load();
     if (!arrangement) {
         // The tiles stay as they are until there is an arrangement that can be read.
         if (complaint_ != arrangement.error().message) {
@@ -116,8 +128,38 @@ void HostApplication::sync() {
         return;
     }
     complaint_.clear();
-    session_.setTiles(arrangement->instances);
+    show(*std::move(arrangement));
+}
+
+void HostApplication::show(Arrangement arrangement) {
+    arrangement_ = std::move(arrangement);
+    display_.arranged(arrangement_);
+    session_.setTiles(arrangement_.instances);
+    session_.setRenderingMode(arrangement_.renderingMode);
     loop_->step();
+}
+
+Expected<Arrangement, std::string> HostApplication::change(const ArrangementChange& change) {
+    auto update = file_.update(change);
+    if (!update) {
+        return Unexpected{update.error().message};
+    }
+    if (update->notice) {
+        complain(*update->notice);
+    }
+    show(update->arrangement);
+    return std::move(update->arrangement);
+}
+
+void HostApplication::reload(InstanceId id) {
+    session_.reload(id);
+    loop_->step();
+}
+
+void HostApplication::ask(const std::string& extension, std::string_view method, std::string_view params,
+                          Session::Answered done) {
+    session_.ask(extension, method, params, std::move(done));
+    loop_->wakeSoon();
 }
 
 int HostApplication::answer(GApplicationCommandLine* line) {
@@ -133,7 +175,9 @@ int HostApplication::answer(GApplicationCommandLine* line) {
     const std::optional<std::string> argument = count > 2 ? std::optional<std::string>(words[2]) : std::nullopt;
     g_strfreev(words);
     if (command == "host") {
-        g_application_command_line_print(line, "A host runs already.\n");
+        if (!display_.present()) {
+            g_application_command_line_print(line, "A host runs already.\n");
+        }
         return 0;
     }
     if (command == "sync") {

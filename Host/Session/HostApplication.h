@@ -17,6 +17,21 @@
 
 namespace host {
 
+class HostApplication;
+
+/// What a host shows its session on: nothing at all, or a desktop.
+class HostDisplay : public SessionObserver {
+  public:
+    /// The host is about to read its arrangement for the first time.
+    virtual void started(HostApplication& /*host*/) {}
+    /// What is placed is another than before, or where; told before the session's tiles change.
+    virtual void arranged(const Arrangement& /*arrangement*/) {}
+    /// The host was asked for again: whoever did that wants to see it. Answers whether there is something to see.
+    virtual bool present() { return false; }
+    /// The host ends; what is to be kept must be kept now.
+    virtual void ending() {}
+};
+
 class HostApplication {
   public:
     struct Options {
@@ -24,8 +39,7 @@ class HostApplication {
         std::filesystem::path arrangementFolder;
         Session::FindManifest findManifest;
         Session::StartExtension startExtension;
-        /// Told of tiles that have another view.
-        SessionObserver& observer;
+        HostDisplay& display;
         Patience patience;
     };
     explicit HostApplication(const Options& options);
@@ -36,6 +50,19 @@ class HostApplication {
     /// Runs until SIGTERM, SIGINT or the end of the bus, and answers the exit code: 0; or 69 at once where another host
     /// runs on this arrangement. A host on this bus that runs already is no failure: it says so itself.
     int run();
+
+    /// Ends the run, with the exit code 0.
+    void end();
+
+    const Arrangement& arrangement() const { return arrangement_; }
+    const Session& session() const { return session_; }
+
+    /// Changes the arrangement, in its file and on the display; the error is one clear line.
+    platform::Expected<Arrangement, std::string> change(const ArrangementChange& change);
+    /// Asks for one tile at once.
+    void reload(InstanceId id);
+    /// As `Session::ask`.
+    void ask(const std::string& extension, std::string_view method, std::string_view params, Session::Answered done);
 
   private:
     static void started(GApplication* application, gpointer self);
@@ -48,11 +75,14 @@ class HostApplication {
     void follow();
     void sync();
     int answer(GApplicationCommandLine* line);
+    void show(Arrangement arrangement);
     int reload(GApplicationCommandLine* line, const std::optional<std::string>& kind);
     int explain(GApplicationCommandLine* line, const std::string& id);
 
     std::filesystem::path folder_;
     ArrangementFile file_;
+    HostDisplay& display_;
+    Arrangement arrangement_;
     Session session_;
     std::unique_ptr<SessionLoop> loop_;
     std::optional<HostLock> lock_;

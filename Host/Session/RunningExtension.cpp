@@ -1,7 +1,5 @@
 #include "Host/Session/RunningExtension.h"
 
-#include "Host/Connection/Requests.h"
-
 #include <fmt/format.h>
 
 #include <utility>
@@ -11,14 +9,11 @@ namespace host {
 RunningExtension::RunningExtension(ExtensionChannel channel, const Patience& patience, SteadyTime now)
     : channel_(std::move(channel)), patience_(patience), lastHeard_(now) {}
 
-void RunningExtension::ask(const Instance& instance, Ticket ticket, SteadyTime now) {
+void RunningExtension::ask(std::string_view method, std::string_view params, Ticket ticket, SteadyTime now) {
     if (asked_.empty()) {
         lastHeard_ = now;
     }
-    const EntryRequest entry{.kind = instance.kind,
-                             .family = instance.family,
-                             .configuration = {instance.configuration.begin(), instance.configuration.end()}};
-    asked_.insert_or_assign(channel_.send(methodName(entry.method), paramsOf(entry)), Asked{ticket, now});
+    asked_.insert_or_assign(channel_.send(method, params), Asked{ticket, now});
 }
 
 std::optional<RunningExtension::Answer> RunningExtension::nextAnswer(SteadyTime now) {

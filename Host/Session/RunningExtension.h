@@ -10,6 +10,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -29,8 +30,8 @@ class RunningExtension {
   public:
     RunningExtension(ExtensionChannel channel, const Patience& patience, SteadyTime now);
 
-    /// Asks for the instance's timeline; the answer comes under `ticket`.
-    void ask(const Instance& instance, Ticket ticket, SteadyTime now);
+    /// Sends a request; the answer comes under `ticket`.
+    void ask(std::string_view method, std::string_view params, Ticket ticket, SteadyTime now);
 
     struct Answer {
         Ticket ticket;

@@ -1,6 +1,7 @@
 #include "Host/Session/Session.h"
 
 #include "Host/Connection/ExtensionConnection.h"
+#include "Host/Connection/Requests.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,6 +16,13 @@ namespace {
 
 SteadyTime steadyNow() {
     return std::chrono::steady_clock::now();
+}
+
+EntryRequest requestFor(const Instance& instance, const std::string& renderingMode) {
+    return {.kind = instance.kind,
+            .family = instance.family,
+            .renderingMode = renderingMode,
+            .configuration = {instance.configuration.begin(), instance.configuration.end()}};
 }
 
 } // namespace
@@ -50,6 +58,23 @@ void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
     } else {
         waiters_.push_back(std::move(waiter));
     }
+}
+
+void Session::reload(InstanceId id) {
+    const auto known = tiles_.find(id);
+    if (known != tiles_.end()) {
+        known->second.reload(around_.clock.now());
+    }
+}
+
+void Session::setRenderingMode(const std::string& mode) {
+    if (std::exchange(renderingMode_, mode) != mode) {
+        reload(std::nullopt, [](const auto& /*failures*/) {});
+    }
+}
+
+void Session::ask(const std::string& extension, std::string_view method, std::string_view params, Answered done) {
+    questions_.push_back({extension, std::string(method), std::string(params), std::move(done)});
 }
 
 const Tile* Session::tile(InstanceId id) const {
@@ -96,6 +121,7 @@ std::optional<Date> Session::nextDate() const {
 void Session::step(std::span<const pollfd> ready) {
     exchange(ready);
     bury();
+    askQuestions();
     askForDueTiles();
     for (auto& [id, tile] : tiles_) {
         if (tile.advance(around_.clock.now())) {
@@ -147,6 +173,20 @@ void Session::bury() {
     });
 }
 
+void Session::askQuestions() {
+    // Whoever is answered here may ask the next.
+    for (Question& question : std::exchange(questions_, {})) {
+        const auto extension = running(question.extension);
+        if (extension) {
+            const Ticket ticket{++lastTicket_};
+            (*extension)->ask(question.method, question.params, ticket, steadyNow());
+            asked_.emplace(ticket, std::move(question.done));
+        } else {
+            question.done(Unexpected{extension.error()});
+        }
+    }
+}
+
 void Session::askForDueTiles() {
     const Date now = around_.clock.now();
     std::map<std::string, std::vector<Tile*>> due;
@@ -165,10 +205,12 @@ void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) 
     for (Tile* tile : due) {
         if (extension) {
             const Ticket ticket{++lastTicket_};
-            (*extension)->ask(tile->instance(), ticket, steadyNow());
+            const EntryRequest request = requestFor(tile->instance(), renderingMode_);
+            (*extension)->ask(methodName(request.method), paramsOf(request), ticket, steadyNow());
             tile->asked(ticket);
         } else {
             fail(*tile, extension.error());
+            around_.observer.tileReloaded(*tile);
         }
     }
 }
@@ -199,12 +241,19 @@ Expected<RunningExtension*, std::string> Session::running(const std::string& ide
 }
 
 void Session::finish(Ticket ticket, const Expected<std::string, std::string>& answer, double seconds) {
-    const auto asker = std::find_if(tiles_.begin(), tiles_.end(),
-                                    [ticket](const auto& each) { return each.second.awaited() == ticket; });
-    if (asker == tiles_.end()) {
+    if (const auto question = asked_.extract(ticket)) {
+        question.mapped()(answer);
         return;
     }
-    Tile& tile = asker->second;
+    const auto asker = std::find_if(tiles_.begin(), tiles_.end(),
+                                    [ticket](const auto& each) { return each.second.awaited() == ticket; });
+    if (asker != tiles_.end()) {
+        finish(asker->second, answer, seconds);
+        around_.observer.tileReloaded(asker->second);
+    }
+}
+
+void Session::finish(Tile& tile, const Expected<std::string, std::string>& answer, double seconds) {
     if (!answer) {
         fail(tile, answer.error());
         return;
@@ -215,7 +264,7 @@ void Session::finish(Ticket ticket, const Expected<std::string, std::string>& an
         return;
     }
     tile.answered(*std::move(timeline), around_.clock.now(), seconds);
-    tellWaiters(asker->first, std::nullopt);
+    tellWaiters(tile.instance().id, std::nullopt);
 }
 
 void Session::fail(Tile& tile, const std::string& reason) {

@@ -25,6 +25,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace host {
@@ -35,6 +36,8 @@ class SessionObserver {
     virtual ~SessionObserver() = default;
     /// The tile has another view than before.
     virtual void tileChanged(const Tile& tile) = 0;
+    /// The tile's extension has answered, or failed to.
+    virtual void tileReloaded(const Tile& tile) = 0;
 };
 
 class Session {
@@ -56,10 +59,21 @@ class Session {
     /// From now on these are the tiles. New ones and those that show something else are asked for at once.
     void setTiles(const std::vector<Instance>& instances);
 
+    /// From now on tiles are asked for in this rendering mode, by the protocol's name; at once, if it is another one.
+    void setRenderingMode(const std::string& mode);
+
     /// Called when the tiles that were to be reloaded have their answers or have failed, with the failures in words.
     using Reloaded = std::function<void(const std::vector<std::string>& failures)>;
     /// Asks for the tiles of that kind, or all, at once. `done` may be called before this returns.
     void reload(const std::optional<std::string>& kind, Reloaded done);
+    /// Asks for one tile at once, if it is there.
+    void reload(InstanceId id);
+
+    /// An answer with a result, or why there is none, in one clear line.
+    using Answered = std::function<void(const platform::Expected<std::string, std::string>& answer)>;
+    /// Puts a question of the user's to an extension, which is started for it if it does not run; `params` is a JSON
+    /// object. `done` is called once, by `step`.
+    void ask(const std::string& extension, std::string_view method, std::string_view params, Answered done);
 
     const Tile* tile(InstanceId id) const;
     const std::map<InstanceId, Tile>& tiles() const { return tiles_; }
@@ -80,14 +94,22 @@ class Session {
         Reloaded done;
     };
 
+    struct Question {
+        std::string extension;
+        std::string method;
+        std::string params;
+        Answered done;
+    };
+
     void exchange(std::span<const pollfd> ready);
     void takeAnswers(RunningExtension& extension);
     void bury();
+    void askQuestions();
     void askForDueTiles();
     void ask(const std::string& identifier, const std::vector<Tile*>& due);
     platform::Expected<RunningExtension*, std::string> running(const std::string& identifier);
-    /// `answer` is a line with a result, or why there is none.
     void finish(Ticket ticket, const platform::Expected<std::string, std::string>& answer, double seconds);
+    void finish(Tile& tile, const platform::Expected<std::string, std::string>& answer, double seconds);
     void fail(Tile& tile, const std::string& reason);
     void tellWaiters(InstanceId id, const std::optional<std::string>& failure);
 
@@ -96,6 +118,10 @@ class Session {
     /// By the extension's identifier; those that leave still have their places here, under no tile's eyes.
     std::multimap<std::string, std::unique_ptr<RunningExtension>> extensions_;
     std::vector<Waiter> waiters_;
+    /// Those that are still to be put, and those that are.
+    std::vector<Question> questions_;
+    std::map<Ticket, Answered> asked_;
+    std::string renderingMode_ = Arrangement::fullColor;
     std::uint64_t lastTicket_ = 0;
 };
 

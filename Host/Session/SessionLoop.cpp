@@ -36,6 +36,10 @@ void SessionLoop::step() {
     arrange();
 }
 
+void SessionLoop::wakeSoon() {
+    g_source_set_ready_time(source_, 0);
+}
+
 gboolean SessionLoop::dispatch(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) {
     reinterpret_cast<Source*>(source)->loop->wake();
     return G_SOURCE_CONTINUE;

@@ -24,6 +24,9 @@ class SessionLoop {
     /// Has the session do what there is to do, after something was asked of it from outside.
     void step();
 
+    /// The same, from the loop: for whoever is in the middle of something.
+    void wakeSoon();
+
   private:
     struct Source;
 

@@ -34,6 +34,7 @@ std::string textOf(const Tile* tile) {
 class SessionTest : public ::testing::Test, public SessionObserver {
   public:
     void tileChanged(const Tile& tile) override { changed.push_back(tile.instance().id); }
+    void tileReloaded(const Tile& tile) override { reloaded.push_back(tile.instance().id); }
 
     static Instance tile(InstanceId id, const std::string& kind, const std::string& text = "",
                          const std::string& extension = "fake") {
@@ -76,6 +77,7 @@ class SessionTest : public ::testing::Test, public SessionObserver {
     void TearDown() override { std::filesystem::remove_all(home); }
 
     std::vector<InstanceId> changed;
+    std::vector<InstanceId> reloaded;
     int starts = 0;
     std::filesystem::path executable = FAKE_EXTENSION;
     Session session{

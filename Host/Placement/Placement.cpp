@@ -1,0 +1,90 @@
+#include "Host/Placement/Placement.h"
+
+#include "Host/Placement/FreePlace.h"
+#include "Host/Placement/Snapping.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace host {
+namespace {
+
+std::optional<std::size_t> screenNamed(const std::string& name, const std::vector<Screen>& screens) {
+    const auto found =
+        std::find_if(screens.begin(), screens.end(), [&](const Screen& each) { return each.name == name; });
+    return found == screens.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - screens.begin()));
+}
+
+double distance(Point point, const Rect& area) {
+    const double dx = std::max({area.x - point.x, 0.0, point.x - area.right()});
+    const double dy = std::max({area.y - point.y, 0.0, point.y - area.bottom()});
+    return std::hypot(dx, dy);
+}
+
+/// Where the arrangement puts the tile; nothing where it does not, or its screen is away.
+std::optional<PlacedTile> arranged(const TileToPlace& tile, const std::vector<Screen>& screens) {
+    const Instance& instance = *tile.instance;
+    if (!instance.position) {
+        return std::nullopt;
+    }
+    Point corner{instance.position->x, instance.position->y};
+    std::size_t screen = 0;
+    if (instance.output) {
+        const auto named = screenNamed(*instance.output, screens);
+        if (!named) {
+            return std::nullopt;
+        }
+        screen = *named;
+        corner = {corner.x + screens[screen].bounds.x, corner.y + screens[screen].bounds.y};
+    } else {
+        screen = screenAt(corner, screens);
+    }
+    const Rect frame{corner.x, corner.y, tile.size.width, tile.size.height};
+    return PlacedTile{.id = instance.id, .screen = screen, .frame = pulledBack(frame, screens[screen].area)};
+}
+
+} // namespace
+
+std::size_t screenAt(Point point, const std::vector<Screen>& screens) {
+    const auto nearest = std::min_element(screens.begin(), screens.end(), [&](const Screen& a, const Screen& b) {
+        return distance(point, a.bounds) < distance(point, b.bounds);
+    });
+    return static_cast<std::size_t>(nearest - screens.begin());
+}
+
+std::vector<PlacedTile> placeTiles(const std::vector<TileToPlace>& tiles, const std::vector<Screen>& screens) {
+    if (screens.empty()) {
+        return {};
+    }
+    // Those with a place of their own come first: no other tile takes it.
+    std::vector<std::optional<PlacedTile>> places;
+    std::vector<std::vector<Rect>> taken(screens.size());
+    for (const TileToPlace& tile : tiles) {
+        places.push_back(arranged(tile, screens));
+        if (places.back()) {
+            taken[places.back()->screen].push_back(places.back()->frame);
+        }
+    }
+    std::vector<PlacedTile> all;
+    for (std::size_t index = 0; index < tiles.size(); ++index) {
+        if (!places[index]) {
+            const Instance& instance = *tiles[index].instance;
+            const auto named = instance.output ? screenNamed(*instance.output, screens) : std::nullopt;
+            const std::size_t screen = named.value_or(0);
+            const Size size = tiles[index].size;
+            const Point corner = freePlace(size, taken[screen], screens[screen].area);
+            const Rect frame = pulledBack({corner.x, corner.y, size.width, size.height}, screens[screen].area);
+            const bool isRefugee = instance.output && !named;
+            places[index] = PlacedTile{.id = instance.id,
+                                       .screen = screen,
+                                       .frame = frame,
+                                       .source = isRefugee ? PlacedTile::Source::refuge : PlacedTile::Source::chosen};
+            taken[screen].push_back(frame);
+        }
+        all.push_back(*places[index]);
+    }
+    return all;
+}
+
+} // namespace host

@@ -1,0 +1,70 @@
+#include "Host/Placement/Snapping.h"
+
+#include "Host/Placement/Spacing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+namespace {
+
+/// One dimension of a rectangle.
+struct Span {
+    double start;
+    double length;
+    double end() const { return start + length; }
+};
+
+Span horizontal(const Rect& rect) {
+    return {rect.x, rect.width};
+}
+Span vertical(const Rect& rect) {
+    return {rect.y, rect.height};
+}
+
+double pulledBack(const Span& tile, const Span& screen) {
+    return std::max(screen.start, std::min(tile.start, screen.end() - tile.length));
+}
+
+/// Whether spans lie beside each other, as tiles of one row or column do.
+bool areNear(const Span& one, const Span& other) {
+    return one.start <= other.end() + tileGap + snapDistance && other.start <= one.end() + tileGap + snapDistance;
+}
+
+double snapped(const Span& tile, const std::vector<Span>& neighbours, const Span& screen) {
+    std::vector<double> starts{screen.start + tileGap, screen.end() - tileGap - tile.length};
+    for (const Span& each : neighbours) {
+        starts.insert(starts.end(), {each.start, each.end() - tile.length, each.end() + tileGap,
+                                     each.start - tileGap - tile.length});
+    }
+    const auto nearest = std::min_element(starts.begin(), starts.end(), [&](double a, double b) {
+        return std::fabs(a - tile.start) < std::fabs(b - tile.start);
+    });
+    const double onGrid = screen.start + std::round((tile.start - screen.start) / gridStep) * gridStep;
+    const double start = std::fabs(*nearest - tile.start) <= snapDistance ? *nearest : onGrid;
+    return pulledBack(Span{start, tile.length}, screen);
+}
+
+} // namespace
+
+Rect pulledBack(const Rect& tile, const Rect& screen) {
+    return {pulledBack(horizontal(tile), horizontal(screen)), pulledBack(vertical(tile), vertical(screen)), tile.width,
+            tile.height};
+}
+
+Rect snapped(const Rect& tile, const std::vector<Rect>& neighbours, const Rect& screen) {
+    std::vector<Span> rows;
+    std::vector<Span> columns;
+    for (const Rect& each : neighbours) {
+        if (areNear(vertical(each), vertical(tile))) {
+            rows.push_back(horizontal(each));
+        }
+        if (areNear(horizontal(each), horizontal(tile))) {
+            columns.push_back(vertical(each));
+        }
+    }
+    return {snapped(horizontal(tile), rows, horizontal(screen)), snapped(vertical(tile), columns, vertical(screen)),
+            tile.width, tile.height};
+}
+
+} // namespace host
