@@ -14,6 +14,7 @@
 #pragma once
 
 #include "Host/Drawing/Appearance.h"
+#include "Platform/Views/Style.h"
 
 namespace host {
 

@@ -25,12 +25,40 @@ Medium mediumOf(cairo_t* cairo) {
     }
 }
 
+/// A picture's size, without its pixels; none where it would have none or too many.
+PixelView pixelSize(const WidgetLayout& layout, double scale) {
+    const PixelGrid grid(scale);
+    const double width = grid.edge(layout.size.width);
+    const double height = grid.edge(layout.size.height);
+    if (!(width >= 1 && height >= 1 && width <= Renderer::greatestSide && height <= Renderer::greatestSide)) {
+        return {};
+    }
+    return {.width = static_cast<std::uint32_t>(width), .height = static_cast<std::uint32_t>(height)};
+}
+
+std::size_t areaOf(const PixelView& picture) {
+    return std::size_t{picture.width} * picture.height;
+}
+
 } // namespace
 
 struct Renderer::Parts {
     PaintBox box;
     PngEncoder encoder;
     Room<std::uint32_t> room;
+
+    /// Answers `pixels`, of whatever content: the tile takes the place of all that is there.
+    std::uint32_t* draw(const WidgetLayout& layout, const Appearance& appearance, double scale, const PixelView& size,
+                        std::uint32_t* pixels) {
+        const int width = static_cast<int>(size.width);
+        const SurfaceHandle canvas(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels),
+                                                                       CAIRO_FORMAT_ARGB32, width,
+                                                                       static_cast<int>(size.height), width * 4));
+        const CairoHandle cairo(cairo_create(canvas.get()));
+        Painter(cairo.get(), PixelGrid(scale), appearance, Medium::pixels, box).paint(layout);
+        cairo_surface_finish(canvas.get());
+        return pixels;
+    }
 };
 
 Renderer::Renderer() : parts_(std::make_unique<Parts>()) {}
@@ -52,21 +80,21 @@ void Renderer::draw(cairo_t* cairo, const WidgetLayout& layout, const Appearance
 
 PixelView Renderer::pixels(const WidgetLayout& layout, const Appearance& appearance, double scale,
                            Room<std::uint32_t>& room) {
-    const PixelGrid grid(scale);
-    const double width = grid.edge(layout.size.width);
-    const double height = grid.edge(layout.size.height);
-    if (!(width >= 1 && height >= 1 && width <= greatestSide && height <= greatestSide)) {
-        return {};
+    PixelView picture = pixelSize(layout, scale);
+    if (picture.width > 0) {
+        picture.pixels = parts_->draw(layout, appearance, scale, picture, room.take(areaOf(picture)));
     }
-    // It need not be clear: the tile takes the place of all that is there.
-    std::uint32_t* const pixels = room.take(static_cast<std::size_t>(width * height));
-    const SurfaceHandle canvas(cairo_image_surface_create_for_data(
-        reinterpret_cast<unsigned char*>(pixels), CAIRO_FORMAT_ARGB32, static_cast<int>(width),
-        static_cast<int>(height), static_cast<int>(width) * 4));
-    const CairoHandle cairo(cairo_create(canvas.get()));
-    Painter(cairo.get(), grid, appearance, Medium::pixels, parts_->box).paint(layout);
-    cairo_surface_finish(canvas.get());
-    return {.pixels = pixels, .width = static_cast<std::uint32_t>(width), .height = static_cast<std::uint32_t>(height)};
+    return picture;
+}
+
+PixelView Renderer::pixels(const WidgetLayout& layout, const Appearance& appearance, double scale,
+                           std::vector<std::uint32_t>& vector) {
+    PixelView picture = pixelSize(layout, scale);
+    vector.resize(areaOf(picture));
+    if (picture.width > 0) {
+        picture.pixels = parts_->draw(layout, appearance, scale, picture, vector.data());
+    }
+    return picture;
 }
 
 std::string Renderer::png(const WidgetLayout& layout, const Appearance& appearance, double scale) {

@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 using cairo_t = struct _cairo; // NOLINT(bugprone-reserved-identifier): the name that cairo gives it
 
@@ -41,6 +42,10 @@ class Renderer final {
 
     /// The pixels that `png` encodes, in `room`, for whom wants to do that elsewhere. No pixels where `png` is empty.
     PixelView pixels(const WidgetLayout& layout, const Appearance& appearance, double scale, Room<std::uint32_t>& room);
+
+    /// The same in a vector that is just as large as the picture.
+    PixelView pixels(const WidgetLayout& layout, const Appearance& appearance, double scale,
+                     std::vector<std::uint32_t>& vector);
 
     /// Draws on `cairo`, in points from its origin, tile and all. `scale` says how many device pixels a point has, for
     /// edges to fall on whole pixels; it must be positive. On a surface of pixels the widget takes the place of

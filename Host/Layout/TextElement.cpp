@@ -42,8 +42,11 @@ class TextElement final : public Element {
 
     void place(Point origin, Size offer, Placement& placement) override {
         const MeasuredText& text = fitted(offer);
-        placement.add(TextItem{.text = text, .lineHeight = lineHeight_, .alignment = options_.alignment}, origin,
-                      sizeOf(text), look_);
+        placement.add(TextItem{.text = text,
+                               .lineHeight = lineHeight_,
+                               .alignment = options_.alignment,
+                               .whole = std::string(options_.text)},
+                      origin, sizeOf(text), look_);
     }
 
   private:

@@ -17,6 +17,8 @@ struct TextItem {
     MeasuredText text;
     double lineHeight = 0;
     platform::HorizontalAlignment alignment = platform::HorizontalAlignment::leading;
+    /// All that the view says, of which `text` is what there is room for.
+    std::string whole;
 };
 struct SymbolItem {
     std::string symbol;

@@ -1,0 +1,103 @@
+#include "Host/Desktop/Outputs.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace host {
+namespace {
+
+Rect rectOf(const GdkRectangle& rectangle) {
+    return {static_cast<double>(rectangle.x), static_cast<double>(rectangle.y), static_cast<double>(rectangle.width),
+            static_cast<double>(rectangle.height)};
+}
+
+std::string nameOf(int number) {
+    // The one way to a connector's name in this toolkit, on Wayland and on X.
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS
+    std::string name = takeText(gdk_screen_get_monitor_plug_name(gdk_screen_get_default(), number));
+    G_GNUC_END_IGNORE_DEPRECATIONS
+    return name.empty() ? fmt::format("screen-{}", number + 1) : name;
+}
+
+std::vector<Output> presentOutputs() {
+    GdkDisplay* display = gdk_display_get_default();
+    std::vector<Output> outputs;
+    const GdkMonitor* primary = gdk_display_get_primary_monitor(display);
+    for (int number = 0; number < gdk_display_get_n_monitors(display); ++number) {
+        GdkMonitor* monitor = gdk_display_get_monitor(display, number);
+        GdkRectangle bounds;
+        GdkRectangle area;
+        gdk_monitor_get_geometry(monitor, &bounds);
+        gdk_monitor_get_workarea(monitor, &area);
+        // A monitor that has just come may not have said its size yet.
+        if (bounds.width > 0 && bounds.height > 0) {
+            const Output output{.screen = {.name = nameOf(number), .bounds = rectOf(bounds), .area = rectOf(area)},
+                                .monitor = monitor,
+                                .scale = std::max(1, gdk_monitor_get_scale_factor(monitor))};
+            outputs.insert(monitor == primary ? outputs.begin() : outputs.end(), output);
+        }
+    }
+    return outputs;
+}
+
+} // namespace
+
+Outputs::Outputs(std::function<void()> changed) : changed_(std::move(changed)), outputs_(presentOutputs()) {
+    GdkDisplay* display = gdk_display_get_default();
+    connect<&Outputs::noticeMonitor>(display, "monitor-added", this);
+    connect<&Outputs::noticeMonitor>(display, "monitor-removed", this);
+    connect<&Outputs::notice>(gdk_screen_get_default(), "monitors-changed", this);
+    connect<&Outputs::notice>(gdk_screen_get_default(), "size-changed", this);
+    refresh();
+}
+
+Outputs::~Outputs() {
+    for (const auto& monitor : followed_) {
+        g_signal_handlers_disconnect_by_data(monitor.get(), this);
+    }
+    g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
+    g_signal_handlers_disconnect_by_data(gdk_screen_get_default(), this);
+}
+
+std::vector<Screen> Outputs::screens() const {
+    std::vector<Screen> screens;
+    for (const Output& output : outputs_) {
+        screens.push_back(output.screen);
+    }
+    return screens;
+}
+
+void Outputs::noticeMonitor(GdkMonitor* /*monitor*/) {
+    notice();
+}
+void Outputs::noticeProperty(GParamSpec* /*property*/) {
+    notice();
+}
+
+/// A change of screens comes as many small ones.
+void Outputs::notice() {
+    refreshing_.whenIdle<&Outputs::refresh>(this);
+}
+
+void Outputs::refresh() {
+    for (const auto& monitor : followed_) {
+        g_signal_handlers_disconnect_by_data(monitor.get(), this);
+    }
+    followed_.clear();
+    GdkDisplay* display = gdk_display_get_default();
+    for (int number = 0; number < gdk_display_get_n_monitors(display); ++number) {
+        GdkMonitor* monitor = gdk_display_get_monitor(display, number);
+        followed_.emplace_back(GDK_MONITOR(g_object_ref(monitor)));
+        for (const char* signal : {"notify::geometry", "notify::workarea", "notify::scale-factor"}) {
+            connect<&Outputs::noticeProperty>(monitor, signal, this);
+        }
+    }
+    auto outputs = presentOutputs();
+    if (outputs != outputs_) {
+        outputs_ = std::move(outputs);
+        changed_();
+    }
+}
+
+} // namespace host

@@ -1,0 +1,44 @@
+// The screens that are there, by their names at the graphics card.
+#pragma once
+
+#include "Host/Desktop/Objects.h"
+#include "Host/Placement/Placement.h"
+
+#include <functional>
+#include <vector>
+
+namespace host {
+
+struct Output {
+    Screen screen;
+    /// Lives as long as the output is there.
+    GdkMonitor* monitor = nullptr;
+    /// Device pixels for each of the desktop's units.
+    int scale = 1;
+    bool operator==(const Output&) const = default;
+};
+
+class Outputs {
+  public:
+    /// `changed` is called from the main loop when there are others, or one has another place, size or scale.
+    explicit Outputs(std::function<void()> changed);
+    Outputs(const Outputs&) = delete;
+    Outputs& operator=(const Outputs&) = delete;
+    ~Outputs();
+
+    const std::vector<Output>& all() const { return outputs_; }
+    std::vector<Screen> screens() const;
+
+  private:
+    void noticeMonitor(GdkMonitor* monitor);
+    void noticeProperty(GParamSpec* property);
+    void notice();
+    void refresh();
+
+    std::function<void()> changed_;
+    std::vector<Output> outputs_;
+    std::vector<ObjectRef<GdkMonitor>> followed_;
+    LaterCall refreshing_;
+};
+
+} // namespace host

@@ -1,0 +1,20 @@
+#include "Host/Pictures/FaceMaker.h"
+
+namespace host {
+
+Face makeFace(const platform::View& view, Size size, const FaceStyle& style, Renderer& renderer) {
+    WidgetLayout layout = layOut(view, size, renderer.texts(), renderer.images());
+    if (style.direction == Direction::rightToLeft) {
+        mirror(layout);
+    }
+    Face face{.scale = style.scale, .appearance = style.appearance};
+    const PixelView picture = renderer.pixels(layout, style.appearance, style.scale, face.pixels);
+    face.width = static_cast<int>(picture.width);
+    face.height = static_cast<int>(picture.height);
+    if (style.appearance.redaction == Redaction::none) {
+        face.parts = partsOf(layout);
+    }
+    return face;
+}
+
+} // namespace host
