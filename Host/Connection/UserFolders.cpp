@@ -37,6 +37,10 @@ fs::path userConfigFolder() {
     return userFolder("XDG_CONFIG_HOME", ".config");
 }
 
+fs::path userCacheFolder() {
+    return userFolder("XDG_CACHE_HOME", ".cache");
+}
+
 std::vector<fs::path> dataFolders() {
     std::vector<fs::path> folders;
     addOnce(folders, userDataFolder());

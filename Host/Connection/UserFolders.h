@@ -12,6 +12,9 @@ std::filesystem::path userDataFolder();
 /// XDG_CONFIG_HOME, or what stands for it below HOME.
 std::filesystem::path userConfigFolder();
 
+/// XDG_CACHE_HOME, or what stands for it below HOME.
+std::filesystem::path userCacheFolder();
+
 /// The data folders in the order in which they are searched: the user's, XDG_DATA_DIRS, share beside this program's
 /// bin.
 std::vector<std::filesystem::path> dataFolders();

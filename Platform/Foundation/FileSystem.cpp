@@ -105,6 +105,25 @@ FileError cannotWrite(const std::string& path, int reason) {
     return {"cannot write " + path + ": " + (words != nullptr ? words : "unknown error")};
 }
 
+enum class Flush { toDevice, later };
+
+std::optional<FileError> replaceFile(const std::string& path, std::string_view bytes, Flush flush) {
+    const std::string newPath = newFileBeside(path);
+    const FileDescriptor file = openAlone(newPath);
+    if (!file.isOpen()) {
+        return cannotWrite(path, errno);
+    }
+    const bool isReplaced = ftruncate(file.get(), 0) == 0 && writeAll(file, bytes) &&
+                            (flush == Flush::later || fdatasync(file.get()) == 0) &&
+                            rename(newPath.c_str(), path.c_str()) == 0;
+    if (isReplaced) {
+        return std::nullopt;
+    }
+    const int reason = errno;
+    unlink(newPath.c_str());
+    return cannotWrite(path, reason);
+}
+
 } // namespace
 
 std::optional<Data> DiskFileSystem::read(const std::string& path) const {
@@ -124,19 +143,11 @@ bool DiskFileSystem::exists(const std::string& path) const {
 }
 
 std::optional<FileError> DiskFileSystem::replace(const std::string& path, std::string_view bytes) const {
-    const std::string newPath = newFileBeside(path);
-    const FileDescriptor file = openAlone(newPath);
-    if (!file.isOpen()) {
-        return cannotWrite(path, errno);
-    }
-    const bool isReplaced = ftruncate(file.get(), 0) == 0 && writeAll(file, bytes) && fdatasync(file.get()) == 0 &&
-                            rename(newPath.c_str(), path.c_str()) == 0;
-    if (isReplaced) {
-        return std::nullopt;
-    }
-    const int reason = errno;
-    unlink(newPath.c_str());
-    return cannotWrite(path, reason);
+    return replaceFile(path, bytes, Flush::toDevice);
+}
+
+std::optional<FileError> DiskFileSystem::replaceUnflushed(const std::string& path, std::string_view bytes) const {
+    return replaceFile(path, bytes, Flush::later);
 }
 
 const DiskFileSystem& DiskFileSystem::shared() {

@@ -29,6 +29,11 @@ class FileSystem {
     /// reads meanwhile reads the old file or the new one, whole. Nothing when that is done, else why not, and then the
     /// old file is as it was. Of several writers at once the last one wins. Any thread.
     [[nodiscard]] virtual std::optional<FileError> replace(const std::string& path, std::string_view bytes) const = 0;
+
+    /// The same for what can be made anew, such as a cache: the device is not waited for, so a power failure may leave
+    /// a broken file where the old one was.
+    [[nodiscard]] virtual std::optional<FileError> replaceUnflushed(const std::string& path,
+                                                                    std::string_view bytes) const = 0;
 };
 
 /// The disk.
@@ -49,6 +54,7 @@ class DiskFileSystem final : public FileSystem {
     std::optional<Data> read(const std::string& path) const override;
     bool exists(const std::string& path) const override;
     std::optional<FileError> replace(const std::string& path, std::string_view bytes) const override;
+    std::optional<FileError> replaceUnflushed(const std::string& path, std::string_view bytes) const override;
     static const DiskFileSystem& shared();
 };
 

@@ -53,6 +53,10 @@ class MemoryFileSystem final : public FileSystem {
         return std::nullopt;
     }
 
+    std::optional<FileError> replaceUnflushed(const std::string& path, std::string_view bytes) const override {
+        return replace(path, bytes);
+    }
+
     /// Creates or replaces a file, as a rename over it would: what was read before stays as it was.
     void write(const std::string& path, std::string content) {
         const std::scoped_lock lock(mutex_);
