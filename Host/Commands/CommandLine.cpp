@@ -1,5 +1,6 @@
 #include "Host/Commands/CommandLine.h"
 
+#include "Host/Commands/AppearanceOptions.h"
 #include "Host/Commands/ArrangementSubcommands.h"
 #include "Host/Commands/DescribeCommand.h"
 #include "Host/Commands/DoctorCommand.h"
@@ -26,9 +27,6 @@ using Command = std::function<std::optional<Failure>()>;
 const std::map<std::string, EntryRequest::Method> methods{{"timeline", EntryRequest::Method::timeline},
                                                           {"snapshot", EntryRequest::Method::snapshot},
                                                           {"placeholder", EntryRequest::Method::placeholder}};
-const std::map<std::string, DrawingMode> modes{
-    {"fullColor", DrawingMode::fullColor}, {"tinted", DrawingMode::tinted}, {"vibrant", DrawingMode::vibrant}};
-const std::map<std::string, ColorScheme> appearances{{"light", ColorScheme::light}, {"dark", ColorScheme::dark}};
 const std::map<std::string, std::vector<ColorScheme>> galleryAppearances{
     {"light", {ColorScheme::light}}, {"dark", {ColorScheme::dark}}, {"both", {ColorScheme::light, ColorScheme::dark}}};
 const std::map<std::string, RenderFormat> formats{{"png", RenderFormat::png},
@@ -122,12 +120,7 @@ class CommandLine {
         rendering->add_option("--preview", preview_, "A design-time preview of the widget")
             ->type_name("NAME")
             ->excludes(request);
-        rendering->add_option("--mode", mode_, "How colours are used")
-            ->check(CLI::IsMember(names(modes)))
-            ->capture_default_str();
-        rendering->add_option("--appearance", appearance_, "The colour scheme")
-            ->check(CLI::IsMember(names(appearances)))
-            ->capture_default_str();
+        appearance_.addTo(*rendering);
         rendering->add_option("--scale", renderRequest_.scale, "Device pixels a point, for PNG")
             ->check(CLI::Range(0.25, 8.0))
             ->capture_default_str();
@@ -148,8 +141,13 @@ class CommandLine {
         drawing->add_option("--appearance", gallerySchemes_, "The colour schemes that are drawn")
             ->check(CLI::IsMember(names(galleryAppearances)))
             ->capture_default_str();
+        addContrastOption(*drawing, galleryContrast_);
         drawing->callback([this] {
-            command_ = [this] { return gallery(choice(), {galleryFolder_, galleryAppearances.at(gallerySchemes_)}); };
+            command_ = [this] {
+                return gallery(choice(), {.folder = galleryFolder_,
+                                          .schemes = galleryAppearances.at(gallerySchemes_),
+                                          .contrast = galleryContrast_});
+            };
         });
     }
 
@@ -181,7 +179,7 @@ class CommandLine {
     std::optional<Failure> doRender(const CLI::App& given) {
         EntryRequest& entry = renderRequest_.entry;
         entry.method = methods.at(request_);
-        entry.renderingMode = mode_;
+        entry.renderingMode = appearance_.mode();
         entry.configuration = namedSettings(settings_);
         if (given.count("--family") > 0) {
             renderRequest_.family = family_;
@@ -193,10 +191,10 @@ class CommandLine {
             renderRequest_.output = output_;
         }
         renderRequest_.format = formats.at(format_);
-        renderRequest_.appearance = {
-            .scheme = appearances.at(appearance_),
-            .mode = modes.at(mode_),
-            .redaction = entry.method == EntryRequest::Method::placeholder ? Redaction::placeholder : Redaction::none};
+        renderRequest_.appearance = appearance_.appearance();
+        if (entry.method == EntryRequest::Method::placeholder) {
+            renderRequest_.appearance.redaction = Redaction::placeholder;
+        }
         const bool isPicture = renderRequest_.format == RenderFormat::png || renderRequest_.format == RenderFormat::pdf;
         if (isPicture && !renderRequest_.output && isatty(STDOUT_FILENO) != 0) {
             return Failure{ExitCode::usage, "a picture is nothing for a terminal; name a file with -o"};
@@ -238,14 +236,14 @@ class CommandLine {
     std::vector<std::string> settings_;
     std::string request_ = "timeline";
     std::string preview_;
-    std::string mode_ = "fullColor";
-    std::string appearance_ = "light";
+    AppearanceOptions appearance_;
     std::string format_ = "png";
     std::string output_;
     std::string galleryFolder_ = "gallery";
     std::string kind_;
     ArrangementSubcommands arrangement_;
     std::string gallerySchemes_ = "both";
+    Contrast galleryContrast_ = Contrast::normal;
 };
 
 } // namespace

@@ -87,7 +87,8 @@ class GalleryPainter {
         const WidgetLayout layout =
             layOut(entry.view, familySize(awaited.family), renderer_.texts(), renderer_.images());
         for (const ColorScheme scheme : request_.schemes) {
-            const PixelView picture = renderer_.pixels(layout, {.scheme = scheme}, scale, files_.canvas());
+            const Appearance appearance{.scheme = scheme, .contrast = request_.contrast};
+            const PixelView picture = renderer_.pixels(layout, appearance, scale, files_.canvas());
             auto name = GalleryPage::pictureName(awaited.kind, awaited.family, scheme);
             if (auto failure = files_.write(picture, request_.folder / name)) {
                 return failure;

@@ -17,6 +17,7 @@ struct GalleryRequest {
     std::filesystem::path folder;
     /// Every widget is drawn in each of them.
     std::vector<ColorScheme> schemes;
+    Contrast contrast = Contrast::normal;
 };
 
 std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryRequest& request);

@@ -159,12 +159,12 @@ void Painter::paint(const ImageItem& image, const LayoutItem& item) {
 void Painter::paint(const CircleItem& circle, const LayoutItem& item) {
     const double side = std::min(item.frame.width, item.frame.height);
     const Rect square = grid_.centered(item.frame, {side, side});
-    fillRounded(square, square.width / 2, fill(circle.fill, item));
+    fillRounded(square, square.width / 2, softened(palette_.shape(circle.fill, groupOf(item))));
 }
 
 void Painter::paint(const CapsuleItem& capsule, const LayoutItem& item) {
     const Rect rect = grid_.rect(item.frame);
-    fillRounded(rect, std::min(rect.width, rect.height) / 2, fill(capsule.fill, item));
+    fillRounded(rect, std::min(rect.width, rect.height) / 2, softened(palette_.ground(capsule.fill, groupOf(item))));
 }
 
 void Painter::paint(const DividerItem& /*divider*/, const LayoutItem& item) {
@@ -196,9 +196,8 @@ Rgba Painter::foreground(const LayoutItem& item) const {
     return palette_.foreground(item.foreground, groupOf(item));
 }
 
-Rgba Painter::fill(platform::Color color, const LayoutItem& item) const {
-    const Rgba plain = palette_.color(color, groupOf(item));
-    return isRedacted() ? Palette::redacted(plain) : plain;
+Rgba Painter::softened(const Rgba& fill) const {
+    return isRedacted() ? Palette::redacted(fill) : fill;
 }
 
 } // namespace host

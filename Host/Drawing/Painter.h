@@ -46,7 +46,8 @@ class Painter {
     void paintBlock(const Rect& points, Rgba color);
     void fillRounded(const Rect& pixels, double radius, const Rgba& color);
     Rgba foreground(const LayoutItem& item) const;
-    Rgba fill(platform::Color color, const LayoutItem& item) const;
+    /// Of shapes, as a placeholder has them.
+    Rgba softened(const Rgba& fill) const;
     bool isRedacted() const { return redaction_ == Redaction::placeholder; }
 
     cairo_t* cairo_;

@@ -1,5 +1,6 @@
 #include "Host/Drawing/Palette.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -43,10 +44,27 @@ constexpr std::array<Pair, 3> vibrantLevels{{
     {hex(0x000000, 0.58), hex(0xFFFFFF, 0.58)},
 }};
 
+constexpr std::array<Pair, 3> highLevels{{
+    {hex(0x000000, 1.00), hex(0xFFFFFF, 1.00)},
+    {hex(0x000000, 0.85), hex(0xFFFFFF, 0.85)},
+    {hex(0x000000, 0.75), hex(0xFFFFFF, 0.75)},
+}};
+
 constexpr Pair dividers{hex(0x000000, 0.10), hex(0xFFFFFF, 0.10)};
 constexpr Pair tileBackgrounds{hex(0xF6F6F8, 0.86), hex(0x26262A, 0.86)};
 constexpr Pair tertiaryFills{hex(0x000000, 0.04), hex(0xFFFFFF, 0.05)};
 constexpr Pair tileEdges{hex(0x000000, 0.08), hex(0xFFFFFF, 0.12)};
+constexpr double edgeThickness = 0.5;
+
+constexpr Pair highTiles{hex(0xFFFFFF), hex(0x161618)};
+constexpr Pair highLines{hex(0x000000, 0.55), hex(0xFFFFFF, 0.55)};
+constexpr double highEdgeThickness = 1;
+
+constexpr double textContrast = 4.5;
+constexpr double shapeContrast = 3;
+
+constexpr Rgba white = hex(0xFFFFFF);
+constexpr Rgba black = hex(0x000000);
 
 Rgba over(const Rgba& top, const Rgba& bottom) {
     const double below = bottom.alpha * (1 - top.alpha);
@@ -55,22 +73,54 @@ Rgba over(const Rgba& top, const Rgba& bottom) {
     return {mixed(top.red, bottom.red), mixed(top.green, bottom.green), mixed(top.blue, bottom.blue), alpha};
 }
 
+Rgba mixed(const Rgba& color, const Rgba& other, double share) {
+    const auto between = [&](double from, double to) { return from + (to - from) * share; };
+    return {between(color.red, other.red), between(color.green, other.green), between(color.blue, other.blue),
+            color.alpha};
+}
+
 Rgba towardsGray(const Rgba& color, double share) {
     const double gray = grayOf(color);
-    const auto mixed = [&](double component) { return component + (gray - component) * share; };
-    return {mixed(color.red), mixed(color.green), mixed(color.blue), color.alpha};
+    return mixed(color, {gray, gray, gray}, share);
+}
+
+double luminanceOf(const Rgba& color) {
+    const auto linear = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
+}
+
+/// As much of `other` in `color` as it takes for a contrast to `ground`, and no more.
+Rgba mixedUntil(const Rgba& color, const Rgba& other, const Rgba& ground, double contrast) {
+    if (contrastBetween(color, ground) >= contrast) {
+        return color;
+    }
+    double tooLittle = 0;
+    double enough = 1;
+    for (int i = 0; i < 10; ++i) {
+        const double share = (tooLittle + enough) / 2;
+        (contrastBetween(mixed(color, other, share), ground) < contrast ? tooLittle : enough) = share;
+    }
+    return mixed(color, other, enough);
+}
+
+bool takesPart(platform::Color color) {
+    return color != platform::Color::white && color != platform::Color::clear;
 }
 
 } // namespace
 
 double grayOf(const Rgba& color) {
-    const auto linear = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    const double luminance = 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
+    const double luminance = luminanceOf(color);
     return luminance <= 0.0031308 ? luminance * 12.92 : 1.055 * std::pow(luminance, 1 / 2.4) - 0.055;
 }
 
+double contrastBetween(const Rgba& a, const Rgba& b) {
+    const auto [darker, lighter] = std::minmax({luminanceOf(a), luminanceOf(b)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
 Rgba Palette::level(platform::ForegroundLevel level) const {
-    const auto& table = appearance_.mode == DrawingMode::vibrant ? vibrantLevels : levels;
+    const auto& table = isHigh() ? highLevels : appearance_.mode == DrawingMode::vibrant ? vibrantLevels : levels;
     return table[static_cast<std::size_t>(level)].of(appearance_.scheme);
 }
 
@@ -78,40 +128,63 @@ Rgba Palette::named(platform::Color color) const {
     return namedColors[static_cast<std::size_t>(color)].of(appearance_.scheme);
 }
 
-Rgba Palette::foreground(const platform::Foreground& foreground, Group group) const {
-    if (const auto* named = std::get_if<platform::Color>(&foreground)) {
-        return color(*named, group);
-    }
-    const Rgba plain = level(std::get<platform::ForegroundLevel>(foreground));
-    if (appearance_.mode != DrawingMode::tinted || group == Group::plain) {
-        return plain;
-    }
-    Rgba tinted = named(platform::Color::blue);
-    tinted.alpha = plain.alpha;
-    return tinted;
+Rgba Palette::tint() const {
+    Rgba tint = appearance_.accent.value_or(named(platform::Color::blue));
+    tint.alpha = 1;
+    return tint;
 }
 
-Rgba Palette::color(platform::Color color, Group group) const {
-    const bool takesPart = color != platform::Color::white && color != platform::Color::clear;
-    if (appearance_.mode == DrawingMode::fullColor || !takesPart) {
+Rgba Palette::plain(platform::Color color, Group group) const {
+    if (appearance_.mode == DrawingMode::fullColor || !takesPart(color)) {
         return named(color);
     }
     if (appearance_.mode == DrawingMode::vibrant) {
         return towardsGray(named(color), 0.5);
     }
-    return group == Group::accent ? named(platform::Color::blue) : towardsGray(named(color), 1);
+    return group == Group::accent ? tint() : towardsGray(named(color), 1);
+}
+
+Rgba Palette::standingOut(const Rgba& color, double contrast) const {
+    const Rgba& away = appearance_.scheme == ColorScheme::light ? black : white;
+    return mixedUntil(color, away, tile(), contrast);
+}
+
+Rgba Palette::foreground(const platform::Foreground& foreground, Group group) const {
+    if (const auto* named = std::get_if<platform::Color>(&foreground)) {
+        const Rgba color = plain(*named, group);
+        return isHigh() && takesPart(*named) ? standingOut(color, textContrast) : color;
+    }
+    const Rgba untinted = level(std::get<platform::ForegroundLevel>(foreground));
+    if (appearance_.mode != DrawingMode::tinted || group == Group::plain) {
+        return untinted;
+    }
+    Rgba tinted = tint();
+    tinted.alpha = untinted.alpha;
+    return isHigh() ? standingOut(over(tinted, tile()), textContrast) : tinted;
+}
+
+Rgba Palette::shape(platform::Color color, Group group) const {
+    return isHigh() && takesPart(color) ? standingOut(plain(color, group), shapeContrast) : plain(color, group);
+}
+
+Rgba Palette::ground(platform::Color color, Group group) const {
+    // What is just dark enough for white is light enough for black, too.
+    return isHigh() && takesPart(color) ? mixedUntil(plain(color, group), black, white, textContrast)
+                                        : plain(color, group);
 }
 
 Rgba Palette::divider() const {
-    return dividers.of(appearance_.scheme);
+    return (isHigh() ? highLines : dividers).of(appearance_.scheme);
 }
 
 Rgba Palette::tile() const {
-    return over(tertiaryFills.of(appearance_.scheme), tileBackgrounds.of(appearance_.scheme));
+    return isHigh() ? highTiles.of(appearance_.scheme)
+                    : over(tertiaryFills.of(appearance_.scheme), tileBackgrounds.of(appearance_.scheme));
 }
 
-Rgba Palette::tileEdge() const {
-    return tileEdges.of(appearance_.scheme);
+Palette::Edge Palette::tileEdge() const {
+    return isHigh() ? Edge{highEdgeThickness, highLines.of(appearance_.scheme)}
+                    : Edge{edgeThickness, tileEdges.of(appearance_.scheme)};
 }
 
 Rgba Palette::redacted(Rgba color) {

@@ -3,12 +3,18 @@
 // Full colour: levels of the foreground are black on light and white on dark at the level's strength; named colours are
 // as the palette has them, brighter on dark.
 //
-// Tinted: a picture of one colour. What belongs to the accent group is drawn in the tint, the palette's blue; every
-// other named colour in the gray of its own luminance, so that white text stands on it as legibly as on the colour.
-// White stays white in both. A level in the accent group is the tint at the level's strength.
+// Tinted: a picture of one colour. What belongs to the accent group is drawn in the tint, the desktop's accent colour
+// or else the palette's blue; every other named colour in the gray of its own luminance, so that white text stands on
+// it as legibly as on the colour. White stays white in both. A level in the accent group is the tint at the level's
+// strength.
 //
 // Vibrant: for a background that shows through. Levels are stronger by a tenth and more, and named colours are half way
 // to their gray.
+//
+// High contrast, in any of these modes: the tile is opaque, white or nearly black. Levels are at full strength or
+// little less. Named colours and the tint are darkened on light and lightened on dark where they are too close to what
+// they stand on: texts and symbols to 4.5:1 on the tile, circles to 3:1; what texts stand on is darkened until white
+// reads well on it. Dividers and the tile's edge have more than 3:1. (Contrasts as in WCAG 2.)
 //
 // Placeholders draw blocks in the item's own colour, at a fifth of its strength.
 #pragma once
@@ -25,16 +31,24 @@ class Palette {
   public:
     explicit Palette(const Appearance& appearance) : appearance_(appearance) {}
 
+    /// Of texts and symbols.
     Rgba foreground(const platform::Foreground& foreground, Group group) const;
-    Rgba color(platform::Color color, Group group) const;
+    /// Of shapes that stand alone on the tile.
+    Rgba shape(platform::Color color, Group group) const;
+    /// Of shapes that texts stand on.
+    Rgba ground(platform::Color color, Group group) const;
     Rgba divider() const;
 
     /// The tile's background: the tertiary fill over the tile's own, in one.
     Rgba tile() const;
-    /// The line along the tile's inner edge.
-    Rgba tileEdge() const;
 
-    ColorScheme scheme() const { return appearance_.scheme; }
+    /// The line along the tile's inner edge.
+    struct Edge {
+        /// In points.
+        double thickness = 0;
+        Rgba color;
+    };
+    Edge tileEdge() const;
 
     /// Whether pictures and coloured glyphs are drawn in grays.
     bool isGray() const { return appearance_.mode == DrawingMode::tinted; }
@@ -45,11 +59,20 @@ class Palette {
   private:
     Rgba level(platform::ForegroundLevel level) const;
     Rgba named(platform::Color color) const;
+    Rgba tint() const;
+    /// The colour as the mode has it.
+    Rgba plain(platform::Color color, Group group) const;
+    bool isHigh() const { return appearance_.contrast == Contrast::high; }
+    /// The colour, away from the tile's as far as it takes for that contrast.
+    Rgba standingOut(const Rgba& color, double contrast) const;
 
     Appearance appearance_;
 };
 
 /// Relative luminance of sRGB, as an equally bright gray's component.
 double grayOf(const Rgba& color);
+
+/// How far two opaque colours stand out from each other: from 1 to 21.
+double contrastBetween(const Rgba& a, const Rgba& b);
 
 } // namespace host

@@ -9,8 +9,6 @@
 namespace host {
 namespace {
 
-constexpr double edgeThickness = 0.5;
-
 /// The whole pixels, or units, that hold a corner.
 double cornerLength(const PixelGrid& grid) {
     return std::ceil(cornerRadius * grid.scale());
@@ -22,8 +20,9 @@ struct Edge {
 };
 
 Edge edgeOf(const PixelGrid& grid, const Palette& palette) {
-    Edge edge{grid.thickness(edgeThickness), palette.tileEdge()};
-    edge.color.alpha *= std::min(1.0, edgeThickness * grid.scale() / edge.width);
+    const Palette::Edge asked = palette.tileEdge();
+    Edge edge{grid.thickness(asked.thickness), asked.color};
+    edge.color.alpha *= std::min(1.0, asked.thickness * grid.scale() / edge.width);
     return edge;
 }
 
@@ -100,7 +99,8 @@ bool Tile::holds(const Rect& rect) const {
 }
 
 cairo_surface_t* TileCorners::picture(const PixelGrid& grid, const Palette& palette) {
-    const Key key{grid.scale(), palette.scheme()};
+    const Edge edge = edgeOf(grid, palette);
+    const Key key{grid.scale(), palette.tile(), edge.width, edge.color};
     if (const SurfaceHandle* known = pictures_.find(key)) {
         return known->get();
     }

@@ -1,6 +1,6 @@
 // What a widget stands on: a rectangle with round corners, filled, with a line along its inner edge.
 //
-// The line is half a point wide; where that is less than a pixel it is a pixel wide, and as much fainter.
+// The line is as wide as the palette says; where that is less than a pixel it is a pixel wide, and as much fainter.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -12,8 +12,8 @@
 
 namespace host {
 
-/// Pictures of a tile that is nothing but its corners, made once for each scale and colour scheme. One thread at a
-/// time.
+/// Pictures of a tile that is nothing but its corners, made once for each scale and the colours they are in. One
+/// thread at a time.
 class TileCorners {
   public:
     TileCorners() : pictures_(8) {}
@@ -22,14 +22,18 @@ class TileCorners {
     cairo_surface_t* picture(const PixelGrid& grid, const Palette& palette);
 
   private:
+    /// All that a picture depends on.
     struct Key {
         double scale;
-        ColorScheme scheme;
+        Rgba tile;
+        double edgeWidth;
+        Rgba edge;
         friend bool operator==(const Key&, const Key&) = default;
     };
     struct Hash {
+        // Few are kept, and none of one scale have tiles of one colour.
         std::size_t operator()(const Key& key) const {
-            return std::hash<double>()(key.scale) + static_cast<std::size_t>(key.scheme);
+            return std::hash<double>()(key.scale) * 31 + std::hash<double>()(key.tile.red);
         }
     };
     LruCache<Key, SurfaceHandle, Key, Hash> pictures_;

@@ -69,12 +69,14 @@ class Commands(HostTest):
         self.write(favourites(9))
         for appearance in ("both", "dark"):
             self.succeed("gallery", "--appearance", appearance, "-o", self.home / appearance)
+        self.succeed("gallery", "--appearance", "dark", "--contrast", "high", "-o", self.home / "high")
         dark = sorted(path.name for path in (self.home / "dark").glob("*.png"))
         self.assertEqual(len(dark), 16)
         page = (self.home / "dark" / "index.html").read_text()
         for name in dark:
             self.assertEqual((self.home / "dark" / name).read_bytes(), (self.home / "both" / name).read_bytes(), name)
             self.assertIn(f'src="{name}"', page)
+            self.assertNotEqual((self.home / "dark" / name).read_bytes(), (self.home / "high" / name).read_bytes(), name)
         self.assertNotIn("-light.png", page)
 
     def test_an_installed_extension_is_found(self):

@@ -5,7 +5,7 @@ import plistlib
 import unittest
 import zlib
 
-from support import FAMILIES, HostTest, favourites
+from support import FAMILIES, USAGE, HostTest, favourites
 
 SIZES = {"small": (170, 170), "medium": (364, 170), "large": (364, 364), "extraLarge": (752, 364)}
 ODD_NAMES = ["A very long title that goes on and on until nobody would read any further, not even here", "line\nbreak and\u2028more",
@@ -87,6 +87,19 @@ class Pictures(HostTest):
         variants = [("--appearance", "light"), ("--appearance", "dark"), ("--mode", "tinted"), ("--mode", "vibrant")]
         pictures = [self.succeed("render", "FavoritesWidget", *variant) for variant in variants]
         self.assertEqual(len(set(pictures)), 4)
+
+    def test_contrast_and_accent(self):
+        self.write(favourites(9, Label=1))
+        def picture(*more):
+            return self.succeed("render", "FavoritesWidget", *more)
+        self.assertEqual(picture("--contrast", "normal"), picture())
+        self.assertEqual(pixels(picture("--contrast", "high"))[85][4 * 4:4 * 5], b"\xff\xff\xff\xff")
+        purple = picture("--mode", "tinted", "--accent", "AF52DE")
+        self.assertIn(b"\xaf\x52\xde\xff", b"".join(pixels(purple)))
+        self.assertEqual(picture("--mode", "tinted", "--accent", "#af52de"), purple)
+        for wrong in ("AF52D", "AF52DE0", "#", "", "red", "0xAF52", "-AF52D"):
+            self.refused(USAGE, "render", "FavoritesWidget", f"--accent={wrong}")
+        self.refused(USAGE, "render", "FavoritesWidget", "--contrast", "low")
 
 
 def chunk(kind, content):

@@ -101,7 +101,9 @@ TEST_F(RendererTest, WhatIsKeptDoesNotChangeWhatIsDrawn) {
     for (const double scale : {1.0, 2.0}) {
         for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
             for (const DrawingMode mode : {DrawingMode::fullColor, DrawingMode::tinted, DrawingMode::vibrant}) {
-                ways.emplace_back(Appearance{.scheme = scheme, .mode = mode}, scale);
+                for (const Contrast contrast : {Contrast::normal, Contrast::high}) {
+                    ways.emplace_back(Appearance{.scheme = scheme, .mode = mode, .contrast = contrast}, scale);
+                }
             }
         }
     }

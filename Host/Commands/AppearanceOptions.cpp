@@ -1,0 +1,70 @@
+#include "Host/Commands/AppearanceOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <map>
+
+namespace host {
+namespace {
+
+const std::map<std::string, DrawingMode> modes{
+    {"fullColor", DrawingMode::fullColor}, {"tinted", DrawingMode::tinted}, {"vibrant", DrawingMode::vibrant}};
+const std::map<std::string, ColorScheme> schemes{{"light", ColorScheme::light}, {"dark", ColorScheme::dark}};
+const std::map<std::string, Contrast> contrasts{{"normal", Contrast::normal}, {"high", Contrast::high}};
+
+template <class Value>
+CLI::IsMember namesOf(const std::map<std::string, Value>& values) {
+    std::vector<std::string> names;
+    for (const auto& [name, value] : values) {
+        names.push_back(name);
+    }
+    return CLI::IsMember(names);
+}
+
+} // namespace
+
+void AppearanceOptions::addTo(CLI::App& command) {
+    command.add_option("--mode", mode_, "How colours are used")->check(namesOf(modes))->capture_default_str();
+    command.add_option("--appearance", scheme_, "The colour scheme")->check(namesOf(schemes))->capture_default_str();
+    addContrastOption(command, contrast_);
+    command
+        .add_option_function<std::string>(
+            "--accent", [this](const std::string& text) { accent_ = colorFromHex(text); },
+            "The colour of the tinted mode")
+        ->type_name("RRGGBB")
+        ->check([](const std::string& text) {
+            return colorFromHex(text) ? std::string() : "\"" + text + "\" is no colour like AF52DE";
+        });
+}
+
+Appearance AppearanceOptions::appearance() const {
+    return {.scheme = schemes.at(scheme_), .mode = modes.at(mode_), .contrast = contrast_, .accent = accent_};
+}
+
+void addContrastOption(CLI::App& command, Contrast& contrast) {
+    command
+        .add_option_function<std::string>(
+            "--contrast", [&contrast](const std::string& name) { contrast = contrasts.at(name); },
+            "How far everything stands out from the tile")
+        ->check(namesOf(contrasts))
+        ->default_str("normal");
+}
+
+std::optional<Rgba> colorFromHex(std::string_view text) {
+    if (text.starts_with('#')) {
+        text.remove_prefix(1);
+    }
+    constexpr std::size_t digits = 6;
+    if (text.size() != digits ||
+        !std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isxdigit(c); })) {
+        return std::nullopt;
+    }
+    const unsigned long rgb = std::stoul(std::string(text), nullptr, 16);
+    const auto component = [&](unsigned shift) { return static_cast<double>(rgb >> shift & 0xFFU) / 255; };
+    return Rgba{component(16), component(8), component(0)};
+}
+
+} // namespace host
