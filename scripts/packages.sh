@@ -5,7 +5,7 @@ build_packages=(
     nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev libcurl4-openssl-dev
     libcli11-dev libfmt-dev libglib2.0-dev
     libpango1.0-dev libcairo2-dev libfreetype-dev libfribidi-dev libgdk-pixbuf-2.0-dev libisal-dev fonts-inter
-    libfontconfig-dev libwayland-dev libxcb1-dev
+    libfontconfig-dev libwayland-dev libxcb1-dev libx11-dev libgtk-3-dev libgtk-layer-shell-dev
 )
 # What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, what is
 # loaded at first need, zones, and the fonts of names in other scripts.

@@ -46,15 +46,9 @@ ParameterInfo parameterOf(element parameter) {
             .cases = valuesOf(parameter, "cases", choiceOf)};
 }
 
-std::vector<ParameterInfo> parametersOf(element widget) {
-    element configuration;
-    if (widget["configuration"].get(configuration) != simdjson::SUCCESS) {
-        return {};
-    }
-    return valuesOf(configuration, "parameters", parameterOf);
-}
-
 WidgetInfo widgetOf(element widget) {
+    element configuration;
+    const bool isConfigurable = widget["configuration"].get(configuration) == simdjson::SUCCESS;
     return {.kind = textOf(widget, "kind"),
             .displayName = textOf(widget, "displayName"),
             .description = textOf(widget, "description"),
@@ -63,7 +57,9 @@ WidgetInfo widgetOf(element widget) {
                                      std::string_view name;
                                      return std::string(family.get(name) == simdjson::SUCCESS ? name : "");
                                  }),
-            .parameters = parametersOf(widget)};
+            .configurationDescription = isConfigurable ? textOf(configuration, "description") : "",
+            .parameters = isConfigurable ? valuesOf(configuration, "parameters", parameterOf)
+                                         : std::vector<ParameterInfo>()};
 }
 
 Message<Entry> entryOf(element json) {

@@ -36,6 +36,8 @@ struct WidgetInfo {
     std::string displayName;
     std::string description;
     std::vector<std::string> families;
+    /// What the configuration is about; may be empty.
+    std::string configurationDescription;
     std::vector<ParameterInfo> parameters;
 };
 

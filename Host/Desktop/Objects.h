@@ -1,6 +1,8 @@
 // GObjects and widgets as values that let go of themselves, and their signals as calls of methods.
 #pragma once
 
+#include "Host/Drawing/Handles.h"
+
 #include <gtk/gtk.h>
 
 #include <memory>
@@ -8,13 +10,6 @@
 #include <utility>
 
 namespace host {
-
-struct UnrefObject {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-/// One's own reference.
-template <class Object>
-using ObjectRef = std::unique_ptr<Object, UnrefObject>;
 
 struct DestroyWindow {
     void operator()(GtkWidget* window) const { gtk_widget_destroy(window); }
@@ -46,6 +41,22 @@ template <auto Method, class Self>
 gulong connect(gpointer sender, const char* signal, Self* self) {
     return g_signal_connect(sender, signal, G_CALLBACK(&SignalCall<Method>::call), self);
 }
+
+/// What an answer is for may be gone when it comes: a call that is made only as long as its receiver has this.
+class Lifetime {
+  public:
+    template <class Call>
+    auto whileAlive(Call call) const {
+        return [token = std::weak_ptr<int>(token_), call = std::move(call)](const auto&... arguments) {
+            if (!token.expired()) {
+                call(arguments...);
+            }
+        };
+    }
+
+  private:
+    std::shared_ptr<int> token_ = std::make_shared<int>();
+};
 
 /// A call that the main loop makes later, once; not at all if this ends before or it is put off anew.
 class LaterCall {

@@ -37,7 +37,7 @@ class Outputs {
 
     std::function<void()> changed_;
     std::vector<Output> outputs_;
-    std::vector<ObjectRef<GdkMonitor>> followed_;
+    std::vector<ObjectHandle<GdkMonitor>> followed_;
     LaterCall refreshing_;
 };
 

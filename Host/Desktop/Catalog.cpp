@@ -1,0 +1,38 @@
+#include "Host/Desktop/Catalog.h"
+
+#include <algorithm>
+
+namespace host {
+
+void Catalog::describe(HostApplication& host, const std::string& extension, Described done) {
+    host.ask(extension, "describe", "{}",
+             [this, extension, done = std::move(done)](const platform::Expected<std::string, std::string>& answer) {
+                 const auto widgets = answer ? readDescription(*answer) : platform::Unexpected{answer.error()};
+                 if (widgets) {
+                     widgets_.insert_or_assign(extension, *widgets);
+                 }
+                 done(widgets);
+             });
+}
+
+const WidgetInfo* Catalog::widget(const std::string& extension, const std::string& kind) const {
+    const auto known = widgets_.find(extension);
+    if (known == widgets_.end()) {
+        return nullptr;
+    }
+    const auto found = std::find_if(known->second.begin(), known->second.end(),
+                                    [&](const WidgetInfo& each) { return each.kind == kind; });
+    return found == known->second.end() ? nullptr : &*found;
+}
+
+std::vector<std::string> Catalog::extensions() const {
+    std::vector<std::string> identifiers;
+    for (const auto& manifest : readManifests_()) {
+        if (manifest) {
+            identifiers.push_back(manifest->identifier);
+        }
+    }
+    return identifiers;
+}
+
+} // namespace host

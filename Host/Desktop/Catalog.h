@@ -1,0 +1,37 @@
+// What the installed extensions have to offer, as they describe it.
+#pragma once
+
+#include "Host/Connection/Manifest.h"
+#include "Host/Connection/Messages.h"
+#include "Host/Session/HostApplication.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace host {
+
+class Catalog {
+  public:
+    using ReadManifests = std::function<std::vector<platform::Expected<Manifest, std::string>>()>;
+
+    explicit Catalog(ReadManifests readManifests) : readManifests_(std::move(readManifests)) {}
+
+    /// Asks the extension what it has, through the host; `done` is told the widgets, or why there are none, from the
+    /// main loop.
+    using Described = std::function<void(const Message<std::vector<WidgetInfo>>& widgets)>;
+    void describe(HostApplication& host, const std::string& extension, Described done);
+
+    /// The widget as it was described last; null before that.
+    const WidgetInfo* widget(const std::string& extension, const std::string& kind) const;
+
+    /// The identifiers of the installed extensions, in the order of their manifests. Broken manifests are left out.
+    std::vector<std::string> extensions() const;
+
+  private:
+    ReadManifests readManifests_;
+    std::map<std::string, std::vector<WidgetInfo>> widgets_;
+};
+
+} // namespace host

@@ -1,0 +1,334 @@
+#include "Host/Desktop/Desktop.h"
+
+#include "Host/Connection/Requests.h"
+#include "Host/Desktop/EditorWindow.h"
+#include "Host/Desktop/GalleryWindow.h"
+#include "Host/Desktop/LinkOpener.h"
+#include "Host/Desktop/Menu.h"
+#include "Host/Desktop/TileMenu.h"
+#include "Host/Desktop/Toolkit.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/FileSystem.h"
+#include "Platform/Foundation/Localization.h"
+
+#include <algorithm>
+#include <set>
+
+namespace host {
+
+using platform::Expected;
+using platform::localized;
+using platform::Unexpected;
+
+namespace {
+
+constexpr guint refusalMilliseconds = 4000;
+constexpr guint undoMilliseconds = 8000;
+
+} // namespace
+
+Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Catalog::ReadManifests readManifests) {
+    if (const auto failure = startToolkit()) {
+        return Unexpected{*failure};
+    }
+    return std::unique_ptr<Desktop>(new Desktop(std::move(readManifests)));
+}
+
+Desktop::Desktop(Catalog::ReadManifests readManifests)
+    : pictures_(platform::DiskFileSystem::shared(), tilePictureFolder()), catalog_(std::move(readManifests)),
+      settings_([this] { restyle(); }), outputs_([this] { place(); }), guard_([this] {
+          ending();
+          if (host_ != nullptr) {
+              host_->end();
+          }
+      }),
+      around_{.studio = studio_,
+              .pictures = pictures_,
+              .settings = settings_,
+              .catalog = catalog_,
+              .clock = platform::SystemClock::shared(),
+              .hands = *this,
+              .tile = [this](InstanceId id) { return sessionTile(id); }} {}
+
+Desktop::~Desktop() = default;
+
+void Desktop::started(HostApplication& host) {
+    host_ = &host;
+}
+
+void Desktop::arranged(const Arrangement& arrangement) {
+    arrangement_ = arrangement;
+    std::map<InstanceId, std::unique_ptr<DesktopTile>> kept;
+    std::set<std::string> unknown;
+    std::set<InstanceId> ids;
+    for (const Instance& instance : arrangement.instances) {
+        ids.insert(instance.id);
+        removed_.erase(instance.id);
+        auto known = tiles_.extract(instance.id);
+        if (known) {
+            known.mapped()->change(instance, arrangement.renderingMode);
+            kept.insert(std::move(known));
+            continue;
+        }
+        const auto& tile = *kept.emplace(instance.id, std::make_unique<DesktopTile>(
+                                                          instance, arrangement.renderingMode, around_))
+                                .first->second;
+        if (catalog_.widget(tile.instance().extension, tile.instance().kind) == nullptr) {
+            unknown.insert(instance.extension);
+        }
+    }
+    if (drag_ && !kept.contains(draggedId_)) {
+        drag_.reset();
+    }
+    tiles_ = std::move(kept);
+    std::erase_if(editors_, [&](const auto& editor) { return !ids.contains(editor.first); });
+    pictures_.keepOnly(ids);
+    place();
+    for (const auto& [id, tile] : tiles_) {
+        if (tile->isWaiting() && sessionTile(id) == nullptr) {
+            askForPlaceholder(tile->instance());
+        }
+    }
+    for (const std::string& extension : unknown) {
+        catalog_.describe(*host_, extension, [](const auto& /*widgets*/) {});
+    }
+}
+
+bool Desktop::present() {
+    showGallery();
+    return true;
+}
+
+void Desktop::ending() {
+    for (const auto& [id, tile] : tiles_) {
+        tile->keep();
+    }
+}
+
+void Desktop::tileChanged(const Tile& changed) {
+    if (DesktopTile* shown = tile(changed.instance().id); shown != nullptr) {
+        shown->show();
+    }
+}
+
+void Desktop::tileReloaded(const Tile& reloaded) {
+    if (DesktopTile* shown = tile(reloaded.instance().id); shown != nullptr) {
+        shown->reloaded();
+    }
+}
+
+/// Puts every tile where it belongs on the screens that there are.
+void Desktop::place() {
+    std::vector<TileToPlace> toPlace;
+    for (const Instance& instance : arrangement_.instances) {
+        toPlace.push_back({&instance, tiles_.at(instance.id)->size()});
+    }
+    places_ = placeTiles(toPlace, outputs_.screens());
+    if (places_.empty()) {
+        // The tiles wait for a screen.
+        for (const auto& [id, tile] : tiles_) {
+            tile->hide();
+        }
+    }
+    for (const PlacedTile& place : places_) {
+        tiles_.at(place.id)->put(outputs_.all()[place.screen], place.frame);
+    }
+    keepingPlaces_.whenIdle<&Desktop::keepPlaces>(this);
+}
+
+/// A tile that was given a free place stays there.
+void Desktop::keepPlaces() {
+    const auto chosen = std::find_if(places_.begin(), places_.end(), [](const PlacedTile& place) {
+        return place.source == PlacedTile::Source::chosen;
+    });
+    if (chosen == places_.end()) {
+        return;
+    }
+    const Screen& screen = outputs_.all()[chosen->screen].screen;
+    // This comes back here for the next.
+    change(Move{.id = chosen->id,
+                .position = {chosen->frame.x - screen.bounds.x, chosen->frame.y - screen.bounds.y},
+                .output = screen.name});
+}
+
+void Desktop::restyle() {
+    for (const auto& [id, tile] : tiles_) {
+        tile->restyle();
+    }
+    if (host_ != nullptr) {
+        // Tiles grow with texts.
+        place();
+    }
+    if (gallery_) {
+        gallery_->restyle();
+    }
+}
+
+void Desktop::askForPlaceholder(const Instance& instance) {
+    const EntryRequest request{.method = EntryRequest::Method::placeholder,
+                               .kind = instance.kind,
+                               .family = instance.family,
+                               .renderingMode = arrangement_.renderingMode,
+                               .configuration = {}};
+    host_->ask(instance.extension, methodName(request.method), paramsOf(request),
+               [this, id = instance.id](const Expected<std::string, std::string>& answer) {
+                   const auto entries =
+                       answer ? readEntries(*answer) : Message<std::vector<Entry>>(Unexpected{answer.error()});
+                   DesktopTile* shown = tile(id);
+                   if (entries && shown != nullptr && shown->isWaiting()) {
+                       shown->showPlaceholder(entries->front().view);
+                   }
+               });
+}
+
+void Desktop::activated(InstanceId id, const TilePart& part) {
+    DesktopTile* shown = tile(id);
+    switch (part.act) {
+    case TilePart::Act::open:
+        if (shown != nullptr && !openLink(part.part.url)) {
+            shown->say({.title = localized("Nothing opens this link"), .text = part.part.url, .button = {}},
+                       refusalMilliseconds, nullptr);
+        }
+        break;
+    case TilePart::Act::explain:
+        if (shown != nullptr) {
+            shown->explain();
+        }
+        break;
+    case TilePart::Act::undo:
+        restore(id);
+        break;
+    case TilePart::Act::nothing:
+        break;
+    }
+}
+
+void Desktop::menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) {
+    DesktopTile* shown = tile(id);
+    if (shown == nullptr) {
+        return;
+    }
+    const Instance instance = shown->instance();
+    // What it knows is from the last time; the next time it knows what is there now.
+    catalog_.describe(*host_, instance.extension, [](const auto& /*widgets*/) {});
+    const TileMenuState state{.instance = instance,
+                              .widget = catalog_.widget(instance.extension, instance.kind),
+                              .url = url,
+                              .isLocked = arrangement_.locked,
+                              .renderingMode = arrangement_.renderingMode};
+    const TileMenuActs acts{.edit = [this, id] { edit(id); },
+                            .reload = [this, id] { host_->reload(id); },
+                            .remove = [this, id] { remove(id); },
+                            .addWidgets = [this] { showGallery(); },
+                            .change = [this](const ArrangementChange& wanted) { change(wanted); }};
+    popUpMenu(shown->window().widget(), event, tileMenu(state, acts));
+}
+
+void Desktop::dragged(InstanceId id, Point distance) {
+    DesktopTile* shown = tile(id);
+    if (arrangement_.locked || shown == nullptr || places_.empty()) {
+        return;
+    }
+    if (!drag_) {
+        std::multimap<std::size_t, Rect> others;
+        for (const PlacedTile& place : places_) {
+            if (place.id != id) {
+                others.emplace(place.screen, place.frame);
+            }
+        }
+        drag_.emplace(shown->face(), shown->frame(), outputs_.all(), std::move(others));
+        draggedId_ = id;
+        shown->window().setGhostly(true);
+    }
+    drag_->move(distance);
+}
+
+void Desktop::dragEnded(InstanceId id, bool dropped) {
+    if (!drag_ || draggedId_ != id) {
+        return;
+    }
+    const TileDrag::Place place = drag_->place();
+    drag_.reset();
+    DesktopTile* shown = tile(id);
+    if (shown == nullptr) {
+        return;
+    }
+    shown->window().setGhostly(false);
+    if (dropped && place.output < outputs_.all().size()) {
+        const Screen& screen = outputs_.all()[place.output].screen;
+        change(Move{.id = id,
+                    .position = {place.frame.x - screen.bounds.x, place.frame.y - screen.bounds.y},
+                    .output = screen.name});
+    }
+}
+
+void Desktop::scaleChanged(InstanceId id) {
+    if (DesktopTile* shown = tile(id); shown != nullptr) {
+        shown->restyle();
+    }
+}
+
+void Desktop::remove(InstanceId id) {
+    auto leaving = tiles_.extract(id);
+    if (!leaving) {
+        return;
+    }
+    DesktopTile& shown = *leaving.mapped();
+    removed_.insert(std::move(leaving));
+    std::erase_if(arrangement_.instances, [id](const Instance& instance) { return instance.id == id; });
+    shown.say({.title = localized("Removed"), .text = {}, .button = localized("Undo")}, undoMilliseconds,
+              [this, id] { removed_.erase(id); });
+    change(Removal{.id = id});
+}
+
+void Desktop::restore(InstanceId id) {
+    const auto found = removed_.find(id);
+    if (found != removed_.end()) {
+        const Instance instance = found->second->instance();
+        change(Restoration{.instance = instance});
+    }
+}
+
+void Desktop::showGallery() {
+    if (!gallery_) {
+        gallery_ = std::make_unique<GalleryWindow>(
+            *host_, catalog_, studio_, settings_, outputs_,
+            [this](const Instance& instance) { change(Addition{.instance = instance}); }, [this] { gallery_.reset(); });
+    }
+    gallery_->present();
+}
+
+void Desktop::edit(InstanceId id) {
+    DesktopTile* shown = tile(id);
+    const WidgetInfo* widget =
+        shown == nullptr ? nullptr : catalog_.widget(shown->instance().extension, shown->instance().kind);
+    if (widget == nullptr) {
+        return;
+    }
+    auto& editor = editors_[id];
+    if (!editor) {
+        editor = std::make_unique<EditorWindow>(
+            *host_, *widget, shown->instance(), studio_, settings_,
+            [this, id](const Settings& settings) { change(Edit{.id = id, .settings = settings}); },
+            [this, id] { editors_.erase(id); });
+    }
+    editor->present();
+}
+
+void Desktop::change(const ArrangementChange& change) {
+    const auto arrangement = host_->change(change);
+    if (!arrangement) {
+        showFailure(arrangement.error());
+    }
+}
+
+const Tile* Desktop::sessionTile(InstanceId id) const {
+    return host_ == nullptr ? nullptr : host_->session().tile(id);
+}
+
+DesktopTile* Desktop::tile(InstanceId id) {
+    const auto found = tiles_.find(id);
+    return found == tiles_.end() ? nullptr : found->second.get();
+}
+
+} // namespace host

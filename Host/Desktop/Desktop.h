@@ -1,0 +1,80 @@
+// The host's desktop: a window for every placed widget, where the user left it.
+//
+// It shows what the session has and turns what hands do into changes of the arrangement, which come back to it like
+// everybody else's. One thread, the main loop's.
+#pragma once
+
+#include "Host/Desktop/Catalog.h"
+#include "Host/Desktop/DesktopSettings.h"
+#include "Host/Desktop/DesktopTile.h"
+#include "Host/Desktop/DisplayGuard.h"
+#include "Host/Desktop/Outputs.h"
+#include "Host/Desktop/Studio.h"
+#include "Host/Desktop/TileDrag.h"
+#include "Host/Session/HostApplication.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace host {
+
+class GalleryWindow;
+class EditorWindow;
+
+class Desktop final : public HostDisplay, private TileHands {
+  public:
+    /// Connects to the display of the environment. The error is one clear line.
+    static platform::Expected<std::unique_ptr<Desktop>, std::string> open(Catalog::ReadManifests readManifests);
+    ~Desktop() override;
+
+    void started(HostApplication& host) override;
+    void arranged(const Arrangement& arrangement) override;
+    bool present() override;
+    void ending() override;
+    void tileChanged(const Tile& tile) override;
+    void tileReloaded(const Tile& tile) override;
+
+  private:
+    explicit Desktop(Catalog::ReadManifests readManifests);
+
+    void activated(InstanceId id, const TilePart& part) override;
+    void menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) override;
+    void dragged(InstanceId id, Point distance) override;
+    void dragEnded(InstanceId id, bool dropped) override;
+    void scaleChanged(InstanceId id) override;
+
+    void place();
+    void keepPlaces();
+    void restyle();
+    void askForPlaceholder(const Instance& instance);
+    void remove(InstanceId id);
+    void restore(InstanceId id);
+    void showGallery();
+    void edit(InstanceId id);
+    void change(const ArrangementChange& change);
+    const Tile* sessionTile(InstanceId id) const;
+    DesktopTile* tile(InstanceId id);
+
+    HostApplication* host_ = nullptr;
+    Studio studio_;
+    PictureStore pictures_;
+    Catalog catalog_;
+    DesktopSettings settings_;
+    Outputs outputs_;
+    DisplayGuard guard_;
+    TileSurroundings around_;
+    Arrangement arrangement_;
+    std::map<InstanceId, std::unique_ptr<DesktopTile>> tiles_;
+    /// Removed tiles as long as that can be taken back.
+    std::map<InstanceId, std::unique_ptr<DesktopTile>> removed_;
+    std::vector<PlacedTile> places_;
+    std::optional<TileDrag> drag_;
+    InstanceId draggedId_ = 0;
+    std::unique_ptr<GalleryWindow> gallery_;
+    std::map<InstanceId, std::unique_ptr<EditorWindow>> editors_;
+    LaterCall keepingPlaces_;
+};
+
+} // namespace host

@@ -1,0 +1,254 @@
+#include "Host/Desktop/DesktopTile.h"
+
+#include "Host/Desktop/ClockTime.h"
+#include "Host/Desktop/WaitingView.h"
+#include "Host/Layout/Measures.h"
+#include "Host/Pictures/Badges.h"
+#include "Platform/Foundation/Localization.h"
+
+#include <fmt/format.h>
+
+namespace host {
+
+using platform::Date;
+using platform::localized;
+
+namespace {
+
+/// How long an old picture stands without saying so while its successor is awaited.
+constexpr guint patienceMilliseconds = 1500;
+constexpr guint explanationMilliseconds = 12'000;
+
+DrawingMode modeNamed(const std::string& name) {
+    if (name == "tinted") {
+        return DrawingMode::tinted;
+    }
+    return name == "vibrant" ? DrawingMode::vibrant : DrawingMode::fullColor;
+}
+
+/// `format` with `value` in the place of its "%s".
+std::string filledIn(const std::string& format, const std::string& value) {
+    std::string text = format;
+    if (const auto place = text.find("%s"); place != std::string::npos) {
+        text.replace(place, 2, value);
+    }
+    return text;
+}
+
+} // namespace
+
+DesktopTile::DesktopTile(Instance instance, const std::string& renderingMode, const TileSurroundings& around)
+    : around_(around), instance_(std::move(instance)), mode_(modeNamed(renderingMode)),
+      window_(instance_.id, around.hands) {}
+
+Size DesktopTile::size() const {
+    const Size points = familySize(instance_.family);
+    const double scale = around_.settings.look().textScale;
+    return {points.width * scale, points.height * scale};
+}
+
+void DesktopTile::put(const Output& output, const Rect& frame) {
+    frame_ = frame;
+    outputScale_ = output.scale;
+    if (window_.face().width == 0) {
+        paint();
+    }
+    window_.put(output, frame);
+}
+
+void DesktopTile::change(const Instance& instance, const std::string& renderingMode) {
+    const Instance before = std::exchange(instance_, instance);
+    const DrawingMode mode = std::exchange(mode_, modeNamed(renderingMode));
+    if (before.family != instance_.family || before.kind != instance_.kind) {
+        // What is there does not fit any more; the answer to the new question will.
+        shown_ = Shown::waiting;
+        paint();
+    } else if (mode != mode_) {
+        paintSoon();
+    }
+}
+
+void DesktopTile::show() {
+    shown_ = Shown::entry;
+    paintSoon();
+}
+
+void DesktopTile::showPlaceholder(const platform::View& view) {
+    if (shown_ == Shown::waiting) {
+        present(makeFace(view, familySize(instance_.family), style(Redaction::placeholder), around_.studio.renderer()));
+    }
+}
+
+void DesktopTile::reloaded() {
+    const Tile* tile = around_.tile(instance_.id);
+    if (tile != nullptr && tile->entry() != nullptr && !tile->history().lastFailure) {
+        made_ = tile->history().lastSuccess->date;
+        reload_ = tile->schedule().due();
+        isKept_ = false;
+        if (shown_ != Shown::entry) {
+            // It may be the one that the session has had all along: that is no news there.
+            show();
+        }
+    }
+    if (marks() != marks_) {
+        paintSoon();
+    }
+}
+
+void DesktopTile::restyle() {
+    window_.setMarks(around_.settings.look().accent, around_.settings.look().scheme);
+    paintSoon();
+}
+
+void DesktopTile::say(const Message& message, guint milliseconds, std::function<void()> then) {
+    isSaying_ = true;
+    afterMessage_ = std::move(then);
+    const auto button = message.button.empty() ? std::nullopt : std::optional(message.button);
+    Face face = makeFace(messageView(message.title, message.text, button), familySize(instance_.family),
+                         style(Redaction::none), around_.studio.renderer());
+    std::vector<TilePart> parts = partsOf(face, name());
+    for (TilePart& part : parts) {
+        part.act = part.act == TilePart::Act::open ? TilePart::Act::undo : part.act;
+    }
+    window_.show(std::move(face), std::move(parts), name());
+    messageEnding_.after<&DesktopTile::messageEnded>(milliseconds, this);
+}
+
+void DesktopTile::messageEnded() {
+    isSaying_ = false;
+    if (const auto then = std::exchange(afterMessage_, nullptr)) {
+        // It may be the end of this tile.
+        then();
+        return;
+    }
+    paint();
+}
+
+void DesktopTile::explain() {
+    const Tile* tile = around_.tile(instance_.id);
+    if (tile == nullptr || !tile->history().lastFailure) {
+        return;
+    }
+    const std::string next = shortMoment(tile->schedule().due(), around_.clock.now());
+    say({.title = localized("Could not be updated"),
+         .text = fmt::format("{}. {}", tile->history().lastFailure->reason,
+                             filledIn(localized("The next attempt is at %s."), next)),
+         .button = {}},
+        explanationMilliseconds, nullptr);
+}
+
+void DesktopTile::keep() {
+    if (painting_.isAwaited()) {
+        painting_.cancel();
+        paint();
+    }
+    if (!isKept_ && !isSaying_ && shown_ == Shown::entry && marks_ == Marks{}) {
+        Face face = window_.face();
+        face.made = made_;
+        face.reload = reload_;
+        save(face);
+    }
+}
+
+void DesktopTile::paintSoon() {
+    // Before the toolkit draws.
+    painting_.whenIdle<&DesktopTile::paint>(this, G_PRIORITY_HIGH_IDLE);
+}
+
+void DesktopTile::paint() {
+    if (isSaying_) {
+        return;
+    }
+    const Tile* tile = around_.tile(instance_.id);
+    if (tile != nullptr && tile->entry() != nullptr && shown_ == Shown::entry) {
+        Face face = entryFace(*tile);
+        save(face);
+        present(std::move(face));
+        return;
+    }
+    if (auto stored = around_.pictures.load(instance_)) {
+        shown_ = Shown::stored;
+        made_ = stored->made;
+        reload_ = stored->reload;
+        if (reload_ < around_.clock.now() && !waiting_.isAwaited() && tile == nullptr) {
+            waiting_.after<&DesktopTile::waitedLong>(patienceMilliseconds, this);
+        }
+        present(*std::move(stored));
+        return;
+    }
+    shown_ = Shown::waiting;
+    present(waitingFace());
+}
+
+Face DesktopTile::entryFace(const Tile& tile) {
+    Face face = makeFace(tile.entry()->view, familySize(instance_.family), style(Redaction::none),
+                         around_.studio.renderer());
+    face.widgetURL = tile.entry()->widgetURL;
+    face.made = made_;
+    face.reload = reload_;
+    return face;
+}
+
+Face DesktopTile::waitingFace() {
+    return makeFace(waitingView(instance_.family), familySize(instance_.family), style(Redaction::placeholder),
+                    around_.studio.renderer());
+}
+
+void DesktopTile::present(Face face) {
+    marks_ = marks();
+    std::vector<TilePart> parts = partsOf(face, name());
+    if (marks_.isOld) {
+        const std::string text = filledIn(localized("as of %s"), shortMoment(made_, around_.clock.now()));
+        const Rect frame = drawBadge(face, asOfBadge(text), Corner::bottomTrailing, style(Redaction::none),
+                                     around_.studio.renderer());
+        parts.push_back({.part = {.role = LayoutPart::Role::text, .frame = frame, .name = text}, .act = {}});
+    }
+    if (marks_.hasFailed) {
+        const Rect frame = drawBadge(face, failureMark(), Corner::topTrailing, style(Redaction::none),
+                                     around_.studio.renderer());
+        parts.push_back({.part = {.role = LayoutPart::Role::link,
+                                  .frame = frame,
+                                  .name = localized("Could not be updated"),
+                                  .description = localized("Says why")},
+                         .act = TilePart::Act::explain});
+    }
+    window_.show(std::move(face), std::move(parts), name());
+}
+
+void DesktopTile::save(const Face& face) {
+    isKept_ = true;
+    if (const auto failure = around_.pictures.save(instance_, face)) {
+        // A cache that cannot be written costs a moment at the next start, and nobody can do anything about it now.
+        g_debug("%s", failure->description.c_str());
+    }
+}
+
+DesktopTile::Marks DesktopTile::marks() const {
+    const Tile* tile = around_.tile(instance_.id);
+    const bool hasFailed = tile != nullptr && tile->history().lastFailure.has_value();
+    const bool hasPicture = shown_ != Shown::waiting;
+    const bool isPast = hasPicture && reload_ < around_.clock.now();
+    // While the answer may come any moment, an old picture is only that.
+    const bool isAwaited = tile == nullptr || (tile->awaited() && !hasFailed);
+    const bool hasWaited = !waiting_.isAwaited() && shown_ == Shown::stored && tile != nullptr;
+    return {.isOld = isPast && (!isAwaited || hasWaited), .hasFailed = hasFailed};
+}
+
+FaceStyle DesktopTile::style(Redaction redaction) const {
+    const DesktopLook& look = around_.settings.look();
+    const int scale = std::max(outputScale_, gtk_widget_get_realized(window_.widget()) != FALSE ? window_.deviceScale() : 1);
+    return {.appearance = {.scheme = look.scheme,
+                           .mode = mode_,
+                           .redaction = redaction,
+                           .contrast = look.contrast,
+                           .accent = look.accent},
+            .scale = scale * look.textScale,
+            .direction = look.direction};
+}
+
+std::string DesktopTile::name() const {
+    const WidgetInfo* widget = around_.catalog.widget(instance_.extension, instance_.kind);
+    return widget == nullptr ? instance_.kind : widget->displayName;
+}
+
+} // namespace host

@@ -1,0 +1,118 @@
+// One placed widget on the desktop: its window, and what is to be seen there now.
+//
+// There always is something: the last picture from disk, or a placeholder, until the extension has answered; then its
+// entry. A tile that could not be brought up to date bears a mark that explains itself, and says from when it is.
+#pragma once
+
+#include "Host/Arrangement/Arrangement.h"
+#include "Host/Desktop/Catalog.h"
+#include "Host/Desktop/DesktopSettings.h"
+#include "Host/Desktop/Studio.h"
+#include "Host/Desktop/TileWindow.h"
+#include "Host/Pictures/FaceMaker.h"
+#include "Host/Pictures/PictureStore.h"
+#include "Host/Session/Session.h"
+
+#include <functional>
+#include <string>
+
+namespace host {
+
+/// What the tiles of a desktop share.
+struct TileSurroundings {
+    Studio& studio;
+    const PictureStore& pictures;
+    const DesktopSettings& settings;
+    const Catalog& catalog;
+    const platform::Clock& clock;
+    TileHands& hands;
+    /// The tile as the session has it; null where it does not know it (any more).
+    std::function<const Tile*(InstanceId id)> tile;
+};
+
+class DesktopTile {
+  public:
+    /// `around` must outlive this.
+    DesktopTile(Instance instance, const std::string& renderingMode, const TileSurroundings& around);
+
+    const Instance& instance() const { return instance_; }
+    /// In the window's units.
+    Size size() const;
+    const Rect& frame() const { return frame_; }
+    TileWindow& window() { return window_; }
+    const Face& face() const { return window_.face(); }
+
+    void put(const Output& output, const Rect& frame);
+    /// Its screen is away, and so is every other.
+    void hide() { window_.hide(); }
+
+    /// The arrangement says something else of it now.
+    void change(const Instance& instance, const std::string& renderingMode);
+
+    /// Brings the picture up to the entry that the session has.
+    void show();
+    /// The placeholder that the extension has for it, as long as there is nothing better.
+    void showPlaceholder(const platform::View& view);
+    bool isWaiting() const { return shown_ == Shown::waiting; }
+
+    /// The tile has been reloaded, well or not: marks follow.
+    void reloaded();
+    /// The look of the desktop or the scale of the screen is another.
+    void restyle();
+
+    /// A message in the tile's place for some time; then, what was there. `button` may be empty.
+    struct Message {
+        std::string title;
+        std::string text;
+        std::string button;
+    };
+    void say(const Message& message, guint milliseconds, std::function<void()> then);
+    /// Says why the tile could not be brought up to date.
+    void explain();
+
+    /// Writes down what changed without a new picture: until when the picture counts as new.
+    void keep();
+
+  private:
+    enum class Shown { waiting, stored, entry };
+    /// What is laid over a picture.
+    struct Marks {
+        bool isOld = false;
+        bool hasFailed = false;
+        bool operator==(const Marks&) const = default;
+    };
+
+    /// Draws what is to be seen and shows it; soon, for several reasons at once.
+    void paint();
+    void paintSoon();
+    Face entryFace(const Tile& tile);
+    Face waitingFace();
+    /// Lays the marks over the face and shows it.
+    void present(Face face);
+    void save(const Face& face);
+    Marks marks() const;
+    FaceStyle style(Redaction redaction) const;
+    std::string name() const;
+    void messageEnded();
+    void waitedLong() { reloaded(); }
+
+    const TileSurroundings& around_;
+    Instance instance_;
+    DrawingMode mode_;
+    TileWindow window_;
+    Rect frame_;
+    int outputScale_ = 1;
+    Shown shown_ = Shown::waiting;
+    Marks marks_;
+    /// When the entry came, and until when it counts as new.
+    platform::Date made_;
+    platform::Date reload_;
+    bool isKept_ = true;
+    bool isSaying_ = false;
+    LaterCall messageEnding_;
+    std::function<void()> afterMessage_;
+    LaterCall waiting_;
+    LaterCall painting_;
+};
+
+} // namespace host

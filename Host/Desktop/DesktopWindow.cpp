@@ -1,0 +1,99 @@
+#include "Host/Desktop/DesktopWindow.h"
+
+#include <gtk-layer-shell.h>
+
+#include <cmath>
+
+namespace host {
+namespace {
+
+int whole(double length) {
+    return static_cast<int>(std::lround(length));
+}
+
+} // namespace
+
+DesktopWindow::DesktopWindow(Level level, Input input)
+    : window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)), isLayer_(gtk_layer_is_supported() != FALSE) {
+    GtkWindow* window = GTK_WINDOW(window_.get());
+    gtk_widget_set_app_paintable(window_.get(), TRUE);
+    if (GdkVisual* visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(window_.get())); visual != nullptr) {
+        gtk_widget_set_visual(window_.get(), visual);
+    }
+    gtk_window_set_decorated(window, FALSE);
+    gtk_window_set_resizable(window, FALSE);
+    if (isLayer_) {
+        gtk_layer_init_for_window(window);
+        gtk_layer_set_namespace(window, "widgethost");
+        gtk_layer_set_layer(window, level == Level::front ? GTK_LAYER_SHELL_LAYER_TOP : GTK_LAYER_SHELL_LAYER_BOTTOM);
+        gtk_layer_set_exclusive_zone(window, -1);
+        gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_LEFT, TRUE);
+        gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_TOP, TRUE);
+        gtk_layer_set_keyboard_mode(window, input == Input::all ? GTK_LAYER_SHELL_KEYBOARD_MODE_ON_DEMAND
+                                                                : GTK_LAYER_SHELL_KEYBOARD_MODE_NONE);
+    } else {
+        gtk_window_set_type_hint(window, level == Level::front ? GDK_WINDOW_TYPE_HINT_DND
+                                                               : GDK_WINDOW_TYPE_HINT_DESKTOP);
+        gtk_window_set_keep_below(window, level == Level::desktop);
+        gtk_window_set_keep_above(window, level == Level::front);
+        gtk_window_stick(window);
+        gtk_window_set_skip_taskbar_hint(window, TRUE);
+        gtk_window_set_skip_pager_hint(window, TRUE);
+        gtk_window_set_focus_on_map(window, FALSE);
+        gtk_window_set_accept_focus(window, input == Input::all);
+        // The window manager is to put it where it is said to be, not where it finds room.
+        gtk_window_set_gravity(window, GDK_GRAVITY_STATIC);
+    }
+    if (input == Input::none) {
+        const std::unique_ptr<cairo_region_t, decltype(&cairo_region_destroy)> nothing(cairo_region_create(),
+                                                                                       &cairo_region_destroy);
+        gtk_widget_input_shape_combine_region(window_.get(), nothing.get());
+    }
+    // The compositor closes a layer's surface when its screen goes; whether there is another is said by `put`.
+    g_signal_connect(window_.get(), "delete-event", G_CALLBACK(&gtk_widget_hide_on_delete), nullptr);
+}
+
+void DesktopWindow::put(const Output& output, const Rect& frame) {
+    const bool isElsewhere = output.monitor != monitor_ || frame.x != frame_.x || frame.y != frame_.y;
+    const bool isVisible = gtk_widget_get_visible(window_.get()) != FALSE;
+    gtk_widget_set_size_request(window_.get(), whole(frame.width), whole(frame.height));
+    if (frame.width != frame_.width || frame.height != frame_.height) {
+        gtk_window_resize(GTK_WINDOW(window_.get()), whole(frame.width), whole(frame.height));
+    }
+    if (isElsewhere || !isVisible) {
+        move(output, frame);
+    }
+    monitor_ = output.monitor;
+    frame_ = frame;
+    if (!isVisible) {
+        gtk_widget_show(window_.get());
+        if (!isLayer_) {
+            // Some window managers look at this only once the window is there.
+            move(output, frame);
+        }
+    }
+}
+
+void DesktopWindow::move(const Output& output, const Rect& frame) {
+    GtkWindow* window = GTK_WINDOW(window_.get());
+    if (!isLayer_) {
+        gtk_window_move(window, whole(frame.x), whole(frame.y));
+        return;
+    }
+    if (gtk_layer_get_monitor(window) != output.monitor) {
+        gtk_layer_set_monitor(window, output.monitor);
+    }
+    gtk_layer_set_margin(window, GTK_LAYER_SHELL_EDGE_LEFT, whole(frame.x - output.screen.bounds.x));
+    gtk_layer_set_margin(window, GTK_LAYER_SHELL_EDGE_TOP, whole(frame.y - output.screen.bounds.y));
+}
+
+void DesktopWindow::hide() {
+    gtk_widget_hide(window_.get());
+    monitor_ = nullptr;
+}
+
+bool DesktopWindow::isComposited() const {
+    return gdk_screen_is_composited(gtk_widget_get_screen(window_.get())) != FALSE;
+}
+
+} // namespace host

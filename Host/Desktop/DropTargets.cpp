@@ -1,0 +1,90 @@
+#include "Host/Desktop/DropTargets.h"
+
+#include "Host/Desktop/TilePaint.h"
+#include "Host/Placement/Snapping.h"
+
+#include <array>
+#include <cmath>
+
+namespace host {
+namespace {
+
+/// Nothing is handed over but the fact: both ends are here.
+GtkTargetEntry* target() {
+    static std::string name = "application/x-widgethost-widget";
+    static GtkTargetEntry entry{name.data(), GTK_TARGET_SAME_APP, 0};
+    return &entry;
+}
+
+gboolean drawNothing(GtkWidget* /*widget*/, cairo_t* cairo, gpointer /*unused*/) {
+    clear(cairo);
+    return TRUE;
+}
+
+} // namespace
+
+DropTargets::Target::Target(DropTargets& all, const Output& on)
+    : targets(all), output(on), window(DesktopWindow::Level::desktop, DesktopWindow::Input::all) {
+    gtk_drag_dest_set(window.widget(), GTK_DEST_DEFAULT_MOTION, target(), 1, GDK_ACTION_COPY);
+    g_signal_connect(window.widget(), "drag-drop", G_CALLBACK(&DropTargets::dropped), this);
+    g_signal_connect(window.widget(), "draw", G_CALLBACK(&drawNothing), nullptr);
+    window.put(output, output.screen.bounds);
+}
+
+void DropTargets::addSource(GtkWidget* widget, const Instance& instance, const FaceView& view) {
+    Source* source = sources_.emplace_back(std::make_unique<Source>(Source{this, instance, view})).get();
+    gtk_drag_source_set(widget, GDK_BUTTON1_MASK, target(), 1, GDK_ACTION_COPY);
+    g_signal_connect(widget, "drag-begin", G_CALLBACK(&DropTargets::begun), source);
+    g_signal_connect(widget, "drag-end", G_CALLBACK(&DropTargets::ended), source);
+}
+
+void DropTargets::begun(GtkWidget* widget, GdkDragContext* context, gpointer source) {
+    const auto& begun = *static_cast<Source*>(source);
+    DropTargets& self = *begun.targets;
+    self.dragged_ = &begun;
+    const Face& face = begun.view.face();
+    const int scale = gtk_widget_get_scale_factor(widget);
+    const SurfaceHandle icon(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, face.width, face.height));
+    const CairoHandle cairo(cairo_create(icon.get()));
+    paintTile(cairo.get(), face,
+              {0, 0, static_cast<double>(face.width), static_cast<double>(face.height)}, Backdrop::transparent);
+    cairo_surface_set_device_scale(icon.get(), scale, scale);
+    gtk_drag_set_icon_surface(context, icon.get());
+    for (const Output& output : self.outputs_.all()) {
+        self.targets_.push_back(std::make_unique<Target>(self, output));
+    }
+}
+
+void DropTargets::ended(GtkWidget* /*widget*/, GdkDragContext* /*context*/, gpointer source) {
+    DropTargets& self = *static_cast<Source*>(source)->targets;
+    self.dragged_ = nullptr;
+    // Not from within what they are told.
+    self.hiding_.whenIdle<&DropTargets::hide>(&self);
+}
+
+void DropTargets::hide() {
+    targets_.clear();
+}
+
+gboolean DropTargets::dropped(GtkWidget* /*widget*/, GdkDragContext* context, int x, int y, guint time,
+                              gpointer target) {
+    const auto& at = *static_cast<Target*>(target);
+    DropTargets& self = at.targets;
+    const bool isOurs = self.dragged_ != nullptr;
+    if (isOurs) {
+        const Face& face = self.dragged_->view.face();
+        const Rect& bounds = at.output.screen.bounds;
+        const double scale = at.output.scale;
+        const Size size{face.width / scale, face.height / scale};
+        // The picture hangs at the pointer by its corner.
+        const Rect frame = snapped({bounds.x + x, bounds.y + y, size.width, size.height}, {}, at.output.screen.area);
+        Instance instance = self.dragged_->instance;
+        instance.output = at.output.screen.name;
+        instance.position = Position{frame.x - bounds.x, frame.y - bounds.y};
+        self.dropped_(instance);
+    }
+    gtk_drag_finish(context, static_cast<gboolean>(isOurs), FALSE, time);
+    return TRUE;
+}
+
+} // namespace host

@@ -1,0 +1,55 @@
+// Dragging a widget from the gallery to its place on the desktop.
+//
+// While one is dragged, a clear window on every screen takes what is dropped there.
+#pragma once
+
+#include "Host/Arrangement/Arrangement.h"
+#include "Host/Desktop/DesktopWindow.h"
+#include "Host/Desktop/FaceView.h"
+#include "Host/Desktop/Outputs.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace host {
+
+class DropTargets {
+  public:
+    using Dropped = std::function<void(const Instance& instance)>;
+
+    /// `dropped` is told the instance with its place.
+    DropTargets(const Outputs& outputs, Dropped dropped) : outputs_(outputs), dropped_(std::move(dropped)) {}
+    DropTargets(const DropTargets&) = delete;
+    DropTargets& operator=(const DropTargets&) = delete;
+
+    /// Lets `instance` be dragged from `widget`, under its picture in `view`; both must live as long as the widget.
+    void addSource(GtkWidget* widget, const Instance& instance, const FaceView& view);
+
+  private:
+    struct Source {
+        DropTargets* targets;
+        const Instance& instance;
+        const FaceView& view;
+    };
+    struct Target {
+        Target(DropTargets& all, const Output& on);
+        DropTargets& targets;
+        Output output;
+        DesktopWindow window;
+    };
+
+    static void begun(GtkWidget* widget, GdkDragContext* context, gpointer source);
+    static void ended(GtkWidget* widget, GdkDragContext* context, gpointer source);
+    static gboolean dropped(GtkWidget* widget, GdkDragContext* context, int x, int y, guint time, gpointer target);
+    void hide();
+
+    const Outputs& outputs_;
+    Dropped dropped_;
+    std::vector<std::unique_ptr<Source>> sources_;
+    std::vector<std::unique_ptr<Target>> targets_;
+    const Source* dragged_ = nullptr;
+    LaterCall hiding_;
+};
+
+} // namespace host

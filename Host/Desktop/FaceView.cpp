@@ -1,0 +1,62 @@
+#include "Host/Desktop/FaceView.h"
+
+#include "Host/Desktop/TilePaint.h"
+#include "Host/Desktop/WaitingView.h"
+#include "Host/Layout/Measures.h"
+
+#include <cmath>
+
+namespace host {
+
+FaceView::FaceView(std::string family, std::string name, Studio& studio, const DesktopSettings& settings)
+    : family_(std::move(family)), studio_(studio), settings_(settings),
+      area_(GTK_WIDGET(g_object_ref_sink(gtk_drawing_area_new()))) {
+    AtkObject* accessible = gtk_widget_get_accessible(widget());
+    atk_object_set_role(accessible, ATK_ROLE_IMAGE);
+    atk_object_set_name(accessible, name.c_str());
+    gtk_widget_set_halign(widget(), GTK_ALIGN_CENTER);
+    gtk_widget_set_valign(widget(), GTK_ALIGN_START);
+    connect<&FaceView::draw>(widget(), "draw", this);
+    connect<&FaceView::scaleNoticed>(widget(), "notify::scale-factor", this);
+    restyle();
+}
+
+FaceView::~FaceView() {
+    g_signal_handlers_disconnect_by_data(widget(), this);
+}
+
+void FaceView::show(const Entry& entry) {
+    entry_ = entry;
+    restyle();
+}
+
+void FaceView::restyle() {
+    const DesktopLook& look = settings_.look();
+    const FaceStyle style{.appearance = {.scheme = look.scheme,
+                                         .redaction = entry_ ? Redaction::none : Redaction::placeholder,
+                                         .contrast = look.contrast,
+                                         .accent = look.accent},
+                          .scale = gtk_widget_get_scale_factor(widget()) * look.textScale,
+                          .direction = look.direction};
+    const Size size = familySize(family_);
+    face_ = makeFace(entry_ ? entry_->view : waitingView(family_), size, style, studio_.renderer());
+    const auto length = [&](double points) {
+        return static_cast<int>(std::ceil(points * look.textScale + 2 * shadowMargin));
+    };
+    gtk_widget_set_size_request(widget(), length(size.width), length(size.height));
+    gtk_widget_queue_draw(widget());
+}
+
+void FaceView::scaleNoticed(GParamSpec* /*property*/) {
+    restyle();
+}
+
+gboolean FaceView::draw(cairo_t* cairo) {
+    const Size size = familySize(family_);
+    const double scale = settings_.look().textScale;
+    paintTile(cairo, face_, {shadowMargin, shadowMargin, size.width * scale, size.height * scale},
+              Backdrop::transparent);
+    return TRUE;
+}
+
+} // namespace host

@@ -1,0 +1,15 @@
+// The texts of the toolkit's windows.
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <string>
+
+namespace host {
+
+/// A large one, at the start of its line.
+GtkWidget* makeTitle(const std::string& text);
+/// A fainter one, which wraps.
+GtkWidget* makeNote(const std::string& text);
+
+} // namespace host

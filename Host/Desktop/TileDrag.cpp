@@ -1,0 +1,49 @@
+#include "Host/Desktop/TileDrag.h"
+
+#include "Host/Desktop/TilePaint.h"
+#include "Host/Placement/Snapping.h"
+
+namespace host {
+
+TileDrag::TileDrag(const Face& face, const Rect& start, const std::vector<Output>& outputs,
+                   std::multimap<std::size_t, Rect> others)
+    : face_(face), start_(start), outputs_(outputs), others_(std::move(others)),
+      window_(DesktopWindow::Level::front, DesktopWindow::Input::none) {
+    connect<&TileDrag::draw>(window_.widget(), "draw", this);
+}
+
+TileDrag::~TileDrag() {
+    g_signal_handlers_disconnect_by_data(window_.widget(), this);
+}
+
+void TileDrag::move(Point distance) {
+    const Rect wanted{start_.x + distance.x, start_.y + distance.y, start_.width, start_.height};
+    std::vector<Screen> screens;
+    for (const Output& output : outputs_) {
+        screens.push_back(output.screen);
+    }
+    const std::size_t output = screenAt({wanted.x + wanted.width / 2, wanted.y + wanted.height / 2}, screens);
+    std::vector<Rect> neighbours;
+    for (auto [each, last] = others_.equal_range(output); each != last; ++each) {
+        neighbours.push_back(each->second);
+    }
+    place_ = {output, snapped(wanted, neighbours, screens[output].area)};
+    const double outset = margin();
+    const Rect& frame = place_.frame;
+    window_.put(outputs_[output],
+                {frame.x - outset, frame.y - outset, frame.width + 2 * outset, frame.height + 2 * outset});
+}
+
+double TileDrag::margin() const {
+    return window_.isComposited() ? shadowMargin : 0;
+}
+
+gboolean TileDrag::draw(cairo_t* cairo) {
+    const double outset = margin();
+    clear(cairo);
+    paintTile(cairo, face_, {outset, outset, place_.frame.width, place_.frame.height},
+              window_.isComposited() ? Backdrop::transparent : Backdrop::opaque);
+    return TRUE;
+}
+
+} // namespace host

@@ -1,0 +1,48 @@
+// A tile on its way to another place.
+//
+// The tile's own window stays, faint, where it was, because the pointer is followed in its coordinates; what moves is a
+// window of the drag's own that shows where the tile would come to lie.
+#pragma once
+
+#include "Host/Desktop/DesktopWindow.h"
+#include "Host/Desktop/Outputs.h"
+#include "Host/Pictures/Face.h"
+
+#include <cstddef>
+#include <map>
+#include <vector>
+
+namespace host {
+
+class TileDrag {
+  public:
+    /// `start` is where the tile lies, `others` where the other tiles lie, by the index of their outputs. `face` is
+    /// good as long as this.
+    TileDrag(const Face& face, const Rect& start, const std::vector<Output>& outputs,
+             std::multimap<std::size_t, Rect> others);
+    TileDrag(const TileDrag&) = delete;
+    TileDrag& operator=(const TileDrag&) = delete;
+    ~TileDrag();
+
+    /// The pointer is so far from where it began.
+    void move(Point distance);
+
+    struct Place {
+        std::size_t output = 0;
+        Rect frame;
+    };
+    const Place& place() const { return place_; }
+
+  private:
+    gboolean draw(cairo_t* cairo);
+    double margin() const;
+
+    const Face& face_;
+    Rect start_;
+    const std::vector<Output>& outputs_;
+    std::multimap<std::size_t, Rect> others_;
+    Place place_;
+    DesktopWindow window_;
+};
+
+} // namespace host

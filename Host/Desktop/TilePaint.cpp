@@ -1,0 +1,111 @@
+#include "Host/Desktop/TilePaint.h"
+
+#include "Host/Drawing/Shapes.h"
+#include "Host/Layout/Measures.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+namespace {
+
+constexpr double shadowDrop = 3;
+/// The shadow is laid in this many sheets, each a little larger and all of them faint.
+constexpr int shadowSheets = 13;
+constexpr double sheetAlpha = 0.017;
+
+constexpr double markOutset = 4;
+constexpr double markRadius = 7;
+constexpr double focusWidth = 2;
+
+Rect outsetBy(const Rect& rect, double distance) {
+    return {rect.x - distance, rect.y - distance, rect.width + 2 * distance, rect.height + 2 * distance};
+}
+
+Rgba groundOf(ColorScheme scheme) {
+    return scheme == ColorScheme::light ? Rgba{0.965, 0.965, 0.973, 1} : Rgba{0.149, 0.149, 0.165, 1};
+}
+
+/// Outside the tile only: nothing of it is to darken what shines through.
+void paintShadow(cairo_t* cairo, const Rect& frame, double radius) {
+    cairo_save(cairo);
+    const Rect all = outsetBy(frame, shadowMargin);
+    cairo_rectangle(cairo, all.x, all.y, all.width, all.height);
+    addRoundedRect(cairo, frame, radius);
+    cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_EVEN_ODD);
+    cairo_clip(cairo);
+    cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+    for (int sheet = 0; sheet < shadowSheets; ++sheet) {
+        Rect rect = outsetBy(frame, sheet);
+        rect.y += shadowDrop;
+        addRoundedRect(cairo, rect, radius + sheet);
+        setSource(cairo, {0, 0, 0, sheetAlpha});
+        cairo_fill(cairo);
+    }
+    cairo_restore(cairo);
+}
+
+} // namespace
+
+void clear(cairo_t* cairo) {
+    cairo_save(cairo);
+    cairo_set_operator(cairo, CAIRO_OPERATOR_CLEAR);
+    cairo_paint(cairo);
+    cairo_restore(cairo);
+}
+
+void paintTile(cairo_t* cairo, const Face& face, const Rect& frame, Backdrop backdrop, double alpha) {
+    if (face.width <= 0 || face.height <= 0) {
+        return;
+    }
+    const double unit = frame.width * face.scale / face.width;
+    if (backdrop == Backdrop::opaque) {
+        setSource(cairo, groundOf(face.appearance.scheme));
+        cairo_rectangle(cairo, frame.x, frame.y, frame.width, frame.height);
+        cairo_fill(cairo);
+    } else if (alpha == 1) {
+        paintShadow(cairo, frame, cornerRadius * unit);
+    }
+    // Cairo only reads what it is given as a source.
+    auto* pixels = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(face.pixels.data()));
+    const SurfaceHandle picture(
+        cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_ARGB32, face.width, face.height, face.width * 4));
+    cairo_save(cairo);
+    cairo_translate(cairo, frame.x, frame.y);
+    cairo_scale(cairo, frame.width / face.width, frame.height / face.height);
+    cairo_set_source_surface(cairo, picture.get(), 0, 0);
+    cairo_paint_with_alpha(cairo, alpha);
+    cairo_restore(cairo);
+}
+
+void paintHover(cairo_t* cairo, const Rect& frame, ColorScheme scheme) {
+    const double gray = scheme == ColorScheme::light ? 0 : 1;
+    setSource(cairo, {gray, gray, gray, 0.07});
+    addRoundedRect(cairo, outsetBy(frame, markOutset), markRadius);
+    cairo_fill(cairo);
+}
+
+void paintFocus(cairo_t* cairo, const Rect& frame, const Rgba& accent) {
+    setSource(cairo, accent);
+    cairo_set_line_width(cairo, focusWidth);
+    addRoundedRect(cairo, outsetBy(frame, markOutset - focusWidth / 2), markRadius);
+    cairo_stroke(cairo);
+}
+
+RegionHandle roundedRegion(const Rect& rect, double radius) {
+    RegionHandle region(cairo_region_create());
+    const int height = static_cast<int>(std::ceil(rect.height));
+    for (int row = 0; row < height; ++row) {
+        // How far the middle of the row reaches into a corner.
+        const double middle = row + 0.5;
+        const double depth = std::max({radius - middle, middle - (rect.height - radius), 0.0});
+        const double inset = radius - std::sqrt(std::max(0.0, radius * radius - depth * depth));
+        const cairo_rectangle_int_t line{static_cast<int>(std::round(rect.x + inset)),
+                                         static_cast<int>(rect.y) + row,
+                                         static_cast<int>(std::round(rect.width - 2 * inset)), 1};
+        cairo_region_union_rectangle(region.get(), &line);
+    }
+    return region;
+}
+
+} // namespace host

@@ -1,0 +1,124 @@
+// The window of one tile: shows its face, says what can be clicked, and what was.
+//
+// The face's parts are widgets of the toolkit that draw nothing: so the keyboard goes from link to link as in every
+// window, and assistive technology finds each with its name, its place and what it does. The pointer is followed by the
+// window itself, because a drag may begin anywhere.
+#pragma once
+
+#include "Host/Arrangement/Arrangement.h"
+#include "Host/Desktop/DesktopWindow.h"
+#include "Host/Pictures/Face.h"
+
+#include <cairo.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// Something on a tile, and what it does.
+struct TilePart {
+    enum class Act {
+        nothing,
+        /// Opens the part's link.
+        open,
+        /// Says why the tile could not be brought up to date.
+        explain,
+        /// Takes the removal of the tile back.
+        undo,
+    };
+    LayoutPart part;
+    Act act = Act::nothing;
+};
+
+/// The parts of a face, with links that open; first of all the tile itself where it has a link of its own, called
+/// `name`.
+std::vector<TilePart> partsOf(const Face& face, const std::string& name);
+
+/// What a tile's user does.
+class TileHands {
+  public:
+    virtual ~TileHands() = default;
+    virtual void activated(InstanceId id, const TilePart& part) = 0;
+    /// `url` is that of the link under the pointer, or with the focus, or the tile's own. `event` is what asked.
+    virtual void menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) = 0;
+    /// A drag: begun, `distance` from where it began, ended. `dropped` where the tile is to lie there now.
+    virtual void dragged(InstanceId id, Point distance) = 0;
+    virtual void dragEnded(InstanceId id, bool dropped) = 0;
+    /// The screen has another scale now, or is composited otherwise.
+    virtual void scaleChanged(InstanceId id) = 0;
+};
+
+class TileWindow {
+  public:
+    /// `hands` must outlive this.
+    TileWindow(InstanceId id, TileHands& hands);
+    TileWindow(const TileWindow&) = delete;
+    TileWindow& operator=(const TileWindow&) = delete;
+    ~TileWindow();
+
+    /// Where it lies on the desktop of all screens, without its shadow.
+    void put(const Output& output, const Rect& frame);
+    void hide() { window_.hide(); }
+
+    /// The tile's picture from now on. `name` is what the widget is called.
+    void show(Face face, std::vector<TilePart> parts, const std::string& name);
+    const Face& face() const { return face_; }
+
+    /// A tile that is dragged leaves its shape behind.
+    void setGhostly(bool isGhostly);
+    /// How the focus and what the pointer is on are marked.
+    void setMarks(const Rgba& accent, ColorScheme scheme);
+
+    GtkWidget* widget() const { return window_.widget(); }
+    int deviceScale() const { return gtk_widget_get_scale_factor(window_.widget()); }
+
+  private:
+    static void clicked(GtkButton* button, gpointer self);
+    gboolean draw(cairo_t* cairo);
+    gboolean pressed(GdkEvent* event);
+    gboolean released(GdkEvent* event);
+    gboolean moved(GdkEvent* event);
+    gboolean left(GdkEvent* event);
+    gboolean keyPressed(GdkEvent* event);
+    gboolean focusChanged(GdkEvent* event);
+    void focusMoved(GtkWidget* focused);
+    void scaleNoticed(GParamSpec* property);
+    void compositionChanged();
+
+    void makeParts();
+    void shape();
+    /// Points to the window's units.
+    double unit() const { return face_.width > 0 ? frame_.width / (face_.width / face_.scale) : 1; }
+    /// What the shadow takes on each side.
+    double margin() const;
+    Rect inWindow(const Rect& points) const;
+    /// Whether the part is the tile itself.
+    bool isWhole(std::size_t part) const;
+    std::optional<std::size_t> partAt(Point point) const;
+    std::optional<std::size_t> focusedPart() const;
+    std::optional<std::string> urlOf(std::optional<std::size_t> part) const;
+    void hover(std::optional<std::size_t> part);
+    void activate(std::optional<std::size_t> part);
+
+    InstanceId id_;
+    TileHands& hands_;
+    DesktopWindow window_;
+    GtkWidget* fixed_;
+    Face face_;
+    std::vector<TilePart> parts_;
+    /// The widgets of the parts, in their order; the container has them.
+    std::vector<GtkWidget*> widgets_;
+    Rect frame_;
+    std::optional<Output> output_;
+    Rgba accent_;
+    ColorScheme scheme_ = ColorScheme::light;
+    bool isGhostly_ = false;
+    std::optional<std::size_t> hovered_;
+    /// Where the first button went down.
+    std::optional<Point> press_;
+    bool isDragged_ = false;
+};
+
+} // namespace host

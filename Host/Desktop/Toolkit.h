@@ -1,0 +1,16 @@
+// Starting the toolkit, and its own small windows.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace host {
+
+/// Connects to the display of the environment, in the user's language. Nothing where that is done; else why not, in one
+/// clear line. Call once, at start, before other threads.
+std::optional<std::string> startToolkit();
+
+/// Tells the user what could not be done, in a window.
+void showFailure(const std::string& message);
+
+} // namespace host
