@@ -5,6 +5,7 @@ import os
 import plistlib
 import subprocess
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -92,17 +93,42 @@ class Extension:
                          environment={"family": family, "renderingMode": mode})["result"]
 
 
-class SessionBus:
-    """A session bus of its own."""
+BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+    "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+    <type>session</type> <listen>unix:tmpdir={folder}</listen> <auth>EXTERNAL</auth> <servicedir>{services}</servicedir>
+    <policy context="default"> <allow send_destination="*" eavesdrop="true"/> <allow eavesdrop="true"/> <allow own="*"/> </policy>
+</busconfig>
+"""
 
-    def __init__(self):
-        self.process = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE,
-                                        stderr=subprocess.DEVNULL)
+
+class SessionBus:
+    """A session bus of its own. It starts the services described in a folder, if one is given, with these variables; none of the
+    machine's."""
+
+    def __init__(self, services="/nowhere", variables=None):
+        self.folder = tempfile.TemporaryDirectory()
+        configuration = Path(self.folder.name) / "bus.conf"
+        configuration.write_text(BUS_CONFIGURATION.format(folder=self.folder.name, services=services))
+        self.process = subprocess.Popen(["dbus-daemon", "--config-file", configuration, "--nofork", "--print-address=1"],
+                                        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=variables)
         self.variables = {"DBUS_SESSION_BUS_ADDRESS": self.process.stdout.readline().decode().strip()}
 
     def end(self):
+        """May be called again."""
         self.process.kill()
         self.process.__exit__(None, None, None)
+        self.folder.cleanup()
+
+
+def wait_until(is_so, what, seconds=20):
+    """Asks until the answer is true, and answers with it."""
+    deadline = time.monotonic() + seconds
+    while not (answer := is_so()):
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {seconds} s for {what}")
+        time.sleep(.02)
+    return answer
 
 
 def nodes(node):

@@ -1,0 +1,95 @@
+"""A Wayland desktop: sway, drawing into memory."""
+
+import json
+import os
+import shutil
+import socket
+import struct
+from pathlib import Path
+
+from picture import Picture
+from support import wait_until
+from wayland_hands import WaylandHands
+from world import HEIGHT, WIDTH, Output, Window, World
+
+CONFIGURATION = """
+xwayland disable
+output * mode {width}x{height}
+output HEADLESS-1 position 0 0
+output * bg "{wallpaper}" fill
+default_border none
+default_floating_border none
+focus_on_window_activation none
+for_window [title="^Plain$"] floating enable
+"""
+RUN_COMMAND, GET_OUTPUTS, GET_TREE = 0, 3, 4
+
+
+class WaylandWorld(World):
+    KIND = "wayland"
+    PROGRAMS = ("sway", "swaybg", "grim")
+
+    def start_display(self):
+        configuration = self.folder / "sway"
+        configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT, wallpaper=self.wallpaper_file))
+        self.control = self.folder / "run" / "control"
+        self.compositor = self.start_compositor(
+            "sway", "-c", configuration, WLR_BACKENDS="headless", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1",
+            SWAYSOCK=str(self.control), LD_PRELOAD=str(Path(os.environ["TEST_PROGRAMS"]) / "libheadless_outputs.so"))
+        sockets = lambda: [path.name for path in self.runtime.glob("wayland-*") if path.is_socket()]
+        wait_until(lambda: sockets() and self.control.exists() and self.outputs(), "sway")
+        self.display = {"WAYLAND_DISPLAY": sockets()[0]}
+        self.hands = WaylandHands(self.runtime / sockets()[0], self.bounds)
+
+    def ask(self, kind, content=""):
+        with socket.socket(socket.AF_UNIX) as connection:
+            connection.settimeout(20)
+            connection.connect(str(self.control))
+            connection.sendall(b"i3-ipc" + struct.pack("=2I", len(content.encode()), kind) + content.encode())
+            with connection.makefile("rb") as answer:
+                length, _ = struct.unpack("=2I", answer.read(14)[6:])
+                return json.loads(answer.read(length))
+
+    def command(self, text):
+        for answer in self.ask(RUN_COMMAND, text):
+            assert answer["success"], (text, answer)
+
+    def outputs(self):
+        return [Output(each["name"], *(each["rect"][key] for key in ("x", "y", "width", "height")), each["scale"])
+                for each in self.ask(GET_OUTPUTS) if each["active"]]
+
+    def windows(self):
+        """Ordinary windows alone: sway does not list those of its layers."""
+        def walk(node):
+            for child in node["nodes"] + node["floating_nodes"]:
+                yield from walk(child)
+            if node.get("pid") and node["type"] in ("con", "floating_con"):
+                yield Window(node["name"] or "", node["pid"], *(node["rect"][key] for key in ("x", "y", "width", "height")))
+        return list(walk(self.ask(GET_TREE)))
+
+    def place_window(self, process, x, y, width, height):
+        wait_until(lambda: any(each.process == process for each in self.windows()), "a window")
+        self.command(f"[pid={process}] floating enable, resize set {width} px {height} px, move absolute position {x} {y}")
+
+    def screenshot(self, output=None):
+        """In pixels, of one output or of the whole layout at the largest scale; the pointer is not in it."""
+        return Picture.from_ppm(self.run("grim", "-t", "ppm", *(["-o", output] if output else []), "-"))
+
+    def add_output(self):
+        """To the right of all others. Its name."""
+        names, end = {each.name for each in self.outputs()}, sum(self.bounds()[0:4:2])
+        self.command("create_output")
+        name, = {each.name for each in self.outputs()} - names
+        self.command(f"output {name} position {end} 0")
+        return name
+
+    def remove_output(self, name):
+        self.command(f"output {name} disable")
+        assert name not in {each.name for each in self.outputs()}
+
+    def bring_back(self, name):
+        self.command(f"output {name} enable")
+        assert name in {each.name for each in self.outputs()}
+
+    def set_scale(self, output, scale):
+        self.command(f"output {output} scale {scale}")

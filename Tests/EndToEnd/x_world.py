@@ -1,0 +1,176 @@
+"""An X11 desktop: an X server with openbox, drawing into memory."""
+
+import os
+import re
+import signal
+import subprocess
+
+import Xlib.display
+import Xlib.X
+
+from picture import Picture
+from support import wait_until
+from world import HEIGHT, WIDTH, Output, Window, World
+
+# The server for real cards, since its dummy one has outputs that come and go as a card's do; Xvfb has one that stays.
+SERVER = "/usr/lib/xorg/Xorg"
+CONFIGURATION = """
+Section "ServerFlags"
+    Option "AutoAddDevices" "false"
+    Option "AutoEnableDevices" "false"
+    Option "AutoAddGPU" "false"
+EndSection
+Section "Device"
+    Identifier "card"
+    Driver "dummy"
+    VideoRam 65536
+EndSection
+Section "Monitor"
+    Identifier "monitor"
+    HorizSync 5-1000
+    VertRefresh 5-200
+    Modeline "{width}x{height}" 83.50 {width} 1352 1480 1680 {height} 803 809 831
+EndSection
+Section "Screen"
+    Identifier "screen"
+    Device "card"
+    Monitor "monitor"
+    DefaultDepth 24
+    SubSection "Display"
+        Depth 24
+        Modes "{width}x{height}"
+        Virtual {width} {height}
+    EndSubSection
+EndSection
+"""
+OPENBOX = """<?xml version="1.0"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc"><desktops><number>1</number></desktops></openbox_config>
+"""
+
+
+class XWorld(World):
+    """With `compositing`, windows may be translucent."""
+    KIND = "x11"
+    PROGRAMS = (SERVER, "openbox", "xdotool", "xrandr", "xprop", "hsetroot", "xsettingsd", "xcompmgr")
+
+    def __init__(self, home=None, accessible=False, compositing=False):
+        self.compositing = compositing
+        super().__init__(home, accessible)
+
+    def start_display(self):
+        configuration = self.folder / "server"
+        configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT))
+        reader, writer = os.pipe()
+        try:
+            os.set_inheritable(writer, True)
+            self.compositor = self.start_compositor(
+                SERVER, "-displayfd", str(writer), "-config", configuration, "-logfile", self.runtime / "server.log", "-nolisten", "tcp",
+                "-noreset", "-novtswitch", "-sharevts", "-nocursor", inherited=(writer,))
+        finally:
+            os.close(writer)
+        with open(reader) as number:
+            self.display = {"DISPLAY": ":" + number.readline().strip()}
+        assert self.display["DISPLAY"] != ":", (self.folder / "compositor.log").read_text()
+        self.hands = XHands(self)
+        self.places = {each.name: each.x for each in self.outputs()}
+        openbox = self.folder / "openbox.xml"
+        openbox.write_text(OPENBOX)
+        self.start("openbox", "--config-file", openbox, "--sm-disable", stderr=subprocess.DEVNULL)
+        wait_until(lambda: b"window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "openbox")
+        self.settings = self.folder / "settings"
+        self.settings.write_text("Gdk/WindowScalingFactor 1\n")
+        self.settings_daemon = self.start("xsettingsd", "-c", self.settings, stderr=subprocess.DEVNULL)
+        if self.compositing:
+            self.start("xcompmgr", stderr=subprocess.DEVNULL)
+        self.draw_wallpaper()
+
+    def draw_wallpaper(self):
+        self.run("hsetroot", "-fill", self.wallpaper_file)
+
+    def outputs(self):
+        """Their places are in pixels, whatever the scale."""
+        lines = re.findall(r"^(\S+) connected (?:primary )?(\d+)x(\d+)\+(\d+)\+(\d+)", self.run("xrandr").decode(), re.MULTILINE)
+        return [Output(name, int(x), int(y), int(width), int(height), 1) for name, width, height, x, y in lines]
+
+    def windows(self):
+        listed = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING").decode()
+        windows = []
+        for number in re.findall("0x[0-9a-f]+", listed):
+            try:
+                said = self.run("xprop", "-id", number, "_NET_WM_NAME", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE").decode()
+                place = dict(re.findall(r"(\w+)=(-?\d+)", self.run("xdotool", "getwindowgeometry", "--shell", number).decode()))
+            except AssertionError:
+                continue  # It was closed meanwhile.
+            title = re.search(r'_NET_WM_NAME.* = "(.*)"', said)
+            process = re.search(r"_NET_WM_PID.* = (\d+)", said)
+            windows.append(Window(title[1] if title else "", int(process[1]) if process else 0, *(int(place[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")),
+                                  "".join(re.findall("_NET_WM_WINDOW_TYPE_(\\w+)", said)[:1]), tuple(re.findall("_NET_WM_STATE_(\\w+)", said))))
+        return windows
+
+    def place_window(self, process, x, y, width, height):
+        wait_until(lambda: any(each.process == process for each in self.windows()), "a window")
+        number = self.run("xdotool", "search", "--onlyvisible", "--pid", process).split()[-1].decode()
+        self.run("xdotool", "windowmove", number, x, y, "windowsize", number, width, height, "windowactivate", number)
+
+    def screenshot(self, output=None):
+        """Of one output or of the whole screen; the pointer is not in it."""
+        display = Xlib.display.Display(self.display["DISPLAY"])
+        try:
+            root = display.screen().root
+            size = root.get_geometry()
+            place = self.output(output) if output else Output("", 0, 0, size.width, size.height, 1)
+            image = root.get_image(place.x, place.y, place.width, place.height, Xlib.X.ZPixmap, 0xFFFFFFFF)
+            return Picture.from_words(place.width, place.height, image.data)
+        finally:
+            display.close()
+
+    def add_output(self):
+        """To the right of all others. Its name."""
+        name = f"DUMMY{1 + max(int(each.name[5:]) for each in self.outputs())}"
+        self.run("xrandr", "--addmode", name, f"{WIDTH}x{HEIGHT}")
+        self.places[name] = sum(self.bounds()[0:4:2])
+        self.bring_back(name)
+        return name
+
+    def remove_output(self, name):
+        self.run("xrandr", "--output", name, "--off")
+        self.draw_wallpaper()
+
+    def bring_back(self, name):
+        self.run("xrandr", "--output", name, "--mode", f"{WIDTH}x{HEIGHT}", "--pos", f"{self.places[name]}x0")
+        self.draw_wallpaper()
+
+    def set_scale(self, output, scale):
+        """Of all outputs, a whole number: X11 knows no other."""
+        self.settings.write_text(f"Gdk/WindowScalingFactor {scale}\n")
+        self.settings_daemon.send_signal(signal.SIGHUP)
+
+
+class XHands:
+    """Coordinates are pixels of the screen. The server takes everything in before a call returns."""
+
+    def __init__(self, world):
+        self.do = lambda *arguments: world.run("xdotool", *arguments)
+
+    def close(self):
+        pass
+
+    def move(self, x, y):
+        self.do("mousemove", "--sync", x, y)
+
+    def press(self, button):
+        self.do("mousedown", button)
+
+    def release(self, button):
+        self.do("mouseup", button)
+
+    def scroll(self, clicks):
+        """Down by so many clicks of a wheel; up where they are negative."""
+        self.do("click", "--repeat", abs(clicks), "--delay", 0, 5 if clicks > 0 else 4)
+
+    def key(self, name):
+        """A key's name or character, with modifiers before it: "Tab", "shift+Tab", "ctrl+a"."""
+        self.do("key", "--delay", 0, name)
+
+    def type(self, text):
+        self.do("type", "--delay", 0, text)
