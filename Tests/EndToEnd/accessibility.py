@@ -1,8 +1,4 @@
-"""What assistive technology reads of an application, and does in it.
-
-As a program it looks once, in the world that its variables name, and writes the application's tree as JSON; with the place of an
-object in that tree and an action's name it does that action instead.
-"""
+"""What assistive technology reads of an application, and does in it."""
 
 import dataclasses
 import json
@@ -36,7 +32,7 @@ class AccessibleApplication:
     """A process in a world that was made with `accessible`."""
 
     def __init__(self, world, process):
-        self.ask = lambda *more: json.loads(world.run(sys.executable, "-B", Path(__file__), process.pid, *more))
+        self.ask = lambda *more: json.loads(world.run(sys.executable, "-B", Path(__file__).with_name("read_accessibility.py"), process.pid, *more))
 
     def tree(self):
         """As it is now; None where the application is not to be read (yet)."""
@@ -57,41 +53,3 @@ class AccessibleApplication:
     def do_action(self, accessible, name=None):
         """The named one, or the first."""
         assert self.ask(",".join(map(str, accessible.path)), name or accessible.actions[0]), (accessible, name)
-
-
-def look(process, path=None, action=None):
-    import gi
-    gi.require_version("Atspi", "2.0")
-    from gi.repository import Atspi
-
-    def children(node):
-        return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child]
-
-    def actions(node):
-        interface = node.get_action_iface()
-        return [Atspi.Action.get_action_name(interface, i) for i in range(Atspi.Action.get_n_actions(interface))] if interface else []
-
-    def describe(node, path):
-        component = node.get_component_iface()
-        box = Atspi.Component.get_extents(component, Atspi.CoordType.WINDOW) if component else None
-        return {"path": path, "role": node.get_role_name(), "name": node.get_name(), "description": node.get_description(),
-                "states": [state.value_nick for state in node.get_state_set().get_states()], "actions": actions(node),
-                "extents": [box.x, box.y, box.width, box.height] if box else [0, 0, 0, 0],
-                "children": [describe(child, [*path, i]) for i, child in enumerate(children(node))]}
-
-    application = next((each for each in children(Atspi.get_desktop(0)) if each.get_process_id() == process), None)
-    if path is None or application is None:
-        return application and describe(application, [])
-    node = application
-    for number in path:
-        node = children(node)[number]
-    return Atspi.Action.do_action(node.get_action_iface(), actions(node).index(action))
-
-
-if __name__ == "__main__":
-    pid, *place_and_action = sys.argv[1:]
-    if place_and_action:
-        place, action_name = place_and_action
-        print(json.dumps(look(int(pid), [int(part) for part in place.split(",") if part], action_name)))
-    else:
-        print(json.dumps(look(int(pid))))

@@ -72,8 +72,8 @@ class WaylandWorld(World):
         self.command(f"[pid={process}] floating enable, resize set {width} px {height} px, move absolute position {x} {y}")
 
     def screenshot(self, output=None):
-        """In pixels, of one output or of the whole layout at the largest scale; the pointer is not in it."""
-        return Picture.from_ppm(self.run("grim", "-t", "ppm", *(["-o", output] if output else []), "-"))
+        """Of one output in its pixels, or of the whole layout, a pixel to each unit of it; the pointer is not in it."""
+        return Picture.from_ppm(self.run("grim", "-t", "ppm", *(["-o", output] if output else ["-s", 1]), "-"))
 
     def add_output(self):
         """To the right of all others. Its name."""

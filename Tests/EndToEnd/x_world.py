@@ -1,5 +1,6 @@
 """An X11 desktop: an X server with openbox, drawing into memory."""
 
+import contextlib
 import os
 import re
 import signal
@@ -80,9 +81,23 @@ class XWorld(World):
         self.settings = self.folder / "settings"
         self.settings.write_text("Gdk/WindowScalingFactor 1\n")
         self.settings_daemon = self.start("xsettingsd", "-c", self.settings, stderr=subprocess.DEVNULL)
-        if self.compositing:
-            self.start("xcompmgr", stderr=subprocess.DEVNULL)
         self.draw_wallpaper()
+        if self.compositing:
+            # After the wallpaper, of whose change it may not hear while it starts.
+            self.start("xcompmgr", stderr=subprocess.DEVNULL)
+            wait_until(self.is_composited, "xcompmgr")
+
+    @contextlib.contextmanager
+    def connection(self):
+        display = Xlib.display.Display(self.display["DISPLAY"])
+        try:
+            yield display
+        finally:
+            display.close()
+
+    def is_composited(self):
+        with self.connection() as display:
+            return display.get_selection_owner(display.intern_atom("_NET_WM_CM_S0")) != Xlib.X.NONE
 
     def draw_wallpaper(self):
         self.run("hsetroot", "-fill", self.wallpaper_file)
@@ -114,15 +129,12 @@ class XWorld(World):
 
     def screenshot(self, output=None):
         """Of one output or of the whole screen; the pointer is not in it."""
-        display = Xlib.display.Display(self.display["DISPLAY"])
-        try:
+        with self.connection() as display:
             root = display.screen().root
             size = root.get_geometry()
             place = self.output(output) if output else Output("", 0, 0, size.width, size.height, 1)
             image = root.get_image(place.x, place.y, place.width, place.height, Xlib.X.ZPixmap, 0xFFFFFFFF)
             return Picture.from_words(place.width, place.height, image.data)
-        finally:
-            display.close()
 
     def add_output(self):
         """To the right of all others. Its name."""
@@ -134,10 +146,17 @@ class XWorld(World):
 
     def remove_output(self, name):
         self.run("xrandr", "--output", name, "--off")
-        self.draw_wallpaper()
+        self.after_change()
+        assert name not in {each.name for each in self.outputs()}
 
     def bring_back(self, name):
         self.run("xrandr", "--output", name, "--mode", f"{WIDTH}x{HEIGHT}", "--pos", f"{self.places[name]}x0")
+        self.after_change()
+        assert name in {each.name for each in self.outputs()}
+
+    def after_change(self):
+        # The dummy card counts an output as plugged in once it is asked again.
+        self.run("xrandr")
         self.draw_wallpaper()
 
     def set_scale(self, output, scale):
