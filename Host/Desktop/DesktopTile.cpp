@@ -39,7 +39,13 @@ std::string filledIn(const std::string& format, const std::string& value) {
 
 DesktopTile::DesktopTile(Instance instance, const std::string& renderingMode, const TileSurroundings& around)
     : around_(around), instance_(std::move(instance)), mode_(modeNamed(renderingMode)),
-      window_(instance_.id, around.hands) {}
+      window_(instance_.id, around.hands) {
+    mark();
+}
+
+void DesktopTile::mark() {
+    window_.setMarks(around_.settings.look().accent, around_.settings.look().scheme);
+}
 
 Size DesktopTile::size() const {
     const Size points = familySize(instance_.family);
@@ -96,7 +102,7 @@ void DesktopTile::reloaded() {
 }
 
 void DesktopTile::restyle() {
-    window_.setMarks(around_.settings.look().accent, around_.settings.look().scheme);
+    mark();
     paintSoon();
 }
 

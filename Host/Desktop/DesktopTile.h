@@ -93,6 +93,7 @@ class DesktopTile {
     Marks marks() const;
     FaceStyle style(Redaction redaction) const;
     std::string name() const;
+    void mark();
     void messageEnded();
     void waitedLong() { reloaded(); }
 

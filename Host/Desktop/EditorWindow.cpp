@@ -19,7 +19,7 @@ EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, cons
                            const DesktopSettings& settings, std::function<void(const Settings& chosen)> apply,
                            std::function<void()> closed)
     : host_(host), instance_(instance), apply_(std::move(apply)), closed_(std::move(closed)),
-      view_(instance.family, widget.displayName, studio, settings), dialog_(gtk_dialog_new()) {
+      dialog_(gtk_dialog_new()), view_(instance.family, widget.displayName, studio, settings) {
     GtkWindow* window = GTK_WINDOW(dialog_.get());
     gtk_window_set_title(window, widget.displayName.c_str());
     gtk_window_set_position(window, GTK_WIN_POS_CENTER);

@@ -39,9 +39,10 @@ class EditorWindow {
     Settings chosen_;
     std::function<void(const Settings& chosen)> apply_;
     std::function<void()> closed_;
+    /// Before what is in it, which lets go of its widgets first.
+    WindowHandle dialog_;
     FaceView view_;
     std::vector<std::unique_ptr<ParameterField>> fields_;
-    WindowHandle dialog_;
     /// Counts previews; only the last one's answer matters.
     int previews_ = 0;
     Lifetime lifetime_;

@@ -10,16 +10,21 @@ namespace host {
 namespace {
 
 constexpr double shadowDrop = 3;
-/// The shadow is laid in this many sheets, each a little larger and all of them faint.
+/// The shadow is laid in this many sheets, each a little larger and fainter.
 constexpr int shadowSheets = 13;
-constexpr double sheetAlpha = 0.017;
+constexpr double sheetAlpha = 0.032;
 
-constexpr double markOutset = 4;
-constexpr double markRadius = 7;
+/// Rows lie close above each other.
+constexpr double markOutsetAcross = 6;
+constexpr double markOutsetDown = 1.5;
+constexpr double markRadius = 6;
 constexpr double focusWidth = 2;
 
+Rect outsetBy(const Rect& rect, double across, double down) {
+    return {rect.x - across, rect.y - down, rect.width + 2 * across, rect.height + 2 * down};
+}
 Rect outsetBy(const Rect& rect, double distance) {
-    return {rect.x - distance, rect.y - distance, rect.width + 2 * distance, rect.height + 2 * distance};
+    return outsetBy(rect, distance, distance);
 }
 
 Rgba groundOf(ColorScheme scheme) {
@@ -39,7 +44,8 @@ void paintShadow(cairo_t* cairo, const Rect& frame, double radius) {
         Rect rect = outsetBy(frame, sheet);
         rect.y += shadowDrop;
         addRoundedRect(cairo, rect, radius + sheet);
-        setSource(cairo, {0, 0, 0, sheetAlpha});
+        const double rest = 1 - static_cast<double>(sheet) / shadowSheets;
+        setSource(cairo, {0, 0, 0, sheetAlpha * rest * rest});
         cairo_fill(cairo);
     }
     cairo_restore(cairo);
@@ -81,14 +87,14 @@ void paintTile(cairo_t* cairo, const Face& face, const Rect& frame, Backdrop bac
 void paintHover(cairo_t* cairo, const Rect& frame, ColorScheme scheme) {
     const double gray = scheme == ColorScheme::light ? 0 : 1;
     setSource(cairo, {gray, gray, gray, 0.07});
-    addRoundedRect(cairo, outsetBy(frame, markOutset), markRadius);
+    addRoundedRect(cairo, outsetBy(frame, markOutsetAcross, markOutsetDown), markRadius);
     cairo_fill(cairo);
 }
 
 void paintFocus(cairo_t* cairo, const Rect& frame, const Rgba& accent) {
     setSource(cairo, accent);
     cairo_set_line_width(cairo, focusWidth);
-    addRoundedRect(cairo, outsetBy(frame, markOutset - focusWidth / 2), markRadius);
+    addRoundedRect(cairo, outsetBy(frame, markOutsetAcross - focusWidth / 2, markOutsetDown), markRadius);
     cairo_stroke(cairo);
 }
 
