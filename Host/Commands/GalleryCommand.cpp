@@ -4,6 +4,8 @@
 #include "Host/Commands/Output.h"
 #include "Host/Drawing/Renderer.h"
 #include "Host/Layout/Measures.h"
+#include "Host/Pictures/FaceMaker.h"
+#include "Host/Pictures/UserDirection.h"
 
 #include <array>
 #include <fmt/format.h>
@@ -84,8 +86,7 @@ class GalleryPainter {
 
   private:
     std::optional<Failure> paint(const Entry& entry, const Awaited& awaited) {
-        const WidgetLayout layout =
-            layOut(entry.view, familySize(awaited.family), renderer_.texts(), renderer_.images());
+        const WidgetLayout layout = layOut(entry.view, familySize(awaited.family), direction_, renderer_);
         for (const ColorScheme scheme : request_.schemes) {
             const Appearance appearance{.scheme = scheme, .contrast = request_.contrast};
             const PixelView picture = renderer_.pixels(layout, appearance, scale, files_.canvas());
@@ -99,6 +100,7 @@ class GalleryPainter {
 
     const GalleryRequest& request_;
     GalleryPage& page_;
+    const Direction direction_ = userDirection();
     Renderer renderer_;
     PictureFiles files_;
 };

@@ -4,6 +4,8 @@
 #include "Host/Drawing/Renderer.h"
 #include "Host/Layout/FramesJson.h"
 #include "Host/Layout/Measures.h"
+#include "Host/Pictures/FaceMaker.h"
+#include "Host/Pictures/UserDirection.h"
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/JsonWriter.h"
 
@@ -44,7 +46,7 @@ std::int64_t sendPreviewRequest(ExtensionConnection& connection, const std::stri
 }
 
 std::string picture(const Entry& entry, const RenderRequest& request, const std::string& family, Renderer& renderer) {
-    const WidgetLayout layout = layOut(entry.view, familySize(family), renderer.texts(), renderer.images());
+    const WidgetLayout layout = layOut(entry.view, familySize(family), userDirection(), renderer);
     switch (request.format) {
     case RenderFormat::svg:
         return renderer.svg(layout, request.appearance);

@@ -2,11 +2,16 @@
 
 namespace host {
 
-Face makeFace(const platform::View& view, Size size, const FaceStyle& style, Renderer& renderer) {
+WidgetLayout layOut(const platform::View& view, Size size, Direction direction, Renderer& renderer) {
     WidgetLayout layout = layOut(view, size, renderer.texts(), renderer.images());
-    if (style.direction == Direction::rightToLeft) {
+    if (direction == Direction::rightToLeft) {
         mirror(layout);
     }
+    return layout;
+}
+
+Face makeFace(const platform::View& view, Size size, const FaceStyle& style, Renderer& renderer) {
+    const WidgetLayout layout = layOut(view, size, style.direction, renderer);
     Face face{.scale = style.scale, .appearance = style.appearance};
     const PixelView picture = renderer.pixels(layout, style.appearance, style.scale, face.pixels);
     face.width = static_cast<int>(picture.width);

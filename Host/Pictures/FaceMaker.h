@@ -17,6 +17,9 @@ struct FaceStyle {
     friend bool operator==(const FaceStyle&, const FaceStyle&) = default;
 };
 
+/// Lays out by what `renderer` measures, mirrored from right to left. `size` is in points.
+WidgetLayout layOut(const platform::View& view, Size size, Direction direction, Renderer& renderer);
+
 /// Lays out and draws. `size`, in points, is the family's (`familySize`). What comes from the entry around the view,
 /// `widgetURL` and the dates, is left for the caller to set. A placeholder has no parts: what it would say is not so.
 /// On the renderer's thread.

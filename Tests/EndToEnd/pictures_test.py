@@ -102,6 +102,34 @@ class Pictures(HostTest):
         self.refused(USAGE, "render", "FavoritesWidget", "--contrast", "low")
 
 
+class FromRightToLeft(HostTest):
+    def render(self, language, *more):
+        self.more_variables = {"LC_ALL": "", "LC_MESSAGES": "", "LANGUAGE": "", "LANG": language}
+        return self.succeed("render", "FavoritesWidget", *more)
+
+    def test_a_layout_is_mirrored_as_a_whole(self):
+        self.write(favourites(9, Label=1) + [{"Name": name, "UUID": name} for name in ODD_NAMES if name])
+        for family in FAMILIES:
+            left, right = (json.loads(self.render(language, "--family", family, "--format", "frames"))
+                           for language in ("en_GB.UTF-8", "he_IL.UTF-8"))
+            width = SIZES[family][0]
+            self.assertEqual(len(left), len(right))
+            self.assertEqual((left[0]["text"], left[0]["x"]), ("Favorites", 12))
+            for one, other in zip(left, right):
+                for box, mirrored in zip((one, *one["links"]), (other, *other["links"])):
+                    # Each was rounded.
+                    self.assertAlmostEqual(width - box.pop("x") - box["width"], mirrored.pop("x"), delta=0.003)
+                self.assertEqual(one, other)
+
+    def test_pictures_and_galleries_follow_the_user(self):
+        self.write(favourites(9, Label=1))
+        english, hebrew, arabic = (self.render(language) for language in ("en_GB.UTF-8", "he_IL.UTF-8", "ar_EG.UTF-8"))
+        self.assertNotEqual(english, hebrew)
+        self.assertEqual(hebrew, arabic)
+        self.succeed("gallery", "-o", self.home / "gallery")
+        self.assertEqual((self.home / "gallery" / "FavoritesWidget-medium-light.png").read_bytes(), self.render("ar_EG.UTF-8", "--scale", 2))
+
+
 def chunk(kind, content):
     return len(content).to_bytes(4, "big") + kind + content + zlib.crc32(kind + content).to_bytes(4, "big")
 
