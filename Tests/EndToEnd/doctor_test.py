@@ -1,33 +1,22 @@
 """What the host finds on a machine: real buses, displays, handlers and extensions, there or not."""
 
-import ctypes
 import importlib.util
 import json
 import os
 import shutil
 import socket
-import stat
 import subprocess
 import sys
-import tempfile
 import threading
 import time
 import unittest
 from pathlib import Path
-from unittest import mock
 
+import settings_portal
 from support import EXTENSION, HOST, NO_WEB, OK, UNAVAILABLE, HomeTest, SessionBus, favourites
+from worlds import WaylandWorld, XWorld, skip_where_missing
 
 STATES = {"ok", "note", "problem"}
-NOBODY = 65534
-PORTAL = """
-from gi.repository import Gio, GLib
-bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-settings = '<node><interface name="org.freedesktop.portal.Settings"><property name="version" type="u" access="read"/></interface></node>'
-bus.register_object("/org/freedesktop/portal/desktop", Gio.DBusNodeInfo.new_for_xml(settings).interfaces[0], None, lambda *_: GLib.Variant("u", 7), None)
-Gio.bus_own_name_on_connection(bus, "org.freedesktop.portal.Desktop", 0, None, None)
-GLib.MainLoop().run()
-"""
 
 
 class DoctorTest(HomeTest):
@@ -228,16 +217,14 @@ class Desktop(DoctorTest):
             self.assertLess(time.monotonic(), deadline)
 
     def test_a_portal_that_the_bus_starts(self):
-        services = self.home / "services" / "dbus-1" / "services"
-        services.mkdir(parents=True)
-        (self.home / "portal.py").write_text(PORTAL)
+        services = self.home / "services"
+        services.mkdir()
         rows = [("sleep 5", ("note", "it tells no settings"))]
         if importlib.util.find_spec("gi"):
-            rows.append((f"{sys.executable} '{self.home}/portal.py'", ("ok", "tells settings, version 7")))
+            rows.append((f"{sys.executable} '{settings_portal.__file__}'", ("ok", f"tells settings, version {settings_portal.VERSION}$")))
         for command, row in rows:
             (services / "portal.service").write_text(f"[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec={command}\n")
-            with mock.patch.dict(os.environ, XDG_DATA_HOME=str(self.home / "services")):
-                bus = SessionBus()
+            bus = SessionBus(services)
             self.addCleanup(bus.end)
             self.expect(self.doctor(**bus.variables), "portal", row)
 
@@ -250,74 +237,36 @@ class Desktop(DoctorTest):
             threading.Thread(target=lambda: listener.accept()[0].close(), daemon=True).start()
             self.expect(self.doctor(WAYLAND_DISPLAY="rude"), "compositor", ("problem", "Wayland, rude: cannot be reached"))
 
-    @unittest.skipUnless(shutil.which("sway"), "sway is not installed")
-    def test_a_compositor_with_a_layer_shell(self):
-        with tempfile.TemporaryDirectory() as folder:
-            command = ["sway", "-c", "/dev/null"]
-            if os.getuid() == 0:
-                os.chown(folder, NOBODY, NOBODY)
-                command = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups", *command]
-            variables = {"PATH": os.environ["PATH"], "XDG_RUNTIME_DIR": folder, "WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1",
-                         "WLR_RENDERER": "pixman"}
-            sway = subprocess.Popen(command, env=variables, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            self.addCleanup(sway.wait)
-            self.addCleanup(sway.kill)
-            deadline = time.monotonic() + 20
-            while not (displays := [path.name for path in Path(folder).glob("wayland-?") if stat.S_ISSOCK(path.stat().st_mode)]):
-                self.assertLess(time.monotonic(), deadline)
-                time.sleep(.02)
-            findings = self.doctor(XDG_RUNTIME_DIR=folder, WAYLAND_DISPLAY=displays[0])
-            self.expect(findings, "compositor", ("ok", "Wayland, wayland-"))
-            self.expect(findings, "layer shell", ("ok", r"version \d"))
-            sway.terminate()
-            sway.wait(20)
+    def display_of(self, world):
+        return {name: value for name, value in world.environment().items() if name in ("XDG_RUNTIME_DIR", "WAYLAND_DISPLAY", "DISPLAY")}
 
-    @unittest.skipUnless(shutil.which("Xvfb"), "Xvfb is not installed")
+    def test_a_compositor_with_a_layer_shell(self):
+        skip_where_missing(WaylandWorld)
+        world = WaylandWorld()
+        self.addCleanup(world.stop)
+        findings = self.doctor(**self.display_of(world))
+        self.expect(findings, "compositor", ("ok", "Wayland, wayland-"))
+        self.expect(findings, "layer shell", ("ok", r"version \d"))
+
     def test_an_x_server_with_a_window_manager_and_without(self):
-        server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "320x240x24", "-nolisten", "tcp", "-noreset"],
-                                  stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        self.addCleanup(server.__exit__, None, None, None)
-        self.addCleanup(server.terminate)
-        display = ":" + server.stdout.readline().decode().strip()
-        rows = {"compositor": ("ok", "X11, " + display), "window manager": ("note", "there is none"), "compositing": ("note", "corners")}
+        skip_where_missing(XWorld)
+        world = XWorld(compositing=True)
+        self.addCleanup(world.stop)
+        display = self.display_of(world)
+        findings = self.doctor(**display)
+        self.expect(findings, "window manager", ("ok", "^Openbox$"))
+        self.expect(findings, "compositing", ("ok", "runs"))
+        for program in (world.window_manager, world.compositing_manager):
+            program.kill()
+            program.wait()
+        # First its sign on the root window is left behind, then there is none.
+        rows = {"compositor": ("ok", "X11, " + display["DISPLAY"]), "window manager": ("note", "there is none"), "compositing": ("note", "corners")}
         for more in ({}, {"WAYLAND_DISPLAY": "nothing"}):
-            findings = self.doctor(DISPLAY=display, **more)
+            findings = self.doctor(**display, **more)
             findings["compositor"] = findings["compositor"][-1:]
             for name, row in rows.items():
                 self.expect(findings, name, row)
-        manager = WindowManager(display)
-        findings = self.doctor(DISPLAY=display)
-        self.expect(findings, "window manager", ("ok", "^Stand-in$"))
-        self.expect(findings, "compositing", ("ok", "runs"))
-        manager.leave()
-        self.expect(self.doctor(DISPLAY=display), "window manager", ("note", "there is none"))
-
-
-class WindowManager:
-    """The signs that a compositing window manager gives of itself."""
-
-    def __init__(self, display):
-        self.x = ctypes.CDLL("libX11.so.6")
-        for name in ("XOpenDisplay", "XDefaultRootWindow", "XCreateSimpleWindow", "XInternAtom"):
-            getattr(self.x, name).restype = ctypes.c_void_p
-        self.display = ctypes.c_void_p(self.x.XOpenDisplay(display.encode()))
-        root = self.x.XDefaultRootWindow(self.display)
-        self.window = self.x.XCreateSimpleWindow(self.display, ctypes.c_ulong(root), 0, 0, 1, 1, 0, ctypes.c_ulong(0), ctypes.c_ulong(0))
-        for window in (root, self.window):
-            self.change(window, "_NET_SUPPORTING_WM_CHECK", "WINDOW", 32, ctypes.byref(ctypes.c_ulong(self.window)), 1)
-        self.change(self.window, "_NET_WM_NAME", "UTF8_STRING", 8, b"Stand-in", 8)
-        self.x.XSetSelectionOwner(self.display, self.atom("_NET_WM_CM_S0"), ctypes.c_ulong(self.window), ctypes.c_ulong(0))
-        self.x.XSync(self.display, 0)
-
-    def atom(self, name):
-        return ctypes.c_ulong(self.x.XInternAtom(self.display, name.encode(), 0))
-
-    def change(self, window, name, kind, bits, value, count):
-        self.x.XChangeProperty(self.display, ctypes.c_ulong(window), self.atom(name), self.atom(kind), bits, 0, value, count)
-
-    def leave(self):
-        """Without taking its sign off the root window."""
-        self.x.XCloseDisplay(self.display)
+            world.run("xprop", "-root", "-remove", "_NET_SUPPORTING_WM_CHECK")
 
 
 if __name__ == "__main__":

@@ -54,7 +54,7 @@ class World:
     def __init__(self, home=None, accessible=False):
         self.accessible = accessible
         self.processes = []
-        self.hands = self.bus = None
+        self.hands = self.bus = self.compositor = None
         # The compositor may be another user; the runtime folder alone is private.
         self.folder = Path(tempfile.mkdtemp(prefix="world-"))
         self.folder.chmod(0o755)
@@ -179,8 +179,8 @@ class World:
         """Takes the display away from under all programs."""
         if self.hands:
             self.hands.close()
-        self.compositor.kill()
-        self.compositor.wait()
+        self.compositor.terminate()
+        self.compositor.wait(20)
 
     def stop(self):
         """Ends all that was started here. May be called again."""
@@ -189,8 +189,8 @@ class World:
         if self.bus:
             self.bus.end()
         for process in reversed(self.processes):
-            if process.poll() is None:
-                process.kill()
+            # An X server that is killed leaves its lock behind.
+            process.terminate() if process is self.compositor else process.kill()
             process.__exit__(None, None, None)
         self.processes.clear()
         shutil.rmtree(self.folder, ignore_errors=True)

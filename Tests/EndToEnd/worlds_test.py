@@ -75,7 +75,8 @@ class Worlds:
         for link in ("x-foliovault-item://A%20B?page=2", "https://www.example.org/a?b=c&d#e"):
             self.world.run("gio", "open", link)
             self.assertEqual(links.wait_for_link(), link)
-        told = self.world.start("gdbus", "monitor", "--session", "--dest", "org.freedesktop.portal.Desktop", stdout=subprocess.PIPE)
+        told = self.world.start("gdbus", "monitor", "--session", "--dest", "org.freedesktop.portal.Desktop", stdout=subprocess.PIPE,
+                                stderr=subprocess.DEVNULL)
         wait_until(lambda: b"is owned by" in told.stdout.readline(), "the monitor")
         read = ("gdbus", "call", "--session", "--dest", "org.freedesktop.portal.Desktop", "--object-path", "/org/freedesktop/portal/desktop", "--method")
         for key, value in (("color-scheme", "uint32 1"), ("accent-color", "(0.5, 0.25, 1.0)")):

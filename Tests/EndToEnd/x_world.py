@@ -76,7 +76,7 @@ class XWorld(World):
         self.places = {each.name: each.x for each in self.outputs()}
         openbox = self.folder / "openbox.xml"
         openbox.write_text(OPENBOX)
-        self.start("openbox", "--config-file", openbox, "--sm-disable", stderr=subprocess.DEVNULL)
+        self.window_manager = self.start("openbox", "--config-file", openbox, "--sm-disable", stderr=subprocess.DEVNULL)
         wait_until(lambda: b"window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "openbox")
         self.settings = self.folder / "settings"
         self.settings.write_text("Gdk/WindowScalingFactor 1\n")
@@ -84,7 +84,7 @@ class XWorld(World):
         self.draw_wallpaper()
         if self.compositing:
             # After the wallpaper, of whose change it may not hear while it starts.
-            self.start("xcompmgr", stderr=subprocess.DEVNULL)
+            self.compositing_manager = self.start("xcompmgr", stderr=subprocess.DEVNULL)
             wait_until(self.is_composited, "xcompmgr")
 
     @contextlib.contextmanager
