@@ -12,6 +12,7 @@ namespace {
 
 constexpr int dialogMargin = 18;
 constexpr int fieldSpacing = 12;
+constexpr int leastWidth = 440;
 
 } // namespace
 
@@ -23,6 +24,7 @@ EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, cons
     GtkWindow* window = GTK_WINDOW(dialog_.get());
     gtk_window_set_title(window, widget.displayName.c_str());
     gtk_window_set_position(window, GTK_WIN_POS_CENTER);
+    gtk_window_set_resizable(window, FALSE);
     gtk_dialog_add_button(GTK_DIALOG(window), localized("Cancel").c_str(), GTK_RESPONSE_CANCEL);
     gtk_dialog_add_button(GTK_DIALOG(window), localized("Done").c_str(), GTK_RESPONSE_OK);
     gtk_dialog_set_default_response(GTK_DIALOG(window), GTK_RESPONSE_OK);
@@ -30,6 +32,7 @@ EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, cons
     GtkWidget* box = gtk_dialog_get_content_area(GTK_DIALOG(window));
     gtk_container_set_border_width(GTK_CONTAINER(box), dialogMargin);
     gtk_box_set_spacing(GTK_BOX(box), fieldSpacing);
+    gtk_widget_set_size_request(box, leastWidth, -1);
     gtk_container_add(GTK_CONTAINER(box), makeNote(widget.configurationDescription.empty()
                                                        ? widget.description
                                                        : widget.configurationDescription));

@@ -34,6 +34,10 @@ EntityField::EntityField(HostApplication& host, const Instance& instance, const 
     gtk_scrolled_window_set_min_content_height(GTK_SCROLLED_WINDOW(scroller), listHeight);
     gtk_scrolled_window_set_shadow_type(GTK_SCROLLED_WINDOW(scroller), GTK_SHADOW_IN);
     gtk_container_add(GTK_CONTAINER(scroller), list_);
+    GtkWidget* nothing = makeNote(localized("Nothing found"));
+    g_object_set(nothing, "margin", 12, nullptr);
+    gtk_widget_show(nothing);
+    gtk_list_box_set_placeholder(GTK_LIST_BOX(list_), nothing);
     for (GtkWidget* each : {label, search_, scroller}) {
         gtk_box_pack_start(GTK_BOX(box_.get()), each, each == scroller, each == scroller, 0);
     }
@@ -93,8 +97,8 @@ void EntityField::list(const OptionsInfo& options, bool isWhole) {
 }
 
 void EntityField::addRow(const ChoiceInfo& choice, bool isThere) {
-    GtkWidget* label = isThere ? gtk_label_new(choice.title.c_str())
-                               : makeNote(choice.title + localized(" (no longer there)"));
+    const std::string title = isThere ? choice.title : choice.title + localized(" (no longer there)");
+    GtkWidget* label = gtk_label_new(title.c_str());
     gtk_label_set_xalign(GTK_LABEL(label), 0);
     gtk_label_set_ellipsize(GTK_LABEL(label), PANGO_ELLIPSIZE_END);
     g_object_set(label, "margin", 6, nullptr);

@@ -3,6 +3,7 @@
 #include "Host/Connection/Requests.h"
 #include "Host/Desktop/Labels.h"
 #include "Host/Desktop/TileMenu.h"
+#include "Host/Desktop/TilePaint.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Foundation/Localization.h"
 
@@ -17,6 +18,9 @@ namespace {
 constexpr int defaultWidth = 1060;
 constexpr int defaultHeight = 720;
 constexpr int pageMargin = 24;
+constexpr int sidebarWidth = 190;
+/// Texts stand where the pictures do, which have their shadow around them.
+constexpr int textInset = static_cast<int>(shadowMargin);
 /// Sizes stand side by side as far as the largest is wide.
 constexpr double rowWidth = 752;
 
@@ -40,6 +44,7 @@ GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, Studio& st
     gtk_window_set_default_size(window, defaultWidth, defaultHeight);
     GtkWidget* sidebar = gtk_stack_sidebar_new();
     gtk_stack_sidebar_set_stack(GTK_STACK_SIDEBAR(sidebar), GTK_STACK(stack_));
+    gtk_widget_set_size_request(sidebar, sidebarWidth, -1);
     gtk_stack_set_vhomogeneous(GTK_STACK(stack_), FALSE);
     GtkWidget* box = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 0);
     gtk_box_pack_start(GTK_BOX(box), sidebar, FALSE, FALSE, 0);
@@ -85,8 +90,10 @@ void GalleryWindow::ask(const std::string& extension) {
 void GalleryWindow::addWidget(const std::string& extension, const WidgetInfo& widget) {
     GtkWidget* page = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
     gtk_container_set_border_width(GTK_CONTAINER(page), pageMargin);
-    gtk_box_pack_start(GTK_BOX(page), makeTitle(widget.displayName), FALSE, FALSE, 0);
-    gtk_box_pack_start(GTK_BOX(page), makeNote(widget.description), FALSE, FALSE, 4);
+    for (GtkWidget* text : {makeTitle(widget.displayName), makeNote(widget.description)}) {
+        gtk_widget_set_margin_start(text, textInset);
+        gtk_box_pack_start(GTK_BOX(page), text, FALSE, FALSE, 4);
+    }
     GtkWidget* row = nullptr;
     double width = 0;
     for (const std::string& family : widget.families) {
@@ -123,8 +130,8 @@ GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& w
                      }),
                      &card);
     GtkWidget* foot = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 0);
-    gtk_widget_set_margin_start(foot, pageMargin);
-    gtk_widget_set_margin_end(foot, pageMargin);
+    gtk_widget_set_margin_start(foot, textInset);
+    gtk_widget_set_margin_end(foot, textInset);
     gtk_widget_set_margin_bottom(foot, pageMargin);
     gtk_box_pack_start(GTK_BOX(foot), makeNote(title), TRUE, TRUE, 0);
     gtk_box_pack_end(GTK_BOX(foot), button, FALSE, FALSE, 0);
