@@ -1,5 +1,7 @@
 #include "Host/Connection/UserFolders.h"
 
+#include "Platform/Foundation/SharedFolder.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <string>
@@ -53,11 +55,7 @@ std::vector<fs::path> dataFolders() {
         addOnce(folders, rest.substr(0, colon));
         rest.remove_prefix(std::min(colon + 1, rest.size()));
     }
-    std::error_code failure;
-    const fs::path program = fs::read_symlink("/proc/self/exe", failure);
-    if (!failure) {
-        addOnce(folders, program.parent_path().parent_path() / "share");
-    }
+    addOnce(folders, platform::sharedFolder());
     return folders;
 }
 

@@ -15,8 +15,8 @@ std::filesystem::path userConfigFolder();
 /// XDG_CACHE_HOME, or what stands for it below HOME.
 std::filesystem::path userCacheFolder();
 
-/// The data folders in the order in which they are searched: the user's, XDG_DATA_DIRS, share beside this program's
-/// bin.
+/// The data folders in the order in which they are searched: the user's, XDG_DATA_DIRS, what this program was
+/// installed with.
 std::vector<std::filesystem::path> dataFolders();
 
 } // namespace host

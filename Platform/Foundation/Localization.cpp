@@ -1,12 +1,11 @@
 #include "Platform/Foundation/Localization.h"
 
+#include "Platform/Foundation/SharedFolder.h"
+
 #include <algorithm>
-#include <array>
 #include <clocale>
 #include <cstdlib>
 #include <libintl.h>
-#include <linux/limits.h>
-#include <unistd.h>
 
 namespace platform {
 
@@ -40,15 +39,6 @@ std::string languagesToLookUp() {
     return list;
 }
 
-/// share/locale beside the folder of the running program; empty where the program cannot be found.
-std::string catalogFolder() {
-    std::array<char, PATH_MAX> path{};
-    const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
-    const std::string_view program(path.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
-    const std::size_t folderEnd = program.rfind('/');
-    return folderEnd != std::string_view::npos ? std::string(program.substr(0, folderEnd)) + "/../share/locale" : "";
-}
-
 } // namespace
 
 void startLocalization(const char* domain) {
@@ -58,12 +48,12 @@ void startLocalization(const char* domain) {
     }
     // For any locale but "C", gettext looks catalogs up in the languages of LANGUAGE, and "C.UTF-8" is the one other
     // locale that every machine has.
-    const std::string folder = catalogFolder();
-    if (folder.empty() || setlocale(LC_MESSAGES, "C.UTF-8") == nullptr ||
+    const std::string shared = sharedFolder();
+    if (shared.empty() || setlocale(LC_MESSAGES, "C.UTF-8") == nullptr ||
         setenv("LANGUAGE", languages.c_str(), 1) != 0) {
         return;
     }
-    bindtextdomain(domain, folder.c_str());
+    bindtextdomain(domain, (shared + "/locale").c_str());
     bind_textdomain_codeset(domain, "UTF-8");
     catalogDomain = domain;
 }

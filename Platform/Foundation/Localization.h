@@ -1,6 +1,6 @@
 // Texts in the user's language.
 //
-// Texts are looked up by their English wording in gettext catalogs (share/locale beside the program's bin folder). The
+// Texts are looked up by their English wording in gettext catalogs (locale in `sharedFolder`). The
 // languages are those of `preferredLanguages`; they need not be generated on the machine, only translated. A text
 // without a translation, or a user without a translated language, gets the English wording.
 #pragma once
