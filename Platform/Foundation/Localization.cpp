@@ -3,6 +3,7 @@
 #include "Platform/Foundation/SharedFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <clocale>
 #include <cstdlib>
 #include <libintl.h>
