@@ -43,7 +43,7 @@ void Painter::paint(const WidgetLayout& layout) {
     if (medium_ == Medium::pixels) {
         tile.paintPixels(cairo_, palette_, box_.corners);
     } else {
-        tile.paintOutlined(cairo_, palette_);
+        tile.paintOutlined(cairo_, palette_, palette_.tile());
     }
     for (const LayoutItem& item : layout.items) {
         const bool sticksOut = !tile.holds(grid_.rect(reach(item)));
@@ -51,11 +51,22 @@ void Painter::paint(const WidgetLayout& layout) {
             cairo_save(cairo_);
             tile.clip(cairo_);
         }
-        std::visit([&](const auto& content) { paint(content, item); }, item.content);
+        paint(item);
         if (sticksOut) {
             cairo_restore(cairo_);
         }
     }
+}
+
+void Painter::paintBadge(const WidgetLayout& layout) {
+    Tile(layout.size, grid_).paintOutlined(cairo_, palette_, palette_.badge());
+    for (const LayoutItem& item : layout.items) {
+        paint(item);
+    }
+}
+
+void Painter::paint(const LayoutItem& item) {
+    std::visit([&](const auto& content) { paint(content, item); }, item.content);
 }
 
 void Painter::paint(const TextItem& text, const LayoutItem& item) {

@@ -34,7 +34,11 @@ class Painter {
     /// Draws the tile and everything on it.
     void paint(const WidgetLayout& layout);
 
+    /// Draws everything on a badge's ground, which is opaque and as large as the layout, over what is there.
+    void paintBadge(const WidgetLayout& layout);
+
   private:
+    void paint(const LayoutItem& item);
     void paint(const TextItem& text, const LayoutItem& item);
     void paint(const SymbolItem& symbol, const LayoutItem& item);
     void paint(const ImageItem& image, const LayoutItem& item);

@@ -52,6 +52,7 @@ constexpr std::array<Pair, 3> highLevels{{
 
 constexpr Pair dividers{hex(0x000000, 0.10), hex(0xFFFFFF, 0.10)};
 constexpr Pair tileBackgrounds{hex(0xF6F6F8, 0.86), hex(0x26262A, 0.86)};
+constexpr Pair badgeGrounds{hex(0xFCFCFD), hex(0x48484D)};
 constexpr Pair tertiaryFills{hex(0x000000, 0.04), hex(0xFFFFFF, 0.05)};
 constexpr Pair tileEdges{hex(0x000000, 0.08), hex(0xFFFFFF, 0.12)};
 constexpr double edgeThickness = 0.5;
@@ -180,6 +181,10 @@ Rgba Palette::divider() const {
 Rgba Palette::tile() const {
     return isHigh() ? highTiles.of(appearance_.scheme)
                     : over(tertiaryFills.of(appearance_.scheme), tileBackgrounds.of(appearance_.scheme));
+}
+
+Rgba Palette::badge() const {
+    return isHigh() ? tile() : badgeGrounds.of(appearance_.scheme);
 }
 
 Palette::Edge Palette::tileEdge() const {

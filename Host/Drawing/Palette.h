@@ -42,6 +42,9 @@ class Palette {
     /// The tile's background: the tertiary fill over the tile's own, in one.
     Rgba tile() const;
 
+    /// What a badge on a tile stands on; opaque.
+    Rgba badge() const;
+
     /// The line along the tile's inner edge.
     struct Edge {
         /// In points.

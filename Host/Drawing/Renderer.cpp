@@ -25,8 +25,8 @@ Medium mediumOf(cairo_t* cairo) {
     }
 }
 
-/// A picture's size, without its pixels; none where it would have none or too many.
-PixelView pixelSize(const WidgetLayout& layout, double scale) {
+/// As large as the picture, but without memory; of no size where that would have no pixels or too many.
+Canvas canvasFor(const WidgetLayout& layout, double scale) {
     const PixelGrid grid(scale);
     const double width = grid.edge(layout.size.width);
     const double height = grid.edge(layout.size.height);
@@ -36,8 +36,8 @@ PixelView pixelSize(const WidgetLayout& layout, double scale) {
     return {.width = static_cast<std::uint32_t>(width), .height = static_cast<std::uint32_t>(height)};
 }
 
-std::size_t areaOf(const PixelView& picture) {
-    return std::size_t{picture.width} * picture.height;
+std::size_t areaOf(const Canvas& canvas) {
+    return std::size_t{canvas.width} * canvas.height;
 }
 
 } // namespace
@@ -47,17 +47,17 @@ struct Renderer::Parts {
     PngEncoder encoder;
     Room<std::uint32_t> room;
 
-    /// Answers `pixels`, of whatever content: the tile takes the place of all that is there.
-    std::uint32_t* draw(const WidgetLayout& layout, const Appearance& appearance, double scale, const PixelView& size,
-                        std::uint32_t* pixels) {
-        const int width = static_cast<int>(size.width);
-        const SurfaceHandle canvas(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels),
-                                                                       CAIRO_FORMAT_ARGB32, width,
-                                                                       static_cast<int>(size.height), width * 4));
-        const CairoHandle cairo(cairo_create(canvas.get()));
-        Painter(cairo.get(), PixelGrid(scale), appearance, Medium::pixels, box).paint(layout);
-        cairo_surface_finish(canvas.get());
-        return pixels;
+    /// `paint` gets a painter whose origin is that pixel of the canvas.
+    template <class Paint>
+    void paintOn(const Canvas& canvas, Point origin, const Appearance& appearance, double scale, Paint paint) {
+        const int width = static_cast<int>(canvas.width);
+        const SurfaceHandle surface(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(canvas.pixels),
+                                                                        CAIRO_FORMAT_ARGB32, width,
+                                                                        static_cast<int>(canvas.height), width * 4));
+        const CairoHandle cairo(cairo_create(surface.get()));
+        cairo_translate(cairo.get(), origin.x, origin.y);
+        paint(Painter(cairo.get(), PixelGrid(scale), appearance, Medium::pixels, box));
+        cairo_surface_finish(surface.get());
     }
 };
 
@@ -80,21 +80,32 @@ void Renderer::draw(cairo_t* cairo, const WidgetLayout& layout, const Appearance
 
 PixelView Renderer::pixels(const WidgetLayout& layout, const Appearance& appearance, double scale,
                            Room<std::uint32_t>& room) {
-    PixelView picture = pixelSize(layout, scale);
-    if (picture.width > 0) {
-        picture.pixels = parts_->draw(layout, appearance, scale, picture, room.take(areaOf(picture)));
-    }
-    return picture;
+    Canvas canvas = canvasFor(layout, scale);
+    canvas.pixels = areaOf(canvas) > 0 ? room.take(areaOf(canvas)) : nullptr;
+    return drawn(canvas, layout, appearance, scale);
 }
 
 PixelView Renderer::pixels(const WidgetLayout& layout, const Appearance& appearance, double scale,
                            std::vector<std::uint32_t>& vector) {
-    PixelView picture = pixelSize(layout, scale);
-    vector.resize(areaOf(picture));
-    if (picture.width > 0) {
-        picture.pixels = parts_->draw(layout, appearance, scale, picture, vector.data());
+    Canvas canvas = canvasFor(layout, scale);
+    vector.resize(areaOf(canvas));
+    canvas.pixels = vector.data();
+    return drawn(canvas, layout, appearance, scale);
+}
+
+PixelView Renderer::drawn(const Canvas& canvas, const WidgetLayout& layout, const Appearance& appearance,
+                          double scale) {
+    if (areaOf(canvas) == 0) {
+        return {};
     }
-    return picture;
+    // It need not be clear: the tile takes the place of all that is there.
+    parts_->paintOn(canvas, {}, appearance, scale, [&](Painter painter) { painter.paint(layout); });
+    return {.pixels = canvas.pixels, .width = canvas.width, .height = canvas.height};
+}
+
+void Renderer::drawBadge(const Canvas& canvas, Point origin, const WidgetLayout& layout, const Appearance& appearance,
+                         double scale) {
+    parts_->paintOn(canvas, origin, appearance, scale, [&](Painter painter) { painter.paintBadge(layout); });
 }
 
 std::string Renderer::png(const WidgetLayout& layout, const Appearance& appearance, double scale) {

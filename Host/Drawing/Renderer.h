@@ -21,6 +21,13 @@ using cairo_t = struct _cairo; // NOLINT(bugprone-reserved-identifier): the name
 
 namespace host {
 
+/// Pixels to draw on, as `PixelView` has them to look at.
+struct Canvas {
+    std::uint32_t* pixels = nullptr;
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+};
+
 class Renderer final {
   public:
     Renderer();
@@ -47,6 +54,11 @@ class Renderer final {
     PixelView pixels(const WidgetLayout& layout, const Appearance& appearance, double scale,
                      std::vector<std::uint32_t>& vector);
 
+    /// Draws a badge into a picture of the caller's, over what is there: everything on an opaque capsule that is as
+    /// large as the layout, with its upper left corner at `origin`, in whole device pixels.
+    void drawBadge(const Canvas& canvas, Point origin, const WidgetLayout& layout, const Appearance& appearance,
+                   double scale);
+
     /// Draws on `cairo`, in points from its origin, tile and all. `scale` says how many device pixels a point has, for
     /// edges to fall on whole pixels; it must be positive. On a surface of pixels the widget takes the place of
     /// whatever was there, and leaves it clear outside the tile's round corners; to lay it over something, draw on a
@@ -54,6 +66,8 @@ class Renderer final {
     void draw(cairo_t* cairo, const WidgetLayout& layout, const Appearance& appearance, double scale);
 
   private:
+    PixelView drawn(const Canvas& canvas, const WidgetLayout& layout, const Appearance& appearance, double scale);
+
     struct Parts;
     std::unique_ptr<Parts> parts_;
 };

@@ -31,8 +31,8 @@ Edge edgeOf(const PixelGrid& grid, const Palette& palette) {
 Tile::Tile(Size size, const PixelGrid& grid)
     : grid_(grid), bounds_(grid.rect({0, 0, size.width, size.height})), radius_(cornerRadius * grid.scale()) {}
 
-void Tile::paintOutlined(cairo_t* cairo, const Palette& palette) const {
-    setSource(cairo, palette.tile());
+void Tile::paintOutlined(cairo_t* cairo, const Palette& palette, const Rgba& background) const {
+    setSource(cairo, background);
     addRoundedRect(cairo, bounds_, radius_);
     cairo_fill(cairo);
 
@@ -54,7 +54,7 @@ void Tile::paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corn
         cairo_rectangle(cairo, 0, 0, bounds_.width, bounds_.height);
         cairo_fill(cairo);
         cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
-        paintOutlined(cairo, palette);
+        paintOutlined(cairo, palette, palette.tile());
         return;
     }
     setSource(cairo, palette.tile());
@@ -108,7 +108,7 @@ cairo_surface_t* TileCorners::picture(const PixelGrid& grid, const Palette& pale
     SurfaceHandle picture(
         cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(side), static_cast<int>(side)));
     const CairoHandle cairo(cairo_create(picture.get()));
-    Tile({side / grid.scale(), side / grid.scale()}, grid).paintOutlined(cairo.get(), palette);
+    Tile({side / grid.scale(), side / grid.scale()}, grid).paintOutlined(cairo.get(), palette, palette.tile());
     return pictures_.insert(key, std::move(picture)).get();
 }
 

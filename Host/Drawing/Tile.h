@@ -45,11 +45,12 @@ class Tile {
     /// `grid`.
     Tile(Size size, const PixelGrid& grid);
 
-    /// In a few shapes, for pictures of any size.
-    void paintOutlined(cairo_t* cairo, const Palette& palette) const;
+    /// In a few shapes, for pictures of any size: over whatever was there, with a background of that colour. What is
+    /// less high than its corners are becomes a capsule.
+    void paintOutlined(cairo_t* cairo, const Palette& palette, const Rgba& background) const;
 
-    /// The same from rectangles and pictures of the corners, in place of whatever was there: outside the round corners
-    /// it is clear afterwards.
+    /// A tile with its own background from rectangles and pictures of the corners, in place of whatever was there:
+    /// outside the round corners it is clear afterwards.
     void paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corners) const;
 
     /// Clips to the tile.

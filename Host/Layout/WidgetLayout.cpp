@@ -40,4 +40,14 @@ WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, 
     return layout;
 }
 
+WidgetLayout layOutAlone(const platform::View& view, Size room, TextMeasurer& texts, ImageMeasurer& images) {
+    TextShaper shaper(texts);
+    const ElementPtr root = buildElement(view, shaper, images);
+    const Size taken = root->measure(room).size;
+    WidgetLayout layout{.size = {std::min(taken.width, room.width), std::min(taken.height, room.height)}};
+    Placement placement{.layout = layout};
+    root->place({}, room, placement);
+    return layout;
+}
+
 } // namespace host

@@ -71,4 +71,7 @@ struct WidgetLayout {
 /// twice more, for each font's ellipsis once, for an image once.
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images);
 
+/// Lays `view` out on its own: as large as it is when it is offered `room`, and no larger, without a margin.
+WidgetLayout layOutAlone(const platform::View& view, Size room, TextMeasurer& texts, ImageMeasurer& images);
+
 } // namespace host

@@ -1,0 +1,91 @@
+#include "Host/Pictures/Badges.h"
+
+#include "Host/Drawing/PixelGrid.h"
+#include "Platform/Views/Stack.h"
+#include "Platform/Views/Symbol.h"
+#include "Platform/Views/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+
+using platform::View;
+
+namespace {
+
+constexpr const char* failureSymbol = "exclamationmark.circle";
+
+View smallPrint(const View& view) {
+    return view.font(platform::caption2)
+        .foreground(platform::secondary)
+        .padding({.top = 2, .bottom = 2, .leading = 7, .trailing = 7});
+}
+
+} // namespace
+
+View asOfBadge(std::string text) {
+    return smallPrint(platform::text(std::move(text)).lineLimit(1));
+}
+
+View failedAsOfBadge(std::string text) {
+    return smallPrint(platform::hStack(
+        {.spacing = 4}, {platform::symbol(failureSymbol), platform::text(std::move(text)).lineLimit(1)}));
+}
+
+View failureMark() {
+    return platform::symbol(failureSymbol)
+        .font(platform::callout)
+        .foreground(platform::secondary)
+        .padding({.top = 2.5, .bottom = 2.5, .leading = 2.5, .trailing = 2.5});
+}
+
+View messageView(std::string title, std::string text, std::optional<MessageButton> button) {
+    constexpr auto centered = platform::HorizontalAlignment::center;
+    platform::Views parts{platform::text(std::move(title)).font(platform::headline).textAlignment(centered)};
+    if (!text.empty()) {
+        parts.push_back(platform::text(std::move(text))
+                            .font(platform::caption)
+                            .foreground(platform::secondary)
+                            .textAlignment(centered));
+    }
+    platform::Views all{platform::vStack({.spacing = 4}, std::move(parts))};
+    if (button) {
+        all.push_back(platform::text(std::move(button->title))
+                          .font(platform::caption.semibold())
+                          .lineLimit(1)
+                          .foreground(platform::Color::white)
+                          .padding({.top = 4, .bottom = 4, .leading = 12, .trailing = 12})
+                          .capsuleBackground(platform::Color::blue)
+                          .accentable()
+                          .link(button->url));
+    }
+    return platform::vStack({.spacing = 12}, std::move(all));
+}
+
+Rect drawBadge(Face& face, const View& badge, Corner corner, const FaceStyle& style, Renderer& renderer) {
+    const PixelGrid grid(face.scale);
+    const Size room{face.width / face.scale - 2 * badgeInset, face.height / face.scale - 2 * badgeInset};
+    if (face.pixels.empty() || room.width <= 0 || room.height <= 0) {
+        return {};
+    }
+    WidgetLayout layout = layOutAlone(badge, room, renderer.texts(), renderer.images());
+    if (style.direction == Direction::rightToLeft) {
+        mirror(layout);
+    }
+    const double width = grid.edge(layout.size.width);
+    const double height = grid.edge(layout.size.height);
+    const double inset = grid.edge(badgeInset);
+    const Point origin{style.direction == Direction::rightToLeft ? inset : face.width - inset - width,
+                       corner == Corner::topTrailing ? inset : face.height - inset - height};
+    // It is to be read whatever it stands on, a placeholder too.
+    Appearance appearance = style.appearance;
+    appearance.redaction = Redaction::none;
+    renderer.drawBadge({.pixels = face.pixels.data(),
+                        .width = static_cast<std::uint32_t>(face.width),
+                        .height = static_cast<std::uint32_t>(face.height)},
+                       origin, layout, appearance, face.scale);
+    return {origin.x / face.scale, origin.y / face.scale, width / face.scale, height / face.scale};
+}
+
+} // namespace host

@@ -1,0 +1,40 @@
+// What the host itself says on a tile, drawn as widgets are: that its content is old, that it cannot be had, or, in the
+// tile's place, a short message. Texts come from the caller, in the user's language.
+#pragma once
+
+#include "Host/Pictures/FaceMaker.h"
+
+#include <optional>
+#include <string>
+
+namespace host {
+
+/// One line in small print, such as "as of 10:42".
+platform::View asOfBadge(std::string text);
+
+/// An exclamation mark in a circle.
+platform::View failureMark();
+
+/// Both in one, where the tile's top has something to say of its own.
+platform::View failedAsOfBadge(std::string text);
+
+struct MessageButton {
+    std::string title;
+    /// What a click on it is recognised by, as with any link.
+    std::string url;
+};
+
+/// For the place of a whole tile: a title, what there is to say more (or nothing), and what can be done about it.
+platform::View messageView(std::string title, std::string text, std::optional<MessageButton> button = std::nullopt);
+
+enum class Corner { bottomTrailing, topTrailing };
+
+/// How far a badge stands from the tile's edges, in points.
+inline constexpr double badgeInset = 8;
+
+/// Draws `badge` into a corner of the face's picture, at its own size, on an opaque capsule; one that is too large for
+/// the tile is cut as texts are. `style` is the one that the face was made in. The face's parts stay as they are.
+/// Answers where the badge is, in points; nothing of any size where the face has no picture.
+Rect drawBadge(Face& face, const platform::View& badge, Corner corner, const FaceStyle& style, Renderer& renderer);
+
+} // namespace host

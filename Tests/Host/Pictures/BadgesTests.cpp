@@ -1,0 +1,154 @@
+#include "Host/Pictures/Badges.h"
+
+#include "Host/Layout/Measures.h"
+#include "Platform/Views/Shape.h"
+#include "Platform/Views/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+
+namespace host {
+namespace {
+
+constexpr Size medium{364, 170};
+
+class BadgeTest : public testing::Test {
+  protected:
+    Renderer renderer;
+
+    Face face(const FaceStyle& style, const platform::View& view = platform::text("")) {
+        return makeFace(view, medium, style, renderer);
+    }
+};
+
+/// The styles that badges are drawn in.
+std::vector<FaceStyle> styles() {
+    std::vector<FaceStyle> all;
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        for (const Contrast contrast : {Contrast::normal, Contrast::high}) {
+            for (const Redaction redaction : {Redaction::none, Redaction::placeholder}) {
+                for (const double scale : {1.0, 1.25, 2.0}) {
+                    all.push_back({.appearance = {.scheme = scheme, .redaction = redaction, .contrast = contrast},
+                                   .scale = scale});
+                }
+            }
+        }
+    }
+    return all;
+}
+
+TEST_F(BadgeTest, ChangesItsOwnPixelsAndNoOthers) {
+    for (FaceStyle style : styles()) {
+        for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
+            for (const Corner corner : {Corner::bottomTrailing, Corner::topTrailing}) {
+                style.direction = direction;
+                const Face before = face(style);
+                Face after = before;
+                const Rect frame = drawBadge(after, asOfBadge("as of 10:42"), corner, style, renderer);
+                // From the edge on the trailing side, and from the upper or the lower one.
+                const double fromSide = direction == Direction::leftToRight ? medium.width - frame.right() : frame.x;
+                const double fromEdge = corner == Corner::topTrailing ? frame.y : medium.height - frame.bottom();
+                EXPECT_NEAR(fromSide, badgeInset, 1 / style.scale);
+                EXPECT_NEAR(fromEdge, badgeInset, 1 / style.scale);
+                EXPECT_GT(frame.width, 50);
+                EXPECT_NEAR(frame.height, 17, 0.5);
+
+                int changed = 0;
+                for (int y = 0; y < after.height; ++y) {
+                    for (int x = 0; x < after.width; ++x) {
+                        const auto at = static_cast<std::size_t>(y) * static_cast<std::size_t>(after.width) +
+                                        static_cast<std::size_t>(x);
+                        const Point middle{(x + 0.5) / style.scale, (y + 0.5) / style.scale};
+                        const bool isInside = middle.x > frame.x && middle.x < frame.right() && middle.y > frame.y &&
+                                              middle.y < frame.bottom();
+                        if (after.pixels[at] != before.pixels[at]) {
+                            ASSERT_TRUE(isInside) << x << ' ' << y;
+                            ++changed;
+                        }
+                    }
+                }
+                // In high contrast the ground is like the tile.
+                EXPECT_GT(changed, 0.2 * frame.width * frame.height * style.scale * style.scale);
+            }
+        }
+    }
+}
+
+TEST_F(BadgeTest, LetsNothingShineThrough) {
+    for (const FaceStyle& style : styles()) {
+        for (const platform::View& badge : {asOfBadge("as of 10:42"), failedAsOfBadge("as of 10:42"), failureMark()}) {
+            Face plain = face(style);
+            Face busy = face(style, platform::circle(platform::Color::red).frame({.width = 2000, .height = 2000}));
+            const Rect frame = drawBadge(plain, badge, Corner::bottomTrailing, style, renderer);
+            EXPECT_EQ(drawBadge(busy, badge, Corner::bottomTrailing, style, renderer), frame);
+            ASSERT_NE(plain.pixels, busy.pixels);
+            // A capsule's middle, its round ends left aside.
+            const auto pixel = [&](double points) { return static_cast<std::size_t>(points * style.scale); };
+            const double end = frame.height * 0.3;
+            for (std::size_t y = pixel(frame.y + end); y < pixel(frame.bottom() - end); ++y) {
+                for (std::size_t x = pixel(frame.x + end); x < pixel(frame.right() - end); ++x) {
+                    const std::size_t at = y * static_cast<std::size_t>(plain.width) + x;
+                    ASSERT_EQ(plain.pixels[at], busy.pixels[at]);
+                    ASSERT_EQ(plain.pixels[at] >> 24, 0xFFU);
+                }
+            }
+        }
+    }
+}
+
+TEST_F(BadgeTest, SaysWhatItSaysOnPlaceholdersToo) {
+    const FaceStyle redacted{.appearance = {.redaction = Redaction::placeholder}, .scale = 2};
+    std::set<std::vector<std::uint32_t>> pictures;
+    for (const char* text : {"as of 10:00", "as of 00:10"}) {
+        Face one = face(redacted);
+        drawBadge(one, asOfBadge(text), Corner::bottomTrailing, redacted, renderer);
+        pictures.insert(one.pixels);
+    }
+    EXPECT_EQ(pictures.size(), 2U);
+}
+
+TEST_F(BadgeTest, StaysOnTheTileHoweverLongItIs) {
+    for (const char* script : {"as of ", "נכון לשעה "}) {
+        std::string words;
+        for (int i = 0; i < 100; ++i) {
+            words += script;
+        }
+        for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
+            const FaceStyle style{.scale = 2, .direction = direction};
+            Face one = face(style);
+            const Rect frame = drawBadge(one, asOfBadge(words), Corner::bottomTrailing, style, renderer);
+            EXPECT_GE(frame.x, badgeInset);
+            EXPECT_LE(frame.right(), medium.width - badgeInset);
+            EXPECT_GT(frame.width, 300);
+        }
+    }
+    Face none;
+    EXPECT_EQ(drawBadge(none, failureMark(), Corner::topTrailing, {}, renderer), Rect());
+    Face tiny = makeFace(platform::text(""), {12, 12}, {}, renderer);
+    EXPECT_EQ(drawBadge(tiny, failureMark(), Corner::topTrailing, {}, renderer), Rect());
+}
+
+TEST_F(BadgeTest, MessagesFitTheSmallestTile) {
+    const platform::View message = messageView("Nothing opens this link", "Install the application that it belongs to.",
+                                               MessageButton{"Undo", "x:undo"});
+    for (const char* family : {"small", "medium", "large"}) {
+        const Size size = familySize(family);
+        const Face made = makeFace(message, size, {}, renderer);
+        ASSERT_EQ(made.parts.size(), 3U);
+        EXPECT_EQ(made.parts[0].role, LayoutPart::Role::heading);
+        EXPECT_EQ(made.parts[1].name, "Install the application that it belongs to.");
+        EXPECT_EQ(made.parts[2].url, "x:undo");
+        EXPECT_EQ(made.parts[2].name, "Undo");
+        for (const LayoutPart& part : made.parts) {
+            EXPECT_GE(part.frame.x, contentMargin - 1e-6);
+            EXPECT_GE(part.frame.y, contentMargin - 1e-6);
+            EXPECT_LE(part.frame.bottom(), size.height - contentMargin + 1e-6);
+        }
+    }
+    EXPECT_EQ(makeFace(messageView("Removed", ""), medium, {}, renderer).parts.size(), 1U);
+}
+
+} // namespace
+} // namespace host
