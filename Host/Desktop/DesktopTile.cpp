@@ -109,7 +109,8 @@ void DesktopTile::restyle() {
 void DesktopTile::say(const Message& message, guint milliseconds, std::function<void()> then) {
     isSaying_ = true;
     afterMessage_ = std::move(then);
-    const auto button = message.button.empty() ? std::nullopt : std::optional(message.button);
+    const auto button =
+        message.button.empty() ? std::nullopt : std::optional(MessageButton{message.button, message.button});
     Face face = makeFace(messageView(message.title, message.text, button), familySize(instance_.family),
                          style(Redaction::none), around_.studio.renderer());
     std::vector<TilePart> parts = partsOf(face, name());
@@ -203,22 +204,26 @@ Face DesktopTile::waitingFace() {
 void DesktopTile::present(Face face) {
     marks_ = marks();
     std::vector<TilePart> parts = partsOf(face, name());
-    if (marks_.isOld) {
-        const std::string text = filledIn(localized("as of %s"), shortMoment(made_, around_.clock.now()));
-        const Rect frame = drawBadge(face, asOfBadge(text), Corner::bottomTrailing, style(Redaction::none),
-                                     around_.studio.renderer());
-        parts.push_back({.part = {.role = LayoutPart::Role::text, .frame = frame, .name = text}, .act = {}});
-    }
-    if (marks_.hasFailed) {
-        const Rect frame = drawBadge(face, failureMark(), Corner::topTrailing, style(Redaction::none),
-                                     around_.studio.renderer());
-        parts.push_back({.part = {.role = LayoutPart::Role::link,
-                                  .frame = frame,
-                                  .name = localized("Could not be updated"),
-                                  .description = localized("Says why")},
-                         .act = TilePart::Act::explain});
+    if (marks_.isOld || marks_.hasFailed) {
+        parts.push_back(drawMarks(face));
     }
     window_.show(std::move(face), std::move(parts), name());
+}
+
+/// The part that the marks are, for the place where they were drawn.
+TilePart DesktopTile::drawMarks(Face& face) {
+    const std::string text = filledIn(localized("as of %s"), shortMoment(made_, around_.clock.now()));
+    const platform::View badge = !marks_.hasFailed ? asOfBadge(text) : marks_.isOld ? failedAsOfBadge(text) : failureMark();
+    const Rect frame = drawBadge(face, badge, Corner::bottomTrailing, style(Redaction::none), around_.studio.renderer());
+    if (!marks_.hasFailed) {
+        return {.part = {.role = LayoutPart::Role::text, .frame = frame, .name = text, .description = {}, .url = {}}};
+    }
+    return {.part = {.role = LayoutPart::Role::link,
+                     .frame = frame,
+                     .name = localized("Could not be updated"),
+                     .description = marks_.isOld ? text : "",
+                     .url = {}},
+            .act = TilePart::Act::explain};
 }
 
 void DesktopTile::save(const Face& face) {

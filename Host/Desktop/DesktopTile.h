@@ -89,6 +89,7 @@ class DesktopTile {
     Face waitingFace();
     /// Lays the marks over the face and shows it.
     void present(Face face);
+    TilePart drawMarks(Face& face);
     void save(const Face& face);
     Marks marks() const;
     FaceStyle style(Redaction redaction) const;

@@ -1,0 +1,92 @@
+#include "Host/Placement/FreePlace.h"
+#include "Host/Placement/Snapping.h"
+#include "Host/Placement/Spacing.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ostream>
+#include <random>
+#include <vector>
+
+namespace host {
+
+void PrintTo(const Rect& rect, std::ostream* out) {
+    *out << rect.x << "," << rect.y << " " << rect.width << "×" << rect.height;
+}
+
+namespace {
+
+constexpr Rect screen{100, 50, 1200, 800};
+constexpr Rect neighbour{500, 300, 364, 170};
+
+struct SnappingCase {
+    const char* what;
+    Rect tile;
+    Point expected;
+};
+
+TEST(Snapping, DrawsATileToWhatIsNear) {
+    const std::vector<SnappingCase> cases{
+        {"nothing near: the grid, which starts at the screen's corner", {203, 155, 170, 170}, {204, 154}},
+        {"beside the neighbour, with the gap, its upper edge level", {883, 306, 170, 170}, {888, 300}},
+        {"on the other side", {312, 306, 170, 170}, {306, 300}},
+        {"below it, its left edge level", {507, 489, 170, 170}, {500, 494}},
+        {"right edges level", {701, 485, 170, 170}, {694, 494}},
+        {"too far for its gap", {902, 700, 170, 170}, {900, 698}},
+        {"the screen's margin", {115, 80, 170, 170}, {124, 74}},
+        {"the lower right margin", {1110, 650, 170, 170}, {1106, 656}},
+        {"off the screen: back to its edge", {5000, -5000, 170, 170}, {1130, 50}},
+        {"larger than the screen: its corner", {300, 300, 2000, 900}, {100, 50}},
+    };
+    for (const SnappingCase& each : cases) {
+        const Rect expected{each.expected.x, each.expected.y, each.tile.width, each.tile.height};
+        EXPECT_EQ(snapped(each.tile, {neighbour}, screen), expected) << each.what;
+    }
+}
+
+TEST(Snapping, IsAtRestWhereItHasSnapped) {
+    std::mt19937 random(7); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same places each time
+    std::uniform_real_distribution<double> place(-200, 1600);
+    for (int round = 0; round < 2000; ++round) {
+        const Rect once = snapped({place(random), place(random), 364, 170}, {neighbour}, screen);
+        ASSERT_GE(once.x, screen.x);
+        ASSERT_LE(once.bottom(), screen.bottom());
+        ASSERT_EQ(snapped(once, {neighbour}, screen), once);
+    }
+}
+
+bool keepsItsDistance(const Rect& a, const Rect& b) {
+    return a.right() + tileGap <= b.x || b.right() + tileGap <= a.x || a.bottom() + tileGap <= b.y ||
+           b.bottom() + tileGap <= a.y;
+}
+
+TEST(FreePlace, FillsTheScreenWithoutOverlapAndThenGoesOnAside) {
+    const std::vector<Size> sizes{{364, 170}, {170, 170}, {364, 364}, {170, 170}};
+    std::vector<Rect> taken;
+    bool isFull = false;
+    for (std::size_t count = 0; count < 200; ++count) {
+        const Size size = sizes[count % sizes.size()];
+        const Point corner = freePlace(size, taken, screen);
+        const Rect place{corner.x, corner.y, size.width, size.height};
+        bool isFree = true;
+        for (const Rect& each : taken) {
+            isFree = isFree && keepsItsDistance(place, each);
+        }
+        isFull = isFull || !isFree;
+        ASSERT_GE(place.x, screen.x + tileGap);
+        ASSERT_GE(place.y, screen.y + tileGap);
+        ASSERT_LE(place.x, screen.right());
+        if (count == 0) {
+            EXPECT_EQ(place, (Rect{124, 74, 364, 170}));
+        }
+        if (count < 7) {
+            EXPECT_TRUE(isFree) << "tile " << count << " has room";
+        }
+        taken.push_back(place);
+    }
+    EXPECT_TRUE(isFull);
+}
+
+} // namespace
+} // namespace host
