@@ -10,7 +10,6 @@ import sys
 import threading
 import time
 import unittest
-from pathlib import Path
 
 import settings_portal
 from support import EXTENSION, HOST, NO_WEB, OK, UNAVAILABLE, HomeTest, SessionBus, favourites

@@ -1,7 +1,5 @@
 """A program with one tile, in whose place the real host is to be tested: it says on its output what happens to it."""
 
-import sys
-
 import gi
 
 gi.require_version("Gdk", "3.0")

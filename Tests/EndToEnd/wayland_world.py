@@ -2,7 +2,6 @@
 
 import json
 import os
-import shutil
 import socket
 import struct
 from pathlib import Path
@@ -32,14 +31,23 @@ class WaylandWorld(World):
     def start_display(self):
         configuration = self.folder / "sway"
         configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT, wallpaper=self.wallpaper_file))
+        library = Path(os.environ["TEST_PROGRAMS"]) / "libheadless_outputs.so"
+        assert library.exists(), library
         self.control = self.folder / "run" / "control"
         self.compositor = self.start_compositor(
             "sway", "-c", configuration, WLR_BACKENDS="headless", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1",
-            SWAYSOCK=str(self.control), LD_PRELOAD=str(Path(os.environ["TEST_PROGRAMS"]) / "libheadless_outputs.so"))
-        sockets = lambda: [path.name for path in self.runtime.glob("wayland-*") if path.is_socket()]
-        wait_until(lambda: sockets() and self.control.exists() and self.outputs(), "sway")
-        self.display = {"WAYLAND_DISPLAY": sockets()[0]}
-        self.hands = WaylandHands(self.runtime / sockets()[0], self.bounds)
+            SWAYSOCK=str(self.control), LD_PRELOAD=str(library))
+        wait_until(self.answers, "sway")
+        display, = (path for path in self.runtime.glob("wayland-*") if path.is_socket())
+        self.display = {"WAYLAND_DISPLAY": display.name}
+        self.hands = WaylandHands(display, self.bounds)
+
+    def answers(self):
+        assert self.compositor.poll() is None, (self.folder / "compositor.log").read_text()
+        try:
+            return self.outputs()
+        except (FileNotFoundError, ConnectionRefusedError):
+            return []
 
     def ask(self, kind, content=""):
         with socket.socket(socket.AF_UNIX) as connection:
