@@ -4,12 +4,26 @@
 #include "Platform/Foundation/Localization.h"
 
 #include <clocale>
+#include <cstdlib>
 
 namespace host {
 namespace {
 
 /// The parts of a tile are in its picture; their widgets take no room and draw nothing.
 constexpr const char* partStyle = "button.tile-part { all: unset; }";
+
+/// Without OpenGL, which on X the toolkit would load at once, with more memory than all the rest. For this process alone,
+/// not for the applications that it starts.
+bool initialize() {
+    constexpr const char* variable = "GDK_GL";
+    const bool isChosen = getenv(variable) != nullptr; // NOLINT(concurrency-mt-unsafe): before all threads
+    setenv(variable, "disable", 0);                    // NOLINT(concurrency-mt-unsafe)
+    const bool isInitialized = gtk_init_check(nullptr, nullptr) != FALSE;
+    if (!isChosen) {
+        unsetenv(variable); // NOLINT(concurrency-mt-unsafe)
+    }
+    return isInitialized;
+}
 
 } // namespace
 
@@ -19,7 +33,7 @@ std::optional<std::string> startToolkit() {
     setlocale(LC_ALL, ""); // NOLINT(concurrency-mt-unsafe): before all threads
     platform::startLocalization("widgethost");
     g_set_prgname("widgethost");
-    if (gtk_init_check(nullptr, nullptr) == FALSE) {
+    if (!initialize()) {
         return "there is no display to show widgets on";
     }
     const ObjectHandle<GtkCssProvider> provider(gtk_css_provider_new());
