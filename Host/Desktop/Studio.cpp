@@ -1,5 +1,7 @@
 #include "Host/Desktop/Studio.h"
 
+#include "Host/Drawing/FontRelease.h"
+
 #include <malloc.h>
 
 namespace host {
@@ -17,6 +19,7 @@ Renderer& Studio::renderer() {
 
 void Studio::close() {
     renderer_.reset();
+    releaseUnusedFonts();
     malloc_trim(0);
 }
 
