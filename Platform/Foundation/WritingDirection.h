@@ -11,7 +11,7 @@ namespace platform {
 /// the script that the language has in that country.
 bool isRightToLeft(std::string_view language);
 
-/// Whether the first of the user's languages (`preferredLanguages`) is; those without any read from left to right.
-bool isRightToLeft(const std::vector<std::string>& languages);
+/// Whether the first of the user's languages (`preferredLanguages`) is; users without any read from left to right.
+bool isRightToLeft(const std::vector<std::string>& preferred);
 
 } // namespace platform
