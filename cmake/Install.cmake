@@ -34,3 +34,6 @@ set(completions ${PROJECT_SOURCE_DIR}/Resources/Completions)
 install(FILES ${completions}/widgethost.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME widgethost)
 install(FILES ${completions}/_widgethost DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 install(FILES ${completions}/widgethost.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+
+set(documentation ${PROJECT_SOURCE_DIR}/Documentation)
+install(FILES ${documentation}/protocol.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/foliovault-widgets)

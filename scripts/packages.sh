@@ -4,16 +4,19 @@ build_packages=(
     cmake ninja-build g++ pkg-config gettext
     nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev libcurl4-openssl-dev
     libcli11-dev libfmt-dev libglib2.0-dev
-    libpango1.0-dev libcairo2-dev libfreetype-dev libfribidi-dev libgdk-pixbuf-2.0-dev libisal-dev fonts-inter
+    libpango1.0-dev libcairo2-dev libfreetype-dev libfribidi-dev libgdk-pixbuf-2.0-dev libisal-dev
     libfontconfig-dev libwayland-dev libxcb1-dev libx11-dev libgtk-3-dev libgtk-layer-shell-dev
 )
-# What the programs use when they run, beyond the libraries that they are linked with: the other home of --home, what is
-# loaded at first need, zones, and the fonts of names in other scripts.
-run_packages=(libnss-wrapper libicu72 libcurl4 ca-certificates tzdata fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
+# What the programs need when they run, beyond the libraries that they are linked with: what is loaded at first need,
+# certificates, zones, and the font.
+run_packages=(libicu72 libcurl4 ca-certificates tzdata fonts-inter)
+# What they do better with: the other home of --home, and the fonts of names in other scripts.
+recommended_packages=(libnss-wrapper fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
 test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime dbus-daemon python3 python3-feedparser
     python3-gi python3-xlib gir1.2-gtk-3.0 gir1.2-gtklayershell-0.1 gir1.2-atspi-2.0 at-spi2-core libatk-adaptor libglib2.0-bin
     sway swaybg grim xserver-xorg-core xserver-xorg-video-dummy openbox xdotool x11-utils x11-xserver-utils hsetroot xsettingsd
     xcompmgr desktop-file-utils appstream man-db zsh fish)
+package_packages=(bash coreutils dpkg-dev file gzip lintian)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(
