@@ -23,6 +23,8 @@ PROJECT = Path(__file__).resolve().parent.parent
 sys.path.append(str(PROJECT / "Tests" / "EndToEnd"))
 
 import gallery_page
+import growth_plot
+from growth_plot import Line, Panel
 from https_server import Authority, HttpsServer, body
 
 BUILD = PROJECT / "build"
@@ -35,6 +37,7 @@ FAVORITES = LIBRARY / "Favorites.plist"
 READING_LIST = LIBRARY / "ReadingList.plist"
 CACHE = HOME / "Caches" / "tips_cache.json"
 PYTHON = "/usr/bin/python3"
+GROWTH = PROJECT / "Documentation" / "growth.svg"
 FORMS = {"binary": plistlib.FMT_BINARY, "XML": plistlib.FMT_XML}
 
 
@@ -361,11 +364,12 @@ def memory_of_tips():
 
 
 def growth(rounds):
-    """Time and memory of a reading list of a thousand, ten thousand and a hundred thousand entries."""
+    """Time and memory of a reading list from sixteen entries to a hundred thousand: a table, and a picture of it."""
     print("\nA reading list that grows, an icon with each entry:\n")
     print("| entries | file | `readFromPlist` | a timeline's needs | per MB of file | private memory of a timeline |\n| --- | --- | --- | --- | --- | --- |")
+    every, needs, held, sizes = ({form: {} for form in FORMS} for _ in range(4))
     for form in FORMS:
-        for count in (1_000, 10_000, 100_000):
+        for count in (16, 100, 1_000, 10_000, 100_000):
             write(reading_list(count), form, READING_LIST)
             os.sync()
             size = READING_LIST.stat().st_size / 1e6
@@ -373,9 +377,17 @@ def growth(rounds):
             with Watched() as extension:
                 before = extension.held()["Private_Dirty"]
                 peak = extension.peak_while_asking(request("ReadingListWidget"), 5)["Private_Dirty"]
-            every, needs = times["everyRecord"] * 1e3, times["timelineNeeds"] * 1e3
-            print(f"| {count:,} {form} | {size:.1f} MB | {every:.3g} ms | {needs:.3g} ms | {every / size:.3f} and {needs / size:.3f} ms | +{peak - before:.1f} MiB |", flush=True)
+            all_ms, needs_ms = times["everyRecord"] * 1e3, times["timelineNeeds"] * 1e3
+            every[form][count], needs[form][count], held[form][count], sizes[form][count] = all_ms, needs_ms, peak, size * 1e6 / 2**20
+            print(f"| {count:,} {form} | {size:.3g} MB | {all_ms:.3g} ms | {needs_ms:.3g} ms | {all_ms / size:.3f} and {needs_ms / size:.3f} ms | +{peak - before:.1f} MiB |", flush=True)
     READING_LIST.unlink()
+    blue, orange, grey = "#0b62c4", "#c2570c", "#6e7781"
+    GROWTH.write_text(growth_plot.drawn([
+        Panel("Time", "ms", [Line(f"{name}, {form}", colour, values[form], dashed=form == "XML")
+                             for name, colour, values in (("every item", blue, every), ("a timeline", orange, needs)) for form in FORMS]),
+        Panel("Private memory, beside the file", "MiB", [Line(f"{name}, {form}", colour, values[form], dashed=form == "XML")
+                                for name, colour, values in (("the file", grey, sizes), ("the extension", orange, held)) for form in FORMS])]),
+        encoding="utf-8")
 
 
 def machine():
@@ -390,6 +402,9 @@ def main():
     CACHE.parent.mkdir(exist_ok=True)
     os.environ["XDG_CACHE_HOME"] = str(CACHE.parent)
     print(f"Measured on {machine()}.\n")
+    if "--growth" in sys.argv:
+        growth(rounds)
+        return
     print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
     table = Table()
     for part in (reading, feed, downloading, starting, starting_confined, starting_with_tips, reloading, warm, drawing, gallery):
