@@ -1,6 +1,6 @@
 # Completion of widgethost's command line for fish.
 
-set -l commands desktop host describe options render gallery add list edit move remove reload explain doctor
+set -l commands desktop host describe options render gallery add list edit move remove lock unlock mode reload explain doctor
 
 function __widgethost_kinds
     # With the extension and the home that were named before.
@@ -39,6 +39,9 @@ __widgethost_command list "List the placed widgets"
 __widgethost_command edit "Change what a placed widget is set to"
 __widgethost_command move "Put a placed widget somewhere else"
 __widgethost_command remove "Take a widget off the desktop"
+__widgethost_command lock "Keep placed widgets where they are"
+__widgethost_command unlock "Let placed widgets be dragged"
+__widgethost_command mode "Choose how placed widgets use colours"
 __widgethost_command reload "Have the running host ask for its widgets at once"
 __widgethost_command explain "Say how a placed widget is doing"
 __widgethost_command doctor "Say what stands in the way of widgets on this machine"
@@ -46,6 +49,7 @@ functions -e __widgethost_command
 
 complete -c widgethost -n "__fish_seen_subcommand_from options render add reload" -a "(__widgethost_kinds)" -d Kind
 complete -c widgethost -n "__fish_seen_subcommand_from edit move remove explain" -a "(__widgethost_ids)" -d Id
+complete -c widgethost -n "__fish_seen_subcommand_from mode" -a "fullColor tinted vibrant" -d Mode
 complete -c widgethost -n "__fish_seen_subcommand_from describe options list doctor" -l json -d "Print JSON"
 complete -c widgethost -n "__fish_seen_subcommand_from options" -l matching -x -d "Only choices that contain this text"
 complete -c widgethost -n "__fish_seen_subcommand_from render add" -l family -xa "small medium large extraLarge" -d "The size"
@@ -55,6 +59,8 @@ complete -c widgethost -n "__fish_seen_subcommand_from render" -l preview -x -d 
 complete -c widgethost -n "__fish_seen_subcommand_from render" -l mode -xa "fullColor tinted vibrant" -d "How colours are used"
 complete -c widgethost -n "__fish_seen_subcommand_from render" -l appearance -xa "light dark" -d "The colour scheme"
 complete -c widgethost -n "__fish_seen_subcommand_from gallery" -l appearance -xa "light dark both" -d "The colour schemes"
+complete -c widgethost -n "__fish_seen_subcommand_from render gallery" -l contrast -xa "normal high" -d "How far all stands out"
+complete -c widgethost -n "__fish_seen_subcommand_from render" -l accent -x -d "The colour of the tinted mode"
 complete -c widgethost -n "__fish_seen_subcommand_from render" -l scale -x -d "Device pixels a point"
 complete -c widgethost -n "__fish_seen_subcommand_from render" -l format -xa "png svg pdf tree frames" -d "What is written"
 complete -c widgethost -n "__fish_seen_subcommand_from render" -s o -l output -rF -d "The file to write"
