@@ -36,4 +36,9 @@ install(FILES ${completions}/_widgethost DESTINATION ${CMAKE_INSTALL_DATADIR}/zs
 install(FILES ${completions}/widgethost.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
 set(documentation ${PROJECT_SOURCE_DIR}/Documentation)
-install(FILES ${documentation}/protocol.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/foliovault-widgets)
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/foliovault-widgets)
+foreach(page protocol extensions layout)
+    install(FILES ${documentation}/${page}.md DESTINATION ${documents})
+endforeach()
+install(PROGRAMS ${documentation}/examples/notes DESTINATION ${documents}/examples)
+install(FILES ${documentation}/examples/notes.json DESTINATION ${documents}/examples)
