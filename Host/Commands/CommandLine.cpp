@@ -152,11 +152,12 @@ class CommandLine {
     }
 
     void addHost() {
-        CLI::App* showing = app_.add_subcommand(
-            "desktop", "Show the placed widgets on the desktop, until told to end; what widgethost alone does where there is a display");
+        CLI::App* showing = app_.add_subcommand("desktop", "Show the placed widgets on the desktop, until told to end; "
+                                                           "what widgethost alone does where there is a display");
         showing->callback([this] { command_ = [this] { return becomeDesktop(choice()); }; });
 
-        CLI::App* running = app_.add_subcommand("host", "Keep the placed widgets up to date without showing them, until told to end");
+        CLI::App* running =
+            app_.add_subcommand("host", "Keep the placed widgets up to date without showing them, until told to end");
         running->callback([this] { command_ = [this] { return runHost(choice()); }; });
 
         CLI::App* reloading = app_.add_subcommand("reload", "Have the running host ask for its widgets at once");

@@ -74,7 +74,10 @@ std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& displ
 
 bool hasDisplay() {
     // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here sets variables
-    const auto isSet = [](const char* name) { const char* value = std::getenv(name); return value != nullptr && *value != '\0'; };
+    const auto isSet = [](const char* name) {
+        const char* value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    };
     return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY");
 }
 

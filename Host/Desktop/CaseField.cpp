@@ -7,8 +7,7 @@ namespace host {
 using platform::localized;
 
 CaseField::CaseField(const ParameterInfo& parameter, const std::string& current, Choose choose)
-    : choose_(std::move(choose)),
-      box_(GTK_WIDGET(g_object_ref_sink(gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12)))),
+    : choose_(std::move(choose)), box_(GTK_WIDGET(g_object_ref_sink(gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12)))),
       combo_(gtk_combo_box_text_new()) {
     GtkComboBoxText* list = GTK_COMBO_BOX_TEXT(combo_);
     bool isKnown = false;

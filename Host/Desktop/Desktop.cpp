@@ -70,9 +70,9 @@ void Desktop::arranged(const Arrangement& arrangement) {
             kept.insert(std::move(known));
             continue;
         }
-        const auto& tile = *kept.emplace(instance.id, std::make_unique<DesktopTile>(
-                                                          instance, arrangement.renderingMode, around_))
-                                .first->second;
+        const auto& tile =
+            *kept.emplace(instance.id, std::make_unique<DesktopTile>(instance, arrangement.renderingMode, around_))
+                 .first->second;
         if (catalog_.widget(tile.instance().extension, tile.instance().kind) == nullptr) {
             unknown.insert(instance.extension);
         }

@@ -153,7 +153,7 @@ void DesktopSettings::take(const char* key, GVariant* value) {
     const guint32 number = isNumber ? g_variant_get_uint32(value) : 0;
     if (name == "color-scheme") {
         // 0 stands for no preference.
-        portal_.scheme = number == 1 ? std::optional(ColorScheme::dark)
+        portal_.scheme = number == 1   ? std::optional(ColorScheme::dark)
                          : number == 2 ? std::optional(ColorScheme::light)
                                        : std::nullopt;
     } else if (name == "contrast") {

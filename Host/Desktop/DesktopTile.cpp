@@ -188,8 +188,8 @@ void DesktopTile::paint() {
 }
 
 Face DesktopTile::entryFace(const Tile& tile) {
-    Face face = makeFace(tile.entry()->view, familySize(instance_.family), style(Redaction::none),
-                         around_.studio.renderer());
+    Face face =
+        makeFace(tile.entry()->view, familySize(instance_.family), style(Redaction::none), around_.studio.renderer());
     face.widgetURL = tile.entry()->widgetURL;
     face.made = made_;
     face.reload = reload_;
@@ -213,8 +213,11 @@ void DesktopTile::present(Face face) {
 /// The part that the marks are, for the place where they were drawn.
 TilePart DesktopTile::drawMarks(Face& face) {
     const std::string text = filledIn(localized("as of %s"), shortMoment(made_, around_.clock.now()));
-    const platform::View badge = !marks_.hasFailed ? asOfBadge(text) : marks_.isOld ? failedAsOfBadge(text) : failureMark();
-    const Rect frame = drawBadge(face, badge, Corner::bottomTrailing, style(Redaction::none), around_.studio.renderer());
+    const platform::View badge = !marks_.hasFailed ? asOfBadge(text)
+                                 : marks_.isOld    ? failedAsOfBadge(text)
+                                                   : failureMark();
+    const Rect frame =
+        drawBadge(face, badge, Corner::bottomTrailing, style(Redaction::none), around_.studio.renderer());
     if (!marks_.hasFailed) {
         return {.part = {.role = LayoutPart::Role::text, .frame = frame, .name = text, .description = {}, .url = {}}};
     }
@@ -247,7 +250,8 @@ DesktopTile::Marks DesktopTile::marks() const {
 
 FaceStyle DesktopTile::style(Redaction redaction) const {
     const DesktopLook& look = around_.settings.look();
-    const int scale = std::max(outputScale_, gtk_widget_get_realized(window_.widget()) != FALSE ? window_.deviceScale() : 1);
+    const int scale =
+        std::max(outputScale_, gtk_widget_get_realized(window_.widget()) != FALSE ? window_.deviceScale() : 1);
     return {.appearance = {.scheme = look.scheme,
                            .mode = mode_,
                            .redaction = redaction,

@@ -32,8 +32,8 @@ DesktopWindow::DesktopWindow(Level level, Input input)
         gtk_layer_set_keyboard_mode(window, input == Input::all ? GTK_LAYER_SHELL_KEYBOARD_MODE_ON_DEMAND
                                                                 : GTK_LAYER_SHELL_KEYBOARD_MODE_NONE);
     } else {
-        gtk_window_set_type_hint(window, level == Level::front ? GDK_WINDOW_TYPE_HINT_DND
-                                                               : GDK_WINDOW_TYPE_HINT_DESKTOP);
+        gtk_window_set_type_hint(window,
+                                 level == Level::front ? GDK_WINDOW_TYPE_HINT_DND : GDK_WINDOW_TYPE_HINT_DESKTOP);
         gtk_window_set_keep_below(window, level == Level::desktop);
         gtk_window_set_keep_above(window, level == Level::front);
         gtk_window_stick(window);

@@ -1,8 +1,8 @@
 // A window without frame that lies on the desktop, under all windows of applications, on every workspace.
 //
-// On Wayland a surface of the layer shell (layer "bottom", reserving nothing); on X a DESKTOP window that is kept below;
-// on a compositor without a layer shell an ordinary window, which the user has to put up with. It takes the keyboard only
-// when clicked. Where the screen is composited it is clear until something is drawn on it.
+// On Wayland a surface of the layer shell (layer "bottom", reserving nothing); on X a DESKTOP window that is kept
+// below; on a compositor without a layer shell an ordinary window, which the user has to put up with. It takes the
+// keyboard only when clicked. Where the screen is composited it is clear until something is drawn on it.
 #pragma once
 
 #include "Host/Desktop/Objects.h"

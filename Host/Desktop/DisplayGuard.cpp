@@ -40,8 +40,8 @@ struct DisplayGuard::Source {
 };
 
 DisplayGuard::DisplayGuard(std::function<void()> gone) : gone_(std::move(gone)) {
-    static GSourceFuncs functions{&DisplayGuard::prepare, &DisplayGuard::check, &DisplayGuard::dispatch, nullptr,
-                                  nullptr,                nullptr};
+    static GSourceFuncs functions{
+        &DisplayGuard::prepare, &DisplayGuard::check, &DisplayGuard::dispatch, nullptr, nullptr, nullptr};
     source_ = g_source_new(&functions, sizeof(Source));
     auto* source = reinterpret_cast<Source*>(source_);
     source->guard = this;

@@ -1,7 +1,7 @@
 // Notices that the display server is gone, before the toolkit does: that would end the process on the spot.
 //
-// Looks for it at every turn of the main loop, which costs a system call. The server may go in the middle of a turn, too:
-// on X that ends the process here, with what `gone` has kept; on Wayland requests that lead nowhere do no harm.
+// Looks for it at every turn of the main loop, which costs a system call. The server may go in the middle of a turn,
+// too: on X that ends the process here, with what `gone` has kept; on Wayland requests that lead nowhere do no harm.
 #pragma once
 
 #include "Host/Desktop/Objects.h"

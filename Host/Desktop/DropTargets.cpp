@@ -46,8 +46,8 @@ void DropTargets::begun(GtkWidget* widget, GdkDragContext* context, gpointer sou
     const int scale = gtk_widget_get_scale_factor(widget);
     const SurfaceHandle icon(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, face.width, face.height));
     const CairoHandle cairo(cairo_create(icon.get()));
-    paintTile(cairo.get(), face,
-              {0, 0, static_cast<double>(face.width), static_cast<double>(face.height)}, Backdrop::transparent);
+    paintTile(cairo.get(), face, {0, 0, static_cast<double>(face.width), static_cast<double>(face.height)},
+              Backdrop::transparent);
     cairo_surface_set_device_scale(icon.get(), scale, scale);
     gtk_drag_set_icon_surface(context, icon.get());
     for (const Output& output : self.outputs_.all()) {

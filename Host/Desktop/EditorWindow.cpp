@@ -19,8 +19,8 @@ constexpr int leastWidth = 440;
 EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, const Instance& instance, Studio& studio,
                            const DesktopSettings& settings, std::function<void(const Settings& chosen)> apply,
                            std::function<void()> closed)
-    : host_(host), instance_(instance), apply_(std::move(apply)), closed_(std::move(closed)),
-      dialog_(gtk_dialog_new()), view_(instance.family, widget.displayName, studio, settings) {
+    : host_(host), instance_(instance), apply_(std::move(apply)), closed_(std::move(closed)), dialog_(gtk_dialog_new()),
+      view_(instance.family, widget.displayName, studio, settings) {
     GtkWindow* window = GTK_WINDOW(dialog_.get());
     gtk_window_set_title(window, widget.displayName.c_str());
     gtk_window_set_position(window, GTK_WIN_POS_CENTER);
@@ -33,9 +33,9 @@ EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, cons
     gtk_container_set_border_width(GTK_CONTAINER(box), dialogMargin);
     gtk_box_set_spacing(GTK_BOX(box), fieldSpacing);
     gtk_widget_set_size_request(box, leastWidth, -1);
-    gtk_container_add(GTK_CONTAINER(box), makeNote(widget.configurationDescription.empty()
-                                                       ? widget.description
-                                                       : widget.configurationDescription));
+    gtk_container_add(
+        GTK_CONTAINER(box),
+        makeNote(widget.configurationDescription.empty() ? widget.description : widget.configurationDescription));
     gtk_container_add(GTK_CONTAINER(box), view_.widget());
     for (const ParameterInfo& parameter : widget.parameters) {
         const auto set = instance_.configuration.find(parameter.name);

@@ -116,8 +116,8 @@ void GalleryWindow::addWidget(const std::string& extension, const WidgetInfo& wi
 
 GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& widget) {
     const std::string title = familyTitle(instance.family);
-    auto& card = *cards_.emplace_back(std::make_unique<Card>(
-        instance, fmt::format("{}, {}", widget.displayName, title), studio_, settings_));
+    auto& card = *cards_.emplace_back(
+        std::make_unique<Card>(instance, fmt::format("{}, {}", widget.displayName, title), studio_, settings_));
     card.gallery = this;
 
     GtkWidget* button = gtk_button_new_with_label(localized("Add").c_str());

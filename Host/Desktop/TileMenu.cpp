@@ -58,7 +58,8 @@ std::string familyTitle(const std::string& family) {
 std::vector<MenuEntry> tileMenu(const TileMenuState& state, const TileMenuActs& acts) {
     std::vector<MenuEntry> entries;
     const auto add = [&](const char* label, std::function<void()> act, std::vector<MenuEntry> submenu = {}) {
-        entries.push_back({.label = localized(label), .act = std::move(act), .isOn = {}, .submenu = std::move(submenu)});
+        entries.push_back(
+            {.label = localized(label), .act = std::move(act), .isOn = {}, .submenu = std::move(submenu)});
     };
     if (state.widget != nullptr && !state.widget->parameters.empty()) {
         add("Edit…", acts.edit);
@@ -75,8 +76,7 @@ std::vector<MenuEntry> tileMenu(const TileMenuState& state, const TileMenuActs& 
     add("Add Widgets…", acts.addWidgets);
     add("Colors", nullptr, modes(state, acts));
     entries.push_back({.label = localized("Lock"),
-                       .act = [change = acts.change,
-                               locked = !state.isLocked] { change(Locking{.locked = locked}); },
+                       .act = [change = acts.change, locked = !state.isLocked] { change(Locking{.locked = locked}); },
                        .isOn = state.isLocked,
                        .submenu = {}});
     return entries;

@@ -106,8 +106,7 @@ RegionHandle roundedRegion(const Rect& rect, double radius) {
         const double middle = row + 0.5;
         const double depth = std::max({radius - middle, middle - (rect.height - radius), 0.0});
         const double inset = radius - std::sqrt(std::max(0.0, radius * radius - depth * depth));
-        const cairo_rectangle_int_t line{static_cast<int>(std::round(rect.x + inset)),
-                                         static_cast<int>(rect.y) + row,
+        const cairo_rectangle_int_t line{static_cast<int>(std::round(rect.x + inset)), static_cast<int>(rect.y) + row,
                                          static_cast<int>(std::round(rect.width - 2 * inset)), 1};
         cairo_region_union_rectangle(region.get(), &line);
     }

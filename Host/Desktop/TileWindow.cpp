@@ -116,10 +116,9 @@ void TileWindow::put(const Output& output, const Rect& frame) {
 }
 
 void TileWindow::show(Face face, std::vector<TilePart> parts, const std::string& name) {
-    const bool hasOtherParts = !std::equal(parts.begin(), parts.end(), parts_.begin(), parts_.end(),
-                                           [](const TilePart& a, const TilePart& b) {
-                                               return a.act == b.act && a.part == b.part;
-                                           });
+    const bool hasOtherParts =
+        !std::equal(parts.begin(), parts.end(), parts_.begin(), parts_.end(),
+                    [](const TilePart& a, const TilePart& b) { return a.act == b.act && a.part == b.part; });
     face_ = std::move(face);
     gtk_window_set_title(GTK_WINDOW(widget()), name.c_str());
     if (hasOtherParts) {
@@ -354,8 +353,8 @@ void TileWindow::hover(std::optional<std::size_t> part) {
     }
     hovered_ = part;
     GdkWindow* window = gtk_widget_get_window(widget());
-    const ObjectHandle<GdkCursor> hand(
-        part ? gdk_cursor_new_from_name(gdk_window_get_display(window), "pointer") : nullptr);
+    const ObjectHandle<GdkCursor> hand(part ? gdk_cursor_new_from_name(gdk_window_get_display(window), "pointer")
+                                            : nullptr);
     gdk_window_set_cursor(window, hand.get());
     gtk_widget_queue_draw(widget());
 }

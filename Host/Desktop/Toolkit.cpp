@@ -12,8 +12,8 @@ namespace {
 /// The parts of a tile are in its picture; their widgets take no room and draw nothing.
 constexpr const char* partStyle = "button.tile-part { all: unset; }";
 
-/// Without OpenGL, which on X the toolkit would load at once, with more memory than all the rest. For this process alone,
-/// not for the applications that it starts.
+/// Without OpenGL, which on X the toolkit would load at once, with more memory than all the rest. For this process
+/// alone, not for the applications that it starts.
 bool initialize() {
     constexpr const char* variable = "GDK_GL";
     const bool isChosen = getenv(variable) != nullptr; // NOLINT(concurrency-mt-unsafe): before all threads

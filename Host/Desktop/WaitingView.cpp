@@ -29,8 +29,8 @@ std::size_t rowCount(std::string_view family) {
 } // namespace
 
 platform::View waitingView(std::string_view family) {
-    platform::Views rows{hStack({.spacing = 6}, {symbol("unknown"), text("Heading"), platform::spacer()})
-                             .font(platform::headline)};
+    platform::Views rows{
+        hStack({.spacing = 6}, {symbol("unknown"), text("Heading"), platform::spacer()}).font(platform::headline)};
     for (std::size_t row = 0; row < rowCount(family); ++row) {
         rows.push_back(hStack({.spacing = 8}, {symbol("unknown"), text(rowTexts[row % rowTexts.size()]).lineLimit(1),
                                                platform::spacer()}));

@@ -31,17 +31,19 @@ bool areNear(const Span& one, const Span& other) {
     return one.start <= other.end() + tileGap + snapDistance && other.start <= one.end() + tileGap + snapDistance;
 }
 
-double snapped(const Span& tile, const std::vector<Span>& neighbours, const Span& screen) {
+double snapped(const Span& wanted, const std::vector<Span>& neighbours, const Span& screen) {
+    const Span tile{pulledBack(wanted, screen), wanted.length};
     std::vector<double> starts{screen.start + tileGap, screen.end() - tileGap - tile.length};
     for (const Span& each : neighbours) {
-        starts.insert(starts.end(), {each.start, each.end() - tile.length, each.end() + tileGap,
-                                     each.start - tileGap - tile.length});
+        starts.insert(starts.end(),
+                      {each.start, each.end() - tile.length, each.end() + tileGap, each.start - tileGap - tile.length});
     }
     const auto nearest = std::min_element(starts.begin(), starts.end(), [&](double a, double b) {
         return std::fabs(a - tile.start) < std::fabs(b - tile.start);
     });
     const double onGrid = screen.start + std::round((tile.start - screen.start) / gridStep) * gridStep;
-    const double start = std::fabs(*nearest - tile.start) <= snapDistance ? *nearest : onGrid;
+    const double distance = std::min(std::fabs(*nearest - tile.start), std::fabs(*nearest - onGrid));
+    const double start = distance <= snapDistance ? *nearest : onGrid;
     return pulledBack(Span{start, tile.length}, screen);
 }
 
