@@ -77,7 +77,7 @@ class CommandLine {
             return finish(Failure{ExitCode::usage, fmt::format("{} (see widgethost --help)", error.what())});
         }
         if (!command_ && hasDisplay()) {
-            return finish(becomeDesktop(choice()));
+            return finish(becomeDesktop(choice(), Presence::foreground));
         }
         if (!command_) {
             return finish(Failure{ExitCode::usage, "a command is missing (see widgethost --help)"});
@@ -154,7 +154,13 @@ class CommandLine {
     void addHost() {
         CLI::App* showing = app_.add_subcommand("desktop", "Show the placed widgets on the desktop, until told to end; "
                                                            "what widgethost alone does where there is a display");
-        showing->callback([this] { command_ = [this] { return becomeDesktop(choice()); }; });
+        showing->add_flag("--background", background_,
+                          "Keep quiet where no widget is placed, or a host runs already; for the start of a session");
+        showing->callback([this] {
+            command_ = [this] {
+                return becomeDesktop(choice(), background_ ? Presence::background : Presence::foreground);
+            };
+        });
 
         CLI::App* running =
             app_.add_subcommand("host", "Keep the placed widgets up to date without showing them, until told to end");
@@ -230,6 +236,7 @@ class CommandLine {
     std::string homePath_;
     bool unconfined_ = false;
     bool json_ = false;
+    bool background_ = false;
     OptionsRequest optionsRequest_;
     std::string matching_;
     RenderRequest renderRequest_;

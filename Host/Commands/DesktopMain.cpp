@@ -1,5 +1,6 @@
 // The host with windows. `widgethost desktop` becomes it; people do not start it themselves.
 #include "Host/Commands/HostCommands.h"
+#include "Host/Connection/UserFolders.h"
 #include "Host/Desktop/Desktop.h"
 
 #include <CLI/CLI.hpp>
@@ -12,9 +13,11 @@ int main(int argc, char** argv) {
     std::string extension;
     std::string home;
     bool unconfined = false;
+    bool background = false;
     app.add_option("--extension", extension, "As widgethost has it");
     app.add_option("--home", home, "As widgethost has it");
     app.add_flag("--unconfined", unconfined, "As widgethost has it");
+    app.add_flag("--background", background, "As widgethost desktop has it");
     CLI11_PARSE(app, argc, argv);
 
     host::ExtensionChoice choice;
@@ -31,10 +34,19 @@ int main(int argc, char** argv) {
         }
         return static_cast<int>(failure.code);
     };
-    auto desktop = host::Desktop::open([choice] { return host::readManifests(choice); });
+    const auto presence = background ? host::Presence::background : host::Presence::foreground;
+    auto desktop = host::Desktop::open({.readManifests = [choice] { return host::readManifests(choice); },
+                                        .home = host::realHome(choice.home),
+                                        .presence = presence});
     if (!desktop) {
         return say({host::ExitCode::unavailable, desktop.error()});
     }
-    const auto failure = host::runHost(choice, **desktop);
-    return failure ? say(*failure) : 0;
+    if (const auto failure = host::runHost(choice, **desktop, presence)) {
+        return say(*failure);
+    }
+    if (const auto examples = (*desktop)->examplesWanted()) {
+        choice.home = *examples;
+        return say(host::becomeDesktop(choice, host::Presence::foreground));
+    }
+    return 0;
 }

@@ -3,6 +3,7 @@
 #include "Host/Commands/DoctorReport.h"
 #include "Host/Commands/HostCommands.h"
 #include "Host/Connection/Landlock.h"
+#include "Host/Connection/UserFolders.h"
 #include "Host/Doctor/ArrangementCheck.h"
 #include "Host/Doctor/BusCheck.h"
 #include "Host/Doctor/DataCheck.h"
@@ -12,7 +13,6 @@
 #include "Host/Doctor/LandlockCheck.h"
 #include "Host/Doctor/PendingCheck.h"
 #include "Host/Doctor/SchemeCheck.h"
-#include "Platform/Foundation/UserDatabase.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -54,10 +54,7 @@ Findings arrangementFindings() {
 }
 
 Findings dataFindings(const std::vector<Manifest>& manifests, const std::optional<std::filesystem::path>& chosen) {
-    std::error_code failure;
-    const std::filesystem::path home =
-        chosen ? std::filesystem::absolute(*chosen, failure).lexically_normal()
-               : std::filesystem::path(platform::SystemUserDatabase::shared().recordedHome().value_or(""));
+    const std::filesystem::path home = realHome(chosen);
     Findings findings;
     for (const Manifest& manifest : manifests) {
         append(findings, checkData(manifest, home));

@@ -52,10 +52,10 @@ Outcome<std::filesystem::path> configurationFolder() {
 
 std::optional<Failure> runHost(const ExtensionChoice& choice) {
     NoWindows display;
-    return runHost(choice, display);
+    return runHost(choice, display, Presence::foreground);
 }
 
-std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& display) {
+std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& display, Presence presence) {
     const auto folder = configurationFolder();
     if (!folder) {
         return folder.error();
@@ -68,6 +68,7 @@ std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& displ
                  return ExtensionChannel::open(manifest, choice.home, choice.confined);
              },
          .display = display,
+         .presence = presence,
          .patience = {}});
     return saidAlready(application.run());
 }
@@ -81,7 +82,7 @@ bool hasDisplay() {
     return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY");
 }
 
-Failure becomeDesktop(const ExtensionChoice& choice) {
+Failure becomeDesktop(const ExtensionChoice& choice, Presence presence) {
     std::vector<std::string> words{"widgethost-desktop"};
     const auto add = [&](const char* option, const std::optional<std::filesystem::path>& path) {
         if (path) {
@@ -92,6 +93,9 @@ Failure becomeDesktop(const ExtensionChoice& choice) {
     add("--home", choice.home);
     if (choice.confined == Confined::no) {
         words.emplace_back("--unconfined");
+    }
+    if (presence == Presence::background) {
+        words.emplace_back("--background");
     }
     std::vector<char*> arguments;
     for (std::string& word : words) {

@@ -1,6 +1,7 @@
 #include "Host/Connection/UserFolders.h"
 
 #include "Platform/Foundation/SharedFolder.h"
+#include "Platform/Foundation/UserDatabase.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -41,6 +42,12 @@ fs::path userConfigFolder() {
 
 fs::path userCacheFolder() {
     return userFolder("XDG_CACHE_HOME", ".cache");
+}
+
+fs::path realHome(const std::optional<fs::path>& chosen) {
+    std::error_code failure;
+    return chosen ? fs::absolute(*chosen, failure).lexically_normal()
+                  : fs::path(platform::SystemUserDatabase::shared().recordedHome().value_or(""));
 }
 
 std::vector<fs::path> dataFolders() {

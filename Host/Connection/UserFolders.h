@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <vector>
 
 namespace host {
@@ -14,6 +15,10 @@ std::filesystem::path userConfigFolder();
 
 /// XDG_CACHE_HOME, or what stands for it below HOME.
 std::filesystem::path userCacheFolder();
+
+/// `chosen`, made absolute, or else the home that the user database has for the user, whatever HOME says; empty where
+/// it has none.
+std::filesystem::path realHome(const std::optional<std::filesystem::path>& chosen);
 
 /// The data folders in the order in which they are searched: the user's, XDG_DATA_DIRS, what this program was
 /// installed with.

@@ -35,4 +35,17 @@ std::vector<std::string> Catalog::extensions() const {
     return identifiers;
 }
 
+std::vector<std::filesystem::path> Catalog::missingFolders(const std::filesystem::path& home) const {
+    std::vector<std::filesystem::path> missing;
+    for (const auto& manifest : readManifests_()) {
+        for (const std::string& folder : manifest ? manifest->reads : std::vector<std::string>()) {
+            std::error_code failure;
+            if (!std::filesystem::exists(home / folder, failure)) {
+                missing.push_back(home / folder);
+            }
+        }
+    }
+    return missing;
+}
+
 } // namespace host

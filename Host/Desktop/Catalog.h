@@ -5,6 +5,7 @@
 #include "Host/Connection/Messages.h"
 #include "Host/Session/HostApplication.h"
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
@@ -28,6 +29,9 @@ class Catalog {
 
     /// The identifiers of the installed extensions, in the order of their manifests. Broken manifests are left out.
     std::vector<std::string> extensions() const;
+
+    /// The folders below `home` that installed extensions read and that are not there.
+    std::vector<std::filesystem::path> missingFolders(const std::filesystem::path& home) const;
 
   private:
     ReadManifests readManifests_;

@@ -2,6 +2,7 @@
 
 #include "Host/Connection/Requests.h"
 #include "Host/Desktop/EditorWindow.h"
+#include "Host/Desktop/Examples.h"
 #include "Host/Desktop/GalleryWindow.h"
 #include "Host/Desktop/LinkOpener.h"
 #include "Host/Desktop/Menu.h"
@@ -27,15 +28,16 @@ constexpr guint undoMilliseconds = 8000;
 
 } // namespace
 
-Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Catalog::ReadManifests readManifests) {
+Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Options options) {
     if (const auto failure = startToolkit()) {
         return Unexpected{*failure};
     }
-    return std::unique_ptr<Desktop>(new Desktop(std::move(readManifests)));
+    return std::unique_ptr<Desktop>(new Desktop(std::move(options)));
 }
 
-Desktop::Desktop(Catalog::ReadManifests readManifests)
-    : pictures_(platform::DiskFileSystem::shared(), tilePictureFolder()), catalog_(std::move(readManifests)),
+Desktop::Desktop(Options options)
+    : home_(std::move(options.home)), presence_(options.presence),
+      pictures_(platform::DiskFileSystem::shared(), tilePictureFolder()), catalog_(std::move(options.readManifests)),
       settings_([this] { restyle(); }), outputs_([this] { place(); }), guard_([this] {
           ending();
           if (host_ != nullptr) {
@@ -54,6 +56,16 @@ Desktop::~Desktop() = default;
 
 void Desktop::started(HostApplication& host) {
     host_ = &host;
+    if (presence_ == Presence::foreground) {
+        firstSight_.whenIdle<&Desktop::lookAround>(this);
+    }
+}
+
+/// Whoever starts a desktop without widgets wants some.
+void Desktop::lookAround() {
+    if (tiles_.empty()) {
+        showGallery();
+    }
 }
 
 void Desktop::arranged(const Arrangement& arrangement) {
@@ -294,8 +306,21 @@ void Desktop::showGallery() {
         gallery_ = std::make_unique<GalleryWindow>(
             *host_, catalog_, studio_, settings_, outputs_,
             [this](const Instance& instance) { change(Addition{.instance = instance}); }, [this] { gallery_.reset(); });
+        if (const auto notice = libraryNotice(catalog_.missingFolders(home_))) {
+            gallery_->say(*notice, examplesFolder() ? [this] { showExamples(); } : std::function<void()>());
+        }
     }
     gallery_->present();
+}
+
+void Desktop::showExamples() {
+    auto home = copyExamples();
+    if (!home) {
+        showFailure(home.error());
+        return;
+    }
+    examplesWanted_ = *std::move(home);
+    host_->end();
 }
 
 void Desktop::edit(InstanceId id) {

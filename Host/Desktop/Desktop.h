@@ -13,6 +13,7 @@
 #include "Host/Desktop/TileDrag.h"
 #include "Host/Session/HostApplication.h"
 
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,9 +26,18 @@ class EditorWindow;
 
 class Desktop final : public HostDisplay, private TileHands {
   public:
+    struct Options {
+        Catalog::ReadManifests readManifests;
+        /// The home that extensions read in.
+        std::filesystem::path home;
+        Presence presence = Presence::foreground;
+    };
     /// Connects to the display of the environment. The error is one clear line.
-    static platform::Expected<std::unique_ptr<Desktop>, std::string> open(Catalog::ReadManifests readManifests);
+    static platform::Expected<std::unique_ptr<Desktop>, std::string> open(Options options);
     ~Desktop() override;
+
+    /// After the host has ended: a home with examples, which the user wants to see instead.
+    const std::optional<std::filesystem::path>& examplesWanted() const { return examplesWanted_; }
 
     void started(HostApplication& host) override;
     void arranged(const Arrangement& arrangement) override;
@@ -37,7 +47,7 @@ class Desktop final : public HostDisplay, private TileHands {
     void tileReloaded(const Tile& tile) override;
 
   private:
-    explicit Desktop(Catalog::ReadManifests readManifests);
+    explicit Desktop(Options options);
 
     void activated(InstanceId id, const TilePart& part) override;
     void menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) override;
@@ -45,6 +55,7 @@ class Desktop final : public HostDisplay, private TileHands {
     void dragEnded(InstanceId id, bool dropped) override;
     void scaleChanged(InstanceId id) override;
 
+    void lookAround();
     void place();
     void keepPlaces();
     void restyle();
@@ -52,12 +63,16 @@ class Desktop final : public HostDisplay, private TileHands {
     void remove(InstanceId id);
     void restore(InstanceId id);
     void showGallery();
+    void showExamples();
     void edit(InstanceId id);
     void change(const ArrangementChange& change);
     const Tile* sessionTile(InstanceId id) const;
     DesktopTile* tile(InstanceId id);
 
     HostApplication* host_ = nullptr;
+    std::filesystem::path home_;
+    Presence presence_;
+    std::optional<std::filesystem::path> examplesWanted_;
     Studio studio_;
     PictureStore pictures_;
     Catalog catalog_;
@@ -75,6 +90,7 @@ class Desktop final : public HostDisplay, private TileHands {
     std::unique_ptr<GalleryWindow> gallery_;
     std::map<InstanceId, std::unique_ptr<EditorWindow>> editors_;
     LaterCall keepingPlaces_;
+    LaterCall firstSight_;
 };
 
 } // namespace host

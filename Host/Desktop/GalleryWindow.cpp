@@ -38,7 +38,8 @@ struct GalleryWindow::Card {
 GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, Studio& studio, const DesktopSettings& settings,
                              const Outputs& outputs, Add add, std::function<void()> closed)
     : host_(host), catalog_(catalog), studio_(studio), settings_(settings), drop_(outputs, add), add_(std::move(add)),
-      closed_(std::move(closed)), window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)), stack_(gtk_stack_new()) {
+      closed_(std::move(closed)), window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
+      box_(gtk_box_new(GTK_ORIENTATION_VERTICAL, 0)), stack_(gtk_stack_new()) {
     GtkWindow* window = GTK_WINDOW(window_.get());
     gtk_window_set_title(window, localized("Widgets").c_str());
     gtk_window_set_default_size(window, defaultWidth, defaultHeight);
@@ -50,8 +51,9 @@ GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, Studio& st
     gtk_box_pack_start(GTK_BOX(box), sidebar, FALSE, FALSE, 0);
     gtk_box_pack_start(GTK_BOX(box), gtk_separator_new(GTK_ORIENTATION_VERTICAL), FALSE, FALSE, 0);
     gtk_box_pack_start(GTK_BOX(box), stack_, TRUE, TRUE, 0);
-    gtk_container_add(GTK_CONTAINER(window_.get()), box);
-    gtk_widget_show_all(box);
+    gtk_box_pack_end(GTK_BOX(box_), box, TRUE, TRUE, 0);
+    gtk_container_add(GTK_CONTAINER(window_.get()), box_);
+    gtk_widget_show_all(box_);
     connect<&GalleryWindow::deleted>(window_.get(), "delete-event", this);
     const auto extensions = catalog_.extensions();
     for (const std::string& extension : extensions) {
@@ -66,6 +68,23 @@ GalleryWindow::~GalleryWindow() = default;
 
 void GalleryWindow::present() {
     gtk_window_present(GTK_WINDOW(window_.get()));
+}
+
+void GalleryWindow::say(const std::string& notice, std::function<void()> showExamples) {
+    GtkWidget* bar = gtk_info_bar_new();
+    gtk_info_bar_set_message_type(GTK_INFO_BAR(bar), GTK_MESSAGE_INFO);
+    gtk_container_add(GTK_CONTAINER(gtk_info_bar_get_content_area(GTK_INFO_BAR(bar))), makeText(notice));
+    showExamples_ = std::move(showExamples);
+    if (showExamples_) {
+        gtk_info_bar_add_button(GTK_INFO_BAR(bar), localized("Show Examples").c_str(), GTK_RESPONSE_YES);
+        connect<&GalleryWindow::responded>(bar, "response", this);
+    }
+    gtk_box_pack_start(GTK_BOX(box_), bar, FALSE, FALSE, 0);
+    gtk_widget_show_all(bar);
+}
+
+void GalleryWindow::responded(int /*response*/) {
+    showExamples_();
 }
 
 void GalleryWindow::restyle() {

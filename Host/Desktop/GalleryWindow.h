@@ -29,6 +29,8 @@ class GalleryWindow {
     /// Brings it before the user.
     void present();
     void restyle();
+    /// Says something above the widgets; with `showExamples`, offers that too.
+    void say(const std::string& notice, std::function<void()> showExamples);
 
   private:
     /// A widget in one of its sizes.
@@ -37,6 +39,7 @@ class GalleryWindow {
     void ask(const std::string& extension);
     void addWidget(const std::string& extension, const WidgetInfo& widget);
     GtkWidget* makeCard(const Instance& instance, const WidgetInfo& widget);
+    void responded(int response);
     void sayNothing(const std::string& reason);
     gboolean deleted(GdkEvent* event);
 
@@ -49,7 +52,9 @@ class GalleryWindow {
     std::function<void()> closed_;
     std::vector<std::unique_ptr<Card>> cards_;
     WindowHandle window_;
+    GtkWidget* box_;
     GtkWidget* stack_;
+    std::function<void()> showExamples_;
     Lifetime lifetime_;
 };
 

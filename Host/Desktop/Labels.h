@@ -9,7 +9,9 @@ namespace host {
 
 /// A large one, at the start of its line.
 GtkWidget* makeTitle(const std::string& text);
-/// A fainter one, which wraps.
+/// A plain one, which wraps, as the others do.
+GtkWidget* makeText(const std::string& text);
+/// A fainter one.
 GtkWidget* makeNote(const std::string& text);
 
 } // namespace host

@@ -30,11 +30,11 @@ void complain(const std::string& message) {
 
 HostApplication::HostApplication(const Options& options)
     : folder_(options.arrangementFolder), file_(platform::DiskFileSystem::shared(), folder_), display_(options.display),
-      session_({.findManifest = options.findManifest,
-                .startExtension = options.startExtension,
-                .clock = platform::SystemClock::shared(),
-                .observer = options.display,
-                .patience = options.patience}),
+      presence_(options.presence), session_({.findManifest = options.findManifest,
+                                             .startExtension = options.startExtension,
+                                             .clock = platform::SystemClock::shared(),
+                                             .observer = options.display,
+                                             .patience = options.patience}),
       application_(g_application_new(busName, G_APPLICATION_HANDLES_COMMAND_LINE)) {
     g_signal_connect(application_, "startup", G_CALLBACK(&HostApplication::started), this);
     g_signal_connect(application_, "command-line", G_CALLBACK(&HostApplication::commandLine), this);
@@ -47,7 +47,7 @@ HostApplication::~HostApplication() {
 
 int HostApplication::run() {
     std::string program = "widgethost";
-    std::string command = "host";
+    std::string command = presence_ == Presence::foreground ? "host" : "background";
     std::array<char*, 3> words{program.data(), command.data(), nullptr};
     const int code = g_application_run(application_, 2, words.data());
     if (loop_) {
@@ -178,6 +178,9 @@ int HostApplication::answer(GApplicationCommandLine* line) {
         if (!display_.present()) {
             g_application_command_line_print(line, "A host runs already.\n");
         }
+        return 0;
+    }
+    if (command == "background") {
         return 0;
     }
     if (command == "sync") {

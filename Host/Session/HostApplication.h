@@ -19,6 +19,9 @@ namespace host {
 
 class HostApplication;
 
+/// Whether somebody started the host to see it, or it was started along with the session.
+enum class Presence { foreground, background };
+
 /// What a host shows its session on: nothing at all, or a desktop.
 class HostDisplay : public SessionObserver {
   public:
@@ -40,6 +43,8 @@ class HostApplication {
         Session::FindManifest findManifest;
         Session::StartExtension startExtension;
         HostDisplay& display;
+        /// Whether a host that runs already is told that somebody wants to see it.
+        Presence presence = Presence::foreground;
         Patience patience;
     };
     explicit HostApplication(const Options& options);
@@ -82,6 +87,7 @@ class HostApplication {
     std::filesystem::path folder_;
     ArrangementFile file_;
     HostDisplay& display_;
+    Presence presence_;
     Arrangement arrangement_;
     Session session_;
     std::unique_ptr<SessionLoop> loop_;
