@@ -22,6 +22,7 @@ from pathlib import Path
 PROJECT = Path(__file__).resolve().parent.parent
 sys.path.append(str(PROJECT / "Tests" / "EndToEnd"))
 
+import desktop
 import gallery_page
 import growth_plot
 from growth_plot import Line, Panel
@@ -390,6 +391,12 @@ def growth(rounds):
         encoding="utf-8")
 
 
+def showing(table, rounds):
+    frames = BUILD / "bench-frames.json"
+    run(*example_host(), "render", "FavoritesWidget", "--format", "frames", "-o", frames)
+    desktop.measure(table, rounds, PROGRAMS, PROJECT, frames, PEERS / "peer_window.py")
+
+
 def machine():
     with open("/proc/cpuinfo", encoding="ascii") as lines:
         model = next((line.split(":")[1].strip() for line in lines if line.startswith("model name")), platform.machine())
@@ -405,10 +412,14 @@ def main():
     if "--growth" in sys.argv:
         growth(rounds)
         return
+    if "--desktop" in sys.argv:
+        showing(Table(), rounds)
+        return
     print("| what | ours | the peer | ratio | at most |\n| --- | --- | --- | --- | --- |")
     table = Table()
     for part in (reading, feed, downloading, starting, starting_confined, starting_with_tips, reloading, warm, drawing, gallery):
         part(table, rounds)
+    showing(table, rounds)
     memory()
     memory_of_tips()
     growth(rounds)

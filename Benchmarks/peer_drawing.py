@@ -69,11 +69,15 @@ def image(context, frame):
 
 def draw(surface, frames):
     context = cairo.Context(surface)
+    context.scale(SCALE, SCALE)
+    draw_on(context, surface.get_width() / SCALE, surface.get_height() / SCALE, frames)
+
+
+def draw_on(context, width, height, frames):
     context.set_operator(cairo.Operator.CLEAR)
     context.paint()
     context.set_operator(cairo.Operator.OVER)
-    context.scale(SCALE, SCALE)
-    tile(context, surface.get_width() / SCALE, surface.get_height() / SCALE)
+    tile(context, width, height)
     for frame in frames:
         context.set_source_rgba(0, 0, 0, .88)
         if frame["type"] == "text":
@@ -111,7 +115,8 @@ def write(folder, files):
         surface.write_to_png(str(Path(folder) / f"{file.stem}.png"))
 
 
-if sys.argv[1] == "--write":
-    write(sys.argv[2], sys.argv[3:])
-else:
-    time_large(sys.argv[1], int(sys.argv[2]))
+if __name__ == "__main__":
+    if sys.argv[1] == "--write":
+        write(sys.argv[2], sys.argv[3:])
+    else:
+        time_large(sys.argv[1], int(sys.argv[2]))

@@ -1,0 +1,131 @@
+"""The desktop: how soon its tiles are on the screen, and what it takes from the machine while nothing happens.
+
+Measured in a compositor of its own, which draws into memory. What is on the screen is seen by looking at one column of
+its pixels again and again; that takes some ten milliseconds each time, on both sides alike.
+"""
+
+import os
+import statistics
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+from picture import Picture
+from wayland_world import WaylandWorld
+
+KINDS = ("FavoritesWidget", "ReadingListWidget", "WorkspacesWidget", "TipsWidget")
+LEFT, TOP, PITCH, HEIGHT = 24, 24, 194, 170
+COLUMN = 300
+REST_SECONDS = 60
+
+
+class Desktop:
+    def __init__(self, programs, project):
+        self.world = WaylandWorld()
+        self.world.run("cp", "-r", *Path(project, "Resources", "Example").iterdir(), self.world.home)
+        self.command = [programs / "widgethost", "--extension", programs / "foliovault-widgets", "--home", self.world.home]
+        self.empty = self.column()
+        self.process = None
+
+    def column(self):
+        return Picture.from_ppm(self.world.run("grim", "-g", f"{COLUMN},0 1x800", "-t", "ppm", "-"))
+
+    def host(self, *arguments):
+        return self.world.run(*self.command, *arguments)
+
+    def place_tiles(self):
+        for row, kind in enumerate(KINDS):
+            self.host("add", kind, "--at", f"{LEFT},{TOP + row * PITCH}", "--output", self.world.outputs()[0].name)
+
+    def await_change(self, rows, before):
+        """Until the column has changed in all of these rows."""
+        start = time.perf_counter()
+        while True:
+            now = self.column()
+            if all(max(abs(a - b) for a, b in zip(now.pixel(0, y), before.pixel(0, y))) > 4 for y in rows):
+                return time.perf_counter() - start
+            if time.perf_counter() - start > 20:
+                sys.exit("nothing comes to the screen")
+
+    def start(self, *command, rows=(), **more):
+        """The seconds from the start of a program to its tiles on the screen."""
+        start = time.perf_counter()
+        self.process = self.world.start(*command, **more)
+        self.await_change(rows, self.empty)
+        return time.perf_counter() - start
+
+    def end(self):
+        self.process.terminate()
+        code = self.process.wait(20)
+        while any(self.column().pixel(0, y) != self.empty.pixel(0, y) for y in range(TOP, 800, 97)):
+            pass
+        return code
+
+    def started(self):
+        return self.start(*self.command, "desktop", rows=[TOP + row * PITCH + 20 for row in range(len(KINDS))])
+
+    def held(self):
+        rows = (line.split() for line in Path(f"/proc/{self.process.pid}/smaps_rollup").read_text().splitlines()[1:])
+        return next(int(row[1]) / 1024 for row in rows if row[0] == "Pss:")
+
+    def used(self):
+        """Processor seconds, and context switches."""
+        fields = Path(f"/proc/{self.process.pid}/stat").read_text().rpartition(")")[2].split()
+        status = Path(f"/proc/{self.process.pid}/status").read_text().splitlines()
+        switches = sum(int(line.split()[1]) for line in status if "ctxt_switches" in line)
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK"), switches
+
+
+def groups_by_turns(desktop, rounds):
+    """The seconds from the change of a tile's configuration to its new picture on the screen."""
+    times = []
+    for turn in range(rounds):
+        before = desktop.column()
+        start = time.perf_counter()
+        change = subprocess.Popen([*map(str, desktop.command), "edit", "1", "--set", "group=" + ("Nobody", "")[turn % 2]],
+                                  env=desktop.world.environment())
+        desktop.await_change([TOP + HEIGHT // 2], before)
+        times.append(time.perf_counter() - start)
+        change.wait()
+    return statistics.median(times)
+
+
+def measure(table, rounds, programs, project, frames, peer):
+    desktop = Desktop(programs, project)
+    try:
+        desktop.place_tiles()
+        cold = desktop.started()
+        desktop.end()
+        ours, plain = [], []
+        for _ in range(rounds):
+            ours.append(desktop.started())
+            desktop.end()
+            plain.append(desktop.start("/usr/bin/python3", "-B", peer, frames, rows=[400]))
+            desktop.end()
+        table.row("start of the desktop to its four tiles on the screen, over a window with one from Python",
+                  statistics.median(ours), statistics.median(plain), .5)
+        desktop.started()
+        time.sleep(10)
+        rest = desktop.used()
+        time.sleep(REST_SECONDS)
+        spent = [after - before for after, before in zip(desktop.used(), rest)]
+        held = desktop.held()
+        children = subprocess.run(["ps", "--ppid", str(desktop.process.pid), "--no-headers"], capture_output=True, check=False).stdout
+        changed = groups_by_turns(desktop, rounds)
+        code = desktop.end()
+    finally:
+        desktop.world.stop()
+    print(f"""
+The desktop with four tiles:
+
+| what | measured | at most |
+| --- | --- | --- |
+| the very first start, without pictures on disk, to four tiles on the screen | {cold * 1e3:.0f} ms | |
+| memory at rest, proportional set size | {held:.1f} MiB | 25 MiB |
+| extensions running at rest | {len(children.splitlines())} | 0 |
+| processor time in {REST_SECONDS} s at rest | {spent[0] * 1e3:.0f} ms | 10 ms |
+| context switches meanwhile | {spent[1]} | 10 |
+| a command that changes a configuration to the new picture on the screen | {changed * 1e3:.0f} ms | 50 ms |
+| exit code when told to end | {code} | 0 |
+""")
