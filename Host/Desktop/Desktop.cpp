@@ -274,6 +274,12 @@ void Desktop::dragEnded(InstanceId id, bool dropped) {
     }
 }
 
+void Desktop::seen(InstanceId id) {
+    if (DesktopTile* shown = tile(id); shown != nullptr) {
+        shown->seen();
+    }
+}
+
 void Desktop::scaleChanged(InstanceId id) {
     if (DesktopTile* shown = tile(id); shown != nullptr) {
         shown->restyle();

@@ -53,6 +53,7 @@ class Desktop final : public HostDisplay, private TileHands {
     void menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) override;
     void dragged(InstanceId id, Point distance) override;
     void dragEnded(InstanceId id, bool dropped) override;
+    void seen(InstanceId id) override;
     void scaleChanged(InstanceId id) override;
 
     void lookAround();

@@ -145,7 +145,7 @@ void DesktopTile::explain() {
 }
 
 void DesktopTile::keep() {
-    if (painting_.isAwaited()) {
+    if (painting_.isAwaited() || isBehind_) {
         painting_.cancel();
         paint();
     }
@@ -158,8 +158,20 @@ void DesktopTile::keep() {
 }
 
 void DesktopTile::paintSoon() {
+    if (!window_.isSeen()) {
+        // What there is comes to the screen first: the first new picture waits for the fonts.
+        isBehind_ = true;
+        return;
+    }
     // Before the toolkit draws.
     painting_.whenIdle<&DesktopTile::paint>(this, G_PRIORITY_HIGH_IDLE);
+}
+
+void DesktopTile::seen() {
+    if (std::exchange(isBehind_, false)) {
+        // After the other tiles have come, too.
+        painting_.whenIdle<&DesktopTile::paint>(this);
+    }
 }
 
 void DesktopTile::paint() {

@@ -57,6 +57,8 @@ class DesktopTile {
 
     /// The tile has been reloaded, well or not: marks follow.
     void reloaded();
+    /// The tile has come to the screen.
+    void seen();
     /// The look of the desktop or the scale of the screen is another.
     void restyle();
 
@@ -110,6 +112,8 @@ class DesktopTile {
     platform::Date made_;
     platform::Date reload_;
     bool isKept_ = true;
+    /// There is something newer to be seen than what is there.
+    bool isBehind_ = false;
     bool isSaying_ = false;
     LaterCall messageEnding_;
     std::function<void()> afterMessage_;

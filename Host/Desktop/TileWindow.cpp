@@ -198,6 +198,9 @@ gboolean TileWindow::draw(cairo_t* cairo) {
     if (const auto focused = focusedPart(); focused && gtk_window_has_toplevel_focus(GTK_WINDOW(widget())) != FALSE) {
         paintFocus(cairo, inWindow(parts_[*focused].part.frame), accent_);
     }
+    if (!std::exchange(isSeen_, true)) {
+        hands_.seen(id_);
+    }
     // The parts have nothing to draw.
     return TRUE;
 }

@@ -46,6 +46,8 @@ class TileHands {
     /// A drag: begun, `distance` from where it began, ended. `dropped` where the tile is to lie there now.
     virtual void dragged(InstanceId id, Point distance) = 0;
     virtual void dragEnded(InstanceId id, bool dropped) = 0;
+    /// The tile is on the screen for the first time.
+    virtual void seen(InstanceId id) = 0;
     /// The screen has another scale now, or is composited otherwise.
     virtual void scaleChanged(InstanceId id) = 0;
 };
@@ -72,6 +74,8 @@ class TileWindow {
     void setMarks(const Rgba& accent, ColorScheme scheme);
 
     GtkWidget* widget() const { return window_.widget(); }
+    /// Whether it has been on the screen.
+    bool isSeen() const { return isSeen_; }
     int deviceScale() const { return gtk_widget_get_scale_factor(window_.widget()); }
 
   private:
@@ -114,6 +118,7 @@ class TileWindow {
     std::optional<Output> output_;
     Rgba accent_;
     ColorScheme scheme_ = ColorScheme::light;
+    bool isSeen_ = false;
     bool isGhostly_ = false;
     std::optional<std::size_t> hovered_;
     /// Where the first button went down.

@@ -136,7 +136,7 @@ void HostApplication::show(Arrangement arrangement) {
     display_.arranged(arrangement_);
     session_.setTiles(arrangement_.instances);
     session_.setRenderingMode(arrangement_.renderingMode);
-    loop_->step();
+    loop_->wakeSoon();
 }
 
 Expected<Arrangement, std::string> HostApplication::change(const ArrangementChange& change) {

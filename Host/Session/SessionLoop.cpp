@@ -13,6 +13,8 @@ SessionLoop::SessionLoop(Session& session) : session_(session) {
     static GSourceFuncs functions{nullptr, nullptr, &SessionLoop::dispatch, nullptr, nullptr, nullptr};
     source_ = g_source_new(&functions, sizeof(Source));
     reinterpret_cast<Source*>(source_)->loop = this;
+    // What there is comes to the screen before what is new is asked for.
+    g_source_set_priority(source_, G_PRIORITY_DEFAULT_IDLE);
     timerTag_ = g_source_add_unix_fd(source_, timer_.descriptor(), G_IO_IN);
     g_source_attach(source_, nullptr);
 
