@@ -71,6 +71,7 @@ DesktopSettings::DesktopSettings(std::function<void()> changed)
     gboolean prefersDark = FALSE;
     g_object_get(toolkit_, "gtk-application-prefer-dark-theme", &prefersDark, nullptr);
     themePrefersDark_ = prefersDark != FALSE;
+    isToolkitDark_ = themePrefersDark_;
     look_ = currentLook();
     connect<&DesktopSettings::themeChanged>(toolkit_, "notify::gtk-theme-name", this);
     connect<&DesktopSettings::themeChanged>(toolkit_, "notify::gtk-xft-dpi", this);
@@ -169,7 +170,10 @@ void DesktopSettings::themeChanged(GParamSpec* /*property*/) {
 
 void DesktopSettings::refresh() {
     const bool isToBeDark = portal_.scheme ? *portal_.scheme == ColorScheme::dark : themePrefersDark_;
-    g_object_set(toolkit_, "gtk-application-prefer-dark-theme", static_cast<gboolean>(isToBeDark), nullptr);
+    // Being told what it knows, the toolkit reads its theme again all the same.
+    if (std::exchange(isToolkitDark_, isToBeDark) != isToBeDark) {
+        g_object_set(toolkit_, "gtk-application-prefer-dark-theme", static_cast<gboolean>(isToBeDark), nullptr);
+    }
     const DesktopLook look = currentLook();
     if (std::exchange(look_, look) != look) {
         changed_();

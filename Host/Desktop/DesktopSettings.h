@@ -55,6 +55,7 @@ class DesktopSettings {
     std::function<void()> changed_;
     GtkSettings* toolkit_;
     bool themePrefersDark_;
+    bool isToolkitDark_;
     Portal portal_;
     DesktopLook look_;
     ObjectHandle<GCancellable> cancelling_;
