@@ -84,7 +84,7 @@ def groups_by_turns(desktop, rounds):
     for turn in range(rounds):
         before = desktop.column()
         start = time.perf_counter()
-        change = subprocess.Popen([*map(str, desktop.command), "edit", "1", "--set", "group=" + ("Work", "Zuhause")[turn % 2]],
+        change = subprocess.Popen([*map(str, desktop.command), "edit", "1", "--set", "group=" + ("Zuhause", "Work")[turn % 2]],
                                   env=desktop.world.environment())
         desktop.await_change(before, range(TOP, TOP + HEIGHT), any)
         times.append(time.perf_counter() - start)

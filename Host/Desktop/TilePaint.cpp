@@ -11,8 +11,9 @@ namespace {
 
 constexpr double shadowDrop = 3;
 /// The shadow is laid in this many sheets, each a little larger and fainter.
-constexpr int shadowSheets = 13;
-constexpr double sheetAlpha = 0.032;
+constexpr int shadowSheets = 7;
+constexpr double sheetStep = 2;
+constexpr double sheetAlpha = 0.06;
 
 /// Rows lie close above each other.
 constexpr double markOutsetAcross = 6;
@@ -41,9 +42,10 @@ void paintShadow(cairo_t* cairo, const Rect& frame, double radius) {
     cairo_clip(cairo);
     cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
     for (int sheet = 0; sheet < shadowSheets; ++sheet) {
-        Rect rect = outsetBy(frame, sheet);
+        const double outset = sheet * sheetStep;
+        Rect rect = outsetBy(frame, outset);
         rect.y += shadowDrop;
-        addRoundedRect(cairo, rect, radius + sheet);
+        addRoundedRect(cairo, rect, radius + outset);
         const double rest = 1 - static_cast<double>(sheet) / shadowSheets;
         setSource(cairo, {0, 0, 0, sheetAlpha * rest * rest});
         cairo_fill(cairo);

@@ -123,7 +123,10 @@ void TileWindow::show(Face face, std::vector<TilePart> parts, const std::string&
     gtk_window_set_title(GTK_WINDOW(widget()), name.c_str());
     if (hasOtherParts) {
         parts_ = std::move(parts);
-        makeParts();
+        // They have no place before the tile has.
+        if (frame_.width > 0) {
+            makeParts();
+        }
     }
     gtk_widget_queue_draw(widget());
 }
