@@ -54,7 +54,9 @@ DesktopWindow::DesktopWindow(Level level, Input input)
 }
 
 void DesktopWindow::put(const Output& output, const Rect& frame) {
-    const bool isElsewhere = output.monitor != monitor_ || frame.x != frame_.x || frame.y != frame_.y;
+    // The same place is another in pixels where the scale is another.
+    const bool isElsewhere =
+        output.monitor != monitor_ || output.scale != scale_ || frame.x != frame_.x || frame.y != frame_.y;
     const bool isVisible = gtk_widget_get_visible(window_.get()) != FALSE;
     gtk_widget_set_size_request(window_.get(), whole(frame.width), whole(frame.height));
     if (frame.width != frame_.width || frame.height != frame_.height) {
@@ -64,6 +66,7 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
         move(output, frame);
     }
     monitor_ = output.monitor;
+    scale_ = output.scale;
     frame_ = frame;
     if (!isVisible) {
         gtk_widget_show(window_.get());

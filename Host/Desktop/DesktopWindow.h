@@ -43,6 +43,7 @@ class DesktopWindow {
     bool isLayer_;
     /// Where it is, and how large.
     GdkMonitor* monitor_ = nullptr;
+    int scale_ = 0;
     Rect frame_;
 };
 
