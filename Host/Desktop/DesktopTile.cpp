@@ -55,9 +55,11 @@ Size DesktopTile::size() const {
 
 void DesktopTile::put(const Output& output, const Rect& frame) {
     frame_ = frame;
-    outputScale_ = output.scale;
+    const bool hasOtherScale = std::exchange(outputScale_, output.scale) != output.scale;
     if (window_.face().width == 0) {
         paint();
+    } else if (hasOtherScale) {
+        paintSoon();
     }
     window_.put(output, frame);
 }
