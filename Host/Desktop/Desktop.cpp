@@ -117,14 +117,14 @@ void Desktop::ending() {
     }
 }
 
-void Desktop::tileChanged(const Tile& changed) {
-    if (DesktopTile* shown = tile(changed.instance().id); shown != nullptr) {
+void Desktop::tileChanged(const Tile& tile) {
+    if (DesktopTile* shown = shownTile(tile.instance().id); shown != nullptr) {
         shown->show();
     }
 }
 
-void Desktop::tileReloaded(const Tile& reloaded) {
-    if (DesktopTile* shown = tile(reloaded.instance().id); shown != nullptr) {
+void Desktop::tileReloaded(const Tile& tile) {
+    if (DesktopTile* shown = shownTile(tile.instance().id); shown != nullptr) {
         shown->reloaded();
     }
 }
@@ -157,10 +157,10 @@ void Desktop::keepPlaces() {
         return;
     }
     const Screen& screen = outputs_.all()[chosen->screen].screen;
-    // This comes back here for the next.
-    change(Move{.id = chosen->id,
-                .position = {chosen->frame.x - screen.bounds.x, chosen->frame.y - screen.bounds.y},
-                .output = screen.name});
+    // This comes back here for the next. An arrangement that cannot be written is no news to anybody who did nothing.
+    (void)host_->change(Move{.id = chosen->id,
+                             .position = {chosen->frame.x - screen.bounds.x, chosen->frame.y - screen.bounds.y},
+                             .output = screen.name});
 }
 
 void Desktop::restyle() {
@@ -186,7 +186,7 @@ void Desktop::askForPlaceholder(const Instance& instance) {
                [this, id = instance.id](const Expected<std::string, std::string>& answer) {
                    const auto entries =
                        answer ? readEntries(*answer) : Message<std::vector<Entry>>(Unexpected{answer.error()});
-                   DesktopTile* shown = tile(id);
+                   DesktopTile* shown = shownTile(id);
                    if (entries && shown != nullptr && shown->isWaiting()) {
                        shown->showPlaceholder(entries->front().view);
                    }
@@ -194,7 +194,7 @@ void Desktop::askForPlaceholder(const Instance& instance) {
 }
 
 void Desktop::activated(InstanceId id, const TilePart& part) {
-    DesktopTile* shown = tile(id);
+    DesktopTile* shown = shownTile(id);
     switch (part.act) {
     case TilePart::Act::open:
         if (shown != nullptr && !openLink(part.part.url)) {
@@ -216,7 +216,7 @@ void Desktop::activated(InstanceId id, const TilePart& part) {
 }
 
 void Desktop::menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) {
-    DesktopTile* shown = tile(id);
+    DesktopTile* shown = shownTile(id);
     if (shown == nullptr) {
         return;
     }
@@ -237,7 +237,7 @@ void Desktop::menuWanted(InstanceId id, const std::optional<std::string>& url, c
 }
 
 void Desktop::dragged(InstanceId id, Point distance) {
-    DesktopTile* shown = tile(id);
+    DesktopTile* shown = shownTile(id);
     if (arrangement_.locked || shown == nullptr || places_.empty()) {
         return;
     }
@@ -261,7 +261,7 @@ void Desktop::dragEnded(InstanceId id, bool dropped) {
     }
     const TileDrag::Place place = drag_->place();
     drag_.reset();
-    DesktopTile* shown = tile(id);
+    DesktopTile* shown = shownTile(id);
     if (shown == nullptr) {
         return;
     }
@@ -275,13 +275,13 @@ void Desktop::dragEnded(InstanceId id, bool dropped) {
 }
 
 void Desktop::seen(InstanceId id) {
-    if (DesktopTile* shown = tile(id); shown != nullptr) {
+    if (DesktopTile* shown = shownTile(id); shown != nullptr) {
         shown->seen();
     }
 }
 
 void Desktop::scaleChanged(InstanceId id) {
-    if (DesktopTile* shown = tile(id); shown != nullptr) {
+    if (DesktopTile* shown = shownTile(id); shown != nullptr) {
         shown->restyle();
     }
 }
@@ -330,7 +330,7 @@ void Desktop::showExamples() {
 }
 
 void Desktop::edit(InstanceId id) {
-    DesktopTile* shown = tile(id);
+    DesktopTile* shown = shownTile(id);
     const WidgetInfo* widget =
         shown == nullptr ? nullptr : catalog_.widget(shown->instance().extension, shown->instance().kind);
     if (widget == nullptr) {
@@ -357,7 +357,7 @@ const Tile* Desktop::sessionTile(InstanceId id) const {
     return host_ == nullptr ? nullptr : host_->session().tile(id);
 }
 
-DesktopTile* Desktop::tile(InstanceId id) {
+DesktopTile* Desktop::shownTile(InstanceId id) {
     const auto found = tiles_.find(id);
     return found == tiles_.end() ? nullptr : found->second.get();
 }

@@ -68,7 +68,7 @@ class Desktop final : public HostDisplay, private TileHands {
     void edit(InstanceId id);
     void change(const ArrangementChange& change);
     const Tile* sessionTile(InstanceId id) const;
-    DesktopTile* tile(InstanceId id);
+    DesktopTile* shownTile(InstanceId id);
 
     HostApplication* host_ = nullptr;
     std::filesystem::path home_;

@@ -1,6 +1,7 @@
 #include "Host/Desktop/DesktopSettings.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -99,10 +100,10 @@ void DesktopSettings::connected(GObject* /*source*/, GAsyncResult* result, gpoin
     settings.subscription_ = g_dbus_connection_signal_subscribe(
         settings.bus_.get(), portalName, portalInterface, "SettingChanged", portalPath, appearanceNamespace,
         G_DBUS_SIGNAL_FLAGS_NONE, &DesktopSettings::portalChanged, self, nullptr);
-    const char* const namespaces[] = {appearanceNamespace, nullptr};
+    const std::array<const char*, 2> namespaces{appearanceNamespace, nullptr};
     g_dbus_connection_call(settings.bus_.get(), portalName, portalPath, portalInterface, "ReadAll",
-                           g_variant_new("(^as)", namespaces), G_VARIANT_TYPE("(a{sa{sv}})"), G_DBUS_CALL_FLAGS_NONE,
-                           -1, settings.cancelling_.get(), &DesktopSettings::answered, self);
+                           g_variant_new("(^as)", namespaces.data()), G_VARIANT_TYPE("(a{sa{sv}})"),
+                           G_DBUS_CALL_FLAGS_NONE, -1, settings.cancelling_.get(), &DesktopSettings::answered, self);
 }
 
 void DesktopSettings::answered(GObject* source, GAsyncResult* result, gpointer self) {

@@ -10,7 +10,6 @@
 
 namespace host {
 
-using platform::Date;
 using platform::localized;
 
 namespace {

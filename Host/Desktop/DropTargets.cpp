@@ -23,8 +23,8 @@ gboolean drawNothing(GtkWidget* /*widget*/, cairo_t* cairo, gpointer /*unused*/)
 
 } // namespace
 
-DropTargets::Target::Target(DropTargets& all, const Output& on)
-    : targets(all), output(on), window(DesktopWindow::Level::desktop, DesktopWindow::Input::all) {
+DropTargets::Target::Target(DropTargets& all, Output on)
+    : targets(all), output(std::move(on)), window(DesktopWindow::Level::desktop, DesktopWindow::Input::all) {
     gtk_drag_dest_set(window.widget(), GTK_DEST_DEFAULT_MOTION, target(), 1, GDK_ACTION_COPY);
     g_signal_connect(window.widget(), "drag-drop", G_CALLBACK(&DropTargets::dropped), this);
     g_signal_connect(window.widget(), "draw", G_CALLBACK(&drawNothing), nullptr);

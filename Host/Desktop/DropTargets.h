@@ -33,7 +33,7 @@ class DropTargets {
         const FaceView& view;
     };
     struct Target {
-        Target(DropTargets& all, const Output& on);
+        Target(DropTargets& all, Output on);
         DropTargets& targets;
         Output output;
         DesktopWindow window;

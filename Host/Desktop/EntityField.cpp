@@ -18,9 +18,9 @@ constexpr std::size_t greatestCount = 500;
 
 } // namespace
 
-EntityField::EntityField(HostApplication& host, const Instance& instance, const ParameterInfo& parameter,
-                         std::string current, Choose choose)
-    : host_(host), instance_(instance), parameter_(parameter.name), current_(std::move(current)),
+EntityField::EntityField(HostApplication& host, Instance instance, const ParameterInfo& parameter, std::string current,
+                         Choose choose)
+    : host_(host), instance_(std::move(instance)), parameter_(parameter.name), current_(std::move(current)),
       choose_(std::move(choose)), box_(GTK_WIDGET(g_object_ref_sink(gtk_box_new(GTK_ORIENTATION_VERTICAL, 6)))),
       search_(gtk_search_entry_new()), list_(gtk_list_box_new()) {
     GtkWidget* label = gtk_label_new(parameter.title.c_str());

@@ -12,7 +12,7 @@ namespace host {
 
 class EntityField final : public ParameterField {
   public:
-    EntityField(HostApplication& host, const Instance& instance, const ParameterInfo& parameter, std::string current,
+    EntityField(HostApplication& host, Instance instance, const ParameterInfo& parameter, std::string current,
                 Choose choose);
     ~EntityField() override;
 

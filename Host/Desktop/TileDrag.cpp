@@ -17,6 +17,9 @@ TileDrag::~TileDrag() {
 }
 
 void TileDrag::move(Point distance) {
+    if (outputs_.empty()) {
+        return;
+    }
     const Rect wanted{start_.x + distance.x, start_.y + distance.y, start_.width, start_.height};
     std::vector<Screen> screens;
     for (const Output& output : outputs_) {
