@@ -35,6 +35,12 @@ struct SignalCall<Method> {
         return (static_cast<Self*>(self)->*Method)(arguments...);
     }
 };
+template <class Self, class Result, class... Arguments, Result (Self::*Method)(Arguments...) const>
+struct SignalCall<Method> {
+    static Result call(gpointer /*sender*/, Arguments... arguments, gpointer self) {
+        return (static_cast<const Self*>(self)->*Method)(arguments...);
+    }
+};
 
 /// Has `sender` call the method at its signal. Whichever of both ends first, `self` must be disconnected or outlive it.
 template <auto Method, class Self>

@@ -296,12 +296,12 @@ gboolean TileWindow::keyPressed(GdkEvent* event) {
     }
 }
 
-gboolean TileWindow::focusChanged(GdkEvent* /*event*/) {
+gboolean TileWindow::focusChanged(GdkEvent* /*event*/) const {
     gtk_widget_queue_draw(widget());
     return FALSE;
 }
 
-void TileWindow::focusMoved(GtkWidget* /*focused*/) {
+void TileWindow::focusMoved(GtkWidget* /*focused*/) const {
     gtk_widget_queue_draw(widget());
 }
 

@@ -86,8 +86,8 @@ class TileWindow {
     gboolean moved(GdkEvent* event);
     gboolean left(GdkEvent* event);
     gboolean keyPressed(GdkEvent* event);
-    gboolean focusChanged(GdkEvent* event);
-    void focusMoved(GtkWidget* focused);
+    gboolean focusChanged(GdkEvent* event) const;
+    void focusMoved(GtkWidget* focused) const;
     void scaleNoticed(GParamSpec* property);
     void compositionChanged();
 

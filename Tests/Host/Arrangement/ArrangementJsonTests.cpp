@@ -45,6 +45,17 @@ TEST(ArrangementJson, IsWrittenOneInstanceALineAndReadAgain) {
     EXPECT_EQ(instancesJson({}), "[]");
 }
 
+TEST(ArrangementJson, HasWhatHoldsForAllTilesOnlyWhereItIsUnusual) {
+    const std::string json = R"({"version":1,"nextId":1,"locked":true,"renderingMode":"tinted","instances":[)"
+                             "\n]}\n";
+    const Arrangement unusual{.instances = {}, .locked = true, .renderingMode = "tinted", .unknown = {}};
+    EXPECT_EQ(arrangementJson(unusual), json);
+    EXPECT_TRUE(*arrangementFromJson(json) == unusual);
+    const auto later = arrangementFromJson(R"({"version":1,"instances":[],"renderingMode":"sepia"})");
+    ASSERT_TRUE(later);
+    EXPECT_EQ(later->renderingMode, "fullColor") << "a mode of a later program";
+}
+
 TEST(ArrangementJson, TellsWhatIsWrong) {
     struct Row {
         std::string json;
@@ -58,6 +69,8 @@ TEST(ArrangementJson, TellsWhatIsWrong) {
              {R"({"version":1,"instances":["\xFF"]})", "not a JSON object"},
              {std::string(5000, '['), "not a JSON object"},
              {"{}", "\"version\": missing or not a version"},
+             {R"({"version":1,"instances":[],"locked":1})", "\"locked\": not a boolean"},
+             {R"({"version":1,"instances":[],"renderingMode":true})", "\"renderingMode\": not a text"},
              {R"({"version":0,"instances":[]})", "\"version\": missing or not a version"},
              {R"({"version":-2,"instances":[]})", "\"version\": missing or not a version"},
              {R"({"version":"2","instances":[]})", "\"version\": missing or not a version"},

@@ -58,6 +58,24 @@ TEST(Arrangement, GivesNoIdTwice) {
     EXPECT_EQ(arrangement.instances.front().id, 4U);
 }
 
+TEST(Arrangement, TakesARemovalBackUnderTheSameId) {
+    const Arrangement before = three();
+    Arrangement arrangement = *changed(before, Removal{5});
+    arrangement = *changed(arrangement, Addition{favorites()});
+    arrangement = *changed(arrangement, Restoration{favorites(5)});
+    ASSERT_EQ(arrangement.instances.size(), 4U);
+    EXPECT_TRUE(arrangement.instances.back() == favorites(5));
+    EXPECT_EQ(arrangement.nextId, 8U);
+}
+
+TEST(Arrangement, LocksAndColorsAllAtOnce) {
+    Arrangement expected = three();
+    expected.locked = true;
+    expected.renderingMode = "tinted";
+    EXPECT_TRUE(*changed(*changed(three(), Locking{true}), Recoloring{"tinted"}) == expected);
+    EXPECT_TRUE(*changed(*changed(expected, Locking{false}), Recoloring{"fullColor"}) == three());
+}
+
 TEST(Arrangement, RefusesInWords) {
     Arrangement full = three();
     full.instances.resize(Arrangement::greatestCount, favorites(6));
@@ -74,6 +92,11 @@ TEST(Arrangement, RefusesInWords) {
     };
     for (const auto& [arrangement, change, says] : std::initializer_list<Row>{
              {three(), Removal{3}, "there is no widget 3; there are 1, 2, 5"},
+             {three(), Restoration{favorites(2)}, "there is no removed widget 2"},
+             {three(), Restoration{favorites(7)}, "there is no removed widget 7"},
+             {three(), Restoration{favorites(0)}, "there is no removed widget 0"},
+             {full, Restoration{favorites(3)}, "there are 1000 widgets, and no room for more"},
+             {three(), Recoloring{"sepia"}, "there is no mode \"sepia\"; there are fullColor, tinted, vibrant"},
              {three(), Edit{0, {{"group", "Work"}}}, "there is no widget 0; there are 1, 2, 5"},
              {three(), Move{7, {1, 2}, {}}, "there is no widget 7; there are 1, 2, 5"},
              {three(), Resizing{6, "small"}, "there is no widget 6; there are 1, 2, 5"},

@@ -213,6 +213,39 @@ TEST_F(SessionTest, AnswersToWhatIsNotAskedAnyMoreCountForNothing) {
     EXPECT_THAT(textOf(session.tile(1)), StartsWith("new"));
 }
 
+TEST_F(SessionTest, PutsTheUsersQuestionsAndTellsEveryAnswer) {
+    std::vector<std::string> answers;
+    const auto ask = [&](const std::string& kind, const std::string& extension = "fake") {
+        session.ask(extension, "timeline", R"({"kind":")" + kind + R"(","configuration":{"text":"asked"}})",
+                    [&](const auto& answer) { answers.push_back(answer ? "answered" : answer.error()); });
+    };
+    session.setTiles({tile(1, "Good", "one")});
+    for (const char* kind : {"Good", "Refuse"}) {
+        ask(kind);
+    }
+    ask("Good", "gone");
+    ASSERT_TRUE(runUntil([&] { return answers.size() == 3; }));
+    EXPECT_THAT(answers, ::testing::UnorderedElementsAre("answered", HasSubstr("no"), HasSubstr("\"gone\"")));
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_THAT(textOf(session.tile(1)), StartsWith("one by")) << "questions leave tiles alone";
+    // An extension that dies owes its answers.
+    ask("Die");
+    ASSERT_TRUE(runUntil([&] { return answers.size() == 4; }));
+    EXPECT_NE(answers.back(), "answered");
+}
+
+TEST_F(SessionTest, AsksAnewForAllTilesInAnotherRenderingMode) {
+    session.setTiles({tile(1, "Good"), tile(2, "Same")});
+    ASSERT_TRUE(runUntilSettled());
+    reloaded.clear();
+    session.setRenderingMode(Arrangement::fullColor);
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_THAT(reloaded, IsEmpty());
+    session.setRenderingMode("tinted");
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_THAT(reloaded, ElementsAre(1, 2));
+}
+
 TEST_F(SessionTest, MakesAnExtensionLeaveThatStays) {
     setenv("LANG", "stay", 1);
     session.setTiles({tile(1, "Good")});
