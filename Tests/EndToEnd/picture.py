@@ -6,6 +6,21 @@ import zlib
 from pathlib import Path
 
 
+def png_rows(png):
+    """The rows of a PNG file without filters, four bytes to a pixel: red, green, blue and alpha."""
+    width, height = struct.unpack(">2I", png[16:24])
+    data, position = b"", 8
+    while position < len(png):
+        length, kind = struct.unpack(">I4s", png[position:position + 8])
+        if kind == b"IDAT":
+            data += png[position + 8:position + 8 + length]
+        position += 12 + length
+    raw = zlib.decompress(data)
+    stride = 1 + 4 * width
+    assert len(raw) == stride * height and not any(raw[::stride])
+    return [raw[row * stride + 1:(row + 1) * stride] for row in range(height)]
+
+
 class Picture:
     """Pixels of three bytes, red, green and blue, row by row from the top left. A box is (x, y, width, height)."""
 
@@ -39,6 +54,21 @@ class Picture:
             rows.append(row)
         return cls(width, height, b"".join(rows))
 
+    @classmethod
+    def plain(cls, width, height, colour):
+        return cls(width, height, bytes(colour) * (width * height))
+
+    def under(self, png):
+        """This one, seen through a picture of the same size whose pixels may be translucent."""
+        rows = png_rows(png)
+        assert (len(rows[0]) // 4, len(rows)) == self.size, (self.size, len(rows))
+        data = bytearray(self.data)
+        for index, (red, green, blue, alpha) in enumerate(struct.iter_unpack("4B", b"".join(rows))):
+            if alpha:
+                for channel, value in enumerate((red, green, blue), 3 * index):
+                    data[channel] = (value * alpha + data[channel] * (255 - alpha) + 127) // 255
+        return Picture(*self.size, data)
+
     def pixel(self, x, y):
         assert 0 <= x < self.size[0] and 0 <= y < self.size[1], (x, y, self.size)
         start = (y * self.size[0] + x) * 3
@@ -50,6 +80,18 @@ class Picture:
 
     def crop(self, x, y, width, height):
         return Picture(width, height, b"".join(self.row(line)[x * 3:(x + width) * 3] for line in range(y, y + height)))
+
+    def shrunk(self, times):
+        """Every square of so many pixels as one, of their mean colour; a rest at the edges is left out."""
+        width, height = (length // times for length in self.size)
+        data = bytearray()
+        for y in range(height):
+            rows = [self.row(y * times + line) for line in range(times)]
+            for x in range(width):
+                for channel in range(3):
+                    square = (row[x * times * 3 + channel:(x + 1) * times * 3:3] for row in rows)
+                    data.append(sum(map(sum, square)) // times ** 2)
+        return Picture(width, height, data)
 
     def difference(self, other, tolerance=0):
         """The smallest box around all pixels of which a channel differs by more than the tolerance; None where there are none."""

@@ -5,26 +5,11 @@ import plistlib
 import unittest
 import zlib
 
-from support import FAMILIES, USAGE, HostTest, favourites
+from picture import png_rows
+from support import FAMILIES, SIZES, USAGE, HostTest, favourites
 
-SIZES = {"small": (170, 170), "medium": (364, 170), "large": (364, 364), "extraLarge": (752, 364)}
 ODD_NAMES = ["A very long title that goes on and on until nobody would read any further, not even here", "line\nbreak and\u2028more",
              "עברית ועוד", "日本語の題名", "x" * 10_000, "e\u0301" * 50, "👩‍👩‍👧‍👦 family", "\u202e\u0000tricks".replace("\u0000", ""), ""]
-
-
-def pixels(png):
-    """Rows of RGBA, of a PNG without filters."""
-    width, height = int.from_bytes(png[16:20], "big"), int.from_bytes(png[20:24], "big")
-    data, position = b"", 8
-    while position < len(png):
-        length, kind = int.from_bytes(png[position:position + 4], "big"), png[position + 4:position + 8]
-        if kind == b"IDAT":
-            data += png[position + 8:position + 8 + length]
-        position += 12 + length
-    raw = zlib.decompress(data)
-    stride = 1 + 4 * width
-    assert len(raw) == stride * height and all(raw[row * stride] == 0 for row in range(height))
-    return [raw[row * stride + 1:(row + 1) * stride] for row in range(height)]
 
 
 class Pictures(HostTest):
@@ -63,14 +48,14 @@ class Pictures(HostTest):
         self.assertEqual(types, ["symbol", "symbol", "symbol", "symbol", "image"])
         tinted = [frame["type"] for frame in self.frames("large", "--mode", "tinted") if frame["type"] in ("image", "symbol")]
         self.assertEqual(tinted, ["symbol"] * 5)
-        rows = pixels(self.succeed("render", "FavoritesWidget", "--family", "large"))
+        rows = png_rows(self.succeed("render", "FavoritesWidget", "--family", "large"))
         red = sum(row[x:x + 4] == b"\xff\0\0\xff" for row in rows for x in range(0, len(row), 4))
         self.assertGreater(red, 100)
 
     def test_scale_changes_pixels_and_nothing_else(self):
         self.write(favourites(9, Label=1))
-        once = pixels(self.succeed("render", "FavoritesWidget", "--family", "medium", "--scale", 1))
-        twice = pixels(self.succeed("render", "FavoritesWidget", "--family", "medium", "--scale", 2))
+        once = png_rows(self.succeed("render", "FavoritesWidget", "--family", "medium", "--scale", 1))
+        twice = png_rows(self.succeed("render", "FavoritesWidget", "--family", "medium", "--scale", 2))
         self.assertEqual((len(once), len(twice)), (170, 340))
         self.assertEqual(once[0][:4][3], 0, "the corner is not clear")
         self.assertGreater(once[85][4 * 182 + 3], 200, "the middle is not covered")
@@ -93,9 +78,9 @@ class Pictures(HostTest):
         def picture(*more):
             return self.succeed("render", "FavoritesWidget", *more)
         self.assertEqual(picture("--contrast", "normal"), picture())
-        self.assertEqual(pixels(picture("--contrast", "high"))[85][4 * 4:4 * 5], b"\xff\xff\xff\xff")
+        self.assertEqual(png_rows(picture("--contrast", "high"))[85][4 * 4:4 * 5], b"\xff\xff\xff\xff")
         purple = picture("--mode", "tinted", "--accent", "AF52DE")
-        self.assertIn(b"\xaf\x52\xde\xff", b"".join(pixels(purple)))
+        self.assertIn(b"\xaf\x52\xde\xff", b"".join(png_rows(purple)))
         self.assertEqual(picture("--mode", "tinted", "--accent", "#af52de"), purple)
         for wrong in ("AF52D", "AF52DE0", "#", "", "red", "0xAF52", "-AF52D"):
             self.refused(USAGE, "render", "FavoritesWidget", f"--accent={wrong}")

@@ -14,7 +14,9 @@ EXTENSION = PROGRAMS / "foliovault-widgets"
 HOST = PROGRAMS / "widgethost"
 PROJECT = Path(__file__).resolve().parent.parent.parent
 OK, USAGE, UNAVAILABLE, CANNOT_CREATE, CONFIGURATION = 0, 64, 69, 73, 78
-FAMILIES = ("small", "medium", "large", "extraLarge")
+# The families, and how large each is in points.
+SIZES = {"small": (170, 170), "medium": (364, 170), "large": (364, 364), "extraLarge": (752, 364)}
+FAMILIES = tuple(SIZES)
 # The list widgets by kind, with the file of the library that each shows.
 LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites.plist", "WorkspacesWidget": "OrderedWorkspaces.plist"}
 # A proxy that nobody runs: tests do not leave this machine.

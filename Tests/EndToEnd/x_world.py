@@ -47,6 +47,9 @@ EndSection
 OPENBOX = """<?xml version="1.0"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc"><desktops><number>1</number></desktops></openbox_config>
 """
+# What the settings daemon tells all programs; the dots to an inch are counted in 1024ths.
+SETTINGS = "Gdk/WindowScalingFactor {scale}\nXft/DPI {dpi}\n"
+DPI = 96 * 1024
 
 
 class XWorld(World):
@@ -79,7 +82,7 @@ class XWorld(World):
         self.window_manager = self.start("openbox", "--config-file", openbox, "--sm-disable", stderr=subprocess.DEVNULL)
         wait_until(lambda: b"window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "openbox")
         self.settings = self.folder / "settings"
-        self.settings.write_text("Gdk/WindowScalingFactor 1\n")
+        self.settings.write_text(SETTINGS.format(scale=1, dpi=DPI))
         self.settings_daemon = self.start("xsettingsd", "-c", self.settings, stderr=subprocess.DEVNULL)
         self.draw_wallpaper()
         if self.compositing:
@@ -161,7 +164,14 @@ class XWorld(World):
 
     def set_scale(self, output, scale):
         """Of all outputs, a whole number: X11 knows no other."""
-        self.settings.write_text(f"Gdk/WindowScalingFactor {scale}\n")
+        self.set_settings(scale, 1)
+
+    def set_text_size(self, times):
+        """Of all programs, as a multiple of the usual one."""
+        self.set_settings(1, times)
+
+    def set_settings(self, scale, text_size):
+        self.settings.write_text(SETTINGS.format(scale=scale, dpi=int(DPI * text_size)))
         self.settings_daemon.send_signal(signal.SIGHUP)
 
 

@@ -1,0 +1,112 @@
+"""The host's desktop on screens that come and go and have other scales, and in other colours."""
+
+import unittest
+
+from desktop import DesktopTest, Placed
+from settings_portal import SettingsPortal
+from support import wait_until
+from worlds import WaylandWorld, XWorld
+
+PLACE = (104, 80)
+
+
+class Outputs:
+    def test_tiles_follow_their_screens(self):
+        self.make_world()
+        first, second = self.world.outputs()[0].name, self.world.add_output()
+        here, there = Placed(1, place=(120, 80), output=first), Placed(2, "ReadingListWidget", place=(640, 320), output=second)
+        self.arrange(here, there)
+        before = self.arrangement.read_bytes()
+        self.start()
+        self.sees(here)
+        self.sees(there)
+        self.world.remove_output(second)
+        # The first free place from the corner, beside the other.
+        self.sees(Placed(2, "ReadingListWidget", place=(508, 24), output=first))
+        self.sees(here)
+        self.world.bring_back(second)
+        self.sees(there)
+        self.sees(here)
+        self.assertEqual(self.arrangement.read_bytes(), before)
+
+        self.world.drag((140, 100), (self.world.output(second).x + 124, 500))
+        moved = Placed(1, place=(104, 480), output=second)
+        self.sees(moved)
+        self.assertEqual(self.arranged()[1], moved.member())
+        self.end()
+
+    def test_the_only_screen_may_go(self):
+        self.make_world()
+        tile = Placed(1, place=PLACE, output=self.world.outputs()[0].name)
+        self.arrange(tile)
+        self.start()
+        self.sees(tile)
+        self.world.remove_output(tile.output)
+        self.world.bring_back(tile.output)
+        self.sees(tile)
+        self.end()
+
+    def test_scale(self):
+        self.make_world()
+        tile = Placed(1, place=PLACE, output=self.world.outputs()[0].name)
+        self.arrange(tile)
+        self.start()
+        self.sees(tile)
+        for scale in (2, 1):
+            self.world.set_scale(tile.output, scale)
+            self.sees(tile, scale=scale)
+        self.end()
+
+    def test_colours(self):
+        self.make_world()
+        portal = SettingsPortal(self.world)
+        portal.set("color-scheme", "uint32 1")
+        tile = Placed(1, place=PLACE)
+        self.arrange(tile)
+        self.start()
+        self.sees(tile, appearance="dark")
+        portal.set("contrast", "uint32 1")
+        self.sees(tile, "--contrast", "high", appearance="dark")
+        portal.set("color-scheme", "uint32 2")
+        self.sees(tile, "--contrast", "high")
+        portal.set("contrast", "uint32 0")
+        self.sees(tile)
+        portal.set("accent-color", "(0.5, 0.25, 1.0)")
+        self.tell("mode", "tinted")
+        self.sees(tile, "--mode", "tinted", "--accent", "8040FF")
+        self.end()
+
+
+class Wayland(Outputs, DesktopTest):
+    kind = WaylandWorld
+
+    def test_a_broken_scale(self):
+        self.make_world()
+        tile = Placed(1, place=PLACE, output=self.world.outputs()[0].name)
+        self.arrange(tile)
+        self.start()
+        self.sees(tile)
+        self.world.set_scale(tile.output, 1.5)
+        box = tile.box(1.5)
+        # The compositor makes it smaller in its own way, letters least of all alike.
+        picture = self.expected(self.rendered(tile, "--scale", 1.5), box).shrunk(15)
+        wait_until(lambda: self.world.screenshot(tile.output).crop(*box).shrunk(15).difference(picture, 12) is None, "the tile")
+        self.end()
+
+
+class X11(Outputs, DesktopTest):
+    kind = XWorld
+
+    def test_size_of_texts(self):
+        self.make_world()
+        tile = Placed(1, place=PLACE)
+        self.arrange(tile)
+        self.start()
+        for times in (1.5, 1):
+            self.world.set_text_size(times)
+            self.sees(tile, text_size=times)
+        self.end()
+
+
+if __name__ == "__main__":
+    unittest.main()
