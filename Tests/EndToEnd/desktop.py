@@ -51,7 +51,7 @@ class DesktopTest(unittest.TestCase):
         self.world = self.kind(**more)
         self.addCleanup(self.world.stop)
         self.home = self.world.home
-        shutil.copytree(PROJECT / "Resources" / "Example" / "Library", self.home / "Library")
+        shutil.copytree(PROJECT / "Resources" / "Example", self.home, dirs_exist_ok=True)
         self.library = self.home / "Library" / "Application Support" / "FOLIOvault"
         self.arrangement = self.world.configuration / "widgethost" / "arrangement.json"
         self.pictures = self.home / "cache" / "widgethost" / "tiles"
