@@ -41,6 +41,7 @@ _widgethost() {
     case $command in
         "") words+=" --version desktop host describe options render gallery add list edit move remove lock unlock mode reload explain doctor" ;;
         describe | list | doctor) words+=" --json" ;;
+        desktop) words+=" --background" ;;
         options) words+=" --matching --json" ;;
         render) words+=" --family --set --request --preview --mode --appearance --contrast --accent --scale --format --output" ;;
         gallery) words+=" --output --appearance --contrast" ;;

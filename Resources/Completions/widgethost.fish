@@ -52,6 +52,7 @@ complete -c widgethost -n "__fish_seen_subcommand_from edit move remove explain"
 complete -c widgethost -n "__fish_seen_subcommand_from mode" -a "fullColor tinted vibrant" -d Mode
 complete -c widgethost -n "__fish_seen_subcommand_from describe options list doctor" -l json -d "Print JSON"
 complete -c widgethost -n "__fish_seen_subcommand_from options" -l matching -x -d "Only choices that contain this text"
+complete -c widgethost -n "__fish_seen_subcommand_from desktop" -l background -d "Keep quiet where no widget is placed"
 complete -c widgethost -n "__fish_seen_subcommand_from render add" -l family -xa "small medium large extraLarge" -d "The size"
 complete -c widgethost -n "__fish_seen_subcommand_from render add edit" -l set -x -d "A choice, NAME=VALUE"
 complete -c widgethost -n "__fish_seen_subcommand_from render" -l request -xa "timeline snapshot placeholder" -d "What is asked for"
