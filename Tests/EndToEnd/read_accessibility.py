@@ -1,7 +1,8 @@
 """Looks once at an application, through the bus that the variables name, and writes what it sees as JSON; null where it is not there.
 
 read_accessibility.py PROCESS               the application's tree
-read_accessibility.py PROCESS PLACE ACTION  does the action of the object in that place, "0,3,1"; whether it was done
+read_accessibility.py PROCESS PLACE ACTION  does the action of the object in that place, "0,3,1"; whether it was done. "select" is one that
+                                            every object of a list has
 """
 
 import json
@@ -38,6 +39,8 @@ def look(process, place=None, action=None):
     node = application
     for number in filter(None, place.split(",")):
         node = children(node)[int(number)]
+    if action == "select":
+        return Atspi.Selection.select_child(node.get_parent().get_selection_iface(), node.get_index_in_parent())
     return Atspi.Action.do_action(node.get_action_iface(), actions(node).index(action))
 
 

@@ -79,6 +79,10 @@ class WaylandWorld(World):
         wait_until(lambda: any(each.process == process for each in self.windows()), "a window")
         self.command(f"[pid={process}] floating enable, resize set {width} px {height} px, move absolute position {x} {y}")
 
+    def close_window(self, process):
+        """As its user does, who may be asked whether to."""
+        self.command(f"[pid={process}] kill")
+
     def screenshot(self, output=None):
         """Of one output in its pixels, or of the whole layout, a pixel to each unit of it; the pointer is not in it."""
         return Picture.from_ppm(self.run("grim", "-t", "ppm", *(["-o", output] if output else ["-s", 1]), "-"))

@@ -45,7 +45,7 @@ class Window:
 
 class World:
     """A desktop of its own without a screen. What a test needs more is in the two kinds, WaylandWorld and XWorld: each has `outputs`,
-    `windows`, `screenshot`, `add_output`, `remove_output`, `bring_back` and `set_scale`.
+    `windows`, `place_window`, `close_window`, `screenshot`, `add_output`, `remove_output`, `bring_back` and `set_scale`.
 
     `home` is the user's, made up where none is given. With `accessible`, programs in it can be read by assistive technology.
     `wallpaper` is the screen's picture before anything else is on it.

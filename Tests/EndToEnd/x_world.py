@@ -7,6 +7,7 @@ import signal
 import subprocess
 
 import Xlib.display
+import Xlib.protocol.event
 import Xlib.X
 
 from picture import Picture
@@ -111,6 +112,10 @@ class XWorld(World):
         return [Output(name, int(x), int(y), int(width), int(height), 1) for name, width, height, x, y in lines]
 
     def windows(self):
+        return [window for _, window in self.numbered_windows()]
+
+    def numbered_windows(self):
+        """Each with the server's number of it."""
         listed = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING").decode()
         windows = []
         for number in re.findall("0x[0-9a-f]+", listed):
@@ -121,14 +126,28 @@ class XWorld(World):
                 continue  # It was closed meanwhile.
             title = re.search(r'_NET_WM_NAME.* = "(.*)"', said)
             process = re.search(r"_NET_WM_PID.* = (\d+)", said)
-            windows.append(Window(title[1] if title else "", int(process[1]) if process else 0, *(int(place[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")),
-                                  "".join(re.findall("_NET_WM_WINDOW_TYPE_(\\w+)", said)[:1]), tuple(re.findall("_NET_WM_STATE_(\\w+)", said))))
+            window = Window(title[1] if title else "", int(process[1]) if process else 0, *(int(place[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")),
+                            "".join(re.findall("_NET_WM_WINDOW_TYPE_(\\w+)", said)[:1]), tuple(re.findall("_NET_WM_STATE_(\\w+)", said)))
+            windows.append((number, window))
         return windows
 
+    def ordinary_window(self, process):
+        """The number of the topmost one."""
+        ordinary = lambda: [number for number, window in self.numbered_windows() if window.process == process and window.kind in ("NORMAL", "DIALOG")]
+        return wait_until(ordinary, "a window")[-1]
+
     def place_window(self, process, x, y, width, height):
-        wait_until(lambda: any(each.process == process for each in self.windows()), "a window")
-        number = self.run("xdotool", "search", "--onlyvisible", "--pid", process).split()[-1].decode()
+        number = self.ordinary_window(process)
         self.run("xdotool", "windowmove", number, x, y, "windowsize", number, width, height, "windowactivate", number)
+
+    def close_window(self, process):
+        """As its user does, who may be asked whether to."""
+        with self.connection() as display:
+            root, number = display.screen().root, int(self.ordinary_window(process), 16)
+            window = display.create_resource_object("window", number)
+            closing = Xlib.protocol.event.ClientMessage(window=window, client_type=display.intern_atom("_NET_CLOSE_WINDOW"), data=(32, [0] * 5))
+            root.send_event(closing, event_mask=Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
+            display.sync()
 
     def screenshot(self, output=None):
         """Of one output or of the whole screen; the pointer is not in it."""

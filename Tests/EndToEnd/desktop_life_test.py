@@ -1,0 +1,103 @@
+"""The life of the host's desktop: commands that reach it, rest, and its end."""
+
+import os
+import signal
+import time
+import unittest
+from pathlib import Path
+
+from desktop import DesktopTest, Placed
+from support import favourites, wait_until
+from worlds import WaylandWorld, XWorld
+
+PLACE = (104, 80)
+REST_SECONDS = 3
+
+
+class Life:
+    def test_commands_reach_it(self):
+        self.make_world()
+        self.arrange()
+        self.start()
+        self.await_answers()
+        self.assertEqual(self.tell("add", "FavoritesWidget", "--family", "medium"), b"1\n")
+        first = Placed(1, place=(24, 24))
+        self.sees(first)
+        self.tell("move", 1, *PLACE)
+        self.sees(Placed(1, place=PLACE))
+        self.assertTrue(self.is_clear((24, 24, 60, 40)))
+        self.write(favourites(3))
+        self.tell("reload")
+        self.sees(Placed(1, place=PLACE))
+        self.tell("edit", 1, "--set", "group=Vanished")
+        self.sees(Placed(1, place=PLACE, settings=(("group", "Vanished"),)))
+        self.tell("remove", 1)
+        wait_until(lambda: self.is_clear(Placed(1, place=PLACE).box()), "the end of the tile")
+        self.end()
+
+    def test_at_rest(self):
+        self.make_world()
+        tiles = [Placed(1, place=PLACE), Placed(2, "ReadingListWidget", "large", (600, 80))]
+        self.arrange(*tiles)
+        self.start()
+        for tile in tiles:
+            self.sees(tile)
+        wait_until(lambda: not self.children(), "the end of the extension")
+        before = self.work()
+        deadline = time.monotonic() + REST_SECONDS
+        while time.monotonic() < deadline:
+            time.sleep(deadline - time.monotonic())
+        switches, processor = (now - then for now, then in zip(self.work(), before))
+        self.assertLessEqual(switches, 2)
+        self.assertEqual(processor, 0)
+        self.end()
+
+    def work(self):
+        """How often the desktop's main thread has waited, and its processor time in the clock's ticks."""
+        folder = Path(f"/proc/{self.desktop.pid}")
+        waits = next(line for line in (folder / "status").read_text().splitlines() if line.startswith("voluntary_ctxt_switches"))
+        user, system = (folder / "stat").read_text().rpartition(")")[2].split()[11:13]
+        return int(waits.split()[1]), int(user) + int(system)
+
+    def test_it_ends_when_told_to_and_when_its_world_does(self):
+        self.make_world()
+        tile = Placed(1, place=PLACE)
+        self.arrange(tile)
+        ends = [("SIGTERM", lambda: self.desktop.send_signal(signal.SIGTERM)), ("SIGINT", lambda: self.desktop.send_signal(signal.SIGINT)),
+                ("the bus", self.world.bus.process.terminate), ("the display", self.world.end_compositor)]
+        for what, end in ends:
+            with self.subTest(what):
+                self.start()
+                self.sees(tile)
+                children = self.children()
+                end()
+                self.assertEqual(self.desktop.wait(20), 0)
+                self.assertLessEqual(len(self.complaints()), 1, self.complaints())
+                for line in self.complaints():
+                    self.assertRegex(line, r"\Awidgethost: ")
+                wait_until(lambda: not any(Path(f"/proc/{child}").exists() for child in children), "the end of the extension")
+                self.assertEqual(self.relatives(), [])
+
+    def relatives(self):
+        """The processes of this desktop's programs."""
+        programs = {str(self.program), str(self.program.resolve())}
+        found = []
+        for folder in Path("/proc").glob("[0-9]*"):
+            try:
+                if os.readlink(folder / "exe") in programs and str(self.world.folder).encode() in (folder / "environ").read_bytes():
+                    found.append(folder.name)
+            except OSError:
+                pass
+        return found
+
+
+class Wayland(Life, DesktopTest):
+    kind = WaylandWorld
+
+
+class X11(Life, DesktopTest):
+    kind = XWorld
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,152 @@
+"""The windows of the host's desktop: the editor of a tile, and the gallery of all widgets."""
+
+import json
+import unittest
+
+from desktop import DesktopTest, Placed
+from support import wait_until
+from worlds import WaylandWorld, XWorld
+
+FAVOURITES, READING = Placed(1, place=(104, 80)), Placed(2, "ReadingListWidget", place=(104, 400))
+TITLES = {"small": "Small", "medium": "Medium", "large": "Large", "extraLarge": "Extra Large"}
+GERMAN_MENU = ["Bearbeiten …", "Größe", "Neu laden", "Entfernen", "Widgets hinzufügen …", "Farben", "Sperren"]
+
+
+class Windows:
+    def open_editor(self, tile):
+        self.world.click(tile.place[0] + 60, tile.place[1] + 20, button=3)
+        self.choose("Edit…")
+        self.application.find("push button", "Done")
+
+    def press(self, name):
+        """A button of the editor, which closes it."""
+        self.application.do_action(self.application.find("push button", name))
+        wait_until(lambda: not self.application.find_all("push button", name), "the end of the editor")
+
+    def groups(self):
+        rows = self.application.find("list box", "Group").children
+        return [row.children[0].name for row in rows if row.children]
+
+    def test_the_editor(self):
+        self.make_world(accessible=True)
+        self.arrange(FAVOURITES, READING)
+        self.start()
+        self.application = self.accessible()
+        self.sees(FAVOURITES)
+        groups = json.loads(self.tell("options", "FavoritesWidget", "group", "--json"))
+        titles = [each["title"] for each in groups["options"]]
+        chosen = next(each for each in groups["options"] if each["title"] == "Reading")
+
+        # By the keyboard alone: the search has it at first, and Return is as good as Done.
+        self.open_editor(FAVOURITES)
+        wait_until(lambda: set(titles) <= set(self.groups()), "all groups")
+        self.world.type("Readi")
+        wait_until(lambda: self.groups() == ["Reading"], "the one group")
+        for key in ("Tab", "space"):
+            self.world.key(key)
+        self.assertNotIn("configuration", self.arranged()[1])
+        self.press("Done")
+        edited = Placed(1, place=FAVOURITES.place, settings=(("group", chosen["id"]),))
+        self.world.move(1, 1)
+        self.sees(edited)
+        self.assertEqual(self.arranged()[1], edited.member())
+
+        before = self.arrangement.read_bytes()
+        self.open_editor(FAVOURITES)
+        wait_until(lambda: len(self.groups()) > len(titles) - 1, "all groups")
+        row = next(row for row in self.application.find("list box", "Group").children if row.children and row.children[0].name != "Reading")
+        self.application.do_action(row, "select")
+        self.press("Cancel")
+        self.assertEqual(self.arrangement.read_bytes(), before)
+
+        self.open_editor(READING)
+        box = self.application.find("combo box", "Filter")
+        self.application.do_action(next(each for each in box.all() if each.name == "Unread Only"), "click")
+        self.press("Done")
+        self.assertEqual(self.arranged()[2]["configuration"], {"filter": "unreadOnly"})
+
+        # What was chosen once may be gone; that is no reason to choose something else.
+        self.tell("edit", 1, "--set", "group=Vanished")
+        before = self.arrangement.read_bytes()
+        self.open_editor(FAVOURITES)
+        wait_until(lambda: "Vanished (no longer there)" in self.groups(), "the group that is not there")
+        self.press("Done")
+        self.assertEqual(self.arrangement.read_bytes(), before)
+        self.end()
+
+    def open_gallery(self, **variables):
+        self.world.run(*self.command("desktop"), variables=variables)
+        return self.application.find("frame", "Widgets")
+
+    def test_the_gallery(self):
+        self.make_world(accessible=True)
+        self.arrange()
+        self.start()
+        self.await_answers()
+        self.application = self.accessible()
+        self.open_gallery()
+        described = json.loads(self.tell("describe", "--json"))["widgets"]
+        pages = lambda: [row for row in self.application.find("list box").children if row.children]
+        wait_until(lambda: [row.children[0].name for row in pages()] == [each["displayName"] for each in described], "all widgets in their order")
+        for page, widget in enumerate(described):
+            self.application.do_action(pages()[page], "select")
+            wanted = [f"Add {widget['displayName']}, {TITLES[family]}" for family in widget["families"]]
+            wait_until(lambda: [each.name for each in self.application.find_all("push button") if each.name.startswith("Add ")] == wanted,
+                       f"{widget['displayName']} in all sizes")
+            if widget["kind"] == "FavoritesWidget":
+                self.application.do_action(self.application.find("push button", "Add Favorites, Medium"))
+        self.application.do_action(pages()[0], "select")
+        added = Placed(1, place=(24, 24), output=self.world.outputs()[0].name)
+        wait_until(lambda: 1 in self.arranged() and "position" in self.arranged()[1], "the new tile's place")
+        self.assertEqual(self.arranged()[1], added.member())
+
+        # Away from the place where something is to be dropped.
+        self.world.place_window(self.desktop.pid, 560, 20, 700, 600)
+        window = wait_until(lambda: [each for each in self.world.windows() if each.title == "Widgets" and each.x >= 560], "the gallery aside")[0]
+        card = self.application.find(name="Reading List, Small")
+        left, top, width, height = card.extents
+        self.world.move(window.x + left + width // 2, window.y + top + height // 2)
+        self.world.press()
+        for x, y in ((600, 300), (400, 400), (203, 423), (203, 424)):
+            self.world.move(x, y)
+        wait_until(lambda: not self.is_clear((210, 430, 100, 100)), "the picture that is dragged")
+        self.world.release()
+        wait_until(lambda: 2 in self.arranged(), "the dropped widget")
+        dropped = Placed(2, "ReadingListWidget", "small", (200, 424), self.world.outputs()[0].name)
+        self.assertEqual(self.arranged()[2], dropped.member())
+        self.world.close_window(self.desktop.pid)
+        self.world.move(1, 1)
+        self.sees(added)
+        self.sees(dropped)
+        self.end()
+
+    def test_languages(self):
+        self.make_world(accessible=True)
+        self.arrange(FAVOURITES)
+        self.start(LANG="de_DE.UTF-8")
+        self.application = self.accessible()
+        self.sees(FAVOURITES, LANG="de_DE.UTF-8")
+        self.world.click(FAVOURITES.place[0] + 60, FAVOURITES.place[1] + 20, button=3)
+        self.assertEqual([each.name for each in self.menu()], GERMAN_MENU)
+        self.world.key("Escape")
+        self.open_gallery(LANG="de_DE.UTF-8")
+        self.application.find("push button", "Hinzufügen Leseliste, Mittel")
+        self.end()
+
+        left = self.rendered(FAVOURITES)
+        self.start(LANG="ar_EG.UTF-8")
+        self.sees(FAVOURITES, LANG="ar_EG.UTF-8")
+        self.assertFalse(self.is_shown(self.expected(left, FAVOURITES.box()), FAVOURITES.box()))
+        self.end()
+
+
+class Wayland(Windows, DesktopTest):
+    kind = WaylandWorld
+
+
+class X11(Windows, DesktopTest):
+    kind = XWorld
+
+
+if __name__ == "__main__":
+    unittest.main()
