@@ -5,7 +5,7 @@ import os
 import signal
 import unittest
 
-from desktop import FAILING, SILENT, DesktopTest, Placed
+from desktop import SILENT, DesktopTest, Placed
 from support import EXTENSION, favourites, wait_until
 from worlds import WaylandWorld, XWorld
 
@@ -30,6 +30,8 @@ class Shown:
                 self.assertTrue(self.is_clear((x, y + height + 40, width, 200)))
                 window = self.world.open_window_over(x + 100, y - 20, 150, 120, GREEN)
                 self.assertEqual(self.world.pixel(x + 101, y + 50), GREEN)
+                self.assertIn((window.pid, x + 100, y - 20, 150, 120),
+                              [(each.process, each.x, each.y, each.width, each.height) for each in self.world.windows()])
                 window.kill()
                 self.sees(FAVOURITES)
                 self.end()
