@@ -61,6 +61,14 @@ void DesktopTile::put(const Output& output, const Rect& frame) {
         paintSoon();
     }
     window_.put(output, frame);
+    if (std::exchange(isAway_, false) && std::exchange(isBehind_, false)) {
+        paint();
+    }
+}
+
+void DesktopTile::hide() {
+    isAway_ = true;
+    window_.hide();
 }
 
 void DesktopTile::change(const Instance& instance, const std::string& renderingMode) {
@@ -177,6 +185,11 @@ void DesktopTile::seen() {
 
 void DesktopTile::paint() {
     if (isSaying_) {
+        return;
+    }
+    if (isAway_) {
+        // Without any screen the toolkit cannot even make widgets.
+        isBehind_ = true;
         return;
     }
     const Tile* tile = around_.tile(instance_.id);

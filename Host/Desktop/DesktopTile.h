@@ -44,7 +44,7 @@ class DesktopTile {
 
     void put(const Output& output, const Rect& frame);
     /// Its screen is away, and so is every other.
-    void hide() { window_.hide(); }
+    void hide();
 
     /// The arrangement says something else of it now.
     void change(const Instance& instance, const std::string& renderingMode);
@@ -114,6 +114,7 @@ class DesktopTile {
     bool isKept_ = true;
     /// There is something newer to be seen than what is there.
     bool isBehind_ = false;
+    bool isAway_ = false;
     bool isSaying_ = false;
     LaterCall messageEnding_;
     std::function<void()> afterMessage_;
