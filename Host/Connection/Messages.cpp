@@ -58,8 +58,8 @@ WidgetInfo widgetOf(element widget) {
                                      return std::string(family.get(name) == simdjson::SUCCESS ? name : "");
                                  }),
             .configurationDescription = isConfigurable ? textOf(configuration, "description") : "",
-            .parameters = isConfigurable ? valuesOf(configuration, "parameters", parameterOf)
-                                         : std::vector<ParameterInfo>()};
+            .parameters =
+                isConfigurable ? valuesOf(configuration, "parameters", parameterOf) : std::vector<ParameterInfo>()};
 }
 
 Message<Entry> entryOf(element json) {
