@@ -74,7 +74,7 @@ class Hands:
         self.world.click(x, y, button=3)
         self.choose("Copy Link")
         clipboard = Path(__file__).with_name("read_clipboard.py")
-        self.assertEqual(self.world.run(sys.executable, "-B", clipboard).decode(), url)
+        wait_until(lambda: self.world.run(sys.executable, "-B", clipboard).decode() == url, "the link in the clipboard")
 
         self.write(favourites(3))
         self.world.click(x, y, button=3)
