@@ -75,9 +75,9 @@ void Outputs::noticeProperty(GParamSpec* /*property*/) {
     notice();
 }
 
-/// A change of screens comes as many small ones.
+/// A change of screens comes as many small ones; it is known before anything is drawn for it.
 void Outputs::notice() {
-    refreshing_.whenIdle<&Outputs::refresh>(this);
+    refreshing_.whenIdle<&Outputs::refresh>(this, G_PRIORITY_HIGH_IDLE - 1);
 }
 
 void Outputs::refresh() {

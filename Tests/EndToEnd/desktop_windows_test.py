@@ -1,7 +1,9 @@
 """The windows of the host's desktop: the editor of a tile, and the gallery of all widgets."""
 
 import json
+import shutil
 import unittest
+from pathlib import Path
 
 from desktop import DesktopTest, Placed
 from support import wait_until
@@ -122,6 +124,19 @@ class Windows:
         self.world.move(1, 1)
         self.sees(added)
         self.sees(dropped)
+        self.end()
+
+    def test_the_first_run(self):
+        self.make_world(accessible=True)
+        shutil.rmtree(self.library)
+        self.start(options=())
+        self.application = self.accessible()
+        self.application.find("frame", "Widgets")
+        self.application.find(name=f"There is no library yet. It is looked for here:\n{self.library}")
+        self.application.do_action(self.application.find("push button", "Show Examples"))
+        examples = self.home / "data" / "widgethost" / "examples"
+        wait_until(lambda: str(examples) in Path(f"/proc/{self.desktop.pid}/cmdline").read_text(), "the desktop with examples")
+        wait_until(lambda: [each for each in self.world.windows() if each.title == "Widgets"], "the gallery of the examples")
         self.end()
 
     def test_languages(self):
