@@ -204,7 +204,8 @@ class XHands:
         pass
 
     def move(self, x, y):
-        self.do("mousemove", "--sync", x, y)
+        # Its option to wait for the move waits for ever where the pointer is there already.
+        self.do("mousemove", x, y)
 
     def press(self, button):
         self.do("mousedown", button)
