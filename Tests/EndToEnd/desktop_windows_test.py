@@ -39,7 +39,7 @@ class Windows:
         titles = [each["title"] for each in groups["options"]]
         chosen = next(each for each in groups["options"] if each["title"] == "Reading")
 
-        # By the keyboard alone: the search has it at first, and Return is as good as Done.
+        # The search has the keyboard at first.
         self.open_editor(FAVOURITES)
         wait_until(lambda: set(titles) <= set(self.groups()), "all groups")
         self.world.type("Readi")
