@@ -1,6 +1,7 @@
 #include "Host/Desktop/Outputs.h"
 
 #include <fmt/format.h>
+#include <gdk/gdkx.h>
 
 #include <algorithm>
 
@@ -49,6 +50,11 @@ Outputs::Outputs(std::function<void()> changed) : changed_(std::move(changed)), 
     connect<&Outputs::noticeMonitor>(display, "monitor-removed", this);
     connect<&Outputs::notice>(gdk_screen_get_default(), "monitors-changed", this);
     connect<&Outputs::notice>(gdk_screen_get_default(), "size-changed", this);
+    if (GDK_IS_X11_DISPLAY(display) != FALSE) {
+        GdkWindow* root = gdk_get_default_root_window();
+        gdk_window_set_events(root, static_cast<GdkEventMask>(gdk_window_get_events(root) | GDK_PROPERTY_CHANGE_MASK));
+        gdk_window_add_filter(root, &Outputs::noticeWorkarea, this);
+    }
     refresh();
 }
 
@@ -58,6 +64,7 @@ Outputs::~Outputs() {
     }
     g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
     g_signal_handlers_disconnect_by_data(gdk_screen_get_default(), this);
+    gdk_window_remove_filter(gdk_get_default_root_window(), &Outputs::noticeWorkarea, this);
 }
 
 std::vector<Screen> Outputs::screens() const {
@@ -73,6 +80,16 @@ void Outputs::noticeMonitor(GdkMonitor* /*monitor*/) {
 }
 void Outputs::noticeProperty(GParamSpec* /*property*/) {
     notice();
+}
+
+/// What panels leave is the window manager's to say, which it does when it has seen them or the screen itself change:
+/// later than the toolkit, which does not tell of it.
+GdkFilterReturn Outputs::noticeWorkarea(GdkXEvent* event, GdkEvent* /*unused*/, gpointer self) {
+    const auto* told = static_cast<const XEvent*>(event);
+    if (told->type == PropertyNotify && told->xproperty.atom == gdk_x11_get_xatom_by_name("_NET_WORKAREA")) {
+        static_cast<Outputs*>(self)->notice();
+    }
+    return GDK_FILTER_CONTINUE;
 }
 
 /// A change of screens comes as many small ones; it is known before anything is drawn for it.

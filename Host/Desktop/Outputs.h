@@ -32,6 +32,7 @@ class Outputs {
   private:
     void noticeMonitor(GdkMonitor* monitor);
     void noticeProperty(GParamSpec* property);
+    static GdkFilterReturn noticeWorkarea(GdkXEvent* event, GdkEvent* unused, gpointer self);
     void notice();
     void refresh();
 

@@ -97,6 +97,20 @@ class Wayland(Outputs, DesktopTest):
 class X11(Outputs, DesktopTest):
     kind = XWorld
 
+    def test_a_panel_comes_and_goes(self):
+        self.make_world()
+        tile, moved = Placed(1, place=(100, 40)), Placed(1, place=(100, 90))
+        self.arrange(tile)
+        self.start()
+        self.sees(tile)
+        panel = self.world.open_window_over(900, 500, 100, 100)
+        self.world.reserve_top(panel.pid, 90)
+        self.sees(moved)
+        panel.kill()
+        self.sees(tile)
+        self.assertEqual(self.arranged()[1], tile.member())
+        self.end()
+
     def test_size_of_texts(self):
         self.make_world()
         tile = Placed(1, place=PLACE)

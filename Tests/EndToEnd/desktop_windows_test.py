@@ -102,14 +102,17 @@ class Windows:
         wait_until(lambda: 1 in self.arranged() and "position" in self.arranged()[1], "the new tile's place")
         self.assertEqual(self.arranged()[1], added.member())
 
-        # Away from the place where something is to be dropped.
+        # Away from the place where something is to be dropped; where the window is said to be, it is when this is seen.
         self.world.place_window(self.desktop.pid, 560, 20, 700, 600)
+        wait_until(lambda: self.is_clear((210, 430, 100, 100)), "the free place")
         window = wait_until(lambda: [each for each in self.world.windows() if each.title == "Widgets" and each.x >= 560], "the gallery aside")[0]
         card = self.application.find(name="Reading List, Small")
         left, top, width, height = card.extents
         self.world.move(window.x + left + width // 2, window.y + top + height // 2)
         self.world.press()
+        # As slow as a hand: the toolkit starts no drag where it hears of all this at once.
         for x, y in ((600, 300), (400, 400), (203, 423), (203, 424)):
+            self.application.tree()
             self.world.move(x, y)
         wait_until(lambda: not self.is_clear((210, 430, 100, 100)), "the picture that is dragged")
         # What lies below has said that it takes it when the desktop has time to answer.

@@ -140,6 +140,10 @@ class XWorld(World):
         number = self.ordinary_window(process)
         self.run("xdotool", "windowmove", number, x, y, "windowsize", number, width, height, "windowactivate", number)
 
+    def reserve_top(self, process, height):
+        """As long as the process has a window, others stay below so much of the screen, as below a panel."""
+        self.run("xprop", "-id", self.ordinary_window(process), "-f", "_NET_WM_STRUT", "32c", "-set", "_NET_WM_STRUT", f"0, 0, {height}, 0")
+
     def close_window(self, process):
         """As its user does, who may be asked whether to."""
         with self.connection() as display:
