@@ -1,34 +1,29 @@
 #include "Host/Commands/AppearanceOptions.h"
 
+#include "Host/Drawing/AppearanceNames.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
-#include <map>
+#include <vector>
 
 namespace host {
 namespace {
 
-const std::map<std::string, DrawingMode> modes{
-    {"fullColor", DrawingMode::fullColor}, {"tinted", DrawingMode::tinted}, {"vibrant", DrawingMode::vibrant}};
-const std::map<std::string, ColorScheme> schemes{{"light", ColorScheme::light}, {"dark", ColorScheme::dark}};
-const std::map<std::string, Contrast> contrasts{{"normal", Contrast::normal}, {"high", Contrast::high}};
-
-template <class Value>
-CLI::IsMember namesOf(const std::map<std::string, Value>& values) {
-    std::vector<std::string> names;
-    for (const auto& [name, value] : values) {
-        names.push_back(name);
-    }
-    return CLI::IsMember(names);
+template <std::size_t Count>
+CLI::IsMember oneOf(const std::array<std::string_view, Count>& names) {
+    return CLI::IsMember(std::vector<std::string>(names.begin(), names.end()));
 }
 
 } // namespace
 
 void AppearanceOptions::addTo(CLI::App& command) {
-    command.add_option("--mode", mode_, "How colours are used")->check(namesOf(modes))->capture_default_str();
-    command.add_option("--appearance", scheme_, "The colour scheme")->check(namesOf(schemes))->capture_default_str();
+    command.add_option("--mode", mode_, "How colours are used")->check(oneOf(drawingModeNames))->capture_default_str();
+    command.add_option("--appearance", scheme_, "The colour scheme")
+        ->check(oneOf(colorSchemeNames))
+        ->capture_default_str();
     addContrastOption(command, contrast_);
     command
         .add_option_function<std::string>(
@@ -41,15 +36,19 @@ void AppearanceOptions::addTo(CLI::App& command) {
 }
 
 Appearance AppearanceOptions::appearance() const {
-    return {.scheme = schemes.at(scheme_), .mode = modes.at(mode_), .contrast = contrast_, .accent = accent_};
+    return {.scheme = *valueNamed<ColorScheme>(scheme_, colorSchemeNames),
+            .mode = *valueNamed<DrawingMode>(mode_, drawingModeNames),
+            .contrast = contrast_,
+            .accent = accent_};
 }
 
 void addContrastOption(CLI::App& command, Contrast& contrast) {
     command
         .add_option_function<std::string>(
-            "--contrast", [&contrast](const std::string& name) { contrast = contrasts.at(name); },
+            "--contrast",
+            [&contrast](const std::string& name) { contrast = *valueNamed<Contrast>(name, contrastNames); },
             "How far everything stands out from the tile")
-        ->check(namesOf(contrasts))
+        ->check(oneOf(contrastNames))
         ->default_str("normal");
 }
 

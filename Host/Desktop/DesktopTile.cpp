@@ -2,6 +2,7 @@
 
 #include "Host/Desktop/ClockTime.h"
 #include "Host/Desktop/WaitingView.h"
+#include "Host/Drawing/AppearanceNames.h"
 #include "Host/Layout/Measures.h"
 #include "Host/Pictures/Badges.h"
 #include "Platform/Foundation/Localization.h"
@@ -19,10 +20,7 @@ constexpr guint patienceMilliseconds = 1500;
 constexpr guint explanationMilliseconds = 12'000;
 
 DrawingMode modeNamed(const std::string& name) {
-    if (name == "tinted") {
-        return DrawingMode::tinted;
-    }
-    return name == "vibrant" ? DrawingMode::vibrant : DrawingMode::fullColor;
+    return valueNamed<DrawingMode>(name, drawingModeNames).value_or(DrawingMode::fullColor);
 }
 
 /// `format` with `value` in the place of its "%s".

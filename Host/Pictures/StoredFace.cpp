@@ -1,5 +1,6 @@
 #include "Host/Pictures/StoredFace.h"
 
+#include "Host/Drawing/AppearanceNames.h"
 #include "Host/Drawing/PixelGrid.h"
 #include "Host/Drawing/PngDecoder.h"
 #include "Host/Drawing/PngEncoder.h"
@@ -25,22 +26,14 @@ constexpr int storedVersion = 1;
 /// What a part's frame may be off from the widget's corner, in points.
 constexpr double greatestLength = 1'000'000;
 
-/// The enumerations' names, in the order of their values.
-constexpr std::array<std::string_view, 2> schemes{"light", "dark"};
-constexpr std::array<std::string_view, 3> modes{"fullColor", "tinted", "vibrant"};
-constexpr std::array<std::string_view, 2> redactions{"none", "placeholder"};
-constexpr std::array<std::string_view, 2> contrasts{"normal", "high"};
-constexpr std::array<std::string_view, 3> roles{"heading", "text", "link"};
-
-template <class Value, std::size_t Count>
-std::string_view nameOf(Value value, const std::array<std::string_view, Count>& names) {
-    return names.at(static_cast<std::size_t>(value));
-}
+/// In the order of their values.
+constexpr std::array<std::string_view, 3> roleNames{"heading", "text", "link"};
 
 void writeAppearance(JsonWriter& out, const Appearance& appearance) {
-    out.member("scheme", nameOf(appearance.scheme, schemes)).member("mode", nameOf(appearance.mode, modes));
-    out.member("redaction", nameOf(appearance.redaction, redactions));
-    out.member("contrast", nameOf(appearance.contrast, contrasts));
+    out.member("scheme", nameOf(appearance.scheme, colorSchemeNames))
+        .member("mode", nameOf(appearance.mode, drawingModeNames));
+    out.member("redaction", nameOf(appearance.redaction, redactionNames));
+    out.member("contrast", nameOf(appearance.contrast, contrastNames));
     if (const auto& accent = appearance.accent) {
         out.key("accent").beginArray();
         out.number(accent->red).number(accent->green).number(accent->blue).number(accent->alpha).endArray();
@@ -48,7 +41,7 @@ void writeAppearance(JsonWriter& out, const Appearance& appearance) {
 }
 
 void writePart(JsonWriter& out, const LayoutPart& part) {
-    out.beginObject().member("role", nameOf(part.role, roles)).key("frame").beginArray();
+    out.beginObject().member("role", nameOf(part.role, roleNames)).key("frame").beginArray();
     out.number(part.frame.x).number(part.frame.y).number(part.frame.width).number(part.frame.height).endArray();
     out.member("name", part.name);
     if (!part.description.empty()) {
@@ -104,9 +97,9 @@ bool read(object json, std::string_view name, const std::array<std::string_view,
     if (json[name].get(text) != simdjson::SUCCESS) {
         return false;
     }
-    const auto found = std::find(names.begin(), names.end(), text);
-    value = static_cast<Value>(std::distance(names.begin(), found));
-    return found != names.end();
+    const auto found = valueNamed<Value>(text, names);
+    value = found.value_or(value);
+    return found.has_value();
 }
 
 bool read(object json, std::string_view name, std::array<double, 4>& numbers) {
@@ -129,9 +122,10 @@ bool isThere(object json, std::string_view name) {
 }
 
 bool readAppearance(object json, Appearance& appearance) {
-    if (!read(json, "scheme", schemes, appearance.scheme) || !read(json, "mode", modes, appearance.mode) ||
-        !read(json, "redaction", redactions, appearance.redaction) ||
-        !read(json, "contrast", contrasts, appearance.contrast)) {
+    if (!read(json, "scheme", colorSchemeNames, appearance.scheme) ||
+        !read(json, "mode", drawingModeNames, appearance.mode) ||
+        !read(json, "redaction", redactionNames, appearance.redaction) ||
+        !read(json, "contrast", contrastNames, appearance.contrast)) {
         return false;
     }
     std::array<double, 4> accent{};
@@ -149,8 +143,8 @@ bool readAppearance(object json, Appearance& appearance) {
 bool readPart(element value, LayoutPart& part) {
     object json;
     std::array<double, 4> frame{};
-    if (value.get(json) != simdjson::SUCCESS || !read(json, "role", roles, part.role) || !read(json, "frame", frame) ||
-        !read(json, "name", part.name) || part.name.empty()) {
+    if (value.get(json) != simdjson::SUCCESS || !read(json, "role", roleNames, part.role) ||
+        !read(json, "frame", frame) || !read(json, "name", part.name) || part.name.empty()) {
         return false;
     }
     part.frame = {frame[0], frame[1], frame[2], frame[3]};

@@ -139,6 +139,7 @@ class Windows:
         self.application.do_action(self.application.find("push button", "Show Examples"))
         examples = self.home / "data" / "widgethost" / "examples"
         wait_until(lambda: str(examples) in Path(f"/proc/{self.desktop.pid}/cmdline").read_text(), "the desktop with examples")
+        self.await_answers()
         wait_until(lambda: [each for each in self.world.windows() if each.title == "Widgets"], "the gallery of the examples")
         self.end()
 
