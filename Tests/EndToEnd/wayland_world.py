@@ -38,9 +38,9 @@ class WaylandWorld(World):
             "sway", "-c", configuration, WLR_BACKENDS="headless", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1",
             SWAYSOCK=str(self.control), LD_PRELOAD=str(library))
         wait_until(self.answers, "sway")
-        display, = (path for path in self.runtime.glob("wayland-*") if path.is_socket())
-        self.display = {"WAYLAND_DISPLAY": display.name}
-        self.hands = WaylandHands(display, self.bounds)
+        self.socket, = (path for path in self.runtime.glob("wayland-*") if path.is_socket())
+        self.display = {"WAYLAND_DISPLAY": self.socket.name}
+        self.hands = WaylandHands(self.socket, self.bounds)
 
     def answers(self):
         assert self.compositor.poll() is None, (self.folder / "compositor.log").read_text()
