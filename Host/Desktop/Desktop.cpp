@@ -278,6 +278,8 @@ void Desktop::seen(InstanceId id) {
     if (DesktopTile* shown = shownTile(id); shown != nullptr) {
         shown->seen();
     }
+    // Before the tiles are drawn anew: colours may come from it.
+    readingTheme_.whenIdle<&DesktopSettings::readTheme>(&settings_, G_PRIORITY_DEFAULT_IDLE - 1);
 }
 
 void Desktop::scaleChanged(InstanceId id) {
@@ -309,6 +311,7 @@ void Desktop::restore(InstanceId id) {
 
 void Desktop::showGallery() {
     if (!gallery_) {
+        settings_.readTheme();
         gallery_ = std::make_unique<GalleryWindow>(
             *host_, catalog_, studio_, settings_, outputs_,
             [this](const Instance& instance) { change(Addition{.instance = instance}); }, [this] { gallery_.reset(); });

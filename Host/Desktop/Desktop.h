@@ -92,6 +92,7 @@ class Desktop final : public HostDisplay, private TileHands {
     std::map<InstanceId, std::unique_ptr<EditorWindow>> editors_;
     LaterCall keepingPlaces_;
     LaterCall firstSight_;
+    LaterCall readingTheme_;
 };
 
 } // namespace host

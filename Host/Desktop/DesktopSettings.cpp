@@ -19,10 +19,16 @@ constexpr double dpiUnit = 1024;
 constexpr double smallestTextScale = 0.5;
 constexpr double greatestTextScale = 3;
 
+/// What the user sets in place of the desktop's theme; empty for nothing.
+std::string userTheme() {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here sets variables
+    const char* chosen = std::getenv("GTK_THEME");
+    return chosen == nullptr ? "" : chosen;
+}
+
 /// The name of the theme, and of its variant after a colon, as GTK_THEME has it.
 std::string themeName(GtkSettings* settings) {
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here sets variables
-    if (const char* chosen = std::getenv("GTK_THEME"); chosen != nullptr && *chosen != '\0') {
+    if (std::string chosen = userTheme(); !chosen.empty()) {
         return chosen;
     }
     char* name = nullptr;
@@ -68,7 +74,8 @@ std::optional<Rgba> colorOf(GVariant* value) {
 } // namespace
 
 DesktopSettings::DesktopSettings(std::function<void()> changed)
-    : changed_(std::move(changed)), toolkit_(gtk_settings_get_default()), cancelling_(g_cancellable_new()) {
+    : changed_(std::move(changed)), toolkit_(gtk_settings_get_default()), isThemeRead_(!userTheme().empty()),
+      cancelling_(g_cancellable_new()) {
     gboolean prefersDark = FALSE;
     g_object_get(toolkit_, "gtk-application-prefer-dark-theme", &prefersDark, nullptr);
     themePrefersDark_ = prefersDark != FALSE;
@@ -169,11 +176,29 @@ void DesktopSettings::themeChanged(GParamSpec* /*property*/) {
     refresh();
 }
 
-void DesktopSettings::refresh() {
+void DesktopSettings::readTheme() {
+    if (std::exchange(isThemeRead_, true)) {
+        return;
+    }
+    if (!setToolkitScheme()) {
+        g_object_notify(G_OBJECT(toolkit_), "gtk-theme-name");
+    }
+    refresh();
+}
+
+/// Whether that is news, with which the toolkit has read its theme; told what it knows, it would, too.
+bool DesktopSettings::setToolkitScheme() {
     const bool isToBeDark = portal_.scheme ? *portal_.scheme == ColorScheme::dark : themePrefersDark_;
-    // Being told what it knows, the toolkit reads its theme again all the same.
-    if (std::exchange(isToolkitDark_, isToBeDark) != isToBeDark) {
-        g_object_set(toolkit_, "gtk-application-prefer-dark-theme", static_cast<gboolean>(isToBeDark), nullptr);
+    if (std::exchange(isToolkitDark_, isToBeDark) == isToBeDark) {
+        return false;
+    }
+    g_object_set(toolkit_, "gtk-application-prefer-dark-theme", static_cast<gboolean>(isToBeDark), nullptr);
+    return true;
+}
+
+void DesktopSettings::refresh() {
+    if (isThemeRead_) {
+        setToolkitScheme();
     }
     const DesktopLook look = currentLook();
     if (std::exchange(look_, look) != look) {

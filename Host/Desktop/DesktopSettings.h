@@ -35,6 +35,10 @@ class DesktopSettings {
 
     const DesktopLook& look() const { return look_; }
 
+    /// Has the toolkit read the theme for windows other than tiles. It may be that only then the accent colour is
+    /// known.
+    void readTheme();
+
   private:
     /// What the portal has said.
     struct Portal {
@@ -50,10 +54,12 @@ class DesktopSettings {
     void themeChanged(GParamSpec* property);
     void take(const char* key, GVariant* value);
     void refresh();
+    bool setToolkitScheme();
     DesktopLook currentLook() const;
 
     std::function<void()> changed_;
     GtkSettings* toolkit_;
+    bool isThemeRead_;
     bool themePrefersDark_;
     bool isToolkitDark_;
     Portal portal_;

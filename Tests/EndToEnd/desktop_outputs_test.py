@@ -8,6 +8,8 @@ from support import wait_until
 from worlds import WaylandWorld, XWorld
 
 PLACE = (104, 80)
+# Where nobody has chosen one, that of the toolkit's own theme.
+THEME_ACCENT = "3584E4"
 
 
 class Outputs:
@@ -71,8 +73,9 @@ class Outputs:
         self.sees(tile, "--contrast", "high")
         portal.set("contrast", "uint32 0")
         self.sees(tile)
-        portal.set("accent-color", "(0.5, 0.25, 1.0)")
         self.tell("mode", "tinted")
+        self.sees(tile, "--mode", "tinted", "--accent", THEME_ACCENT)
+        portal.set("accent-color", "(0.5, 0.25, 1.0)")
         self.sees(tile, "--mode", "tinted", "--accent", "8040FF")
         self.end()
 
