@@ -131,6 +131,8 @@ void GalleryWindow::addWidget(const std::string& extension, const WidgetInfo& wi
     gtk_widget_show_all(scroller);
     gtk_stack_add_titled(GTK_STACK(stack_), scroller, fmt::format("{}/{}", extension, widget.kind).c_str(),
                          widget.displayName.c_str());
+    // The sidebar does not mark the first page of itself: that was there before its row.
+    g_object_notify(G_OBJECT(stack_), "visible-child");
 }
 
 GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& widget) {

@@ -90,6 +90,7 @@ class Windows:
         described = json.loads(self.tell("describe", "--json"))["widgets"]
         pages = lambda: [row for row in self.application.find("list box").children if row.children]
         wait_until(lambda: [row.children[0].name for row in pages()] == [each["displayName"] for each in described], "all widgets in their order")
+        self.assertEqual(["selected" in row.states for row in pages()], [page == 0 for page in range(len(described))])
         for page, widget in enumerate(described):
             self.application.do_action(pages()[page], "select")
             wanted = [f"Add {widget['displayName']}, {TITLES[family]}" for family in widget["families"]]
