@@ -66,6 +66,12 @@ def measured(*command):
     return json.loads(run(*command))
 
 
+def milliseconds(seconds):
+    """To three digits, but in full where there are more before the point."""
+    value = seconds * 1e3
+    return f"{value:.3g} ms" if value < 1000 else f"{value:.0f} ms"
+
+
 class Table:
     def __init__(self):
         self.missed = 0
@@ -74,7 +80,7 @@ class Table:
         ratio = ours / peer
         verdict = "" if ratio <= target else " (missed)"
         self.missed += bool(verdict)
-        print(f"| {what} | {ours * 1e3:.3g} ms | {peer * 1e3:.3g} ms | {ratio:.3f} | {target}{verdict} |", flush=True)
+        print(f"| {what} | {milliseconds(ours)} | {milliseconds(peer)} | {ratio:.3f} | {target}{verdict} |", flush=True)
 
 
 def reading(table, rounds):
@@ -302,7 +308,7 @@ def growth(rounds):
                 peak = extension.peak_while_asking(request("ReadingListWidget"), 5)["Private_Dirty"]
             all_ms, needs_ms = times["everyRecord"] * 1e3, times["timelineNeeds"] * 1e3
             every[form][count], needs[form][count], held[form][count], sizes[form][count] = all_ms, needs_ms, peak, size * 1e6 / 2**20
-            print(f"| {count:,} {form} | {size:.3g} MB | {all_ms:.3g} ms | {needs_ms:.3g} ms | {all_ms / size:.3f} and {needs_ms / size:.3f} ms | +{peak - before:.1f} MiB |", flush=True)
+            print(f"| {count:,} {form} | {size:.3g} MB | {milliseconds(all_ms / 1e3)} | {milliseconds(needs_ms / 1e3)} | {all_ms / size:.3f} and {needs_ms / size:.3f} ms | +{peak - before:.1f} MiB |", flush=True)
     READING_LIST.unlink()
     blue, orange, grey = "#0b62c4", "#c2570c", "#6e7781"
     GROWTH.write_text(growth_plot.drawn([
