@@ -5,14 +5,13 @@
 #include "Host/Commands/DescribeCommand.h"
 #include "Host/Commands/DoctorCommand.h"
 #include "Host/Commands/GalleryCommand.h"
+#include "Host/Commands/GlobalOptions.h"
 #include "Host/Commands/HostCommands.h"
 #include "Host/Commands/RenderCommand.h"
 #include "Host/Commands/SettingsOption.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <unistd.h>
@@ -47,17 +46,7 @@ std::vector<std::string> names(const std::map<std::string, Value>& values) {
 class CommandLine {
   public:
     CommandLine() {
-        app_.require_subcommand(0, 1);
-        app_.fallthrough();
-        app_.set_version_flag("--version", "widgethost " WIDGETHOST_VERSION);
-        app_.add_option("--extension", extensionPath_,
-                        "An extension's manifest or executable, instead of the installed ones")
-            ->type_name("PATH");
-        app_.add_option("--home", homePath_, "The folder that the extension takes for the user's home")
-            ->type_name("FOLDER")
-            ->check(CLI::ExistingDirectory);
-        app_.add_flag("--unconfined", unconfined_,
-                      "Let the extension do what the user may; for finding out whether confinement is at fault");
+        global_.addTo(app_);
         addDescribe();
         addOptions();
         addRender();
@@ -69,15 +58,8 @@ class CommandLine {
     }
 
     int run(int argc, char** argv) {
-        try {
-            app_.parse(argc, argv);
-        } catch (const CLI::Success& asked) {
-            return app_.exit(asked);
-        } catch (const CLI::ParseError& error) {
-            return finish(Failure{ExitCode::usage, fmt::format("{} (see widgethost --help)", error.what())});
-        }
-        if (!command_ && hasDisplay()) {
-            return finish(becomeDesktop(choice(), Presence::foreground));
+        if (const auto code = parseArguments(app_, argc, argv)) {
+            return *code;
         }
         if (!command_) {
             return finish(Failure{ExitCode::usage, "a command is missing (see widgethost --help)"});
@@ -152,15 +134,8 @@ class CommandLine {
     }
 
     void addHost() {
-        CLI::App* showing = app_.add_subcommand("desktop", "Show the placed widgets on the desktop, until told to end; "
-                                                           "what widgethost alone does where there is a display");
-        showing->add_flag("--background", background_,
-                          "Keep quiet where no widget is placed, or a host runs already; for the start of a session");
-        showing->callback([this] {
-            command_ = [this] {
-                return becomeDesktop(choice(), background_ ? Presence::background : Presence::foreground);
-            };
-        });
+        // For the help alone: this program is not started for it.
+        addDesktopCommand(app_, background_);
 
         CLI::App* running =
             app_.add_subcommand("host", "Keep the placed widgets up to date without showing them, until told to end");
@@ -209,32 +184,13 @@ class CommandLine {
         return render(choice(), renderRequest_);
     }
 
-    ExtensionChoice choice() const {
-        ExtensionChoice chosen;
-        if (app_.count("--extension") > 0) {
-            chosen.extension = extensionPath_;
-        }
-        if (app_.count("--home") > 0) {
-            chosen.home = homePath_;
-        }
-        chosen.confined = unconfined_ ? Confined::no : Confined::yes;
-        return chosen;
-    }
+    ExtensionChoice choice() const { return global_.choice(); }
 
     TextFormat textFormat() const { return json_ ? TextFormat::json : TextFormat::people; }
 
-    static int finish(const std::optional<Failure>& failure) {
-        if (failure && !failure->message.empty()) {
-            fmt::print(stderr, "widgethost: {}\n", failure->message);
-        }
-        return static_cast<int>(failure ? failure->code : ExitCode::success);
-    }
-
     CLI::App app_{"Shows the desktop widgets of extensions", "widgethost"};
     Command command_;
-    std::string extensionPath_;
-    std::string homePath_;
-    bool unconfined_ = false;
+    GlobalOptions global_;
     bool json_ = false;
     bool background_ = false;
     OptionsRequest optionsRequest_;

@@ -1,4 +1,4 @@
-// The command line of `widgethost`.
+// The command line of widgethost-commands: all of `widgethost` but the desktop.
 #pragma once
 
 namespace host {

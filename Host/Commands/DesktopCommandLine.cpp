@@ -1,57 +1,67 @@
 #include "Host/Commands/DesktopCommandLine.h"
 
+#include "Host/Commands/GlobalOptions.h"
 #include "Host/Commands/HostCommands.h"
 #include "Host/Connection/UserFolders.h"
 #include "Host/Desktop/Desktop.h"
+#include "Platform/Foundation/ProgramFolder.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
+#include <unistd.h>
 
 namespace host {
+namespace {
+
+/// Starts over with another home. Comes back only on failure.
+Failure becomeDesktopOf(const std::string& home, const ExtensionChoice& choice) {
+    std::vector<std::string> words{"widgethost", "--home", home};
+    if (choice.extension) {
+        words.insert(words.end(), {"--extension", *choice.extension});
+    }
+    if (choice.confined == Confined::no) {
+        words.emplace_back("--unconfined");
+    }
+    words.emplace_back("desktop");
+    std::vector<char*> arguments;
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    execv((platform::programFolder() + "/widgethost-desktop").c_str(), arguments.data());
+    return {ExitCode::unavailable, fmt::format("cannot start again: {}", std::strerror(errno))};
+}
+
+} // namespace
 
 int runDesktopCommandLine(int argc, char** argv) {
-    CLI::App app{"Shows the placed widgets on the desktop; started by widgethost desktop", "widgethost-desktop"};
-    std::string extension;
-    std::string home;
-    bool unconfined = false;
+    CLI::App app{"Shows the desktop widgets of extensions", "widgethost"};
+    GlobalOptions options;
+    options.addTo(app);
     bool background = false;
-    app.add_option("--extension", extension, "As widgethost has it");
-    app.add_option("--home", home, "As widgethost has it");
-    app.add_flag("--unconfined", unconfined, "As widgethost has it");
-    app.add_flag("--background", background, "As widgethost desktop has it");
-    CLI11_PARSE(app, argc, argv);
+    addDesktopCommand(app, background);
+    if (const auto code = parseArguments(app, argc, argv)) {
+        return *code;
+    }
 
-    ExtensionChoice choice;
-    if (!extension.empty()) {
-        choice.extension = extension;
-    }
-    if (!home.empty()) {
-        choice.home = home;
-    }
-    choice.confined = unconfined ? Confined::no : Confined::yes;
-    const auto say = [](const Failure& failure) {
-        if (!failure.message.empty()) {
-            fmt::print(stderr, "widgethost: {}\n", failure.message);
-        }
-        return static_cast<int>(failure.code);
-    };
+    const ExtensionChoice choice = options.choice();
     const auto presence = background ? Presence::background : Presence::foreground;
     auto desktop = Desktop::open({.readManifests = [choice] { return readManifests(choice); },
                                   .home = realHome(choice.home),
                                   .presence = presence});
     if (!desktop) {
-        return say({ExitCode::unavailable, desktop.error()});
+        return finish(Failure{ExitCode::unavailable, desktop.error()});
     }
     if (const auto failure = runHost(choice, **desktop, presence)) {
-        return say(*failure);
+        return finish(failure);
     }
     if (const auto examples = (*desktop)->examplesWanted()) {
-        choice.home = *examples;
-        return say(becomeDesktop(choice, Presence::foreground));
+        return finish(becomeDesktopOf(*examples, choice));
     }
-    return 0;
+    return finish(std::nullopt);
 }
 
 } // namespace host

@@ -1,10 +1,9 @@
-// The command line of widgethost-desktop, the host with windows. `widgethost desktop` becomes it; people do not start
-// it themselves.
+// The command line of widgethost-desktop: `widgethost desktop`, and `widgethost` alone.
 #pragma once
 
 namespace host {
 
-/// The whole program; its exit code.
+/// Shows the desktop until told to end; answers the process's exit code. A failure is one line on standard error.
 int runDesktopCommandLine(int argc, char** argv);
 
 } // namespace host

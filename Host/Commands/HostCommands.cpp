@@ -6,11 +6,7 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <unistd.h>
 #include <vector>
 
 namespace host {
@@ -71,44 +67,6 @@ std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& displ
          .presence = presence,
          .patience = {}});
     return saidAlready(application.run());
-}
-
-bool hasDisplay() {
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here sets variables
-    const auto isSet = [](const char* name) {
-        const char* value = std::getenv(name);
-        return value != nullptr && *value != '\0';
-    };
-    return isSet("WAYLAND_DISPLAY") || isSet("DISPLAY");
-}
-
-Failure becomeDesktop(const ExtensionChoice& choice, Presence presence) {
-    std::vector<std::string> words{"widgethost-desktop"};
-    const auto add = [&](const char* option, const std::optional<std::filesystem::path>& path) {
-        if (path) {
-            words.insert(words.end(), {option, path->string()});
-        }
-    };
-    add("--extension", choice.extension);
-    add("--home", choice.home);
-    if (choice.confined == Confined::no) {
-        words.emplace_back("--unconfined");
-    }
-    if (presence == Presence::background) {
-        words.emplace_back("--background");
-    }
-    std::vector<char*> arguments;
-    for (std::string& word : words) {
-        arguments.push_back(word.data());
-    }
-    arguments.push_back(nullptr);
-    std::error_code failure;
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
-    // Beside this program where both were built, else where it was installed.
-    for (const auto& program : {folder / words.front(), folder / WIDGETHOST_LIBEXEC / words.front()}) {
-        execv(program.c_str(), arguments.data());
-    }
-    return {ExitCode::unavailable, fmt::format("cannot start {}: {}", words.front(), std::strerror(errno))};
 }
 
 std::optional<Failure> reloadTiles(const std::optional<std::string>& kind) {

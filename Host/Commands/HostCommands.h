@@ -22,13 +22,6 @@ std::optional<Failure> runHost(const ExtensionChoice& choice);
 /// The same, on a display.
 std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& display, Presence presence);
 
-/// Whether the environment names a display.
-bool hasDisplay();
-
-/// Becomes the program of the host with windows, widgethost-desktop, with the same choice of extensions. Comes back
-/// only on failure.
-Failure becomeDesktop(const ExtensionChoice& choice, Presence presence);
-
 /// Has the running host ask for its tiles of that kind, or all, at once, and waits for the answers.
 std::optional<Failure> reloadTiles(const std::optional<std::string>& kind);
 

@@ -33,7 +33,8 @@ class DoctorTest(HomeTest):
         command = [HOST, "--extension", extension]
         if extension is None:
             # Elsewhere, so that no manifest is installed beside it.
-            command = [shutil.copy(HOST, self.home / "run")]
+            programs = [shutil.copy(HOST.with_name(name), self.home / "run") for name in (HOST.name, "widgethost-commands")]
+            command = programs[:1]
         return subprocess.run([*command, "--home", self.home, "doctor", *arguments], capture_output=True, timeout=60,
                               env={**self.variables, **more})
 

@@ -1,0 +1,18 @@
+#include "Platform/Foundation/ProgramFolder.h"
+
+#include <algorithm>
+#include <array>
+#include <linux/limits.h>
+#include <string_view>
+#include <unistd.h>
+
+namespace platform {
+
+std::string programFolder() {
+    std::array<char, PATH_MAX> path{};
+    const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
+    const std::string_view program(path.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+    return std::string(program.substr(0, std::min(program.rfind('/'), program.size())));
+}
+
+} // namespace platform
