@@ -5,12 +5,14 @@ one column of each of its pictures.
 """
 
 import os
+import shutil
 import statistics
 import subprocess
 import sys
 import time
 from pathlib import Path
 
+from support import wait_until
 from wayland_eye import WaylandEye
 from wayland_world import WaylandWorld
 
@@ -30,6 +32,7 @@ class Desktop:
         self.command = [programs / "widgethost", "--extension", programs / "foliovault-widgets", "--home", self.world.home]
         self.column = WaylandEye(self.world.socket, (COLUMN, 0, 1, 800)).look
         self.empty = self.column()
+        self.pictures = self.world.home / "cache" / "widgethost" / "tiles"
         self.process = None
 
     def host(self, *arguments):
@@ -96,10 +99,12 @@ def measure(table, rounds, programs, project, frames, peer):
     desktop = Desktop(programs, project)
     try:
         desktop.place_tiles()
-        cold = desktop.started()
-        desktop.end()
-        ours, plain = [], []
+        first, ours, plain = [], [], []
         for turn in range(rounds):
+            shutil.rmtree(desktop.pictures, ignore_errors=True)
+            first.append(desktop.started())
+            wait_until(lambda: len(list(desktop.pictures.glob("*"))) == len(KINDS), "the pictures to be kept")
+            desktop.end()
             # Each start at another time between two pictures.
             time.sleep(turn / rounds / PICTURES_A_SECOND)
             ours.append(desktop.started())
@@ -125,7 +130,7 @@ The desktop with four tiles:
 
 | what | measured | at most |
 | --- | --- | --- |
-| the very first start, without pictures on disk, to four tiles on the screen | {cold * 1e3:.0f} ms | |
+| a first start, without pictures on disk, to four tiles on the screen | {statistics.median(first) * 1e3:.0f} ms | |
 | memory at rest, proportional set size | {held:.1f} MiB | 25 MiB |
 | extensions running at rest | {len(children.splitlines())} | 0 |
 | processor time in {REST_SECONDS} s at rest | {spent[0] * 1e3:.0f} ms | 10 ms |
