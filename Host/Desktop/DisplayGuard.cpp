@@ -6,6 +6,7 @@
 
 #include <X11/Xlib.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <poll.h>
 #include <unistd.h>
@@ -13,11 +14,9 @@
 namespace host {
 namespace {
 
-int connectionOf(GdkDisplay* display) {
-    if (GDK_IS_WAYLAND_DISPLAY(display) != FALSE) {
-        return wl_display_get_fd(gdk_wayland_display_get_wl_display(display));
-    }
-    return ConnectionNumber(gdk_x11_display_get_xdisplay(display));
+/// Null on X.
+wl_display* waylandDisplayOf(GdkDisplay* display) {
+    return GDK_IS_WAYLAND_DISPLAY(display) != FALSE ? gdk_wayland_display_get_wl_display(display) : nullptr;
 }
 
 /// What is to be done when Xlib finds its server gone in the middle of a request, from which there is no way back.
@@ -35,6 +34,7 @@ int serverLost(Display* /*display*/) {
 struct DisplayGuard::Source {
     GSource base;
     DisplayGuard* guard;
+    wl_display* wayland;
     int connection;
     gpointer tag;
 };
@@ -45,7 +45,10 @@ DisplayGuard::DisplayGuard(std::function<void()> gone) : gone_(std::move(gone)) 
     source_ = g_source_new(&functions, sizeof(Source));
     auto* source = reinterpret_cast<Source*>(source_);
     source->guard = this;
-    source->connection = connectionOf(gdk_display_get_default());
+    GdkDisplay* display = gdk_display_get_default();
+    source->wayland = waylandDisplayOf(display);
+    source->connection = source->wayland != nullptr ? wl_display_get_fd(source->wayland)
+                                                    : ConnectionNumber(gdk_x11_display_get_xdisplay(display));
     // Nothing but the end, which is always told.
     source->tag = g_source_add_unix_fd(source_, source->connection, GIOCondition{});
     // Whoever is looked at earlier and is ready keeps the others from being looked at.
@@ -61,11 +64,15 @@ DisplayGuard::~DisplayGuard() {
     g_source_unref(source_);
 }
 
-/// Also when the server went since the last wait: the toolkit is about to write to it.
+/// Also when the server went since the last wait: the toolkit is about to write to it. On Wayland what there is to
+/// write is sent here, in case it goes at this very moment.
 gboolean DisplayGuard::prepare(GSource* source, gint* timeout) {
     *timeout = -1;
-    pollfd connection{reinterpret_cast<Source*>(source)->connection, 0, 0};
-    return static_cast<gboolean>(poll(&connection, 1, 0) > 0);
+    const auto* self = reinterpret_cast<Source*>(source);
+    pollfd connection{self->connection, 0, 0};
+    const bool isGone = poll(&connection, 1, 0) > 0;
+    const bool isGoing = !isGone && self->wayland != nullptr && wl_display_flush(self->wayland) < 0 && errno != EAGAIN;
+    return static_cast<gboolean>(isGone || isGoing);
 }
 
 gboolean DisplayGuard::check(GSource* source) {
