@@ -131,6 +131,8 @@ class Hands:
                 stamp = self.stamp()
                 self.assertEqual(self.arranged()[1]["position"], list(place))
                 self.world.move(1, 799)
+                # What shows where the tile would lie looks like the tile, and may be gone a moment later than its new place is known.
+                wait_until(lambda: self.is_clear((*at(tile, (20, 20)), 20, 20)), "the tile to leave its place")
                 tile = Placed(1, place=place)
                 self.sees(tile)
                 self.assertEqual(self.stamp(), stamp)
