@@ -1,5 +1,7 @@
 #include "Host/Desktop/DesktopSettings.h"
 
+#include "Host/Layout/Measures.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -204,6 +206,11 @@ void DesktopSettings::refresh() {
     if (std::exchange(look_, look) != look) {
         changed_();
     }
+}
+
+Size DesktopSettings::tileSize(const std::string& family) const {
+    const Size points = familySize(family);
+    return {points.width * look_.textScale, points.height * look_.textScale};
 }
 
 DesktopLook DesktopSettings::currentLook() const {

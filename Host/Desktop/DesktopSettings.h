@@ -7,10 +7,12 @@
 
 #include "Host/Desktop/Objects.h"
 #include "Host/Drawing/Appearance.h"
+#include "Host/Layout/Geometry.h"
 #include "Host/Layout/Mirroring.h"
 
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace host {
 
@@ -34,6 +36,8 @@ class DesktopSettings {
     ~DesktopSettings();
 
     const DesktopLook& look() const { return look_; }
+    /// Of a tile of the family, in the desktop's units.
+    Size tileSize(const std::string& family) const;
 
     /// Has the toolkit read the theme for windows other than tiles. It may be that only then the accent colour is
     /// known.

@@ -45,13 +45,12 @@ void DesktopTile::mark() {
 }
 
 Size DesktopTile::size() const {
-    const Size points = familySize(instance_.family);
-    const double scale = around_.settings.look().textScale;
-    return {points.width * scale, points.height * scale};
+    return around_.settings.tileSize(instance_.family);
 }
 
 void DesktopTile::put(const Output& output, const Rect& frame) {
     frame_ = frame;
+    isFine_ = output.fine != nullptr;
     const bool hasOtherScale = std::exchange(outputScale_, output.scale) != output.scale;
     if (window_.face().width == 0) {
         paint();
@@ -274,8 +273,9 @@ DesktopTile::Marks DesktopTile::marks() const {
 
 FaceStyle DesktopTile::style(Redaction redaction) const {
     const DesktopLook& look = around_.settings.look();
-    const int scale =
-        std::max(outputScale_, gtk_widget_get_realized(window_.widget()) != FALSE ? window_.deviceScale() : 1);
+    // The toolkit draws a window that reaches onto another screen for the finer one.
+    const bool hasToolkits = !isFine_ && gtk_widget_get_realized(window_.widget()) != FALSE;
+    const double scale = hasToolkits ? std::max<double>(outputScale_, window_.deviceScale()) : outputScale_;
     return {.appearance = {.scheme = look.scheme,
                            .mode = mode_,
                            .redaction = redaction,

@@ -105,7 +105,8 @@ class DesktopTile {
     DrawingMode mode_;
     TileWindow window_;
     Rect frame_;
-    int outputScale_ = 1;
+    double outputScale_ = 1;
+    bool isFine_ = false;
     Shown shown_ = Shown::waiting;
     Marks marks_;
     /// When the entry came, and until when it counts as new.

@@ -3,6 +3,7 @@
 #include <gtk-layer-shell.h>
 
 #include <cmath>
+#include <utility>
 
 namespace host {
 namespace {
@@ -13,8 +14,9 @@ int whole(double length) {
 
 } // namespace
 
-DesktopWindow::DesktopWindow(Level level, Input input)
-    : window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)), isLayer_(gtk_layer_is_supported() != FALSE) {
+DesktopWindow::DesktopWindow(Level level, Input input, Paint paint)
+    : paint_(std::move(paint)), window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
+      isLayer_(gtk_layer_is_supported() != FALSE) {
     GtkWindow* window = GTK_WINDOW(window_.get());
     gtk_widget_set_app_paintable(window_.get(), TRUE);
     if (GdkVisual* visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(window_.get())); visual != nullptr) {
@@ -51,12 +53,18 @@ DesktopWindow::DesktopWindow(Level level, Input input)
     }
     // The compositor closes a layer's surface when its screen goes; whether there is another is said by `put`.
     g_signal_connect(window_.get(), "delete-event", G_CALLBACK(&gtk_widget_hide_on_delete), nullptr);
+    connect<&DesktopWindow::draw>(window_.get(), "draw", this);
+    connect<&DesktopWindow::unmapped>(window_.get(), "unmap", this);
+}
+
+DesktopWindow::~DesktopWindow() {
+    g_signal_handlers_disconnect_by_data(window_.get(), this);
 }
 
 void DesktopWindow::put(const Output& output, const Rect& frame) {
     // The same place is another in pixels where the scale is another.
-    const bool isElsewhere =
-        output.monitor != monitor_ || output.scale != scale_ || frame.x != frame_.x || frame.y != frame_.y;
+    const bool isElsewhere = output.monitor != output_.monitor || output.scale != output_.scale ||
+                             frame.x != frame_.x || frame.y != frame_.y;
     const bool isVisible = gtk_widget_get_visible(window_.get()) != FALSE;
     gtk_widget_set_size_request(window_.get(), whole(frame.width), whole(frame.height));
     if (frame.width != frame_.width || frame.height != frame_.height) {
@@ -65,8 +73,11 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     if (isElsewhere || !isVisible) {
         move(output, frame);
     }
-    monitor_ = output.monitor;
-    scale_ = output.scale;
+    if (isElsewhere && output.fine != nullptr) {
+        // Its edges may be rounded otherwise there.
+        gtk_widget_queue_draw(window_.get());
+    }
+    output_ = output;
     frame_ = frame;
     if (!isVisible) {
         gtk_widget_show(window_.get());
@@ -92,7 +103,37 @@ void DesktopWindow::move(const Output& output, const Rect& frame) {
 
 void DesktopWindow::hide() {
     gtk_widget_hide(window_.get());
-    monitor_ = nullptr;
+    output_.monitor = nullptr;
+}
+
+gboolean DesktopWindow::draw(cairo_t* cairo) {
+    cairo_save(cairo);
+    cairo_set_operator(cairo, CAIRO_OPERATOR_CLEAR);
+    cairo_paint(cairo);
+    cairo_restore(cairo);
+    if (paint_ && !drawFinely()) {
+        paint_(cairo);
+    }
+    // Whatever the window contains has nothing to draw.
+    return TRUE;
+}
+
+/// Whether it could, and the toolkit is to show nothing.
+bool DesktopWindow::drawFinely() {
+    if (output_.fine == nullptr) {
+        fine_.reset();
+        return false;
+    }
+    if (!fine_) {
+        fine_.emplace(*output_.fine, gtk_widget_get_window(window_.get()));
+    }
+    const Rect& screen = output_.screen.bounds;
+    const Rect onScreen{std::round(frame_.x - screen.x), std::round(frame_.y - screen.y), std::round(frame_.width),
+                        std::round(frame_.height)};
+    if (!fine_->show(onScreen, output_.scale, paint_)) {
+        fine_.reset();
+    }
+    return fine_.has_value();
 }
 
 bool DesktopWindow::isComposited() const {

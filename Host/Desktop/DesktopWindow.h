@@ -5,8 +5,12 @@
 // keyboard only when clicked. Where the screen is composited it is clear until something is drawn on it.
 #pragma once
 
+#include "Host/Desktop/FineSurface.h"
 #include "Host/Desktop/Objects.h"
 #include "Host/Desktop/Outputs.h"
+
+#include <functional>
+#include <optional>
 
 namespace host {
 
@@ -24,7 +28,13 @@ class DesktopWindow {
         none,
     };
 
-    DesktopWindow(Level level, Input input);
+    using Paint = std::function<void(cairo_t* cairo)>;
+
+    /// `paint` draws what is in it, in its units; without any it stays clear.
+    DesktopWindow(Level level, Input input, Paint paint = nullptr);
+    DesktopWindow(const DesktopWindow&) = delete;
+    DesktopWindow& operator=(const DesktopWindow&) = delete;
+    ~DesktopWindow();
 
     /// The GtkWindow.
     GtkWidget* widget() const { return window_.get(); }
@@ -38,13 +48,17 @@ class DesktopWindow {
 
   private:
     void move(const Output& output, const Rect& frame);
+    gboolean draw(cairo_t* cairo);
+    bool drawFinely();
+    void unmapped() { fine_.reset(); }
 
+    Paint paint_;
     WindowHandle window_;
     bool isLayer_;
-    /// Where it is, and how large.
-    GdkMonitor* monitor_ = nullptr;
-    int scale_ = 0;
+    /// Where it is, and how large; no monitor where it is nowhere.
+    Output output_;
     Rect frame_;
+    std::optional<FineSurface> fine_;
 };
 
 } // namespace host

@@ -16,18 +16,12 @@ GtkTargetEntry* target() {
     return &entry;
 }
 
-gboolean drawNothing(GtkWidget* /*widget*/, cairo_t* cairo, gpointer /*unused*/) {
-    clear(cairo);
-    return TRUE;
-}
-
 } // namespace
 
 DropTargets::Target::Target(DropTargets& all, Output on)
     : targets(all), output(std::move(on)), window(DesktopWindow::Level::desktop, DesktopWindow::Input::all) {
     gtk_drag_dest_set(window.widget(), GTK_DEST_DEFAULT_MOTION, target(), 1, GDK_ACTION_COPY);
     g_signal_connect(window.widget(), "drag-drop", G_CALLBACK(&DropTargets::dropped), this);
-    g_signal_connect(window.widget(), "draw", G_CALLBACK(&drawNothing), nullptr);
     window.put(output, output.screen.bounds);
 }
 
@@ -72,10 +66,8 @@ gboolean DropTargets::dropped(GtkWidget* /*widget*/, GdkDragContext* context, in
     DropTargets& self = at.targets;
     const bool isOurs = self.dragged_ != nullptr;
     if (isOurs) {
-        const Face& face = self.dragged_->view.face();
+        const Size size = self.dragged_->view.size();
         const Rect& bounds = at.output.screen.bounds;
-        const double scale = at.output.scale;
-        const Size size{face.width / scale, face.height / scale};
         // The picture hangs at the pointer by its corner.
         const Rect frame = snapped({bounds.x + x, bounds.y + y, size.width, size.height}, {}, at.output.screen.area);
         Instance instance = self.dragged_->instance;

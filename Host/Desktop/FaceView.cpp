@@ -38,13 +38,14 @@ void FaceView::restyle() {
                                          .accent = look.accent},
                           .scale = gtk_widget_get_scale_factor(widget()) * look.textScale,
                           .direction = look.direction};
-    const Size size = familySize(family_);
-    face_ = makeFace(entry_ ? entry_->view : waitingView(family_), size, style, studio_.renderer());
-    const auto length = [&](double points) {
-        return static_cast<int>(std::ceil(points * look.textScale + 2 * shadowMargin));
-    };
-    gtk_widget_set_size_request(widget(), length(size.width), length(size.height));
+    face_ = makeFace(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, studio_.renderer());
+    const auto withShadow = [](double length) { return static_cast<int>(std::ceil(length + 2 * shadowMargin)); };
+    gtk_widget_set_size_request(widget(), withShadow(size().width), withShadow(size().height));
     gtk_widget_queue_draw(widget());
+}
+
+Size FaceView::size() const {
+    return settings_.tileSize(family_);
 }
 
 void FaceView::scaleNoticed(GParamSpec* /*property*/) {
@@ -52,10 +53,7 @@ void FaceView::scaleNoticed(GParamSpec* /*property*/) {
 }
 
 gboolean FaceView::draw(cairo_t* cairo) {
-    const Size size = familySize(family_);
-    const double scale = settings_.look().textScale;
-    paintTile(cairo, face_, {shadowMargin, shadowMargin, size.width * scale, size.height * scale},
-              Backdrop::transparent);
+    paintTile(cairo, face_, {shadowMargin, shadowMargin, size().width, size().height}, Backdrop::transparent);
     return TRUE;
 }
 

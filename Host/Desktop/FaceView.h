@@ -21,6 +21,8 @@ class FaceView {
 
     GtkWidget* widget() const { return area_.get(); }
     const Face& face() const { return face_; }
+    /// Of the tile, without its shadow, in the window's units.
+    Size size() const;
 
     void show(const Entry& entry);
     /// The look of the desktop is another.

@@ -1,9 +1,14 @@
 #include "Host/Desktop/Outputs.h"
 
+#include "Host/Desktop/FineSurface.h"
+
 #include <fmt/format.h>
+#include <gdk/gdkwayland.h>
 #include <gdk/gdkx.h>
+#include <gtk-layer-shell.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace host {
 namespace {
@@ -21,7 +26,9 @@ std::string nameOf(int number) {
     return name.empty() ? fmt::format("screen-{}", number + 1) : name;
 }
 
-std::vector<Output> presentOutputs() {
+} // namespace
+
+std::vector<Output> Outputs::present() const {
     GdkDisplay* display = gdk_display_get_default();
     std::vector<Output> outputs;
     const GdkMonitor* primary = gdk_display_get_primary_monitor(display);
@@ -33,19 +40,27 @@ std::vector<Output> presentOutputs() {
         gdk_monitor_get_workarea(monitor, &area);
         // A monitor that has just come may not have said its size yet.
         if (bounds.width > 0 && bounds.height > 0) {
-            const Output output{.screen = {.name = nameOf(number), .bounds = rectOf(bounds), .area = rectOf(area)},
-                                .monitor = monitor,
-                                .scale = std::max(1, gdk_monitor_get_scale_factor(monitor))};
+            Output output{.screen = {.name = nameOf(number), .bounds = rectOf(bounds), .area = rectOf(area)},
+                          .monitor = monitor,
+                          .scale = std::max(1.0, static_cast<double>(gdk_monitor_get_scale_factor(monitor)))};
+            const auto exact = wayland_ ? wayland_->scale(output.screen.name) : std::nullopt;
+            if (exact && *exact != std::floor(*exact) && FineSurface::isPossible(*wayland_)) {
+                output.scale = *exact;
+                output.fine = &*wayland_;
+            }
             outputs.insert(monitor == primary ? outputs.begin() : outputs.end(), output);
         }
     }
     return outputs;
 }
 
-} // namespace
-
-Outputs::Outputs(std::function<void()> changed) : changed_(std::move(changed)), outputs_(presentOutputs()) {
+Outputs::Outputs(std::function<void()> changed) : changed_(std::move(changed)) {
     GdkDisplay* display = gdk_display_get_default();
+    // An ordinary window lies on a screen of the compositor's choice.
+    if (GDK_IS_WAYLAND_DISPLAY(display) != FALSE && gtk_layer_is_supported() != FALSE) {
+        wayland_.emplace(gdk_wayland_display_get_wl_display(display), [this] { notice(); });
+    }
+    outputs_ = present();
     connect<&Outputs::noticeMonitor>(display, "monitor-added", this);
     connect<&Outputs::noticeMonitor>(display, "monitor-removed", this);
     connect<&Outputs::notice>(gdk_screen_get_default(), "monitors-changed", this);
@@ -110,7 +125,7 @@ void Outputs::refresh() {
             connect<&Outputs::noticeProperty>(monitor, signal, this);
         }
     }
-    auto outputs = presentOutputs();
+    auto outputs = present();
     if (outputs != outputs_) {
         outputs_ = std::move(outputs);
         changed_();

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "Host/Desktop/Objects.h"
+#include "Host/Desktop/WaylandObjects.h"
 #include "Host/Placement/Placement.h"
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace host {
@@ -14,7 +17,9 @@ struct Output {
     /// Lives as long as the output is there.
     GdkMonitor* monitor = nullptr;
     /// Device pixels for each of the desktop's units.
-    int scale = 1;
+    double scale = 1;
+    /// Where the toolkit knows no such scale, what surfaces for it are made of.
+    const WaylandObjects* fine = nullptr;
     bool operator==(const Output&) const = default;
 };
 
@@ -35,8 +40,10 @@ class Outputs {
     static GdkFilterReturn noticeWorkarea(GdkXEvent* event, GdkEvent* unused, gpointer self);
     void notice();
     void refresh();
+    std::vector<Output> present() const;
 
     std::function<void()> changed_;
+    std::optional<WaylandObjects> wayland_;
     std::vector<Output> outputs_;
     std::vector<ObjectHandle<GdkMonitor>> followed_;
     LaterCall refreshing_;

@@ -8,13 +8,7 @@ namespace host {
 TileDrag::TileDrag(const Face& face, const Rect& start, const std::vector<Output>& outputs,
                    std::multimap<std::size_t, Rect> others)
     : face_(face), start_(start), outputs_(outputs), others_(std::move(others)),
-      window_(DesktopWindow::Level::front, DesktopWindow::Input::none) {
-    connect<&TileDrag::draw>(window_.widget(), "draw", this);
-}
-
-TileDrag::~TileDrag() {
-    g_signal_handlers_disconnect_by_data(window_.widget(), this);
-}
+      window_(DesktopWindow::Level::front, DesktopWindow::Input::none, [this](cairo_t* cairo) { draw(cairo); }) {}
 
 void TileDrag::move(Point distance) {
     if (outputs_.empty()) {
@@ -41,12 +35,10 @@ double TileDrag::margin() const {
     return window_.isComposited() ? shadowMargin : 0;
 }
 
-gboolean TileDrag::draw(cairo_t* cairo) {
+void TileDrag::draw(cairo_t* cairo) const {
     const double outset = margin();
-    clear(cairo);
     paintTile(cairo, face_, {outset, outset, place_.frame.width, place_.frame.height},
               window_.isComposited() ? Backdrop::transparent : Backdrop::opaque);
-    return TRUE;
 }
 
 } // namespace host

@@ -22,7 +22,6 @@ class TileDrag {
              std::multimap<std::size_t, Rect> others);
     TileDrag(const TileDrag&) = delete;
     TileDrag& operator=(const TileDrag&) = delete;
-    ~TileDrag();
 
     /// The pointer is so far from where it began.
     void move(Point distance);
@@ -34,7 +33,7 @@ class TileDrag {
     const Place& place() const { return place_; }
 
   private:
-    gboolean draw(cairo_t* cairo);
+    void draw(cairo_t* cairo) const;
     double margin() const;
 
     const Face& face_;

@@ -28,6 +28,23 @@ Rect outsetBy(const Rect& rect, double distance) {
     return outsetBy(rect, distance, distance);
 }
 
+/// The frame, moved and stretched by less than a pixel so that pixels of the picture are pixels of the surface, where
+/// it has as many.
+Rect onPixels(cairo_t* cairo, const Face& face, Rect frame) {
+    double width = frame.width;
+    double height = frame.height;
+    cairo_user_to_device_distance(cairo, &width, &height);
+    if (std::abs(width - face.width) >= 1 || std::abs(height - face.height) >= 1) {
+        return frame;
+    }
+    cairo_user_to_device(cairo, &frame.x, &frame.y);
+    frame = {std::round(frame.x), std::round(frame.y), static_cast<double>(face.width),
+             static_cast<double>(face.height)};
+    cairo_device_to_user(cairo, &frame.x, &frame.y);
+    cairo_device_to_user_distance(cairo, &frame.width, &frame.height);
+    return frame;
+}
+
 Rgba groundOf(ColorScheme scheme) {
     return scheme == ColorScheme::light ? Rgba{0.965, 0.965, 0.973, 1} : Rgba{0.149, 0.149, 0.165, 1};
 }
@@ -55,32 +72,26 @@ void paintShadow(cairo_t* cairo, const Rect& frame, double radius) {
 
 } // namespace
 
-void clear(cairo_t* cairo) {
-    cairo_save(cairo);
-    cairo_set_operator(cairo, CAIRO_OPERATOR_CLEAR);
-    cairo_paint(cairo);
-    cairo_restore(cairo);
-}
-
 void paintTile(cairo_t* cairo, const Face& face, const Rect& frame, Backdrop backdrop, double alpha) {
     if (face.width <= 0 || face.height <= 0) {
         return;
     }
-    const double unit = frame.width * face.scale / face.width;
+    const Rect place = onPixels(cairo, face, frame);
+    const double unit = place.width * face.scale / face.width;
     if (backdrop == Backdrop::opaque) {
         setSource(cairo, groundOf(face.appearance.scheme));
-        cairo_rectangle(cairo, frame.x, frame.y, frame.width, frame.height);
+        cairo_rectangle(cairo, place.x, place.y, place.width, place.height);
         cairo_fill(cairo);
     } else if (alpha == 1) {
-        paintShadow(cairo, frame, cornerRadius * unit);
+        paintShadow(cairo, place, cornerRadius * unit);
     }
     // Cairo only reads what it is given as a source.
     auto* pixels = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(face.pixels.data()));
     const SurfaceHandle picture(
         cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_ARGB32, face.width, face.height, face.width * 4));
     cairo_save(cairo);
-    cairo_translate(cairo, frame.x, frame.y);
-    cairo_scale(cairo, frame.width / face.width, frame.height / face.height);
+    cairo_translate(cairo, place.x, place.y);
+    cairo_scale(cairo, place.width / face.width, place.height / face.height);
     cairo_set_source_surface(cairo, picture.get(), 0, 0);
     cairo_paint_with_alpha(cairo, alpha);
     cairo_restore(cairo);

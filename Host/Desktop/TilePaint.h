@@ -14,9 +14,6 @@ inline constexpr double shadowMargin = 16;
 /// What lies under a tile: what the screen shows there, or nothing that could be seen through it.
 enum class Backdrop { transparent, opaque };
 
-/// Makes the whole surface clear.
-void clear(cairo_t* cairo);
-
 /// The picture in `frame`, on its shadow or on an opaque ground; `alpha` below 1 for one that is not quite there.
 void paintTile(cairo_t* cairo, const Face& face, const Rect& frame, Backdrop backdrop, double alpha = 1);
 

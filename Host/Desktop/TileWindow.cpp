@@ -79,13 +79,13 @@ std::vector<TilePart> partsOf(const Face& face, const std::string& name) {
 }
 
 TileWindow::TileWindow(InstanceId id, TileHands& hands)
-    : id_(id), hands_(hands), window_(DesktopWindow::Level::desktop, DesktopWindow::Input::all),
+    : id_(id), hands_(hands),
+      window_(DesktopWindow::Level::desktop, DesktopWindow::Input::all, [this](cairo_t* cairo) { draw(cairo); }),
       fixed_(gtk_fixed_new()) {
     gtk_container_add(GTK_CONTAINER(widget()), fixed_);
     gtk_widget_show(fixed_);
     gtk_widget_add_events(widget(), GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_POINTER_MOTION_MASK |
                                         GDK_LEAVE_NOTIFY_MASK);
-    connect<&TileWindow::draw>(widget(), "draw", this);
     connect<&TileWindow::pressed>(widget(), "button-press-event", this);
     connect<&TileWindow::released>(widget(), "button-release-event", this);
     connect<&TileWindow::moved>(widget(), "motion-notify-event", this);
@@ -190,9 +190,8 @@ void TileWindow::scaleNoticed(GParamSpec* /*property*/) {
     hands_.scaleChanged(id_);
 }
 
-gboolean TileWindow::draw(cairo_t* cairo) {
+void TileWindow::draw(cairo_t* cairo) {
     const double outset = margin();
-    clear(cairo);
     paintTile(cairo, face_, {outset, outset, frame_.width, frame_.height},
               window_.isComposited() ? Backdrop::transparent : Backdrop::opaque, isGhostly_ ? .35 : 1);
     if (hovered_ && !isDragged_ && !isWhole(*hovered_)) {
@@ -204,8 +203,6 @@ gboolean TileWindow::draw(cairo_t* cairo) {
     if (!std::exchange(isSeen_, true)) {
         hands_.seen(id_);
     }
-    // The parts have nothing to draw.
-    return TRUE;
 }
 
 gboolean TileWindow::pressed(GdkEvent* event) {

@@ -80,7 +80,7 @@ class TileWindow {
 
   private:
     static void clicked(GtkButton* button, gpointer self);
-    gboolean draw(cairo_t* cairo);
+    void draw(cairo_t* cairo);
     gboolean pressed(GdkEvent* event);
     gboolean released(GdkEvent* event);
     gboolean moved(GdkEvent* event);

@@ -40,7 +40,7 @@ class Placed:
 
     def box(self, scale=1, text_size=1):
         """In its output's pixels, where so many are drawn for a unit; the tile grows with texts."""
-        return tuple(int(length * scale) for length in (*self.place, *(text_size * length for length in SIZES[self.family])))
+        return tuple(int(length * scale + .5) for length in (*self.place, *(text_size * length for length in SIZES[self.family])))
 
 
 class DesktopTest(unittest.TestCase):

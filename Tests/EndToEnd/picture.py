@@ -81,18 +81,6 @@ class Picture:
     def crop(self, x, y, width, height):
         return Picture(width, height, b"".join(self.row(line)[x * 3:(x + width) * 3] for line in range(y, y + height)))
 
-    def shrunk(self, times):
-        """Every square of so many pixels as one, of their mean colour; a rest at the edges is left out."""
-        width, height = (length // times for length in self.size)
-        data = bytearray()
-        for y in range(height):
-            rows = [self.row(y * times + line) for line in range(times)]
-            for x in range(width):
-                for channel in range(3):
-                    square = (row[x * times * 3 + channel:(x + 1) * times * 3:3] for row in rows)
-                    data.append(sum(map(sum, square)) // times ** 2)
-        return Picture(width, height, data)
-
     def difference(self, other, tolerance=0):
         """The smallest box around all pixels of which a channel differs by more than the tolerance; None where there are none."""
         assert self.size == other.size, (self.size, other.size)

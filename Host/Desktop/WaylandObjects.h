@@ -1,0 +1,72 @@
+// What a Wayland compositor has that the toolkit makes no use of: the exact scales of its screens, of which the toolkit
+// knows the next whole number, and what surfaces for them are made of.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <viewporter-client-protocol.h>
+#include <wayland-client.h>
+#include <xdg-output-unstable-v1-client-protocol.h>
+
+namespace host {
+
+struct DestroyWaylandObject {
+    void operator()(wl_registry* object) const { wl_registry_destroy(object); }
+    void operator()(wl_output* object) const { wl_output_destroy(object); }
+    void operator()(wl_shm* object) const { wl_shm_destroy(object); }
+    void operator()(wl_shm_pool* object) const { wl_shm_pool_destroy(object); }
+    void operator()(wl_buffer* object) const { wl_buffer_destroy(object); }
+    void operator()(wl_region* object) const { wl_region_destroy(object); }
+    void operator()(wl_surface* object) const { wl_surface_destroy(object); }
+    void operator()(wl_subcompositor* object) const { wl_subcompositor_destroy(object); }
+    void operator()(wl_subsurface* object) const { wl_subsurface_destroy(object); }
+    void operator()(wp_viewporter* object) const { wp_viewporter_destroy(object); }
+    void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }
+    void operator()(zxdg_output_manager_v1* object) const { zxdg_output_manager_v1_destroy(object); }
+    void operator()(zxdg_output_v1* object) const { zxdg_output_v1_destroy(object); }
+};
+template <class Object>
+using WaylandHandle = std::unique_ptr<Object, DestroyWaylandObject>;
+
+class WaylandObjects {
+  public:
+    /// `changed` is called from the main loop when a screen may have another scale, and first when they are known.
+    WaylandObjects(wl_display* display, std::function<void()> changed);
+    WaylandObjects(const WaylandObjects&) = delete;
+    WaylandObjects& operator=(const WaylandObjects&) = delete;
+    ~WaylandObjects();
+
+    /// Device pixels for each unit of the screen with that name, where it is known.
+    std::optional<double> scale(const std::string& screen) const;
+
+    /// Null where the compositor does not have them; they come with the first scales.
+    wl_subcompositor* subcompositor() const { return subcompositor_.get(); }
+    wl_shm* sharedMemory() const { return sharedMemory_.get(); }
+    wp_viewporter* viewporter() const { return viewporter_.get(); }
+
+  private:
+    struct Screen;
+
+    void appeared(std::uint32_t number, const std::string& interface, std::uint32_t version);
+    void describeScreens();
+    template <class Object>
+    WaylandHandle<Object> bind(std::uint32_t number, const wl_interface& interface, std::uint32_t version) {
+        return WaylandHandle<Object>(
+            static_cast<Object*>(wl_registry_bind(registry_.get(), number, &interface, version)));
+    }
+
+    std::function<void()> changed_;
+    WaylandHandle<wl_registry> registry_;
+    WaylandHandle<wl_subcompositor> subcompositor_;
+    WaylandHandle<wl_shm> sharedMemory_;
+    WaylandHandle<wp_viewporter> viewporter_;
+    WaylandHandle<zxdg_output_manager_v1> describer_;
+    /// By the compositor's numbers.
+    std::map<std::uint32_t, std::unique_ptr<Screen>> screens_;
+};
+
+} // namespace host
