@@ -54,7 +54,7 @@ void reload(const host::Manifest& manifest, const std::filesystem::path& home, h
         session.step(descriptors);
         for (const auto& [id, tile] : session.tiles()) {
             if (tile.history().lastFailure) {
-                std::fprintf(stderr, "%s\n", tile.history().lastFailure->reason.c_str());
+                std::fprintf(stderr, "%s\n", tile.history().lastFailure->why.reason.c_str());
                 std::exit(1);
             }
         }

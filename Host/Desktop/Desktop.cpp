@@ -198,7 +198,7 @@ void Desktop::activated(InstanceId id, const TilePart& part) {
     switch (part.act) {
     case TilePart::Act::open:
         if (shown != nullptr && !openLink(part.part.url)) {
-            shown->say({.title = localized("Nothing opens this link"), .text = part.part.url, .button = {}},
+            shown->say({.title = localized("Nothing opens this link"), .texts = {part.part.url}, .button = {}},
                        refusalMilliseconds, nullptr);
         }
         break;
@@ -296,7 +296,7 @@ void Desktop::remove(InstanceId id) {
     DesktopTile& shown = *leaving.mapped();
     removed_.insert(std::move(leaving));
     std::erase_if(arrangement_.instances, [id](const Instance& instance) { return instance.id == id; });
-    shown.say({.title = localized("Removed"), .text = {}, .button = localized("Undo")}, undoMilliseconds,
+    shown.say({.title = localized("Removed"), .texts = {}, .button = localized("Undo")}, undoMilliseconds,
               [this, id] { removed_.erase(id); });
     change(Removal{.id = id});
 }
@@ -325,7 +325,7 @@ void Desktop::showGallery() {
 void Desktop::showExamples() {
     auto home = copyExamples();
     if (!home) {
-        showFailure(home.error());
+        showFailure(localized("The examples cannot be shown"), home.error());
         return;
     }
     examplesWanted_ = *std::move(home);
@@ -352,7 +352,7 @@ void Desktop::edit(InstanceId id) {
 void Desktop::change(const ArrangementChange& change) {
     const auto arrangement = host_->change(change);
     if (!arrangement) {
-        showFailure(arrangement.error());
+        showFailure(localized("The change could not be saved"), arrangement.error());
     }
 }
 

@@ -7,8 +7,6 @@
 #include "Host/Pictures/Badges.h"
 #include "Platform/Foundation/Localization.h"
 
-#include <fmt/format.h>
-
 namespace host {
 
 using platform::localized;
@@ -30,6 +28,19 @@ std::string filledIn(const std::string& format, const std::string& value) {
         text.replace(place, 2, value);
     }
     return text;
+}
+
+/// For a reader who can do nothing about it; `explain` tells the rest.
+std::string inWords(NoAnswer::Cause cause) {
+    switch (cause) {
+    case NoAnswer::Cause::notStarted:
+        return localized("The extension could not be started.");
+    case NoAnswer::Cause::lost:
+        return localized("The extension stopped without an answer.");
+    case NoAnswer::Cause::unusable:
+        break;
+    }
+    return localized("The extension gave no usable answer.");
 }
 
 } // namespace
@@ -117,7 +128,7 @@ void DesktopTile::say(const Message& message, guint milliseconds, std::function<
     afterMessage_ = std::move(then);
     const auto button =
         message.button.empty() ? std::nullopt : std::optional(MessageButton{message.button, message.button});
-    Face face = makeFace(messageView(message.title, message.text, button), familySize(instance_.family),
+    Face face = makeFace(messageView(message.title, message.texts, button), familySize(instance_.family),
                          style(Redaction::none), around_.studio.renderer());
     std::vector<TilePart> parts = partsOf(face, name());
     for (TilePart& part : parts) {
@@ -144,8 +155,8 @@ void DesktopTile::explain() {
     }
     const std::string next = shortMoment(tile->schedule().due(), around_.clock.now());
     say({.title = localized("Could not be updated"),
-         .text = fmt::format("{}. {}", tile->history().lastFailure->reason,
-                             filledIn(localized("The next attempt is at %s."), next)),
+         .texts = {inWords(tile->history().lastFailure->why.cause),
+                   filledIn(localized("The next attempt is at %s."), next)},
          .button = {}},
         explanationMilliseconds, nullptr);
 }

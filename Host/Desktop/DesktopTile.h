@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -65,7 +66,7 @@ class DesktopTile {
     /// A message in the tile's place for some time; then, what was there. `button` may be empty.
     struct Message {
         std::string title;
-        std::string text;
+        std::vector<std::string> texts;
         std::string button;
     };
     void say(const Message& message, guint milliseconds, std::function<void()> then);

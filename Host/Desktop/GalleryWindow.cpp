@@ -60,7 +60,7 @@ GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, Studio& st
         ask(extension);
     }
     if (extensions.empty()) {
-        sayNothing(localized("No extension is installed."));
+        sayNothing(localized("No extension is installed."), {});
     }
 }
 
@@ -97,7 +97,7 @@ void GalleryWindow::ask(const std::string& extension) {
     catalog_.describe(host_, extension,
                       lifetime_.whileAlive([this, extension](const Message<std::vector<WidgetInfo>>& widgets) {
                           if (!widgets) {
-                              sayNothing(widgets.error());
+                              sayNothing(localized("An extension does not say what widgets it has."), widgets.error());
                               return;
                           }
                           for (const WidgetInfo& widget : *widgets) {
@@ -178,10 +178,13 @@ GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& w
     return box;
 }
 
-void GalleryWindow::sayNothing(const std::string& reason) {
-    GtkWidget* page = makeNote(reason);
+void GalleryWindow::sayNothing(const std::string& text, const std::string& reason) {
+    GtkWidget* page = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
     gtk_widget_set_halign(page, GTK_ALIGN_CENTER);
-    gtk_widget_show(page);
+    gtk_widget_set_valign(page, GTK_ALIGN_CENTER);
+    gtk_container_add(GTK_CONTAINER(page), makeText(text));
+    gtk_container_add(GTK_CONTAINER(page), makeNote(reason));
+    gtk_widget_show_all(page);
     gtk_stack_add_titled(GTK_STACK(stack_), page, reason.c_str(), localized("Not available").c_str());
 }
 

@@ -40,7 +40,7 @@ class GalleryWindow {
     void addWidget(const std::string& extension, const WidgetInfo& widget);
     GtkWidget* makeCard(const Instance& instance, const WidgetInfo& widget);
     void responded(int response);
-    void sayNothing(const std::string& reason);
+    void sayNothing(const std::string& text, const std::string& reason);
     gboolean deleted(GdkEvent* event);
 
     HostApplication& host_;

@@ -59,9 +59,10 @@ std::optional<std::string> startToolkit() {
     return std::nullopt;
 }
 
-void showFailure(const std::string& message) {
+void showFailure(const std::string& message, const std::string& reason) {
     GtkWidget* dialog = gtk_message_dialog_new(nullptr, GtkDialogFlags{}, GTK_MESSAGE_WARNING, GTK_BUTTONS_CLOSE, "%s",
                                                message.c_str());
+    gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(dialog), "%s", reason.c_str());
     g_signal_connect(dialog, "response", G_CALLBACK(&gtk_widget_destroy), nullptr);
     gtk_widget_show(dialog);
 }

@@ -11,7 +11,7 @@ namespace host {
 /// user's GTK_THEME; DesktopSettings has it read the theme.
 std::optional<std::string> startToolkit();
 
-/// Tells the user what could not be done, in a window.
-void showFailure(const std::string& message);
+/// Tells the user what could not be done, in a window: in the user's words, and the reason in the system's.
+void showFailure(const std::string& message, const std::string& reason);
 
 } // namespace host

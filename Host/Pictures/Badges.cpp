@@ -40,10 +40,10 @@ View failureMark() {
         .padding({.top = 2.5, .bottom = 2.5, .leading = 2.5, .trailing = 2.5});
 }
 
-View messageView(std::string title, std::string text, std::optional<MessageButton> button) {
+View messageView(std::string title, std::vector<std::string> texts, std::optional<MessageButton> button) {
     constexpr auto centered = platform::HorizontalAlignment::center;
     platform::Views parts{platform::text(std::move(title)).font(platform::headline).textAlignment(centered)};
-    if (!text.empty()) {
+    for (std::string& text : texts) {
         parts.push_back(platform::text(std::move(text))
                             .font(platform::caption)
                             .foreground(platform::secondary)

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -24,8 +25,10 @@ struct MessageButton {
     std::string url;
 };
 
-/// For the place of a whole tile: a title, what there is to say more (or nothing), and what can be done about it.
-platform::View messageView(std::string title, std::string text, std::optional<MessageButton> button = std::nullopt);
+/// For the place of a whole tile: a title, what there is to say more, each on lines of its own, and what can be done
+/// about it.
+platform::View messageView(std::string title, std::vector<std::string> texts,
+                           std::optional<MessageButton> button = std::nullopt);
 
 enum class Corner { bottomTrailing, topTrailing };
 

@@ -154,7 +154,8 @@ void Session::takeAnswers(RunningExtension& extension) {
     while (auto answer = extension.nextAnswer(steadyNow())) {
         auto line = answerWithResult(std::move(answer->line));
         finish(answer->ticket,
-               line ? Expected<std::string, std::string>(*std::move(line)) : Unexpected{line.error().message},
+               line ? Expected<std::string, NoAnswer>(*std::move(line))
+                    : Unexpected{NoAnswer{NoAnswer::Cause::unusable, line.error().message}},
                answer->seconds);
     }
 }
@@ -166,7 +167,7 @@ void Session::bury() {
         const auto lost = extension.channel().lost();
         if (lost) {
             for (const Ticket ticket : extension.takeUnanswered()) {
-                finish(ticket, Unexpected{*lost}, 0);
+                finish(ticket, Unexpected{NoAnswer{NoAnswer::Cause::lost, *lost}}, 0);
             }
         }
         return lost.has_value();
@@ -209,7 +210,7 @@ void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) 
             (*extension)->ask(methodName(request.method), paramsOf(request), ticket, steadyNow());
             tile->asked(ticket);
         } else {
-            fail(*tile, extension.error());
+            fail(*tile, {NoAnswer::Cause::notStarted, extension.error()});
             around_.observer.tileReloaded(*tile);
         }
     }
@@ -240,9 +241,9 @@ Expected<RunningExtension*, std::string> Session::running(const std::string& ide
     return extensions_.emplace(identifier, std::move(started))->second.get();
 }
 
-void Session::finish(Ticket ticket, const Expected<std::string, std::string>& answer, double seconds) {
+void Session::finish(Ticket ticket, const Expected<std::string, NoAnswer>& answer, double seconds) {
     if (const auto question = asked_.extract(ticket)) {
-        question.mapped()(answer);
+        question.mapped()(answer ? Expected<std::string, std::string>(*answer) : Unexpected{answer.error().reason});
         return;
     }
     const auto asker = std::find_if(tiles_.begin(), tiles_.end(),
@@ -253,23 +254,23 @@ void Session::finish(Ticket ticket, const Expected<std::string, std::string>& an
     }
 }
 
-void Session::finish(Tile& tile, const Expected<std::string, std::string>& answer, double seconds) {
+void Session::finish(Tile& tile, const Expected<std::string, NoAnswer>& answer, double seconds) {
     if (!answer) {
         fail(tile, answer.error());
         return;
     }
     auto timeline = readTimeline(*answer);
     if (!timeline) {
-        fail(tile, timeline.error());
+        fail(tile, {NoAnswer::Cause::unusable, timeline.error()});
         return;
     }
     tile.answered(*std::move(timeline), around_.clock.now(), seconds);
     tellWaiters(tile.instance().id, std::nullopt);
 }
 
-void Session::fail(Tile& tile, const std::string& reason) {
-    tile.failed(reason, around_.clock.now());
-    tellWaiters(tile.instance().id, std::to_string(tile.instance().id) + ": " + reason);
+void Session::fail(Tile& tile, const NoAnswer& why) {
+    tile.failed(why, around_.clock.now());
+    tellWaiters(tile.instance().id, std::to_string(tile.instance().id) + ": " + why.reason);
 }
 
 void Session::tellWaiters(InstanceId id, const std::optional<std::string>& failure) {

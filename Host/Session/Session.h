@@ -108,9 +108,9 @@ class Session {
     void askForDueTiles();
     void ask(const std::string& identifier, const std::vector<Tile*>& due);
     platform::Expected<RunningExtension*, std::string> running(const std::string& identifier);
-    void finish(Ticket ticket, const platform::Expected<std::string, std::string>& answer, double seconds);
-    void finish(Tile& tile, const platform::Expected<std::string, std::string>& answer, double seconds);
-    void fail(Tile& tile, const std::string& reason);
+    void finish(Ticket ticket, const platform::Expected<std::string, NoAnswer>& answer, double seconds);
+    void finish(Tile& tile, const platform::Expected<std::string, NoAnswer>& answer, double seconds);
+    void fail(Tile& tile, const NoAnswer& why);
     void tellWaiters(InstanceId id, const std::optional<std::string>& failure);
 
     Surroundings around_;

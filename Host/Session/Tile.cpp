@@ -41,9 +41,9 @@ void Tile::answered(Timeline timeline, Date now, double seconds) {
     current_ = 0;
 }
 
-void Tile::failed(std::string reason, Date now) {
+void Tile::failed(NoAnswer why, Date now) {
     awaited_.reset();
-    history_.lastFailure = TileHistory::Failure{now, std::move(reason)};
+    history_.lastFailure = TileHistory::Failure{now, std::move(why)};
     schedule_.failed(now);
 }
 

@@ -14,6 +14,21 @@
 
 namespace host {
 
+/// Why there is no answer.
+struct NoAnswer {
+    enum class Cause {
+        /// The extension could not be started.
+        notStarted,
+        /// It ended, fell silent, or said what made no sense at all, and was given up.
+        lost,
+        /// It refused, or its answer makes no sense.
+        unusable,
+    };
+    Cause cause = Cause::lost;
+    /// One clear line, for those who look into it.
+    std::string reason;
+};
+
 /// How a tile's last reload went, and its last good one.
 struct TileHistory {
     struct Success {
@@ -22,8 +37,7 @@ struct TileHistory {
     };
     struct Failure {
         platform::Date date;
-        /// One clear line.
-        std::string reason;
+        NoAnswer why;
     };
     std::optional<Success> lastSuccess;
     /// Since the last success.
@@ -57,7 +71,7 @@ class Tile {
 
     void asked(Ticket ticket) { awaited_ = ticket; }
     void answered(Timeline timeline, platform::Date now, double seconds);
-    void failed(std::string reason, platform::Date now);
+    void failed(NoAnswer why, platform::Date now);
 
     /// Goes on to the entry that applies at `now`; whether what is to be shown is another view than before, which
     /// counts as seen then.

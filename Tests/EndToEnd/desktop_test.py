@@ -80,7 +80,7 @@ class Shown:
         application.do_action(application.find("link", FAILED))
         application.find("heading", FAILED)
         reasons = [each.name for each in application.find_all("label")]
-        self.assertRegex(" ".join(reasons), r"killed by signal 9\. The next attempt is at \d+:\d\d")
+        self.assertRegex(" ".join(reasons), r"stopped without an answer\. The next attempt is at \d+:\d\d")
 
         self.write(favourites(2))
         self.use(EXTENSION)

@@ -131,8 +131,8 @@ TEST_F(BadgeTest, StaysOnTheTileHoweverLongItIs) {
 }
 
 TEST_F(BadgeTest, MessagesFitTheSmallestTile) {
-    const platform::View message = messageView("Nothing opens this link", "Install the application that it belongs to.",
-                                               MessageButton{"Undo", "x:undo"});
+    const platform::View message = messageView(
+        "Nothing opens this link", {"Install the application that it belongs to."}, MessageButton{"Undo", "x:undo"});
     for (const char* family : {"small", "medium", "large"}) {
         const Size size = familySize(family);
         const Face made = makeFace(message, size, {}, renderer);
@@ -147,7 +147,7 @@ TEST_F(BadgeTest, MessagesFitTheSmallestTile) {
             EXPECT_LE(part.frame.bottom(), size.height - contentMargin + 1e-6);
         }
     }
-    EXPECT_EQ(makeFace(messageView("Removed", ""), medium, {}, renderer).parts.size(), 1U);
+    EXPECT_EQ(makeFace(messageView("Removed", {}), medium, {}, renderer).parts.size(), 1U);
 }
 
 } // namespace

@@ -67,7 +67,7 @@ class SessionTest : public ::testing::Test, public SessionObserver {
     }
     std::string failure(InstanceId id) {
         const auto& last = session.tile(id)->history().lastFailure;
-        return last ? last->reason : "";
+        return last ? last->why.reason : "";
     }
 
     std::filesystem::path home = [] {
@@ -149,7 +149,9 @@ TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
     struct Row {
         const char* kind;
         const char* reason;
+        NoAnswer::Cause cause = NoAnswer::Cause::lost;
     };
+    constexpr auto unusable = NoAnswer::Cause::unusable;
     const Row rows[]{
         {"Die", "exited with 3: last words"},
         {"Stop", "was silent for 0.4 seconds"},
@@ -158,9 +160,9 @@ TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
         {"Flood", "what nobody asked for"},
         {"Long", "more than 8388608 bytes"},
         {"Complain", "was killed by signal 13: complaint"},
-        {"Deep", "makes no sense"},
-        {"NoReload", "without a reload date"},
-        {"Refuse", "no such choice"},
+        {"Deep", "makes no sense", unusable},
+        {"NoReload", "without a reload date", unusable},
+        {"Refuse", "no such choice", unusable},
     };
     for (const Row& row : rows) {
         session.setTiles({tile(1, "Good", "kept"), tile(2, "Good", "other", "another")});
@@ -168,6 +170,7 @@ TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
         session.setTiles({tile(1, row.kind), tile(2, "Good", "other", "another")});
         ASSERT_TRUE(runUntil([&] { return !failure(1).empty(); })) << row.kind;
         EXPECT_THAT(failure(1), HasSubstr(row.reason)) << row.kind;
+        EXPECT_EQ(session.tile(1)->history().lastFailure->why.cause, row.cause) << row.kind;
         EXPECT_THAT(textOf(session.tile(1)), StartsWith("kept")) << row.kind;
         EXPECT_EQ(session.tile(1)->schedule().failures(), 1) << row.kind;
         const double wait = session.tile(1)->schedule().due().secondsSinceReferenceDate -
@@ -200,6 +203,7 @@ TEST_F(SessionTest, SaysWhyAnExtensionCannotBeStarted) {
     session.setTiles({tile(2, "Good")});
     session.step({});
     EXPECT_THAT(failure(2), HasSubstr("/nowhere/at/all"));
+    EXPECT_EQ(session.tile(2)->history().lastFailure->why.cause, NoAnswer::Cause::notStarted);
 }
 
 TEST_F(SessionTest, AnswersToWhatIsNotAskedAnyMoreCountForNothing) {
