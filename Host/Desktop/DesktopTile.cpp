@@ -61,8 +61,7 @@ Size DesktopTile::size() const {
 
 void DesktopTile::put(const Output& output, const Rect& frame) {
     frame_ = frame;
-    isFine_ = output.fine != nullptr;
-    const bool hasOtherScale = std::exchange(outputScale_, output.scale) != output.scale;
+    const bool hasOtherScale = std::exchange(output_, output).scale != output.scale;
     if (window_.face().width == 0) {
         paint();
     } else if (hasOtherScale) {
@@ -285,8 +284,8 @@ DesktopTile::Marks DesktopTile::marks() const {
 FaceStyle DesktopTile::style(Redaction redaction) const {
     const DesktopLook& look = around_.settings.look();
     // The toolkit draws a window that reaches onto another screen for the finer one.
-    const bool hasToolkits = !isFine_ && gtk_widget_get_realized(window_.widget()) != FALSE;
-    const double scale = hasToolkits ? std::max<double>(outputScale_, window_.deviceScale()) : outputScale_;
+    const bool hasToolkits = output_.fine == nullptr && gtk_widget_get_realized(window_.widget()) != FALSE;
+    const double scale = hasToolkits ? std::max<double>(output_.scale, window_.deviceScale()) : output_.scale;
     return {.appearance = {.scheme = look.scheme,
                            .mode = mode_,
                            .redaction = redaction,

@@ -106,8 +106,7 @@ class DesktopTile {
     DrawingMode mode_;
     TileWindow window_;
     Rect frame_;
-    double outputScale_ = 1;
-    bool isFine_ = false;
+    Output output_;
     Shown shown_ = Shown::waiting;
     Marks marks_;
     /// When the entry came, and until when it counts as new.

@@ -1,5 +1,6 @@
-// A surface over a window of the toolkit, with a pixel for each of the screen's where the toolkit, which knows whole
-// scales only, has more, which the compositor would make fewer and blur. The pointer goes through it to the window.
+// A surface over a window of the toolkit that has exactly as many pixels as the screen has there. The toolkit knows
+// whole scales only: at others it draws more, and the compositor's making them fewer blurs letters. The pointer goes
+// through to the window.
 #pragma once
 
 #include "Host/Desktop/WaylandObjects.h"

@@ -183,7 +183,9 @@ void GalleryWindow::sayNothing(const std::string& text, const std::string& reaso
     gtk_widget_set_halign(page, GTK_ALIGN_CENTER);
     gtk_widget_set_valign(page, GTK_ALIGN_CENTER);
     gtk_container_add(GTK_CONTAINER(page), makeText(text));
-    gtk_container_add(GTK_CONTAINER(page), makeNote(reason));
+    if (!reason.empty()) {
+        gtk_container_add(GTK_CONTAINER(page), makeNote(reason));
+    }
     gtk_widget_show_all(page);
     gtk_stack_add_titled(GTK_STACK(stack_), page, reason.c_str(), localized("Not available").c_str());
 }

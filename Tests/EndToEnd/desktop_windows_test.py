@@ -144,6 +144,15 @@ class Windows:
         wait_until(lambda: [each for each in self.world.windows() if each.title == "Widgets"], "the gallery of the examples")
         self.end()
 
+    def test_a_gallery_without_widgets(self):
+        self.make_world(accessible=True)
+        self.use("#!/bin/sh\nexit 3\n")
+        self.start(options=())
+        application = self.accessible()
+        application.find(name="An extension does not say what widgets it has.")
+        application.find(name="the extension script exited with 3")
+        self.end()
+
     def test_languages(self):
         self.make_world(accessible=True)
         self.arrange(FAVOURITES)

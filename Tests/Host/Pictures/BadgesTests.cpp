@@ -132,15 +132,18 @@ TEST_F(BadgeTest, StaysOnTheTileHoweverLongItIs) {
 
 TEST_F(BadgeTest, MessagesFitTheSmallestTile) {
     const platform::View message = messageView(
-        "Nothing opens this link", {"Install the application that it belongs to."}, MessageButton{"Undo", "x:undo"});
+        "Nothing opens this link", {"Install the application that it belongs to.", "The next attempt is at 10:42."},
+        MessageButton{"Undo", "x:undo"});
     for (const char* family : {"small", "medium", "large"}) {
         const Size size = familySize(family);
         const Face made = makeFace(message, size, {}, renderer);
-        ASSERT_EQ(made.parts.size(), 3U);
+        ASSERT_EQ(made.parts.size(), 4U);
         EXPECT_EQ(made.parts[0].role, LayoutPart::Role::heading);
         EXPECT_EQ(made.parts[1].name, "Install the application that it belongs to.");
-        EXPECT_EQ(made.parts[2].url, "x:undo");
-        EXPECT_EQ(made.parts[2].name, "Undo");
+        EXPECT_EQ(made.parts[2].name, "The next attempt is at 10:42.");
+        EXPECT_GE(made.parts[2].frame.y, made.parts[1].frame.bottom());
+        EXPECT_EQ(made.parts[3].url, "x:undo");
+        EXPECT_EQ(made.parts[3].name, "Undo");
         for (const LayoutPart& part : made.parts) {
             EXPECT_GE(part.frame.x, contentMargin - 1e-6);
             EXPECT_GE(part.frame.y, contentMargin - 1e-6);
