@@ -56,8 +56,8 @@ void GlyphFiller::fill(PangoFont* font, const PangoGlyphInfo& glyph, Point origi
         return;
     }
     FT_Outline outline{};
-    outline.n_contours = static_cast<short>(known.contourEnds.size());
-    outline.n_points = static_cast<short>(known.points.size());
+    outline.n_contours = static_cast<Index>(known.contourEnds.size());
+    outline.n_points = static_cast<Index>(known.points.size());
     outline.points = known.points.data();
     outline.tags = known.tags.data();
     outline.contours = known.contourEnds.data();
@@ -125,12 +125,12 @@ GlyphFiller::Outline GlyphFiller::outlineOf(const cairo_path_t& path) {
 
 void GlyphFiller::Outline::add(const cairo_path_data_t& data, int tag) {
     points.push_back({std::lround(data.point.x * unitsOfPixel), -std::lround(data.point.y * unitsOfPixel)});
-    tags.push_back(static_cast<char>(tag));
+    tags.push_back(static_cast<Tag>(tag));
 }
 
 void GlyphFiller::Outline::endContour() {
     if (!points.empty()) {
-        contourEnds.push_back(static_cast<short>(points.size() - 1));
+        contourEnds.push_back(static_cast<Index>(points.size() - 1));
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <ft2build.h>
 #include FT_OUTLINE_H
+#include <type_traits>
 #include <vector>
 
 namespace host {
@@ -21,11 +22,15 @@ class GlyphFiller {
     void fill(PangoFont* font, const PangoGlyphInfo& glyph, Point origin, double scale, cairo_surface_t* mask);
 
   private:
+    // Some versions of FreeType have them signed, some unsigned.
+    using Tag = std::remove_pointer_t<decltype(FT_Outline::tags)>;
+    using Index = std::remove_pointer_t<decltype(FT_Outline::contours)>;
+
     /// In 64ths of a pixel from the glyph's origin, upwards.
     struct Outline {
         std::vector<FT_Vector> points;
-        std::vector<char> tags;
-        std::vector<short> contourEnds;
+        std::vector<Tag> tags;
+        std::vector<Index> contourEnds;
 
         void add(const cairo_path_data_t& data, int tag);
         void endContour();
