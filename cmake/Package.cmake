@@ -24,7 +24,7 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/Resources/Package/conffiles)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
 
-# What the programs are linked with is found out; what they load or look up besides stands with the project's packages.
+# What the programs are linked with is found out when they are packed; what they look up besides stands with the project's packages.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 foreach(relation depends recommends)
     set(list run_packages)
@@ -38,6 +38,18 @@ foreach(relation depends recommends)
     string(TOUPPER ${relation} relation)
     string(REPLACE "," ", " CPACK_DEBIAN_PACKAGE_${relation} "${names}")
 endforeach()
+# What they load at first need belongs to the packages that own it here.
+set(owners "")
+foreach(library icuuc icui18n curl)
+    find_library(${library}_file ${library} REQUIRED NO_CACHE)
+    file(REAL_PATH ${${library}_file} file)
+    execute_process(COMMAND dpkg-query --search ${file} OUTPUT_VARIABLE owner ERROR_QUIET)
+    string(REGEX MATCH "^[^:]+" owner "${owner}")
+    list(APPEND owners ${owner})
+endforeach()
+list(REMOVE_DUPLICATES owners)
+list(JOIN owners ", " owners)
+string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", ${owners}")
 
 execute_process(
     COMMAND date --utc --date=${FOLIOVAULT_RELEASE_DATE} -R

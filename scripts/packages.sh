@@ -7,9 +7,9 @@ build_packages=(
     libpango1.0-dev libcairo2-dev libfreetype-dev libfribidi-dev libgdk-pixbuf-2.0-dev libisal-dev
     libfontconfig-dev libwayland-dev wayland-protocols libxcb1-dev libx11-dev libgtk-3-dev libgtk-layer-shell-dev
 )
-# What the programs need when they run, beyond the libraries that they are linked with: what is loaded at first need,
-# certificates, zones, and the font.
-run_packages=(libicu72 libcurl4 ca-certificates tzdata fonts-inter)
+# What the programs need when they run, beyond libraries: certificates, zones, and the font. What they link or load comes with
+# the -dev packages here; which packages those are on the machine of a .deb's user, cmake/Package.cmake finds out.
+run_packages=(ca-certificates tzdata fonts-inter)
 # What they do better with: the other home of --home, and the fonts of names in other scripts.
 recommended_packages=(libnss-wrapper fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
 test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime dbus-daemon python3 python3-feedparser
@@ -18,7 +18,7 @@ test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl fa
     xcompmgr desktop-file-utils appstream man-db zsh fish)
 package_packages=(bash coreutils dpkg-dev file gzip lintian)
 lint_packages=(git clang-format clang-tidy)
-fuzz_packages=(clang libclang-rt-14-dev)
+fuzz_packages=(clang libclang-rt-dev)
 bench_packages=(
     libbenchmark-dev libplist-dev openssl
     python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
