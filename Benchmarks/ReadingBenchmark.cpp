@@ -96,7 +96,8 @@ void measure(const char* path, int rounds) {
             {"libplist",
              [&] {
                  plist_t root = nullptr;
-                 plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
+                 const auto parse = bytes.starts_with("bplist") ? plist_from_bin : plist_from_xml;
+                 parse(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
                  expectSome(nodesBelow(root));
                  plist_free(root);
              }},

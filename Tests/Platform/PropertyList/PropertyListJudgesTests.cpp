@@ -153,7 +153,8 @@ TEST_F(PropertyListJudges, LibplistSeesTheSame) {
         const auto list = PropertyList::parse(file);
         ASSERT_TRUE(list) << path;
         plist_t root = nullptr;
-        plist_from_memory(file.bytes().data(), static_cast<std::uint32_t>(file.size()), &root);
+        const auto parse = file.bytes().starts_with("bplist") ? plist_from_bin : plist_from_xml;
+        parse(file.bytes().data(), static_cast<std::uint32_t>(file.size()), &root);
         const OwnedPlist owned(root);
         ASSERT_NE(root, nullptr) << path;
         EXPECT_EQ(difference(list->root(), root), "") << path;
