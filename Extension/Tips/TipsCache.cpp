@@ -1,8 +1,7 @@
 #include "Extension/Tips/TipsCache.h"
 
+#include "Platform/Foundation/JsonTree.h"
 #include "Platform/Foundation/JsonWriter.h"
-
-#include <nlohmann/json.hpp>
 
 #include <utility>
 
@@ -68,8 +67,7 @@ std::string encoded(const CachedTips& cache) {
 }
 
 std::optional<CachedTips> decodedCache(std::string_view json) {
-    constexpr bool withExceptions = false;
-    const Json root = Json::parse(json, nullptr, withExceptions);
+    const Json root = platform::parsedJson(json);
     if (!root.is_object()) {
         return std::nullopt;
     }

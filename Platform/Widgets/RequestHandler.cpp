@@ -1,9 +1,8 @@
 #include "Platform/Widgets/RequestHandler.h"
 
+#include "Platform/Foundation/JsonTree.h"
 #include "Platform/Foundation/JsonWriter.h"
 #include "Platform/Views/ViewWriter.h"
-
-#include <nlohmann/json.hpp>
 
 #include <exception>
 #include <variant>
@@ -325,7 +324,7 @@ Json parse(std::string_view line, bool& tooDeep) {
         tooDeep = tooDeep || (opens && depth > greatestDepth);
         return !(opens && depth > greatestDepth);
     };
-    return Json::parse(line, watchDepth, false);
+    return parsedJson(line, watchDepth);
 }
 
 /// The answer to a request object, or nothing for a notification.

@@ -74,7 +74,7 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
     const std::vector<Row> rows{
         {"", "null", -32700, "not JSON"},
         {"{", "null", -32700, "not JSON"},
-        {"hello", "null", -32700, "not JSON"},
+        {R"({"jsonrpc":"2.0","id":1,"method":"describe"})" + std::string(1, '\0'), "null", -32700, "not JSON"},
         {R"({"jsonrpc":"2.0","id":1,"method":"describe"} x)", "null", -32700, "not JSON"},
         {"{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"\xff\"}", "null", -32700, "not JSON"},
         {R"([{"jsonrpc":"2.0","id":1,"method":"describe"}])", "null", -32600, "no request object"},
