@@ -273,7 +273,7 @@ def memory():
     size = FAVORITES.stat().st_size / 2**20
     print(f"\nMemory of the extension, MiB, with a file of {size:.0f} MiB:\n")
     print("| | before | while answering | afterwards |\n| --- | --- | --- | --- |")
-    for key, name in (("Private_Dirty", "private dirty"), ("Rss", "resident, mapped file included")):
+    for key, name in (("Private_Dirty", "private dirty"), ("Rss", "resident")):
         print(f"| {name} | {before[key]:.1f} | {peak[key]:.1f} | {after[key]:.1f} |")
 
 

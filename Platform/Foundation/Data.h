@@ -1,7 +1,7 @@
 // Immutable bytes that are shared, never copied.
 //
-// A `Data` is a run of bytes together with a share in the memory that holds them: a file that was read or mapped, or a
-// buffer of its own. A slice shares the same memory, so the icon of one record keeps its file alive and nothing else.
+// A `Data` is a run of bytes together with a share in the memory that holds them: a file that was read, or a buffer of
+// its own. A slice shares the same memory, so the icon of one record keeps its file alive and nothing else.
 //
 // Copying costs one atomic increment. All operations may be called from any thread.
 #pragma once

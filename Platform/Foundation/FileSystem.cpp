@@ -6,11 +6,11 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -21,7 +21,10 @@ namespace {
 /// Reads `size` bytes, or as many as there still are of a file that is cut short meanwhile.
 std::optional<Data> readUpTo(const FileDescriptor& file, std::size_t size) {
     // NOLINTNEXTLINE(modernize-avoid-c-arrays): memory that nobody fills with zeros first
-    std::shared_ptr<char[]> content = std::make_shared_for_overwrite<char[]>(size);
+    const std::shared_ptr<char[]> content(new (std::nothrow) char[size]);
+    if (!content) {
+        return std::nullopt;
+    }
     std::size_t length = 0;
     while (length < size) {
         const ssize_t count = read(file.get(), content.get() + length, size - length);
@@ -35,16 +38,7 @@ std::optional<Data> readUpTo(const FileDescriptor& file, std::size_t size) {
         }
     }
     const std::string_view bytes(content.get(), length);
-    return Data(std::move(content), bytes);
-}
-
-std::optional<Data> map(const FileDescriptor& file, std::size_t size) {
-    void* const address = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.get(), 0);
-    if (address == MAP_FAILED) {
-        return std::nullopt;
-    }
-    std::shared_ptr<const void> owner(address, [size](void* pages) { munmap(pages, size); });
-    return Data(std::move(owner), std::string_view(static_cast<const char*>(address), size));
+    return Data(content, bytes);
 }
 
 /// "/folder/name" becomes "/folder/.name.new".
@@ -60,31 +54,28 @@ bool isNamed(const FileDescriptor& file, const std::string& path) {
            ours.st_ino == named.st_ino;
 }
 
-bool lock(const FileDescriptor& file) {
-    int result = 0;
-    do {
-        result = flock(file.get(), LOCK_EX);
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
-}
-
-/// The file at `path`, made if need be, for this writer alone; not open, and errno says why, where there is none to be
-/// had.
-FileDescriptor openAlone(const std::string& path) {
-    while (true) {
+/// Opens a file at `path`, made if need be, for this writer alone, and adds a number to `path` where others have
+/// theirs. Not open, and errno says why, where there is none to be had.
+FileDescriptor openAlone(std::string& path) {
+    const std::size_t length = path.size();
+    for (int writer = 1; writer <= DiskFileSystem::maxWriters; ++writer) {
         // O_NONBLOCK: should a pipe lie there, it has no reader to wait for.
         FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
         if (!file.isOpen()) {
             return file;
         }
-        if (!lock(file)) {
+        if (flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
+            // Otherwise another writer has just moved the file to where it belongs.
+            if (isNamed(file, path)) {
+                return file;
+            }
+        } else if (errno != EWOULDBLOCK) {
             return FileDescriptor(-1);
         }
-        // The writer that we waited for has moved its file to where it belongs, so the name is free again.
-        if (isNamed(file, path)) {
-            return file;
-        }
+        path.replace(length, std::string::npos, std::to_string(writer));
     }
+    errno = EWOULDBLOCK;
+    return FileDescriptor(-1);
 }
 
 bool writeAll(const FileDescriptor& file, std::string_view bytes) {
@@ -108,7 +99,7 @@ FileError cannotWrite(const std::string& path, int reason) {
 enum class Flush { toDevice, later };
 
 std::optional<FileError> replaceFile(const std::string& path, std::string_view bytes, Flush flush) {
-    const std::string newPath = newFileBeside(path);
+    std::string newPath = newFileBeside(path);
     const FileDescriptor file = openAlone(newPath);
     if (!file.isOpen()) {
         return cannotWrite(path, errno);
@@ -134,7 +125,7 @@ std::optional<Data> DiskFileSystem::read(const std::string& path) const {
         return std::nullopt;
     }
     const auto size = static_cast<std::size_t>(status.st_size);
-    return size <= mappingThreshold ? readUpTo(file, size) : map(file, size);
+    return size <= maxFileSize ? readUpTo(file, size) : std::nullopt;
 }
 
 bool DiskFileSystem::exists(const std::string& path) const {

@@ -18,8 +18,9 @@ struct FileError {
 class FileSystem {
   public:
     virtual ~FileSystem() = default;
-    /// The whole content of the regular file at `path` as it is now, or nothing: no file, no permission, or something
-    /// that is no regular file (a folder, a pipe, a device), which is never waited for. Any thread.
+    /// The whole content of the regular file at `path` as it is now, or nothing: no file, no permission, no memory for
+    /// it, or something that is no regular file (a folder, a pipe, a device), which is never waited for. Of a file that
+    /// is cut short meanwhile, what was left. Any thread.
     virtual std::optional<Data> read(const std::string& path) const = 0;
 
     /// Whether something has that name, be it readable or not; also where that cannot be found out. Any thread.
@@ -38,18 +39,19 @@ class FileSystem {
 
 /// The disk.
 ///
-/// Reading: files up to `mappingThreshold` bytes are read, larger ones are mapped: their pages come in when they are
-/// looked at and belong to the page cache. A mapped file that is cut short under our feet ends the process at the next
-/// look (SIGBUS); one that is replaced by renaming, as the application does, stays whole.
+/// Reading: a file of more than `maxFileSize` bytes counts as unreadable. Files are never mapped, since one that is cut
+/// short under a mapping ends the process.
 ///
 /// Replacing: the bytes go to a file ".NAME.new" in the same folder, are flushed to the device, so that the old or the
 /// new file is there after a power failure too, and take the old one's place by a rename. The new file is for its user
-/// alone (mode 0600), whatever the old one was; a symbolic link at `path` is replaced itself, not what it leads to. The
-/// name of the new file is always the same, so that one left over by a process that was killed is used by the next
-/// writer; a lock (flock) has writers wait for each other, and goes with the process that holds it.
+/// alone (mode 0600), whatever the old one was; a symbolic link at `path` is replaced itself, not what it leads to.
+/// The new file is locked (flock) while it is written, and the lock goes with the process that holds it. Nobody waits
+/// for one: while another writes, the next takes ".NAME.new1", and so on, up to `maxWriters` at once. The names are
+/// always the same, so that a file left over by a process that was killed is used by a later writer.
 class DiskFileSystem final : public FileSystem {
   public:
-    static constexpr std::size_t mappingThreshold = std::size_t{4} << 20U;
+    static constexpr std::size_t maxFileSize = std::size_t{512} << 20U;
+    static constexpr int maxWriters = 8;
 
     std::optional<Data> read(const std::string& path) const override;
     bool exists(const std::string& path) const override;

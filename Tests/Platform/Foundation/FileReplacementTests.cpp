@@ -3,6 +3,7 @@
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
+#include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/FileSystem.h"
 
 #include <gtest/gtest.h>
@@ -10,8 +11,10 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <random>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -137,7 +140,24 @@ TEST(FileReplacement, LeavesAWholeFileAndNoWasteWhenItIsKilled) {
     EXPECT_EQ(folder.names(), Names{"file"});
 }
 
-TEST(FileReplacement, HasWritersWaitForEachOther) {
+TEST(FileReplacement, WaitsForNoOtherWriter) {
+    const TemporaryFolder folder;
+    std::vector<FileDescriptor> stuck;
+    for (const std::string number : {"", "1", "2", "3", "4", "5", "6", "7"}) {
+        EXPECT_EQ(replace(folder.path("file"), "written " + number), std::nullopt);
+        EXPECT_EQ(folder.content("file"), "written " + number);
+        stuck.emplace_back(open(folder.write(".file.new" + number, "half").c_str(), O_RDONLY | O_CLOEXEC));
+        ASSERT_EQ(flock(stuck.back().get(), LOCK_EX | LOCK_NB), 0);
+    }
+    EXPECT_EQ(replace(folder.path("file"), "not written"),
+              cannotWrite(folder.path("file"), "Resource temporarily unavailable"));
+    EXPECT_EQ(folder.content("file"), "written 7");
+    stuck.clear();
+    EXPECT_EQ(replace(folder.path("file"), "written again"), std::nullopt);
+    EXPECT_EQ(folder.content("file"), "written again");
+}
+
+TEST(FileReplacement, LetsSeveralWriteAtOnce) {
     const TemporaryFolder folder;
     ASSERT_EQ(replace(folder.path("file"), std::string(1'000'000, 'o')), std::nullopt);
     const auto writeOften = [&folder](char byte, std::size_t size) {

@@ -4,11 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <barrier>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <set>
 #include <thread>
+#include <vector>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -30,10 +35,10 @@ class DiskFileSystemTest : public testing::Test {
     TemporaryFolder folder_;
 };
 
+constexpr std::size_t mebibyte = std::size_t{1} << 20U;
+
 TEST_F(DiskFileSystemTest, ReadsFilesOfEverySize) {
-    constexpr std::size_t threshold = DiskFileSystem::mappingThreshold;
-    for (const std::size_t size :
-         {std::size_t{0}, std::size_t{1}, std::size_t{4096}, threshold - 1, threshold, threshold + 1, 2 * threshold}) {
+    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{4096}, 9 * mebibyte + 1}) {
         std::string content(size, 'a');
         for (std::size_t offset = 0; offset < size; offset += 251) {
             content[offset] = static_cast<char>(offset);
@@ -43,6 +48,22 @@ TEST_F(DiskFileSystemTest, ReadsFilesOfEverySize) {
         EXPECT_TRUE(data->bytes() == content) << size;
     }
 }
+
+#ifndef __SANITIZE_ADDRESS__ // which does without memory limits
+TEST_F(DiskFileSystemTest, ReadsNothingThatItHasNoMemoryFor) {
+    const std::string file = write("file", "");
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_DATA, &limit), 0);
+    const rlimit small{.rlim_cur = 256 * mebibyte, .rlim_max = limit.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_DATA, &small), 0);
+    fs::resize_file(file, 300 * mebibyte);
+    EXPECT_FALSE(read(file));
+    ASSERT_EQ(setrlimit(RLIMIT_DATA, &limit), 0);
+    EXPECT_TRUE(read(file));
+    fs::resize_file(file, DiskFileSystem::maxFileSize + 1);
+    EXPECT_FALSE(read(file));
+}
+#endif
 
 TEST_F(DiskFileSystemTest, ReadsNothingButRegularFiles) {
     ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
@@ -86,52 +107,49 @@ TEST_F(DiskFileSystemTest, ReadsNothingWithoutPermission) {
     EXPECT_FALSE(read(file));
 }
 
-/// What has been read stays as it was when the file is replaced or removed, mapped or not.
-TEST_F(DiskFileSystemTest, KeepsWhatItHasRead) {
-    for (const std::size_t size : {std::size_t{100}, DiskFileSystem::mappingThreshold + 100}) {
-        const std::string content(size, 'a');
-        const std::optional<Data> data = read(write("file", content));
-        write("new", std::string(size / 2, 'b'));
-        fs::rename(path("new"), path("file"));
-        EXPECT_TRUE(data && data->bytes() == content) << size;
-        EXPECT_EQ(read(path("file"))->size(), size / 2);
-        fs::remove(path("file"));
-        EXPECT_TRUE(data->bytes() == content) << size;
-    }
-}
-
-/// A file that grows and shrinks meanwhile is read as some content that it had.
+/// Whatever happens to a file meanwhile, it is read as a beginning of what it held, or all of it.
 TEST_F(DiskFileSystemTest, ReadsAFileThatChangesMeanwhile) {
-    const std::string file = write("file", std::string(1000, 'a'));
-    std::jthread writer([&file](const std::stop_token& stop) {
-        for (std::uintmax_t size = 0; !stop.stop_requested(); size = (size + 77'777) % 1'000'000) {
-            fs::resize_file(file, size);
-        }
-    });
-    for (int round = 0; round < 300; ++round) {
-        const std::optional<Data> data = read(file);
-        ASSERT_TRUE(data);
-        ASSERT_LE(data->size(), 1'000'000U);
-    }
-}
-
-/// A mapping lasts as long as its last share and no longer.
-TEST_F(DiskFileSystemTest, GivesMappedMemoryBack) {
-    const std::string file = write("mapped-file", std::string(DiskFileSystem::mappingThreshold + 1, 'a'));
-    const auto isMapped = [] {
-        std::ifstream maps("/proc/self/maps");
-        const std::string text{std::istreambuf_iterator<char>(maps), {}};
-        return text.find("mapped-file") != std::string::npos;
+    const std::string file = write("file", "");
+    const auto replaceBy = [&](const std::string& other) {
+        fs::create_hard_link(other, path("link"));
+        fs::rename(path("link"), file);
     };
-    std::optional<Data> slice;
-    {
-        const std::optional<Data> data = read(file);
-        slice = data->slice(data->bytes().substr(5, 3));
+    const std::string before = write("before", std::string(100'000, 'b'));
+    const std::string after = write("after", std::string(200'000, 'a'));
+    struct Row {
+        const char* what;
+        std::function<void()> prepare;
+        std::function<void()> change;
+        std::set<char> bytes;
+        std::size_t least;
+    };
+    const std::vector<Row> rows{
+        {"cut short", [&] { fs::resize_file(file, 5 * mebibyte); }, [&] { fs::resize_file(file, 1); }, {'\0'}, 1},
+        {"grown", [&] { fs::resize_file(file, 1000); }, [&] { fs::resize_file(file, mebibyte); }, {'\0'}, 1000},
+        {"replaced", [&] { replaceBy(before); }, [&] { replaceBy(after); }, {'a', 'b'}, 100'000},
+    };
+    constexpr int rounds = 3'334;
+    for (const Row& row : rows) {
+        std::barrier together(2);
+        std::jthread writer([&] {
+            for (int round = 0; round < rounds; ++round) {
+                row.prepare();
+                together.arrive_and_wait();
+                std::this_thread::sleep_for(std::chrono::microseconds(round % 100));
+                row.change();
+                together.arrive_and_wait();
+            }
+        });
+        for (int round = 0; round < rounds; ++round) {
+            together.arrive_and_wait();
+            const std::optional<Data> data = read(file);
+            const std::string_view bytes = data ? data->bytes() : std::string_view();
+            EXPECT_TRUE(bytes.size() >= row.least && row.bytes.contains(bytes.front()) &&
+                        bytes.substr(1) == bytes.substr(0, bytes.size() - 1))
+                << row.what;
+            together.arrive_and_wait();
+        }
     }
-    EXPECT_TRUE(isMapped());
-    EXPECT_EQ(slice->bytes(), "aaa");
-    slice.reset();
-    EXPECT_FALSE(isMapped());
 }
 
 } // namespace
