@@ -11,6 +11,26 @@ View viewOf(NodeContent content) {
     return View(Node{.content = std::move(content)});
 }
 
+std::string visible(std::string text) {
+    constexpr std::size_t controlLength = 6;
+    if (text.size() <= maxTextLength / controlLength) {
+        return text;
+    }
+    std::size_t end = 0;
+    for (std::size_t length = 0; end < text.size(); ++end) {
+        length += static_cast<unsigned char>(text[end]) < 0x20 ? controlLength : 1;
+        if (length > maxTextLength) {
+            break;
+        }
+    }
+    const auto isTrail = [&](std::size_t at) { return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80; };
+    while (end > 0 && end < text.size() && isTrail(end)) {
+        --end;
+    }
+    text.resize(end);
+    return text;
+}
+
 } // namespace
 
 View::View(Node node) : node_(std::make_shared<Node>(std::move(node))) {}
@@ -63,7 +83,8 @@ View View::accentable() const {
     return viewOf(Accentable{.child = *this});
 }
 View View::link(std::string_view url, std::optional<std::string> id) const {
-    return viewOf(Link{.child = *this, .url = std::string(url), .id = std::move(id)});
+    return url.size() > maxLinkLength ? *this
+                                      : viewOf(Link{.child = *this, .url = std::string(url), .id = std::move(id)});
 }
 
 View vStack(VStackOptions options, Views children) {
@@ -79,13 +100,13 @@ View divider() {
     return viewOf(Divider{});
 }
 View text(std::string text) {
-    return viewOf(Text{.text = std::move(text)});
+    return viewOf(Text{.text = visible(std::move(text))});
 }
 View symbol(std::string_view name) {
     return viewOf(Symbol{.symbol = std::string(name)});
 }
 View label(std::string_view symbolName, std::string text) {
-    return viewOf(Label{.symbol = std::string(symbolName), .text = std::move(text)});
+    return viewOf(Label{.symbol = std::string(symbolName), .text = visible(std::move(text))});
 }
 View image(EncodedData data, View fallback) {
     return viewOf(Image{.data = std::move(data), .fallback = std::move(fallback)});

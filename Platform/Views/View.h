@@ -11,6 +11,7 @@
 
 #include "Platform/Views/Style.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +23,12 @@ namespace platform {
 struct Node;
 class View;
 using Views = std::vector<View>;
+
+/// Longer texts are cut at a character's boundary, since nobody can see more. A control character counts as the six
+/// bytes in which it is written.
+inline constexpr std::size_t maxTextLength = std::size_t{16} << 10U;
+/// A view is not linked to a longer address: as many as an answer has must fit into what a host takes.
+inline constexpr std::size_t maxLinkLength = std::size_t{16} << 10U;
 
 struct Insets {
     double top = 0;
@@ -62,7 +69,8 @@ class View {
     View capsuleBackground(Color fill) const;
     /// A host's accent group, for modes that are not full colour.
     View accentable() const;
-    /// Opens `url` when clicked. `id` names the item that the view stands for, where it stands for one.
+    /// Opens `url` when clicked, if it is no longer than `maxLinkLength`. `id` names the item that the view stands for,
+    /// where it stands for one.
     View link(std::string_view url, std::optional<std::string> id = std::nullopt) const;
 
     friend bool operator==(const View& a, const View& b);

@@ -104,7 +104,7 @@ struct IntentConfiguration {
     std::vector<WidgetFamily> families = {WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large,
                                           WidgetFamily::extraLarge};
     std::string containerBackground = tertiaryFill;
-    /// Left out: a click beside the links goes nowhere.
+    /// Left out, or longer than `maxLinkLength`: a click beside the links goes nowhere.
     std::function<std::optional<std::string>(const Entry&)> widgetURL = nullptr;
     std::vector<Preview<Entry>> previews = {};
 };
@@ -182,10 +182,11 @@ class IntentWidget final : public Widget {
 
   private:
     EntryContent contentOf(const Entry& entry, const Environment& environment) const {
+        auto url = configuration_.widgetURL ? configuration_.widgetURL(entry) : std::nullopt;
         return {.date = entry.date,
                 .view = configuration_.content(entry, environment),
                 .containerBackground = configuration_.containerBackground,
-                .widgetURL = configuration_.widgetURL ? configuration_.widgetURL(entry) : std::nullopt};
+                .widgetURL = url && url->size() <= maxLinkLength ? std::move(url) : std::nullopt};
     }
 
     std::vector<EntryContent> contentsOf(const std::vector<Entry>& entries, const Environment& environment) const {

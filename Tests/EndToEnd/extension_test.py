@@ -116,6 +116,26 @@ class Lists(HomeTest):
             self.assertIn("3 Datenbanken · 1 Fenster", texts(german.timeline("medium", kind="WorkspacesWidget")["entries"][0]))
 
 
+class Longest(HomeTest):
+    def test_no_answer_is_longer_than_a_host_takes(self):
+        caches = self.home.parent / "container" / "Caches"
+        caches.mkdir(parents=True)
+        icon = PNG + bytes((256 << 10) - len(PNG))
+        for character in ("\1", "ä", '"'):
+            endless, long = character * 300_000, character * 1500
+            self.write([{"Name": endless, "Location": endless, "UUID": f"{i}{long if i % 2 else endless}", "Icon": icon} for i in range(16)])
+            self.write([{"title": endless, "URL": f"https://example.org/{i}{long if i % 2 else endless}", "icon": icon} for i in range(16)],
+                       name="ReadingList.plist")
+            self.write([{"Name": f"{i}{endless}", "workspace": {}} for i in range(16)], name="OrderedWorkspaces.plist")
+            tip = {"title": endless, "description": endless * 30, "link": f"https://example.org/{endless}", "pubDate": 0, "guid": "1"}
+            (caches / "tips_cache.json").write_text(json.dumps({"timestamp": 1e12, "tips": [tip]}, ensure_ascii=False))
+            with Extension(self.environment()) as extension:
+                for kind in (*LISTS, "TipsWidget"):
+                    for family in FAMILIES:
+                        extension.send("timeline", kind=kind, configuration={}, environment={"family": family})
+                        self.assertTrue(8000 < len(extension.process.stdout.readline()) < 8 << 20, (kind, family, character))
+
+
 class Lifetime(HomeTest):
     def run_lines(self, lines):
         return subprocess.run([EXTENSION], input=lines, capture_output=True, timeout=30, env=self.environment())

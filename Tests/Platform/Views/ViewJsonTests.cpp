@@ -101,6 +101,33 @@ TEST(ViewJson, GoesOnWhereItMeetsWhatItDoesNotKnow) {
     }
 }
 
+std::string repeated(std::string_view part, std::size_t count) {
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i) {
+        all += part;
+    }
+    return all;
+}
+
+TEST(ViewJson, CutsWhatNobodyCanSee) {
+    const std::string most = repeated("a", maxTextLength);
+    const std::pair<std::string, std::string> rows[]{
+        {most, most},
+        {most + "a", most},
+        {"a" + repeated("ä", maxTextLength / 2), "a" + repeated("ä", maxTextLength / 2 - 1)},
+        {"abc" + repeated("😀", maxTextLength), "abc" + repeated("😀", maxTextLength / 4 - 1)},
+        {repeated("\1", maxTextLength / 6), repeated("\1", maxTextLength / 6)},
+        {repeated("\1", maxTextLength), repeated("\1", maxTextLength / 6)},
+        {repeated("\xBF", 2 * maxTextLength), ""},
+    };
+    for (const auto& [whole, cut] : rows) {
+        EXPECT_TRUE(text(whole) == View(Node{.content = Text{.text = cut}})) << whole.substr(0, 8);
+        EXPECT_TRUE(label("star", whole) == View(Node{.content = Label{.symbol = "star", .text = cut}}));
+    }
+    EXPECT_TRUE(std::holds_alternative<Link>(star.link(most).node().content));
+    EXPECT_TRUE(star.link(most + "a") == star);
+}
+
 std::string nested(int depth) {
     std::string json = R"({"type":"clear"})";
     for (int i = 1; i < depth; ++i) {
