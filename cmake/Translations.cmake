@@ -13,7 +13,7 @@ function(foliovault_translations domain)
         add_custom_command(
             OUTPUT ${catalog}
             COMMAND ${CMAKE_COMMAND} -E make_directory ${catalogFolder}
-            COMMAND ${MSGFMT} --check -o ${catalog} ${file}
+            COMMAND ${MSGFMT} --check --endianness=little --no-hash -o ${catalog} ${file}
             DEPENDS ${file}
             VERBATIM)
         list(APPEND catalogs ${catalog})

@@ -1,6 +1,7 @@
 #include "Host/Desktop/Toolkit.h"
 
 #include "Host/Desktop/Objects.h"
+#include "Host/Pictures/UserDirection.h"
 #include "Platform/Foundation/Localization.h"
 
 #include <clocale>
@@ -43,7 +44,7 @@ bool initialize() {
 } // namespace
 
 std::optional<std::string> startToolkit() {
-    // The toolkit's own way ends with "C" where the user's locale is not made on this machine, translated or not.
+    // The toolkit's own way complains where the user's locale is not generated on this machine.
     gtk_disable_setlocale();
     setlocale(LC_ALL, ""); // NOLINT(concurrency-mt-unsafe): before all threads
     platform::startLocalization("widgethost");
@@ -52,6 +53,8 @@ std::optional<std::string> startToolkit() {
     if (!initialize()) {
         return "there is no display to show widgets on";
     }
+    // The toolkit would go by its own translations, which need a generated locale.
+    gtk_widget_set_default_direction(userDirection() == Direction::rightToLeft ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
     const ObjectHandle<GtkCssProvider> provider(gtk_css_provider_new());
     gtk_css_provider_load_from_resource(provider.get(), "/org/gtk/libgtk/theme/WidgethostTiles/gtk.css");
     gtk_style_context_add_provider_for_screen(gdk_screen_get_default(), GTK_STYLE_PROVIDER(provider.get()),
@@ -60,8 +63,9 @@ std::optional<std::string> startToolkit() {
 }
 
 void showFailure(const std::string& message, const std::string& reason) {
-    GtkWidget* dialog = gtk_message_dialog_new(nullptr, GtkDialogFlags{}, GTK_MESSAGE_WARNING, GTK_BUTTONS_CLOSE, "%s",
-                                               message.c_str());
+    GtkWidget* dialog =
+        gtk_message_dialog_new(nullptr, GtkDialogFlags{}, GTK_MESSAGE_WARNING, GTK_BUTTONS_NONE, "%s", message.c_str());
+    gtk_dialog_add_button(GTK_DIALOG(dialog), platform::localized("Close").c_str(), GTK_RESPONSE_CLOSE);
     gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(dialog), "%s", reason.c_str());
     g_signal_connect(dialog, "response", G_CALLBACK(&gtk_widget_destroy), nullptr);
     gtk_widget_show(dialog);

@@ -1,19 +1,33 @@
 #include "Platform/Foundation/Localization.h"
 
+#include "Platform/Foundation/FileSystem.h"
 #include "Platform/Foundation/SharedFolder.h"
+#include "Platform/Foundation/TranslationCatalog.h"
 
 #include <algorithm>
 #include <array>
-#include <clocale>
 #include <cstdlib>
-#include <libintl.h>
 
 namespace platform {
 
 namespace {
 
-/// The domain of the program's catalogs, or null while texts are the English wordings.
-const char* catalogDomain = nullptr;
+/// The program's catalogs, those of the most preferred language first.
+std::vector<TranslationCatalog>& catalogs() {
+    static std::vector<TranslationCatalog> catalogs;
+    return catalogs;
+}
+
+/// What the first catalog that has a text for these arguments of `TranslationCatalog::find` has, else the key.
+template <typename... Count>
+std::string translated(const char* key, Count... count) {
+    for (const TranslationCatalog& catalog : catalogs()) {
+        if (const auto text = catalog.find(key, count...)) {
+            return std::string(*text);
+        }
+    }
+    return key;
+}
 
 bool isUntranslatedLocale(std::string_view tag) {
     return tag == "C" || tag == "POSIX";
@@ -26,49 +40,51 @@ std::string languageTag(std::string_view locale) {
     return tag;
 }
 
-/// The languages that stand before English, whose wordings are the keys themselves, as gettext spells their list.
-std::string languagesToLookUp() {
-    std::string list;
+/// The folders of the languages that stand before English, whose wordings are the keys themselves: "de_AT", "de".
+std::vector<std::string> catalogFolders() {
+    std::vector<std::string> folders;
     for (std::string language : preferredLanguages(languageSettingsOfEnvironment())) {
         if (language == "en" || language.starts_with("en-")) {
             break;
         }
         std::replace(language.begin(), language.end(), '-', '_');
-        list += list.empty() ? "" : ":";
-        list += language;
+        while (!language.empty()) {
+            if (std::find(folders.begin(), folders.end(), language) == folders.end()) {
+                folders.push_back(language);
+            }
+            language.resize(language.find('_') == std::string::npos ? 0 : language.rfind('_'));
+        }
     }
-    return list;
+    return folders;
 }
 
 } // namespace
 
 void startLocalization(const char* domain) {
-    const std::string languages = languagesToLookUp();
-    if (languages.empty()) {
+    const std::vector<std::string> folders = catalogFolders();
+    const std::string shared = folders.empty() ? "" : sharedFolder();
+    if (shared.empty()) {
         return;
     }
-    // For any locale but "C", gettext looks catalogs up in the languages of LANGUAGE, and "C.UTF-8" is the one other
-    // locale that every machine has.
-    const std::string shared = sharedFolder();
-    if (shared.empty() || setlocale(LC_MESSAGES, "C.UTF-8") == nullptr ||
-        setenv("LANGUAGE", languages.c_str(), 1) != 0) {
-        return;
+    for (const std::string& folder : folders) {
+        const std::string path = shared + "/locale/" + folder + "/LC_MESSAGES/" + domain + ".mo";
+        auto file = DiskFileSystem::shared().read(path);
+        if (auto catalog = file ? TranslationCatalog::parse(*std::move(file)) : std::nullopt) {
+            catalogs().push_back(*std::move(catalog));
+        }
     }
-    bindtextdomain(domain, (shared + "/locale").c_str());
-    bind_textdomain_codeset(domain, "UTF-8");
-    catalogDomain = domain;
 }
 
 std::string localized(const char* key) {
-    // gettext keeps a catalog's own header under the empty key.
-    return catalogDomain != nullptr && *key != '\0' ? dgettext(catalogDomain, key) : key;
+    // A catalog keeps what is said of itself under the empty key.
+    return *key != '\0' ? translated(key) : key;
 }
 
 std::string localizedCount(const char* key, std::int64_t count) {
     constexpr std::string_view placeholder = "%lld";
     const auto bits = static_cast<unsigned long>(count);
     const unsigned long magnitude = count < 0 ? 0 - bits : bits;
-    std::string text = catalogDomain != nullptr ? dngettext(catalogDomain, key, key, magnitude) : key;
+    std::string text = translated(key, magnitude);
     if (const std::size_t at = text.find(placeholder); at != std::string::npos) {
         text.replace(at, placeholder.size(), std::to_string(count));
     }

@@ -1,8 +1,9 @@
 // Texts in the user's language.
 //
-// Texts are looked up by their English wording in gettext catalogs (locale in `sharedFolder`). The
-// languages are those of `preferredLanguages`; they need not be generated on the machine, only translated. A text
-// without a translation, or a user without a translated language, gets the English wording.
+// Texts are looked up by their English wording in message catalogs, the files
+// locale/LANGUAGE/LC_MESSAGES/DOMAIN.mo in `sharedFolder`. The languages are those of `preferredLanguages`; they need
+// not be generated on the machine, only translated. A text without a translation, or a user without a translated
+// language, gets the English wording.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +13,9 @@
 
 namespace platform {
 
-/// Chooses the catalogs of `domain`, a text that outlives the process's last look-up, for the languages of this
-/// process's environment. A catalog is opened at the first look-up.
-///
-/// Call at most once, at start, before other threads. Only where the user has a language before English, it sets the
-/// process's message locale to "C.UTF-8" and LANGUAGE, which child processes inherit, to the languages that stand
-/// before English.
+/// Reads the catalogs of `domain` for the languages of this process's environment that stand before English: for
+/// "de-AT" those of "de_AT" and of "de". A catalog that is broken is left out. Call at most once, at start, before
+/// other threads.
 void startLocalization(const char* domain);
 
 /// The text for `key`, an English wording.

@@ -3,7 +3,6 @@
 
 #include "Platform/Foundation/Localization.h"
 
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -23,6 +22,4 @@ int main(int count, char** arguments) {
             std::puts(platform::localized(arguments[index]).c_str());
         }
     }
-    // The decimal point is nobody's business but the writers' of numbers.
-    std::puts(std::localeconv()->decimal_point);
 }

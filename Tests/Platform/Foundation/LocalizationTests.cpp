@@ -79,7 +79,7 @@ TEST(Localization, SpeaksTheFirstLanguageThatItKnows) {
         {"", "Favorites"},
     };
     for (const auto& [environment, favorites] : environments) {
-        EXPECT_THAT(probe(environment, "Favorites"), testing::ElementsAre(favorites, ".")) << environment;
+        EXPECT_THAT(probe(environment, "Favorites"), testing::ElementsAre(favorites)) << environment;
     }
 }
 
@@ -91,20 +91,20 @@ TEST(Localization, TextsAndCounts) {
     EXPECT_THAT(probe("LANG=de_DE.UTF-8", arguments),
                 testing::ElementsAre("Keine Favoriten", "Not in any catalog", "", "0 Objekte", "1 Objekt", "-1 Objekt",
                                      "-9223372036854775808 Objekte", "+2 weitere", "7 of something else", "Ohne Titel",
-                                     "In FOLIOvault hinzugefügte Favoriten erscheinen hier.", "."));
+                                     "In FOLIOvault hinzugefügte Favoriten erscheinen hier."));
     EXPECT_THAT(probe("LANG=en_US.UTF-8", arguments),
                 testing::ElementsAre("No Favorites", "Not in any catalog", "", "0 items", "1 items", "-1 items",
                                      "-9223372036854775808 items", "+2 more", "7 of something else", "Untitled",
-                                     "Add favorites in FOLIOvault to see them here.", "."));
+                                     "Add favorites in FOLIOvault to see them here."));
 }
 
 TEST(Localization, SearchesByTheRulesOfTheFirstLanguage) {
     const std::string arguments = "search KIZ kiz search KIZ kız";
     for (const char* environment : {"LANG=tr_TR.UTF-8", "LANG=az_AZ", "LANG=de_DE.UTF-8 LANGUAGE=tr:de"}) {
-        EXPECT_THAT(probe(environment, arguments), testing::ElementsAre("not found", "found", ".")) << environment;
+        EXPECT_THAT(probe(environment, arguments), testing::ElementsAre("not found", "found")) << environment;
     }
     for (const char* environment : {"LANG=en_US.UTF-8", "LANG=tr_TR.UTF-8 LANGUAGE=en:tr", "LANG=try", "LC_ALL=C"}) {
-        EXPECT_THAT(probe(environment, arguments), testing::ElementsAre("found", "not found", ".")) << environment;
+        EXPECT_THAT(probe(environment, arguments), testing::ElementsAre("found", "not found")) << environment;
     }
 }
 
