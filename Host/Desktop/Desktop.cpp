@@ -38,19 +38,15 @@ Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Options options) {
 Desktop::Desktop(Options options)
     : home_(std::move(options.home)), presence_(options.presence),
       pictures_(platform::DiskFileSystem::shared(), tilePictureFolder()), catalog_(std::move(options.readManifests)),
-      settings_([this] { restyle(); }), outputs_([this] { place(); }), guard_([this] {
-          ending();
-          if (host_ != nullptr) {
-              host_->end();
-          }
-      }),
-      around_{.studio = studio_,
-              .pictures = pictures_,
-              .settings = settings_,
-              .catalog = catalog_,
-              .clock = platform::SystemClock::shared(),
-              .hands = *this,
-              .tile = [this](InstanceId id) { return sessionTile(id); }} {}
+      settings_([this] { restyle(); }),
+      outputs_([this] { place(); }), around_{.studio = studio_,
+                                             .pictures = pictures_,
+                                             .settings = settings_,
+                                             .catalog = catalog_,
+                                             .clock = platform::SystemClock::shared(),
+                                             .hands = *this,
+                                             .stacking = outputs_.stacking(),
+                                             .tile = [this](InstanceId id) { return sessionTile(id); }} {}
 
 Desktop::~Desktop() = default;
 
@@ -248,7 +244,7 @@ void Desktop::dragged(InstanceId id, Point distance) {
                 others.emplace(place.screen, place.frame);
             }
         }
-        drag_.emplace(shown->face(), shown->frame(), outputs_.all(), std::move(others));
+        drag_.emplace(shown->face(), shown->frame(), outputs_, std::move(others));
         draggedId_ = id;
         shown->window().setGhostly(true);
     }

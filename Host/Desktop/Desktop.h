@@ -7,7 +7,6 @@
 #include "Host/Desktop/Catalog.h"
 #include "Host/Desktop/DesktopSettings.h"
 #include "Host/Desktop/DesktopTile.h"
-#include "Host/Desktop/DisplayGuard.h"
 #include "Host/Desktop/Outputs.h"
 #include "Host/Desktop/Studio.h"
 #include "Host/Desktop/TileDrag.h"
@@ -79,7 +78,6 @@ class Desktop final : public HostDisplay, private TileHands {
     Catalog catalog_;
     DesktopSettings settings_;
     Outputs outputs_;
-    DisplayGuard guard_;
     TileSurroundings around_;
     Arrangement arrangement_;
     std::map<InstanceId, std::unique_ptr<DesktopTile>> tiles_;

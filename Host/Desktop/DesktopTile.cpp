@@ -47,7 +47,7 @@ std::string inWords(NoAnswer::Cause cause) {
 
 DesktopTile::DesktopTile(Instance instance, const std::string& renderingMode, const TileSurroundings& around)
     : around_(around), instance_(std::move(instance)), mode_(modeNamed(renderingMode)),
-      window_(instance_.id, around.hands) {
+      window_(instance_.id, around.hands, around.stacking) {
     mark();
 }
 

@@ -27,6 +27,7 @@ struct TileSurroundings {
     const Catalog& catalog;
     const platform::Clock& clock;
     TileHands& hands;
+    Stacking& stacking;
     /// The tile as the session has it; null where it does not know it (any more).
     std::function<const Tile*(InstanceId id)> tile;
 };

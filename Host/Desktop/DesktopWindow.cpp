@@ -1,5 +1,6 @@
 #include "Host/Desktop/DesktopWindow.h"
 
+#include <gdk/gdkx.h>
 #include <gtk-layer-shell.h>
 
 #include <cmath>
@@ -8,15 +9,29 @@
 namespace host {
 namespace {
 
+/// The first one that gives the keyboard to surfaces on the desktop when they are clicked, as to other windows; those
+/// before have one word for that and for keeping it from all others, which holds for higher layers only.
+constexpr guint onDemandVersion = 4;
+
 int whole(double length) {
     return static_cast<int>(std::lround(length));
 }
 
+GtkLayerShellKeyboardMode keyboardMode(DesktopWindow::Input input) {
+    if (input == DesktopWindow::Input::none) {
+        return GTK_LAYER_SHELL_KEYBOARD_MODE_NONE;
+    }
+    return gtk_layer_get_protocol_version() >= onDemandVersion ? GTK_LAYER_SHELL_KEYBOARD_MODE_ON_DEMAND
+                                                               : GTK_LAYER_SHELL_KEYBOARD_MODE_EXCLUSIVE;
+}
+
 } // namespace
 
-DesktopWindow::DesktopWindow(Level level, Input input, Paint paint)
-    : paint_(std::move(paint)), window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
-      isLayer_(gtk_layer_is_supported() != FALSE) {
+DesktopWindow::DesktopWindow(Level level, Input input, Stacking& stacking, Paint paint)
+    : stacking_(stacking), paint_(std::move(paint)), way_(stacking.way()),
+      // What is in front for the time of a drag needs no window manager.
+      window_(gtk_window_new(level == Level::front && way_ != Stacking::Way::layerShell ? GTK_WINDOW_POPUP
+                                                                                        : GTK_WINDOW_TOPLEVEL)) {
     GtkWindow* window = GTK_WINDOW(window_.get());
     gtk_widget_set_app_paintable(window_.get(), TRUE);
     if (GdkVisual* visual = gdk_screen_get_rgba_visual(gtk_widget_get_screen(window_.get())); visual != nullptr) {
@@ -24,20 +39,19 @@ DesktopWindow::DesktopWindow(Level level, Input input, Paint paint)
     }
     gtk_window_set_decorated(window, FALSE);
     gtk_window_set_resizable(window, FALSE);
-    if (isLayer_) {
+    if (way_ == Stacking::Way::layerShell) {
         gtk_layer_init_for_window(window);
         gtk_layer_set_namespace(window, "widgethost");
         gtk_layer_set_layer(window, level == Level::front ? GTK_LAYER_SHELL_LAYER_TOP : GTK_LAYER_SHELL_LAYER_BOTTOM);
         gtk_layer_set_exclusive_zone(window, -1);
         gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_LEFT, TRUE);
         gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_TOP, TRUE);
-        gtk_layer_set_keyboard_mode(window, input == Input::all ? GTK_LAYER_SHELL_KEYBOARD_MODE_ON_DEMAND
-                                                                : GTK_LAYER_SHELL_KEYBOARD_MODE_NONE);
+        gtk_layer_set_keyboard_mode(window, keyboardMode(input));
+    } else if (level == Level::front) {
+        gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_DND);
     } else {
-        gtk_window_set_type_hint(window,
-                                 level == Level::front ? GDK_WINDOW_TYPE_HINT_DND : GDK_WINDOW_TYPE_HINT_DESKTOP);
-        gtk_window_set_keep_below(window, level == Level::desktop);
-        gtk_window_set_keep_above(window, level == Level::front);
+        gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_DESKTOP);
+        gtk_window_set_keep_below(window, TRUE);
         gtk_window_stick(window);
         gtk_window_set_skip_taskbar_hint(window, TRUE);
         gtk_window_set_skip_pager_hint(window, TRUE);
@@ -45,6 +59,8 @@ DesktopWindow::DesktopWindow(Level level, Input input, Paint paint)
         gtk_window_set_accept_focus(window, input == Input::all);
         // The window manager is to put it where it is said to be, not where it finds room.
         gtk_window_set_gravity(window, GDK_GRAVITY_STATIC);
+        connect<&DesktopWindow::realized>(window_.get(), "realize", this);
+        stacking_.add(window_.get());
     }
     if (input == Input::none) {
         const std::unique_ptr<cairo_region_t, decltype(&cairo_region_destroy)> nothing(cairo_region_create(),
@@ -58,6 +74,7 @@ DesktopWindow::DesktopWindow(Level level, Input input, Paint paint)
 }
 
 DesktopWindow::~DesktopWindow() {
+    stacking_.remove(window_.get());
     g_signal_handlers_disconnect_by_data(window_.get(), this);
 }
 
@@ -65,6 +82,11 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     // The same place is another in pixels where the scale is another.
     const bool isElsewhere = output.monitor != output_.monitor || output.scale != output_.scale ||
                              frame.x != frame_.x || frame.y != frame_.y;
+    if (std::exchange(way_, stacking_.way()) != way_) {
+        // A window manager asks only when a window comes whether it is to be managed.
+        gtk_widget_hide(window_.get());
+        gtk_widget_unrealize(window_.get());
+    }
     const bool isVisible = gtk_widget_get_visible(window_.get()) != FALSE;
     gtk_widget_set_size_request(window_.get(), whole(frame.width), whole(frame.height));
     if (frame.width != frame_.width || frame.height != frame_.height) {
@@ -81,16 +103,41 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     frame_ = frame;
     if (!isVisible) {
         gtk_widget_show(window_.get());
-        if (!isLayer_) {
+        if (way_ != Stacking::Way::layerShell) {
             // Some window managers look at this only once the window is there.
             move(output, frame);
         }
+        if (isUnmanaged()) {
+            gdk_window_lower(gtk_widget_get_window(window_.get()));
+        }
+    }
+}
+
+/// Whether it lies below all others because nobody but itself says where it lies.
+bool DesktopWindow::isUnmanaged() const {
+    return way_ == Stacking::Way::unmanaged &&
+           gtk_window_get_window_type(GTK_WINDOW(window_.get())) != GTK_WINDOW_POPUP;
+}
+
+bool DesktopWindow::isBlended() const {
+    const bool isFront = gtk_window_get_window_type(GTK_WINDOW(window_.get())) == GTK_WINDOW_POPUP;
+    return isFront ? gdk_screen_is_composited(gtk_widget_get_screen(window_.get())) != FALSE : stacking_.isBlended();
+}
+
+void DesktopWindow::realized() {
+    gdk_window_set_override_redirect(gtk_widget_get_window(window_.get()), static_cast<gboolean>(isUnmanaged()));
+}
+
+void DesktopWindow::takeKeyboard(guint32 time) const {
+    if (isUnmanaged()) {
+        XSetInputFocus(gdk_x11_get_default_xdisplay(), gdk_x11_window_get_xid(gtk_widget_get_window(window_.get())),
+                       RevertToPointerRoot, time);
     }
 }
 
 void DesktopWindow::move(const Output& output, const Rect& frame) {
     GtkWindow* window = GTK_WINDOW(window_.get());
-    if (!isLayer_) {
+    if (way_ != Stacking::Way::layerShell) {
         gtk_window_move(window, whole(frame.x), whole(frame.y));
         return;
     }
@@ -134,10 +181,6 @@ bool DesktopWindow::drawFinely() {
         fine_.reset();
     }
     return fine_.has_value();
-}
-
-bool DesktopWindow::isComposited() const {
-    return gdk_screen_is_composited(gtk_widget_get_screen(window_.get())) != FALSE;
 }
 
 } // namespace host

@@ -1,13 +1,13 @@
 // A window without frame that lies on the desktop, under all windows of applications, on every workspace.
 //
-// On Wayland a surface of the layer shell (layer "bottom", reserving nothing); on X a DESKTOP window that is kept
-// below; on a compositor without a layer shell an ordinary window, which the user has to put up with. It takes the
-// keyboard only when clicked. Where the screen is composited it is clear until something is drawn on it.
+// How it is kept there, `Stacking` says. It takes the keyboard only when clicked. Where windows on the desktop are
+// blended with what lies below, it is clear until something is drawn on it.
 #pragma once
 
 #include "Host/Desktop/FineSurface.h"
 #include "Host/Desktop/Objects.h"
 #include "Host/Desktop/Outputs.h"
+#include "Host/Desktop/Stacking.h"
 
 #include <functional>
 #include <optional>
@@ -30,8 +30,8 @@ class DesktopWindow {
 
     using Paint = std::function<void(cairo_t* cairo)>;
 
-    /// `paint` draws what is in it, in its units; without any it stays clear.
-    DesktopWindow(Level level, Input input, Paint paint = nullptr);
+    /// `stacking` must outlive this. `paint` draws what is in it, in its units; without any it stays clear.
+    DesktopWindow(Level level, Input input, Stacking& stacking, Paint paint = nullptr);
     DesktopWindow(const DesktopWindow&) = delete;
     DesktopWindow& operator=(const DesktopWindow&) = delete;
     ~DesktopWindow();
@@ -44,17 +44,22 @@ class DesktopWindow {
     void hide();
 
     /// Whether what lies below shines through.
-    bool isComposited() const;
+    bool isBlended() const;
+    /// Takes the keyboard, at `time` of a click in it, where no window manager gives it.
+    void takeKeyboard(guint32 time) const;
 
   private:
     void move(const Output& output, const Rect& frame);
+    bool isUnmanaged() const;
+    void realized();
     gboolean draw(cairo_t* cairo);
     bool drawFinely();
     void unmapped() { fine_.reset(); }
 
+    Stacking& stacking_;
     Paint paint_;
+    Stacking::Way way_;
     WindowHandle window_;
-    bool isLayer_;
     /// Where it is, and how large; no monitor where it is nowhere.
     Output output_;
     Rect frame_;

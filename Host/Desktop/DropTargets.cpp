@@ -19,7 +19,8 @@ GtkTargetEntry* target() {
 } // namespace
 
 DropTargets::Target::Target(DropTargets& all, Output on)
-    : targets(all), output(std::move(on)), window(DesktopWindow::Level::desktop, DesktopWindow::Input::all) {
+    : targets(all), output(std::move(on)),
+      window(DesktopWindow::Level::desktop, DesktopWindow::Input::all, all.outputs_.stacking()) {
     gtk_drag_dest_set(window.widget(), GTK_DEST_DEFAULT_MOTION, target(), 1, GDK_ACTION_COPY);
     g_signal_connect(window.widget(), "drag-drop", G_CALLBACK(&DropTargets::dropped), this);
     window.put(output, output.screen.bounds);

@@ -19,7 +19,7 @@ class DropTargets {
     using Dropped = std::function<void(const Instance& instance)>;
 
     /// `dropped` is told the instance with its place.
-    DropTargets(const Outputs& outputs, Dropped dropped) : outputs_(outputs), dropped_(std::move(dropped)) {}
+    DropTargets(Outputs& outputs, Dropped dropped) : outputs_(outputs), dropped_(std::move(dropped)) {}
     DropTargets(const DropTargets&) = delete;
     DropTargets& operator=(const DropTargets&) = delete;
 
@@ -44,7 +44,7 @@ class DropTargets {
     static gboolean dropped(GtkWidget* widget, GdkDragContext* context, int x, int y, guint time, gpointer target);
     void hide();
 
-    const Outputs& outputs_;
+    Outputs& outputs_;
     Dropped dropped_;
     std::vector<std::unique_ptr<Source>> sources_;
     std::vector<std::unique_ptr<Target>> targets_;

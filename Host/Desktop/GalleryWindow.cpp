@@ -36,7 +36,7 @@ struct GalleryWindow::Card {
 };
 
 GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, Studio& studio, const DesktopSettings& settings,
-                             const Outputs& outputs, Add add, std::function<void()> closed)
+                             Outputs& outputs, Add add, std::function<void()> closed)
     : host_(host), catalog_(catalog), studio_(studio), settings_(settings), drop_(outputs, add), add_(std::move(add)),
       closed_(std::move(closed)), window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
       box_(gtk_box_new(GTK_ORIENTATION_VERTICAL, 0)), stack_(gtk_stack_new()) {

@@ -21,7 +21,7 @@ class GalleryWindow {
     /// `add` places a widget, `closed` is called when the user closes the window, and may end this. Everything else
     /// must outlive this.
     GalleryWindow(HostApplication& host, Catalog& catalog, Studio& studio, const DesktopSettings& settings,
-                  const Outputs& outputs, Add add, std::function<void()> closed);
+                  Outputs& outputs, Add add, std::function<void()> closed);
     GalleryWindow(const GalleryWindow&) = delete;
     GalleryWindow& operator=(const GalleryWindow&) = delete;
     ~GalleryWindow();

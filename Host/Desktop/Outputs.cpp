@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 #include <gdk/gdkwayland.h>
 #include <gdk/gdkx.h>
-#include <gtk-layer-shell.h>
 
 #include <algorithm>
 #include <cmath>
@@ -29,6 +28,9 @@ std::string nameOf(int number) {
 } // namespace
 
 std::vector<Output> Outputs::present() const {
+    if (stacking_.way() == Stacking::Way::none) {
+        return {};
+    }
     GdkDisplay* display = gdk_display_get_default();
     std::vector<Output> outputs;
     const GdkMonitor* primary = gdk_display_get_primary_monitor(display);
@@ -54,10 +56,10 @@ std::vector<Output> Outputs::present() const {
     return outputs;
 }
 
-Outputs::Outputs(std::function<void()> changed) : changed_(std::move(changed)) {
+Outputs::Outputs(std::function<void()> changed)
+    : changed_(std::move(changed)), stacking_([this] { stackingChanged(); }) {
     GdkDisplay* display = gdk_display_get_default();
-    // An ordinary window lies on a screen of the compositor's choice.
-    if (GDK_IS_WAYLAND_DISPLAY(display) != FALSE && gtk_layer_is_supported() != FALSE) {
+    if (stacking_.way() == Stacking::Way::layerShell) {
         wayland_.emplace(gdk_wayland_display_get_wl_display(display), [this] { notice(); });
     }
     outputs_ = present();
@@ -110,6 +112,11 @@ GdkFilterReturn Outputs::noticeWorkarea(GdkXEvent* event, GdkEvent* /*unused*/, 
 /// A change of screens comes as many small ones; it is known before anything is drawn for it.
 void Outputs::notice() {
     refreshing_.whenIdle<&Outputs::refresh>(this, G_PRIORITY_HIGH_IDLE - 1);
+}
+
+void Outputs::stackingChanged() {
+    outputs_ = present();
+    changed_();
 }
 
 void Outputs::refresh() {

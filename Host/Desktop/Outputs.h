@@ -1,7 +1,8 @@
-// The screens that are there, by their names at the graphics card.
+// The screens that are there, by their names at the graphics card, and how windows are kept on their desktops.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
+#include "Host/Desktop/Stacking.h"
 #include "Host/Desktop/WaylandObjects.h"
 #include "Host/Placement/Placement.h"
 
@@ -25,14 +26,17 @@ struct Output {
 
 class Outputs {
   public:
-    /// `changed` is called from the main loop when there are others, or one has another place, size or scale.
+    /// `changed` is called from the main loop when there are others, or one has another place, size or scale, or
+    /// windows are kept there in another way.
     explicit Outputs(std::function<void()> changed);
     Outputs(const Outputs&) = delete;
     Outputs& operator=(const Outputs&) = delete;
     ~Outputs();
 
+    /// None where windows cannot be kept on the desktop.
     const std::vector<Output>& all() const { return outputs_; }
     std::vector<Screen> screens() const;
+    Stacking& stacking() { return stacking_; }
 
   private:
     void noticeMonitor(GdkMonitor* monitor);
@@ -40,9 +44,11 @@ class Outputs {
     static GdkFilterReturn noticeWorkarea(GdkXEvent* event, GdkEvent* unused, gpointer self);
     void notice();
     void refresh();
+    void stackingChanged();
     std::vector<Output> present() const;
 
     std::function<void()> changed_;
+    Stacking stacking_;
     std::optional<WaylandObjects> wayland_;
     std::vector<Output> outputs_;
     std::vector<ObjectHandle<GdkMonitor>> followed_;

@@ -5,40 +5,33 @@
 
 namespace host {
 
-TileDrag::TileDrag(const Face& face, const Rect& start, const std::vector<Output>& outputs,
-                   std::multimap<std::size_t, Rect> others)
+TileDrag::TileDrag(const Face& face, const Rect& start, Outputs& outputs, std::multimap<std::size_t, Rect> others)
     : face_(face), start_(start), outputs_(outputs), others_(std::move(others)),
-      window_(DesktopWindow::Level::front, DesktopWindow::Input::none, [this](cairo_t* cairo) { draw(cairo); }) {}
+      window_(DesktopWindow::Level::front, DesktopWindow::Input::none, outputs.stacking(),
+              [this](cairo_t* cairo) { draw(cairo); }) {}
 
 void TileDrag::move(Point distance) {
-    if (outputs_.empty()) {
+    if (outputs_.all().empty()) {
         return;
     }
     const Rect wanted{start_.x + distance.x, start_.y + distance.y, start_.width, start_.height};
-    std::vector<Screen> screens;
-    for (const Output& output : outputs_) {
-        screens.push_back(output.screen);
-    }
+    const std::vector<Screen> screens = outputs_.screens();
     const std::size_t output = screenAt({wanted.x + wanted.width / 2, wanted.y + wanted.height / 2}, screens);
     std::vector<Rect> neighbours;
     for (auto [each, last] = others_.equal_range(output); each != last; ++each) {
         neighbours.push_back(each->second);
     }
     place_ = {output, snapped(wanted, neighbours, screens[output].area)};
-    const double outset = margin();
+    const double outset = window_.isBlended() ? shadowMargin : 0;
     const Rect& frame = place_.frame;
-    window_.put(outputs_[output],
+    window_.put(outputs_.all()[output],
                 {frame.x - outset, frame.y - outset, frame.width + 2 * outset, frame.height + 2 * outset});
 }
 
-double TileDrag::margin() const {
-    return window_.isComposited() ? shadowMargin : 0;
-}
-
 void TileDrag::draw(cairo_t* cairo) const {
-    const double outset = margin();
+    const double outset = window_.isBlended() ? shadowMargin : 0;
     paintTile(cairo, face_, {outset, outset, place_.frame.width, place_.frame.height},
-              window_.isComposited() ? Backdrop::transparent : Backdrop::opaque);
+              window_.isBlended() ? Backdrop::transparent : Backdrop::opaque);
 }
 
 } // namespace host

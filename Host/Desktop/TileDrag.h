@@ -18,8 +18,7 @@ class TileDrag {
   public:
     /// `start` is where the tile lies, `others` where the other tiles lie, by the index of their outputs. `face` is
     /// good as long as this.
-    TileDrag(const Face& face, const Rect& start, const std::vector<Output>& outputs,
-             std::multimap<std::size_t, Rect> others);
+    TileDrag(const Face& face, const Rect& start, Outputs& outputs, std::multimap<std::size_t, Rect> others);
     TileDrag(const TileDrag&) = delete;
     TileDrag& operator=(const TileDrag&) = delete;
 
@@ -34,11 +33,10 @@ class TileDrag {
 
   private:
     void draw(cairo_t* cairo) const;
-    double margin() const;
 
     const Face& face_;
     Rect start_;
-    const std::vector<Output>& outputs_;
+    const Outputs& outputs_;
     std::multimap<std::size_t, Rect> others_;
     Place place_;
     DesktopWindow window_;

@@ -9,8 +9,10 @@
 namespace host {
 namespace {
 
-/// How far the pointer moves before a click becomes a drag.
-constexpr double dragThreshold = 8;
+void showHand(GtkWidget* button, gpointer /*unused*/) {
+    const ObjectHandle<GdkCursor> hand(gdk_cursor_new_from_name(gtk_widget_get_display(button), "pointer"));
+    gdk_window_set_cursor(gtk_button_get_event_window(GTK_BUTTON(button)), hand.get());
+}
 
 GtkWidget* makePart(const LayoutPart& part) {
     const bool isLink = part.role == LayoutPart::Role::link;
@@ -18,6 +20,10 @@ GtkWidget* makePart(const LayoutPart& part) {
     if (isLink) {
         // What it looks like is in the picture.
         gtk_style_context_add_class(gtk_widget_get_style_context(widget), "tile-part");
+        gtk_widget_set_focus_on_click(widget, FALSE);
+        // For the window's gesture.
+        gtk_widget_add_events(widget, GDK_BUTTON_MOTION_MASK);
+        g_signal_connect_after(widget, "realize", G_CALLBACK(&showHand), nullptr);
     } else {
         gtk_widget_set_has_window(widget, FALSE);
     }
@@ -36,27 +42,6 @@ GtkWidget* makePart(const LayoutPart& part) {
         break;
     }
     return widget;
-}
-
-/// The pointer's place in the window, whichever of its children the event went to.
-Point pointIn(GtkWidget* window, const GdkEvent* event) {
-    Point point;
-    gdk_event_get_coords(event, &point.x, &point.y);
-    GdkWindow* top = gtk_widget_get_window(window);
-    for (GdkWindow* each = gdk_event_get_window(event); each != nullptr && each != top;
-         each = gdk_window_get_effective_parent(each)) {
-        gdk_window_coords_to_parent(each, point.x, point.y, &point.x, &point.y);
-    }
-    return point;
-}
-
-bool contains(const Rect& rect, Point point) {
-    return point.x >= rect.x && point.x < rect.right() && point.y >= rect.y && point.y < rect.bottom();
-}
-
-/// The event window of a button would take what the tile's own window is to see.
-void letPointerThrough(GtkWidget* button, gpointer /*unused*/) {
-    gdk_window_set_pass_through(gtk_button_get_event_window(GTK_BUTTON(button)), TRUE);
 }
 
 } // namespace
@@ -78,55 +63,55 @@ std::vector<TilePart> partsOf(const Face& face, const std::string& name) {
     return parts;
 }
 
-TileWindow::TileWindow(InstanceId id, TileHands& hands)
-    : id_(id), hands_(hands),
-      window_(DesktopWindow::Level::desktop, DesktopWindow::Input::all, [this](cairo_t* cairo) { draw(cairo); }),
-      fixed_(gtk_fixed_new()) {
+TileWindow::TileWindow(InstanceId id, TileHands& hands, Stacking& stacking)
+    : id_(id), hands_(hands), window_(DesktopWindow::Level::desktop, DesktopWindow::Input::all, stacking,
+                                      [this](cairo_t* cairo) { draw(cairo); }),
+      fixed_(gtk_fixed_new()), drag_(gtk_gesture_drag_new(widget())) {
     gtk_container_add(GTK_CONTAINER(widget()), fixed_);
     gtk_widget_show(fixed_);
-    gtk_widget_add_events(widget(), GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_POINTER_MOTION_MASK |
-                                        GDK_LEAVE_NOTIFY_MASK);
+    gtk_widget_add_events(widget(), GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_BUTTON_MOTION_MASK);
+    gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(drag_.get()), GTK_PHASE_CAPTURE);
+    connect<&TileWindow::dragBegun>(drag_.get(), "drag-begin", this);
+    connect<&TileWindow::dragMoved>(drag_.get(), "drag-update", this);
+    connect<&TileWindow::dragFinished>(drag_.get(), "drag-end", this);
+    connect<&TileWindow::dragCancelled>(drag_.get(), "cancel", this);
     connect<&TileWindow::pressed>(widget(), "button-press-event", this);
-    connect<&TileWindow::released>(widget(), "button-release-event", this);
-    connect<&TileWindow::moved>(widget(), "motion-notify-event", this);
-    connect<&TileWindow::left>(widget(), "leave-notify-event", this);
     connect<&TileWindow::keyPressed>(widget(), "key-press-event", this);
     connect<&TileWindow::focusChanged>(widget(), "focus-in-event", this);
     connect<&TileWindow::focusChanged>(widget(), "focus-out-event", this);
     connect<&TileWindow::focusMoved>(widget(), "set-focus", this);
     connect<&TileWindow::scaleNoticed>(widget(), "notify::scale-factor", this);
-    connect<&TileWindow::compositionChanged>(gtk_widget_get_screen(widget()), "composited-changed", this);
+    connect<&TileWindow::shape>(widget(), "map", this);
 }
 
 TileWindow::~TileWindow() {
-    g_signal_handlers_disconnect_by_data(gtk_widget_get_screen(widget()), this);
+    g_signal_handlers_disconnect_by_data(drag_.get(), this);
     g_signal_handlers_disconnect_by_data(widget(), this);
 }
 
 void TileWindow::put(const Output& output, const Rect& frame) {
-    const bool isResized = frame.width != frame_.width || frame.height != frame_.height;
+    const bool hadShadow = std::exchange(outset_, window_.isBlended() ? shadowMargin : 0) > 0;
+    const bool isResized =
+        frame.width != frame_.width || frame.height != frame_.height || hadShadow != window_.isBlended();
     frame_ = frame;
-    output_ = output;
-    const double outset = margin();
-    window_.put(output, {frame.x - outset, frame.y - outset, frame.width + 2 * outset, frame.height + 2 * outset});
+    window_.put(output, {frame.x - outset_, frame.y - outset_, frame.width + 2 * outset_, frame.height + 2 * outset_});
+    takeParts();
     if (isResized) {
         makeParts();
-        shape();
+        gtk_widget_queue_draw(widget());
     }
 }
 
 void TileWindow::show(Face face, std::vector<TilePart> parts, const std::string& name) {
+    const std::vector<TilePart>& last = nextParts_ ? *nextParts_ : parts_;
     const bool hasOtherParts =
-        !std::equal(parts.begin(), parts.end(), parts_.begin(), parts_.end(),
+        !std::equal(parts.begin(), parts.end(), last.begin(), last.end(),
                     [](const TilePart& a, const TilePart& b) { return a.act == b.act && a.part == b.part; });
     face_ = std::move(face);
     gtk_window_set_title(GTK_WINDOW(widget()), name.c_str());
     if (hasOtherParts) {
-        parts_ = std::move(parts);
-        // They have no place before the tile has.
-        if (frame_.width > 0) {
-            makeParts();
-        }
+        nextParts_ = std::move(parts);
+        takeParts();
     }
     gtk_widget_queue_draw(widget());
 }
@@ -141,6 +126,14 @@ void TileWindow::setMarks(const Rgba& accent, ColorScheme scheme) {
     scheme_ = scheme;
 }
 
+/// They have no place before the tile has, and a button that is down must hear when it is let go.
+void TileWindow::takeParts() {
+    if (nextParts_ && frame_.width > 0 && gtk_gesture_is_active(drag_.get()) == FALSE) {
+        parts_ = *std::exchange(nextParts_, std::nullopt);
+        makeParts();
+    }
+}
+
 void TileWindow::makeParts() {
     const auto focused = focusedPart();
     gtk_window_set_focus(GTK_WINDOW(widget()), nullptr);
@@ -148,7 +141,6 @@ void TileWindow::makeParts() {
         gtk_widget_destroy(each);
     }
     widgets_.clear();
-    hovered_.reset();
     for (const TilePart& part : parts_) {
         GtkWidget* each = makePart(part.part);
         const Rect frame = inWindow(part.part.frame);
@@ -157,7 +149,7 @@ void TileWindow::makeParts() {
         gtk_fixed_put(GTK_FIXED(fixed_), each, static_cast<int>(frame.x), static_cast<int>(frame.y));
         if (GTK_IS_BUTTON(each) != FALSE) {
             g_signal_connect(each, "clicked", G_CALLBACK(&TileWindow::clicked), this);
-            g_signal_connect_after(each, "realize", G_CALLBACK(&letPointerThrough), nullptr);
+            g_signal_connect_swapped(each, "state-flags-changed", G_CALLBACK(&gtk_widget_queue_draw), widget());
         }
         gtk_widget_show(each);
         widgets_.push_back(each);
@@ -166,24 +158,16 @@ void TileWindow::makeParts() {
     if (focused && *focused < widgets_.size()) {
         gtk_widget_grab_focus(widgets_[*focused]);
     }
+    shape();
 }
 
-/// Where nothing shines through, the window itself has round corners; where it does, the shadow takes no clicks.
+/// Where nothing shines through, the window itself has round corners; where it does, the shadow takes no clicks. The
+/// toolkit forgets this whenever a part comes to the screen.
 void TileWindow::shape() {
-    const bool isComposited = window_.isComposited();
-    const RegionHandle outline =
-        roundedRegion({margin(), margin(), frame_.width, frame_.height}, cornerRadius * unit());
-    gtk_widget_shape_combine_region(widget(), isComposited ? nullptr : outline.get());
-    gtk_widget_input_shape_combine_region(widget(), isComposited ? outline.get() : nullptr);
-}
-
-void TileWindow::compositionChanged() {
-    if (output_) {
-        put(*output_, frame_);
-        makeParts();
-        shape();
-        gtk_widget_queue_draw(widget());
-    }
+    const bool isBlended = window_.isBlended();
+    const RegionHandle outline = roundedRegion({outset_, outset_, frame_.width, frame_.height}, cornerRadius * unit());
+    gtk_widget_shape_combine_region(widget(), isBlended ? nullptr : outline.get());
+    gtk_widget_input_shape_combine_region(widget(), isBlended ? outline.get() : nullptr);
 }
 
 void TileWindow::scaleNoticed(GParamSpec* /*property*/) {
@@ -191,11 +175,10 @@ void TileWindow::scaleNoticed(GParamSpec* /*property*/) {
 }
 
 void TileWindow::draw(cairo_t* cairo) {
-    const double outset = margin();
-    paintTile(cairo, face_, {outset, outset, frame_.width, frame_.height},
-              window_.isComposited() ? Backdrop::transparent : Backdrop::opaque, isGhostly_ ? .35 : 1);
-    if (hovered_ && !isDragged_ && !isWhole(*hovered_)) {
-        paintHover(cairo, inWindow(parts_[*hovered_].part.frame), scheme_);
+    paintTile(cairo, face_, {outset_, outset_, frame_.width, frame_.height},
+              window_.isBlended() ? Backdrop::transparent : Backdrop::opaque, isGhostly_ ? .35 : 1);
+    if (const auto hovered = hoveredPart(); hovered && !isDragged_ && !isWhole(*hovered)) {
+        paintHover(cairo, inWindow(parts_[*hovered].part.frame), scheme_);
     }
     if (const auto focused = focusedPart(); focused && gtk_window_has_toplevel_focus(GTK_WINDOW(widget())) != FALSE) {
         paintFocus(cairo, inWindow(parts_[*focused].part.frame), accent_);
@@ -206,56 +189,39 @@ void TileWindow::draw(cairo_t* cairo) {
 }
 
 gboolean TileWindow::pressed(GdkEvent* event) {
-    const Point point = pointIn(widget(), event);
     if (gdk_event_triggers_context_menu(event) != FALSE) {
-        hands_.menuWanted(id_, urlOf(partAt(point)), event);
+        hands_.menuWanted(id_, urlOf(partOf(gtk_get_event_widget(event))), event);
         return TRUE;
     }
-    guint button = 0;
-    if (gdk_event_get_event_type(event) == GDK_BUTTON_PRESS && gdk_event_get_button(event, &button) != FALSE &&
-        button == GDK_BUTTON_PRIMARY) {
-        press_ = point;
-        isDragged_ = false;
-    }
-    return TRUE;
+    return FALSE;
 }
 
-gboolean TileWindow::moved(GdkEvent* event) {
-    const Point point = pointIn(widget(), event);
-    if (!press_) {
-        hover(partAt(point));
-        return TRUE;
-    }
-    const Point distance{point.x - press_->x, point.y - press_->y};
-    if (!isDragged_ && std::hypot(distance.x, distance.y) < dragThreshold) {
-        return TRUE;
-    }
-    isDragged_ = true;
-    hover(std::nullopt);
-    hands_.dragged(id_, distance);
-    return TRUE;
+void TileWindow::dragBegun(double /*x*/, double /*y*/) {
+    window_.takeKeyboard(gtk_get_current_event_time());
 }
 
-gboolean TileWindow::released(GdkEvent* event) {
-    guint button = 0;
-    if (gdk_event_get_button(event, &button) == FALSE || button != GDK_BUTTON_PRIMARY || !press_) {
-        return TRUE;
+void TileWindow::dragMoved(double x, double y) {
+    if (!isDragged_ && gtk_drag_check_threshold(widget(), 0, 0, static_cast<int>(x), static_cast<int>(y)) == FALSE) {
+        return;
     }
-    press_.reset();
+    if (!std::exchange(isDragged_, true)) {
+        // From here on it is no click.
+        gtk_gesture_set_state(drag_.get(), GTK_EVENT_SEQUENCE_CLAIMED);
+    }
+    hands_.dragged(id_, {x, y});
+}
+
+void TileWindow::dragFinished(double /*x*/, double /*y*/) {
+    takingParts_.whenIdle<&TileWindow::takeParts>(this);
     if (std::exchange(isDragged_, false)) {
         hands_.dragEnded(id_, true);
-        return TRUE;
     }
-    const Point point = pointIn(widget(), event);
-    if (contains(inWindow({0, 0, face_.width / face_.scale, face_.height / face_.scale}), point)) {
-        activate(partAt(point));
-    }
-    return TRUE;
 }
 
-gboolean TileWindow::left(GdkEvent* /*event*/) {
-    hover(std::nullopt);
-    return FALSE;
+void TileWindow::dragCancelled(GdkEventSequence* /*sequence*/) {
+    if (std::exchange(isDragged_, false)) {
+        hands_.dragEnded(id_, false);
+    }
 }
 
 gboolean TileWindow::keyPressed(GdkEvent* event) {
@@ -263,19 +229,10 @@ gboolean TileWindow::keyPressed(GdkEvent* event) {
     GdkModifierType modifiers{};
     gdk_event_get_keyval(event, &key);
     gdk_event_get_state(event, &modifiers);
-    const auto focused = focusedPart();
     switch (key) {
-    case GDK_KEY_Return:
-    case GDK_KEY_KP_Enter:
-    case GDK_KEY_ISO_Enter:
-    case GDK_KEY_space:
-        activate(focused);
-        return TRUE;
     case GDK_KEY_Escape:
         if (isDragged_) {
-            press_.reset();
-            isDragged_ = false;
-            hands_.dragEnded(id_, false);
+            gtk_event_controller_reset(GTK_EVENT_CONTROLLER(drag_.get()));
         } else {
             gtk_window_set_focus(GTK_WINDOW(widget()), nullptr);
         }
@@ -286,7 +243,7 @@ gboolean TileWindow::keyPressed(GdkEvent* event) {
         }
         [[fallthrough]];
     case GDK_KEY_Menu:
-        hands_.menuWanted(id_, urlOf(focused), event);
+        hands_.menuWanted(id_, urlOf(focusedPart()), event);
         return TRUE;
     default:
         return FALSE;
@@ -302,15 +259,11 @@ void TileWindow::focusMoved(GtkWidget* /*focused*/) const {
     gtk_widget_queue_draw(widget());
 }
 
-/// Assistive technology has pressed it.
 void TileWindow::clicked(GtkButton* button, gpointer self) {
     auto& tile = *static_cast<TileWindow*>(self);
-    const auto found = std::find(tile.widgets_.begin(), tile.widgets_.end(), GTK_WIDGET(button));
-    tile.activate(static_cast<std::size_t>(found - tile.widgets_.begin()));
-}
-
-double TileWindow::margin() const {
-    return window_.isComposited() ? shadowMargin : 0;
+    // It may be the end of the part.
+    const TilePart part = tile.parts_[*tile.partOf(GTK_WIDGET(button))];
+    tile.hands_.activated(tile.id_, part);
 }
 
 bool TileWindow::isWhole(std::size_t part) const {
@@ -318,59 +271,28 @@ bool TileWindow::isWhole(std::size_t part) const {
 }
 
 Rect TileWindow::inWindow(const Rect& points) const {
-    const double outset = margin();
     const double scale = unit();
-    return {outset + points.x * scale, outset + points.y * scale, points.width * scale, points.height * scale};
+    return {outset_ + points.x * scale, outset_ + points.y * scale, points.width * scale, points.height * scale};
 }
 
-/// The smallest link there: links may lie in each other.
-std::optional<std::size_t> TileWindow::partAt(Point point) const {
-    std::optional<std::size_t> best;
-    const auto area = [&](std::size_t index) {
-        return parts_[index].part.frame.width * parts_[index].part.frame.height;
-    };
-    for (std::size_t index = 0; index < parts_.size(); ++index) {
-        if (parts_[index].act != TilePart::Act::nothing && contains(inWindow(parts_[index].part.frame), point) &&
-            (!best || area(index) < area(*best))) {
-            best = index;
-        }
-    }
-    return best;
+std::optional<std::size_t> TileWindow::partOf(const GtkWidget* widget) const {
+    const auto found = std::find(widgets_.begin(), widgets_.end(), widget);
+    return found == widgets_.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - widgets_.begin()));
 }
 
 std::optional<std::size_t> TileWindow::focusedPart() const {
-    GtkWidget* focused = gtk_window_get_focus(GTK_WINDOW(widget()));
-    const auto found = std::find(widgets_.begin(), widgets_.end(), focused);
-    return focused == nullptr || found == widgets_.end()
-               ? std::nullopt
-               : std::optional(static_cast<std::size_t>(found - widgets_.begin()));
+    return partOf(gtk_window_get_focus(GTK_WINDOW(widget())));
+}
+
+std::optional<std::size_t> TileWindow::hoveredPart() const {
+    const auto found = std::find_if(widgets_.begin(), widgets_.end(), [](GtkWidget* each) {
+        return GTK_IS_BUTTON(each) != FALSE && (gtk_widget_get_state_flags(each) & GTK_STATE_FLAG_PRELIGHT) != 0;
+    });
+    return found == widgets_.end() ? std::nullopt : partOf(*found);
 }
 
 std::optional<std::string> TileWindow::urlOf(std::optional<std::size_t> part) const {
     return part && parts_[*part].act == TilePart::Act::open ? parts_[*part].part.url : face_.widgetURL;
-}
-
-void TileWindow::hover(std::optional<std::size_t> part) {
-    if (part == hovered_) {
-        return;
-    }
-    hovered_ = part;
-    GdkWindow* window = gtk_widget_get_window(widget());
-    const ObjectHandle<GdkCursor> hand(part ? gdk_cursor_new_from_name(gdk_window_get_display(window), "pointer")
-                                            : nullptr);
-    gdk_window_set_cursor(window, hand.get());
-    gtk_widget_queue_draw(widget());
-}
-
-void TileWindow::activate(std::optional<std::size_t> part) {
-    if (part) {
-        hands_.activated(id_, TilePart(parts_[*part]));
-    } else if (face_.widgetURL) {
-        LayoutPart whole;
-        whole.role = LayoutPart::Role::link;
-        whole.url = *face_.widgetURL;
-        hands_.activated(id_, {whole, TilePart::Act::open});
-    }
 }
 
 } // namespace host

@@ -1,8 +1,8 @@
 // The window of one tile: shows its face, says what can be clicked, and what was.
 //
 // The face's parts are widgets of the toolkit that draw nothing: so the keyboard goes from link to link as in every
-// window, and assistive technology finds each with its name, its place and what it does. The pointer is followed by the
-// window itself, because a drag may begin anywhere.
+// window, and assistive technology finds each with its name, its place and what it does. A drag may begin on any of
+// them: the window's own gesture sees the pointer first.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -54,8 +54,8 @@ class TileHands {
 
 class TileWindow {
   public:
-    /// `hands` must outlive this.
-    TileWindow(InstanceId id, TileHands& hands);
+    /// `hands` and `stacking` must outlive this.
+    TileWindow(InstanceId id, TileHands& hands, Stacking& stacking);
     TileWindow(const TileWindow&) = delete;
     TileWindow& operator=(const TileWindow&) = delete;
     ~TileWindow();
@@ -82,29 +82,27 @@ class TileWindow {
     static void clicked(GtkButton* button, gpointer self);
     void draw(cairo_t* cairo);
     gboolean pressed(GdkEvent* event);
-    gboolean released(GdkEvent* event);
-    gboolean moved(GdkEvent* event);
-    gboolean left(GdkEvent* event);
+    void dragBegun(double x, double y);
+    void dragMoved(double x, double y);
+    void dragFinished(double x, double y);
+    void dragCancelled(GdkEventSequence* sequence);
     gboolean keyPressed(GdkEvent* event);
     gboolean focusChanged(GdkEvent* event) const;
     void focusMoved(GtkWidget* focused) const;
     void scaleNoticed(GParamSpec* property);
-    void compositionChanged();
 
+    void takeParts();
     void makeParts();
     void shape();
     /// Points to the window's units.
     double unit() const { return face_.width > 0 ? frame_.width / (face_.width / face_.scale) : 1; }
-    /// What the shadow takes on each side.
-    double margin() const;
     Rect inWindow(const Rect& points) const;
     /// Whether the part is the tile itself.
     bool isWhole(std::size_t part) const;
-    std::optional<std::size_t> partAt(Point point) const;
+    std::optional<std::size_t> partOf(const GtkWidget* widget) const;
     std::optional<std::size_t> focusedPart() const;
+    std::optional<std::size_t> hoveredPart() const;
     std::optional<std::string> urlOf(std::optional<std::size_t> part) const;
-    void hover(std::optional<std::size_t> part);
-    void activate(std::optional<std::size_t> part);
 
     InstanceId id_;
     TileHands& hands_;
@@ -112,18 +110,20 @@ class TileWindow {
     GtkWidget* fixed_;
     Face face_;
     std::vector<TilePart> parts_;
+    /// Those that are to take their place once no button is down.
+    std::optional<std::vector<TilePart>> nextParts_;
     /// The widgets of the parts, in their order; the container has them.
     std::vector<GtkWidget*> widgets_;
     Rect frame_;
-    std::optional<Output> output_;
+    /// What the shadow takes on each side.
+    double outset_ = 0;
     Rgba accent_;
     ColorScheme scheme_ = ColorScheme::light;
     bool isSeen_ = false;
     bool isGhostly_ = false;
-    std::optional<std::size_t> hovered_;
-    /// Where the first button went down.
-    std::optional<Point> press_;
+    ObjectHandle<GtkGesture> drag_;
     bool isDragged_ = false;
+    LaterCall takingParts_;
 };
 
 } // namespace host

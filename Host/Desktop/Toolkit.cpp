@@ -2,6 +2,7 @@
 
 #include "Host/Desktop/Objects.h"
 #include "Host/Pictures/UserDirection.h"
+#include "Host/Display/LayerShell.h"
 #include "Platform/Foundation/Localization.h"
 
 #include <clocale>
@@ -33,6 +34,24 @@ class Variable {
     const char* name_;
 };
 
+/// Where the compositor has no layer shell, only an X server can keep windows under others. A user's own choice holds.
+void chooseDisplay() {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): before all threads
+    if (getenv("GDK_BACKEND") == nullptr) {
+        const auto version = layerShellVersion();
+        gdk_set_allowed_backends(version && *version > 0 ? "wayland,x11" : "x11,wayland");
+    }
+}
+
+/// The toolkit tells of one thing in this way: that the display is gone, after which it ends the process with 1.
+GLogWriterOutput writeLog(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer data) {
+    if ((level & G_LOG_LEVEL_MESSAGE) != 0) {
+        g_printerr("widgethost: the display is gone\n");
+        return G_LOG_WRITER_HANDLED;
+    }
+    return g_log_writer_default(level, fields, count, data);
+}
+
 bool initialize() {
     // OpenGL the toolkit would load at once on X, with more memory than all the rest.
     const Variable graphics("GDK_GL", "disable");
@@ -48,7 +67,13 @@ std::optional<std::string> startToolkit() {
     gtk_disable_setlocale();
     setlocale(LC_ALL, ""); // NOLINT(concurrency-mt-unsafe): before all threads
     platform::startLocalization("widgethost");
-    g_set_prgname("widgethost");
+    // What desktops know windows by: the name of the desktop entry, which has the icon.
+    constexpr const char* identifier = "net.foliovault.WidgetHost";
+    g_set_prgname(identifier);
+    gdk_set_program_class(identifier);
+    gtk_window_set_default_icon_name(identifier);
+    g_log_set_writer_func(&writeLog, nullptr, nullptr);
+    chooseDisplay();
     tiles_register_resource();
     if (!initialize()) {
         return "there is no display to show widgets on";

@@ -1,10 +1,12 @@
 #include "Host/Doctor/DisplayCheck.h"
 
-#include "Host/Doctor/WaylandCheck.h"
+#include "Host/Display/LayerShell.h"
 #include "Host/Doctor/X11Check.h"
 
-#include <algorithm>
+#include <fmt/format.h>
+
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 
 namespace host {
@@ -15,9 +17,25 @@ std::string variable(const char* name) {
     return value == nullptr ? "" : value;
 }
 
-bool hasProblem(const Findings& findings) {
-    return std::any_of(findings.begin(), findings.end(),
-                       [](const Finding& each) { return each.state == Finding::State::problem; });
+/// What there is of Wayland. The last finding says how windows are kept, unless they are X11 windows.
+Findings checkWayland(const std::string& display, bool hasX11) {
+    const auto version = layerShellVersion();
+    if (!version) {
+        return {Finding::problem("compositor",
+                                 fmt::format("Wayland, {}: cannot be reached ({})", display,
+                                             std::strerror(version.error())), // NOLINT(concurrency-mt-unsafe)
+                                 "run it inside the graphical session, with its WAYLAND_DISPLAY and XDG_RUNTIME_DIR")};
+    }
+    Findings findings{Finding::ok("compositor", "Wayland, " + display)};
+    if (*version > 0) {
+        findings.push_back(Finding::ok(
+            "windows", fmt::format("surfaces of the layer shell, version {}, under all windows", *version)));
+    } else if (!hasX11) {
+        findings.push_back(Finding::note("windows",
+                                         "none: this compositor has no layer shell, and there is no X server",
+                                         "have the compositor start Xwayland, or use one that has a layer shell"));
+    }
+    return findings;
 }
 
 } // namespace
@@ -25,11 +43,14 @@ bool hasProblem(const Findings& findings) {
 Findings checkDisplay() {
     const std::string wayland = variable("WAYLAND_DISPLAY");
     const std::string x11 = variable("DISPLAY");
+    // The toolkit's own variable holds.
+    const std::string backend = variable("GDK_BACKEND");
     Findings findings;
-    if (!wayland.empty()) {
-        findings = checkWayland(wayland);
+    if (!wayland.empty() && backend != "x11") {
+        findings = checkWayland(wayland, !x11.empty());
     }
-    if (!x11.empty() && (wayland.empty() || hasProblem(findings))) {
+    const bool hasWindows = !findings.empty() && findings.back().name == "windows";
+    if (!x11.empty() && !hasWindows && backend != "wayland") {
         Findings more = checkX11(x11);
         std::move(more.begin(), more.end(), std::back_inserter(findings));
     }

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -40,11 +41,13 @@ class Server {
     }
 
     std::optional<xcb_window_t> windowProperty(xcb_window_t window, std::string_view name) const {
-        const auto reply = property(window, name, XCB_ATOM_WINDOW);
-        if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(xcb_window_t)) {
-            return std::nullopt;
-        }
-        return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+        const auto values = numbers(window, name);
+        return values.size() == 1 ? std::optional(values.front()) : std::nullopt;
+    }
+
+    bool names(xcb_window_t window, std::string_view property, std::string_view value) const {
+        const auto values = numbers(window, property);
+        return std::find(values.begin(), values.end(), atom(value)) != values.end();
     }
 
     std::string textProperty(xcb_window_t window, std::string_view name) const {
@@ -55,6 +58,15 @@ class Server {
     }
 
   private:
+    std::vector<std::uint32_t> numbers(xcb_window_t window, std::string_view name) const {
+        const auto reply = property(window, name, XCB_ATOM_ANY);
+        if (!reply || reply->format != 32) {
+            return {};
+        }
+        const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+        return {first, first + reply->value_len};
+    }
+
     xcb_atom_t atom(std::string_view name) const {
         const Handle<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
             connection_.get(),
@@ -63,8 +75,8 @@ class Server {
     }
 
     Handle<xcb_get_property_reply_t> property(xcb_window_t window, std::string_view name, xcb_atom_t type) const {
-        constexpr std::uint32_t greatestLength = 64;
-        const auto asked = xcb_get_property(connection_.get(), 0, window, atom(name), type, 0, greatestLength);
+        constexpr std::uint32_t maxLength = 1024;
+        const auto asked = xcb_get_property(connection_.get(), 0, window, atom(name), type, 0, maxLength);
         return Handle<xcb_get_property_reply_t>(xcb_get_property_reply(connection_.get(), asked, nullptr));
     }
 
@@ -73,15 +85,20 @@ class Server {
 };
 
 /// By the window that a window manager leaves a sign of itself on; one that has gone may have left the other sign.
-Finding checkWindowManager(const Server& server) {
+Findings checkWindowManager(const Server& server) {
     constexpr std::string_view sign = "_NET_SUPPORTING_WM_CHECK";
     const auto window = server.windowProperty(server.root(), sign);
     if (!window || server.windowProperty(*window, sign) != window) {
-        return Finding::note("window manager", "there is none: nobody keeps widgets under other windows",
-                             "start a window manager that keeps to the desktops' conventions (EWMH)");
+        return {Finding::note("window manager", "there is none: nobody keeps widgets under other windows",
+                              "start a window manager that keeps to the desktops' conventions (EWMH)")};
     }
     const std::string name = server.textProperty(*window, "_NET_WM_NAME");
-    return Finding::ok("window manager", name.empty() ? "one that does not tell its name" : name);
+    return {Finding::ok("window manager", name.empty() ? "one that does not tell its name" : name),
+            Finding::ok("windows",
+                        server.names(server.root(), "_NET_SUPPORTED", "_NET_WM_WINDOW_TYPE_DESKTOP")
+                            ? "X11 windows of the desktop type, under all windows"
+                            : "X11 windows that the window manager leaves alone, under all windows: it knows none "
+                              "of the desktop type")};
 }
 
 Finding checkCompositing(const Server& server) {
@@ -99,7 +116,10 @@ Findings checkX11(const std::string& display) {
         return {Finding::problem("compositor", fmt::format("X11, {}: cannot be reached", display),
                                  "run it inside the graphical session, with its DISPLAY and XAUTHORITY")};
     }
-    return {Finding::ok("compositor", "X11, " + display), checkWindowManager(server), checkCompositing(server)};
+    Findings findings = checkWindowManager(server);
+    findings.insert(findings.begin(), Finding::ok("compositor", "X11, " + display));
+    findings.push_back(checkCompositing(server));
+    return findings;
 }
 
 } // namespace host

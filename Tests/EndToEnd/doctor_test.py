@@ -246,7 +246,7 @@ class Desktop(DoctorTest):
         self.addCleanup(world.stop)
         findings = self.doctor(**self.display_of(world))
         self.expect(findings, "compositor", ("ok", "Wayland, wayland-"))
-        self.expect(findings, "layer shell", ("ok", r"version \d"))
+        self.expect(findings, "windows", ("ok", r"layer shell, version \d"))
 
     def test_an_x_server_with_a_window_manager_and_without(self):
         skip_where_missing(XWorld)
@@ -255,6 +255,7 @@ class Desktop(DoctorTest):
         display = self.display_of(world)
         findings = self.doctor(**display)
         self.expect(findings, "window manager", ("ok", "^Openbox$"))
+        self.expect(findings, "windows", ("ok", "desktop type, under"))
         self.expect(findings, "compositing", ("ok", "runs"))
         for program in (world.window_manager, world.compositing_manager):
             program.kill()

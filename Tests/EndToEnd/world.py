@@ -73,6 +73,7 @@ class World:
                 shutil.copy(ACCESSIBILITY_SERVICE, self.services)
             self.bus = SessionBus(self.services, self.environment())
             self.wallpaper = self.await_wallpaper()
+            self.rest()
         except BaseException:
             self.stop()
             raise
@@ -119,6 +120,10 @@ class World:
         return picture
 
     # Hands. Buttons: 1 is the left one, 2 the middle, 3 the right.
+
+    def rest(self):
+        """Moves the pointer to where nothing is, and no corner that a desk has something behind."""
+        self.move(WIDTH - 2, HEIGHT // 2)
 
     def move(self, x, y):
         self.hands.move(x, y)

@@ -1,4 +1,4 @@
-"""An X11 desktop: an X server with openbox, drawing into memory."""
+"""An X11 desktop: an X server, drawing into memory, with openbox or another desk."""
 
 import contextlib
 import os
@@ -60,6 +60,7 @@ class XWorld(World):
 
     def __init__(self, home=None, accessible=False, compositing=False):
         self.compositing = compositing
+        self.server = {}
         super().__init__(home, accessible)
 
     def start_display(self):
@@ -74,10 +75,13 @@ class XWorld(World):
         finally:
             os.close(writer)
         with open(reader) as number:
-            self.display = {"DISPLAY": ":" + number.readline().strip()}
-        assert self.display["DISPLAY"] != ":", (self.folder / "compositor.log").read_text()
+            self.server = self.display = {"DISPLAY": ":" + number.readline().strip()}
+        assert self.server["DISPLAY"] != ":", (self.folder / "compositor.log").read_text()
         self.hands = XHands(self)
         self.places = {each.name: each.x for each in self.outputs()}
+        self.start_desk()
+
+    def start_desk(self):
         openbox = self.folder / "openbox.xml"
         openbox.write_text(OPENBOX)
         self.window_manager = self.start("openbox", "--config-file", openbox, "--sm-disable", stderr=subprocess.DEVNULL)
@@ -92,8 +96,8 @@ class XWorld(World):
             wait_until(self.is_composited, "xcompmgr")
 
     @contextlib.contextmanager
-    def connection(self):
-        display = Xlib.display.Display(self.display["DISPLAY"])
+    def connection(self, display=None):
+        display = Xlib.display.Display((display or self.display)["DISPLAY"])
         try:
             yield display
         finally:
@@ -108,7 +112,7 @@ class XWorld(World):
 
     def outputs(self):
         """Their places are in pixels, whatever the scale."""
-        lines = re.findall(r"^(\S+) connected (?:primary )?(\d+)x(\d+)\+(\d+)\+(\d+)", self.run("xrandr").decode(), re.MULTILINE)
+        lines = re.findall(r"^(\S+) connected (?:primary )?(\d+)x(\d+)\+(\d+)\+(\d+)", self.run("xrandr", variables=self.server).decode(), re.MULTILINE)
         return [Output(name, int(x), int(y), int(width), int(height), 1) for name, width, height, x, y in lines]
 
     def windows(self):
@@ -146,16 +150,20 @@ class XWorld(World):
 
     def close_window(self, process):
         """As its user does, who may be asked whether to."""
+        self.ask_manager("_NET_CLOSE_WINDOW", window=int(self.ordinary_window(process), 16))
+
+    def ask_manager(self, message, value=0, window=None):
+        """Sends the window manager a message, about a window or about the whole screen."""
         with self.connection() as display:
-            root, number = display.screen().root, int(self.ordinary_window(process), 16)
-            window = display.create_resource_object("window", number)
-            closing = Xlib.protocol.event.ClientMessage(window=window, client_type=display.intern_atom("_NET_CLOSE_WINDOW"), data=(32, [0] * 5))
-            root.send_event(closing, event_mask=Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
+            root = display.screen().root
+            about = display.create_resource_object("window", window) if window else root
+            asking = Xlib.protocol.event.ClientMessage(window=about, client_type=display.intern_atom(message), data=(32, [value, 0, 0, 0, 0]))
+            root.send_event(asking, event_mask=Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
             display.sync()
 
     def screenshot(self, output=None):
         """Of one output or of the whole screen; the pointer is not in it."""
-        with self.connection() as display:
+        with self.connection(self.server) as display:
             root = display.screen().root
             size = root.get_geometry()
             place = self.output(output) if output else Output("", 0, 0, size.width, size.height, 1)
@@ -202,7 +210,7 @@ class XHands:
     """Coordinates are pixels of the screen. The server takes everything in before a call returns."""
 
     def __init__(self, world):
-        self.do = lambda *arguments: world.run("xdotool", *arguments)
+        self.do = lambda *arguments: world.run("xdotool", *arguments, variables=world.server)
 
     def close(self):
         pass
