@@ -32,7 +32,7 @@ platform::Expected<Arrangement, ArrangementError> ArrangementFile::load() const 
 
 platform::Expected<ArrangementFile::Update, ArrangementError>
 ArrangementFile::update(const ArrangementChange& change) const {
-    const auto lock = FileLock::take(lockPath_, FileLock::Patience::waits);
+    const auto lock = FileLock::take(lockPath_, lockTimeout_);
     if (!lock) {
         return error(Kind::unwritable, lock.error().message);
     }

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 
 namespace host {
 namespace {
@@ -14,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 using platform::FileDescriptor;
 using platform::Unexpected;
+
+constexpr std::chrono::milliseconds retryInterval{2};
 
 /// errno says why, where it cannot be made.
 bool makeFolder(const fs::path& folder) {
@@ -25,30 +28,36 @@ bool makeFolder(const fs::path& folder) {
            (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST);
 }
 
-bool lock(const FileDescriptor& file, FileLock::Patience patience) {
-    const int operation = patience == FileLock::Patience::waits ? LOCK_EX : LOCK_EX | LOCK_NB;
-    int result = 0;
-    do {
-        result = flock(file.get(), operation);
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
+/// The kernel itself would wait without a bound.
+bool lock(const FileDescriptor& file, std::chrono::milliseconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    while (flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(retryInterval);
+    }
+    return true;
 }
 
 Unexpected<LockError> cannotLock(const fs::path& path, int reason) {
-    const auto kind = reason == EWOULDBLOCK ? LockError::Kind::held : LockError::Kind::impossible;
+    if (reason == EWOULDBLOCK) {
+        return {{LockError::Kind::held, fmt::format("cannot lock {}: another process has it", path.string())}};
+    }
     // strerror would answer in the user's language.
     const char* const words = strerrordesc_np(reason);
-    return {{kind, fmt::format("cannot lock {}: {}", path.string(), words != nullptr ? words : "unknown error")}};
+    return {{LockError::Kind::impossible,
+             fmt::format("cannot lock {}: {}", path.string(), words != nullptr ? words : "unknown error")}};
 }
 
 } // namespace
 
-platform::Expected<FileLock, LockError> FileLock::take(const fs::path& path, Patience patience) {
+platform::Expected<FileLock, LockError> FileLock::take(const fs::path& path, std::chrono::milliseconds timeout) {
     if (!makeFolder(path.parent_path())) {
         return cannotLock(path, errno);
     }
     FileDescriptor file(open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
-    if (!file.isOpen() || !lock(file, patience)) {
+    if (!file.isOpen() || !lock(file, timeout)) {
         return cannotLock(path, errno);
     }
     return FileLock(std::move(file));

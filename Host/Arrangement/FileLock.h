@@ -7,6 +7,7 @@
 #include "Platform/Foundation/Expected.h"
 #include "Platform/Foundation/FileDescriptor.h"
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -26,11 +27,10 @@ struct LockError {
 
 class FileLock {
   public:
-    enum class Patience { waits, givesUp };
-
     /// Locks the file at `path`, until the lock ends. It is made if need be, and so are the folders above it, for the
-    /// user alone (mode 0700). With patience, whoever has it is waited for, however long that takes. Any thread.
-    static platform::Expected<FileLock, LockError> take(const std::filesystem::path& path, Patience patience);
+    /// user alone (mode 0700). Waits for whoever has it until the timeout; not at all where that is 0. Any thread.
+    static platform::Expected<FileLock, LockError> take(const std::filesystem::path& path,
+                                                        std::chrono::milliseconds timeout);
 
   private:
     explicit FileLock(platform::FileDescriptor file) : file_(std::move(file)) {}

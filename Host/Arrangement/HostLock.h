@@ -15,7 +15,7 @@ class HostLock {
   public:
     /// `folder` is the arrangement's. Does not wait; the error is of the kind `held` where another host runs.
     static platform::Expected<HostLock, LockError> take(const std::filesystem::path& folder) {
-        auto lock = FileLock::take(folder / "host.lock", FileLock::Patience::givesUp);
+        auto lock = FileLock::take(folder / "host.lock", std::chrono::milliseconds(0));
         if (!lock) {
             return platform::Unexpected{lock.error()};
         }

@@ -13,7 +13,6 @@
 #include "Platform/Foundation/Localization.h"
 
 #include <algorithm>
-#include <set>
 
 namespace host {
 
@@ -66,10 +65,16 @@ void Desktop::lookAround() {
 
 void Desktop::arranged(const Arrangement& arrangement) {
     arrangement_ = arrangement;
+    for (const Move& move : moves_) {
+        // Somebody else may have removed the tile.
+        if (auto moved = changed(arrangement_, move)) {
+            arrangement_ = *std::move(moved);
+        }
+    }
     std::map<InstanceId, std::unique_ptr<DesktopTile>> kept;
     std::set<std::string> unknown;
     std::set<InstanceId> ids;
-    for (const Instance& instance : arrangement.instances) {
+    for (const Instance& instance : arrangement_.instances) {
         ids.insert(instance.id);
         removed_.erase(instance.id);
         auto known = tiles_.extract(instance.id);
@@ -88,7 +93,13 @@ void Desktop::arranged(const Arrangement& arrangement) {
     if (drag_ && !kept.contains(draggedId_)) {
         drag_.reset();
     }
-    tiles_ = std::move(kept);
+    for (auto& [id, tile] : std::exchange(tiles_, std::move(kept))) {
+        if (removing_.contains(id)) {
+            tile->say({.title = localized("Removed"), .texts = {}, .button = localized("Undo")}, undoMilliseconds,
+                      [this, id = id] { removed_.erase(id); });
+            removed_.emplace(id, std::move(tile));
+        }
+    }
     std::erase_if(editors_, [&](const auto& editor) { return !ids.contains(editor.first); });
     pictures_.keepOnly(ids);
     place();
@@ -146,17 +157,28 @@ void Desktop::place() {
 
 /// A tile that was given a free place stays there.
 void Desktop::keepPlaces() {
-    const auto chosen = std::find_if(places_.begin(), places_.end(), [](const PlacedTile& place) {
-        return place.source == PlacedTile::Source::chosen;
-    });
-    if (chosen == places_.end()) {
-        return;
+    const auto places = places_;
+    for (const PlacedTile& place : places) {
+        if (place.source == PlacedTile::Source::chosen) {
+            // An arrangement that cannot be written is no news to anybody who did nothing.
+            moveTile(moveTo(place.id, place.screen, place.frame), [](const auto& /*result*/) {});
+        }
     }
-    const Screen& screen = outputs_.all()[chosen->screen].screen;
-    // This comes back here for the next. An arrangement that cannot be written is no news to anybody who did nothing.
-    (void)host_->change(Move{.id = chosen->id,
-                             .position = {chosen->frame.x - screen.bounds.x, chosen->frame.y - screen.bounds.y},
-                             .output = screen.name});
+}
+
+Move Desktop::moveTo(InstanceId id, std::size_t screen, const Rect& frame) const {
+    const Screen& on = outputs_.all()[screen].screen;
+    return {.id = id, .position = {frame.x - on.bounds.x, frame.y - on.bounds.y}, .output = on.name};
+}
+
+/// Has the tile lie there at once.
+void Desktop::moveTile(const Move& move, std::function<void(const HostApplication::Change& result)> done) {
+    moves_.push_back(move);
+    arranged(host_->arrangement());
+    host_->change(move, [this, done = std::move(done)](const HostApplication::Change& result) {
+        moves_.erase(moves_.begin());
+        done(result);
+    });
 }
 
 void Desktop::restyle() {
@@ -263,10 +285,12 @@ void Desktop::dragEnded(InstanceId id, bool dropped) {
     }
     shown->window().setGhostly(false);
     if (dropped && place.output < outputs_.all().size()) {
-        const Screen& screen = outputs_.all()[place.output].screen;
-        change(Move{.id = id,
-                    .position = {place.frame.x - screen.bounds.x, place.frame.y - screen.bounds.y},
-                    .output = screen.name});
+        moveTile(moveTo(id, place.output, place.frame), [this](const HostApplication::Change& result) {
+            if (!result) {
+                arranged(host_->arrangement());
+                showUnsaved(result.error());
+            }
+        });
     }
 }
 
@@ -285,16 +309,15 @@ void Desktop::scaleChanged(InstanceId id) {
 }
 
 void Desktop::remove(InstanceId id) {
-    auto leaving = tiles_.extract(id);
-    if (!leaving) {
+    if (!removing_.insert(id).second) {
         return;
     }
-    DesktopTile& shown = *leaving.mapped();
-    removed_.insert(std::move(leaving));
-    std::erase_if(arrangement_.instances, [id](const Instance& instance) { return instance.id == id; });
-    shown.say({.title = localized("Removed"), .texts = {}, .button = localized("Undo")}, undoMilliseconds,
-              [this, id] { removed_.erase(id); });
-    change(Removal{.id = id});
+    host_->change(Removal{.id = id}, [this, id](const HostApplication::Change& result) {
+        removing_.erase(id);
+        if (!result) {
+            showUnsaved(result.error());
+        }
+    });
 }
 
 void Desktop::restore(InstanceId id) {
@@ -346,10 +369,15 @@ void Desktop::edit(InstanceId id) {
 }
 
 void Desktop::change(const ArrangementChange& change) {
-    const auto arrangement = host_->change(change);
-    if (!arrangement) {
-        showFailure(localized("The change could not be saved"), arrangement.error());
-    }
+    host_->change(change, [this](const HostApplication::Change& result) {
+        if (!result) {
+            showUnsaved(result.error());
+        }
+    });
+}
+
+void Desktop::showUnsaved(const ArrangementError& error) {
+    showFailure(localized("The change could not be saved"), error.message);
 }
 
 const Tile* Desktop::sessionTile(InstanceId id) const {

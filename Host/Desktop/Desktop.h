@@ -16,6 +16,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace host {
@@ -58,6 +59,8 @@ class Desktop final : public HostDisplay, private TileHands {
     void lookAround();
     void place();
     void keepPlaces();
+    Move moveTo(InstanceId id, std::size_t screen, const Rect& frame) const;
+    void moveTile(const Move& move, std::function<void(const HostApplication::Change& result)> done);
     void restyle();
     void askForPlaceholder(const Instance& instance);
     void remove(InstanceId id);
@@ -66,6 +69,7 @@ class Desktop final : public HostDisplay, private TileHands {
     void showExamples();
     void edit(InstanceId id);
     void change(const ArrangementChange& change);
+    void showUnsaved(const ArrangementError& error);
     const Tile* sessionTile(InstanceId id) const;
     DesktopTile* shownTile(InstanceId id);
 
@@ -81,8 +85,12 @@ class Desktop final : public HostDisplay, private TileHands {
     TileSurroundings around_;
     Arrangement arrangement_;
     std::map<InstanceId, std::unique_ptr<DesktopTile>> tiles_;
+    /// Those that the user removes, until that is written.
+    std::set<InstanceId> removing_;
     /// Removed tiles as long as that can be taken back.
     std::map<InstanceId, std::unique_ptr<DesktopTile>> removed_;
+    /// Those that are still to be written, in their order: tiles lie there already.
+    std::vector<Move> moves_;
     std::vector<PlacedTile> places_;
     std::optional<TileDrag> drag_;
     InstanceId draggedId_ = 0;

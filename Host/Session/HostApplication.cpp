@@ -10,16 +10,17 @@
 #include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <sys/stat.h>
 
 namespace host {
-
-using platform::Expected;
-using platform::Unexpected;
 
 namespace {
 
 constexpr int usageError = 64;
 constexpr int unavailable = 69;
+
+/// How long the end waits for what is still to be written.
+constexpr std::chrono::seconds finishTimeout{5};
 
 void complain(const std::string& message) {
     fmt::print(stderr, "widgethost: {}\n", message);
@@ -52,6 +53,7 @@ int HostApplication::run() {
     const int code = g_application_run(application_, 2, words.data());
     if (loop_) {
         display_.ending();
+        work_.finish(finishTimeout);
     }
     return exitCode_ != 0 ? exitCode_ : code;
 }
@@ -117,7 +119,21 @@ void HostApplication::follow() {
     }
 }
 
+HostApplication::Stamp HostApplication::stampOf(const std::filesystem::path& file) {
+    struct stat status {};
+    if (stat(file.c_str(), &status) != 0) {
+        return {};
+    }
+    return {static_cast<std::int64_t>(status.st_dev), static_cast<std::int64_t>(status.st_ino), status.st_size,
+            status.st_ctim.tv_sec, status.st_ctim.tv_nsec};
+}
+
 void HostApplication::sync() {
+    // Each change comes with several events, and perhaps a command that tells of it.
+    const Stamp stamp = stampOf(file_.path());
+    if (std::exchange(stamp_, stamp) == stamp) {
+        return;
+    }
     auto arrangement = file_.load();
     if (!arrangement) {
         // The tiles stay as they are until there is an arrangement that can be read.
@@ -128,27 +144,37 @@ void HostApplication::sync() {
         return;
     }
     complaint_.clear();
-    show(*std::move(arrangement));
-}
-
-void HostApplication::show(Arrangement arrangement) {
-    arrangement_ = std::move(arrangement);
+    arrangement_ = *std::move(arrangement);
     display_.arranged(arrangement_);
     session_.setTiles(arrangement_.instances);
     session_.setRenderingMode(arrangement_.renderingMode);
     loop_->wakeSoon();
 }
 
-Expected<Arrangement, std::string> HostApplication::change(const ArrangementChange& change) {
-    auto update = file_.update(change);
-    if (!update) {
-        return Unexpected{update.error().message};
-    }
-    if (update->notice) {
-        complain(*update->notice);
-    }
-    show(update->arrangement);
-    return std::move(update->arrangement);
+void HostApplication::change(ArrangementChange change, std::function<void(const Change& result)> done) {
+    struct Writing {
+        ArrangementFile file;
+        ArrangementChange change;
+        std::optional<Change> result;
+    };
+    auto writing = std::make_shared<Writing>(Writing{file_, std::move(change), std::nullopt});
+    work_.add({.prepare = nullptr,
+               .work = [writing] { writing->result = writing->file.update(writing->change); },
+               .done =
+                   [this, writing, done = std::move(done)] {
+                       const Change& result = *writing->result;
+                       if (result) {
+                           if (result->notice) {
+                               complain(*result->notice);
+                           }
+                           sync();
+                       }
+                       done(result);
+                   }});
+}
+
+void HostApplication::workLater(std::function<void()> work) {
+    work_.add({.prepare = nullptr, .work = std::move(work), .done = nullptr});
 }
 
 void HostApplication::reload(InstanceId id) {

@@ -8,10 +8,14 @@
 #include "Host/Arrangement/HostLock.h"
 #include "Host/Session/Session.h"
 #include "Host/Session/SessionLoop.h"
+#include "Host/Session/WorkQueue.h"
 
 #include <gio/gio.h>
 
+#include <array>
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -62,8 +66,14 @@ class HostApplication {
     const Arrangement& arrangement() const { return arrangement_; }
     const Session& session() const { return session_; }
 
-    /// Changes the arrangement, in its file and on the display; the error is one clear line.
-    platform::Expected<Arrangement, std::string> change(const ArrangementChange& change);
+    /// What was written, or why nothing was.
+    using Change = platform::Expected<ArrangementFile::Update, ArrangementError>;
+    /// Changes the arrangement, after all changes before: in its file, beside the main loop, and then on the display.
+    /// `done` is told afterwards, from the main loop; where the host ends meanwhile, nobody is told. What fails changes
+    /// nothing.
+    void change(ArrangementChange change, std::function<void(const Change& result)> done);
+    /// Does what may wait for the disk, after all that was handed in before; `work` must own all that it uses.
+    void workLater(std::function<void()> work);
     /// Asks for one tile at once.
     void reload(InstanceId id);
     /// As `Session::ask`.
@@ -80,7 +90,6 @@ class HostApplication {
     void follow();
     void sync();
     int answer(GApplicationCommandLine* line);
-    void show(Arrangement arrangement);
     int reload(GApplicationCommandLine* line, const std::optional<std::string>& kind);
     int explain(GApplicationCommandLine* line, const std::string& id);
 
@@ -89,6 +98,10 @@ class HostApplication {
     HostDisplay& display_;
     Presence presence_;
     Arrangement arrangement_;
+    /// Another one for each content of the arrangement's file.
+    using Stamp = std::array<std::int64_t, 5>;
+    static Stamp stampOf(const std::filesystem::path& file);
+    std::optional<Stamp> stamp_;
     Session session_;
     std::unique_ptr<SessionLoop> loop_;
     std::optional<HostLock> lock_;
@@ -97,6 +110,7 @@ class HostApplication {
     /// The last complaint about the arrangement's file, which is made once.
     std::string complaint_;
     int exitCode_ = 0;
+    WorkQueue work_;
 };
 
 } // namespace host

@@ -1,5 +1,6 @@
 """What hands do to the tiles of the host's desktop."""
 
+import fcntl
 import itertools
 import json
 import sys
@@ -158,6 +159,38 @@ class Hands:
         self.world.move(1, 1)
         self.sees(tile)
         self.assertEqual(self.stamp(), stamp)
+        self.end()
+
+    def test_what_is_not_written(self):
+        """The tile lies where it was dropped as long as that waits for another process; what fails changes nothing."""
+        self.make_world(accessible=True)
+        lock = self.arrangement.with_name("arrangement.lock")
+        self.arrange(FAVOURITES)
+        self.start()
+        self.sees(FAVOURITES)
+        moved = Placed(1, place=(160, 136))
+        with open(lock, "w") as held:
+            fcntl.flock(held, fcntl.LOCK_EX)
+            self.world.drag(at(FAVOURITES), at(moved))
+            self.sees(moved)
+            self.tell("explain", 1)
+            self.assertEqual(self.arranged()[1]["position"], list(FAVOURITES.place))
+        wait_until(lambda: self.arranged()[1]["position"] == list(moved.place), "the new place to be kept")
+
+        lock.unlink()
+        lock.mkdir()
+        before = self.arranged()
+        for act in (lambda: self.world.drag(at(moved), at(FAVOURITES)),
+                    lambda: self.world.click(*at(moved), button=3) or self.choose("Remove"),
+                    lambda: self.world.click(*at(moved), button=3) or self.choose("Size", "Large")):
+            act()
+            self.accessible().find("label", "The change could not be saved")
+            self.assertEqual(self.accessible().find_all("link", "Undo"), [])
+            self.world.key("Escape")
+            wait_until(lambda: not self.accessible().find_all("alert"), "the end of the message")
+            self.world.move(1, 1)
+            self.sees(moved)
+            self.assertEqual(self.arranged(), before)
         self.end()
 
 

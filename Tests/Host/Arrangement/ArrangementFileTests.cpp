@@ -1,6 +1,7 @@
 #include "Host/Arrangement/ArrangementFile.h"
 
 #include "Host/Arrangement/ArrangementJson.h"
+#include "Host/Arrangement/FileLock.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/MemoryFileSystem.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -21,6 +22,7 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 using Kind = ArrangementError::Kind;
 using Names = std::set<std::string>;
 using ::testing::AllOf;
@@ -64,6 +66,13 @@ TEST_F(ArrangementFileTest, BeginsEmptyAndKeepsWhatIsChanged) {
     EXPECT_EQ(update->arrangement.instances.front().id, 2U);
     EXPECT_EQ(failure(file, Removal{1}, Kind::refused), "there is no widget 1; there are 2");
     EXPECT_EQ(folder.names(), (Names{"arrangement.json", "arrangement.lock"}));
+}
+
+TEST_F(ArrangementFileTest, WaitsForAnothersLockOnlySoLong) {
+    const auto held = FileLock::take(folder.path("arrangement.lock"), 0ms);
+    const ArrangementFile hasty(platform::DiskFileSystem::shared(), folder.path(""), 20ms);
+    EXPECT_THAT(failure(hasty, addition, Kind::unwritable), HasSubstr("arrangement.lock: another process has it"));
+    EXPECT_EQ(count(), 0U);
 }
 
 TEST_F(ArrangementFileTest, LosesNothingOfManyProcesses) {

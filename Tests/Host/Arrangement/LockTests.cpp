@@ -14,6 +14,7 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 std::optional<LockError::Kind> failureOf(const platform::Expected<HostLock, LockError>& lock) {
     return lock ? std::nullopt : std::optional(lock.error().kind);
@@ -34,7 +35,7 @@ TEST(HostLock, IsOneHostsAsLongAsItLives) {
         });
         EXPECT_EQ(platform::statusOf(other), 0);
         // Commands go on meanwhile.
-        EXPECT_TRUE(FileLock::take(place / "arrangement.lock", FileLock::Patience::givesUp));
+        EXPECT_TRUE(FileLock::take(place / "arrangement.lock", 0ms));
     }
     EXPECT_EQ(failureOf(HostLock::take(place)), std::nullopt);
 }
@@ -64,7 +65,7 @@ TEST(HostLock, GoesWithAHostThatIsKilled) {
 
 TEST(FileLock, MakesItsFoldersForTheUserAlone) {
     const platform::TemporaryFolder folder;
-    EXPECT_TRUE(FileLock::take(folder.path("a/b/lock"), FileLock::Patience::givesUp));
+    EXPECT_TRUE(FileLock::take(folder.path("a/b/lock"), 0ms));
     for (const char* made : {"a", "a/b"}) {
         struct stat status {};
         ASSERT_EQ(stat(folder.path(made).c_str(), &status), 0) << made;
@@ -84,7 +85,7 @@ TEST(FileLock, SaysWhyItCannotBeHad) {
     for (const auto& [path, why] :
          {Row{"file/lock", "Not a directory"}, Row{"folder", "Is a directory"},
           Row{"link", "Too many levels of symbolic links"}, Row{"link/lock", "No such file or directory"}}) {
-        const auto lock = FileLock::take(folder.path(path), FileLock::Patience::givesUp);
+        const auto lock = FileLock::take(folder.path(path), 0ms);
         ASSERT_FALSE(lock) << path;
         EXPECT_EQ(lock.error().kind, LockError::Kind::impossible) << path;
         EXPECT_EQ(lock.error().message, "cannot lock " + folder.path(path) + ": " + why);
