@@ -3,8 +3,10 @@
 #include "Host/Arrangement/ArrangementFile.h"
 #include "Host/Arrangement/ArrangementJson.h"
 #include "Host/Commands/ArrangementTable.h"
-#include "Host/Commands/DeclaredChoices.h"
 #include "Host/Commands/HostCommands.h"
+#include "Host/Connection/DeclaredChoices.h"
+#include "Host/Session/AddCommand.h"
+#include "Host/Session/RunningHost.h"
 
 #include <fmt/format.h>
 
@@ -16,15 +18,11 @@ namespace {
 using platform::Unexpected;
 
 Failure failureOf(const ArrangementError& error) {
-    switch (error.kind) {
-    case ArrangementError::Kind::refused:
-        return {ExitCode::usage, error.message};
-    case ArrangementError::Kind::unwritable:
-        return {ExitCode::cannotCreate, error.message};
-    case ArrangementError::Kind::unreadable:
-        break;
-    }
-    return {ExitCode::configuration, error.message};
+    return {exitCodeOf(error.kind), error.message};
+}
+
+Failure usageFailure(std::string message) {
+    return {ExitCode::usage, std::move(message)};
 }
 
 Outcome<ArrangementFile> arrangementFile() {
@@ -64,30 +62,57 @@ Outcome<Arrangement> carryOut(const ArrangementChange& change) {
     return std::move(update->arrangement);
 }
 
+Outcome<WidgetInfo> receiveWidget(ExtensionConnection& connection, const std::string& kind) {
+    const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
+    if (!widgets) {
+        return Unexpected{widgets.error()};
+    }
+    auto widget = declaredWidget(*widgets, kind);
+    return widget ? Outcome<WidgetInfo>(*std::move(widget)) : Unexpected{usageFailure(widget.error())};
+}
+
 } // namespace
 
 std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest& request) {
+    const auto manifests = manifestsOf(choice);
+    if (!manifests) {
+        return manifests.error();
+    }
+    std::vector<std::string> extensions;
+    for (const Manifest& manifest : *manifests) {
+        extensions.push_back(manifest.identifier);
+    }
+    Instance instance{.extension = extensions.front(),
+                      .kind = request.kind,
+                      .family = request.family.value_or("medium"),
+                      .configuration = request.settings,
+                      .output = request.output,
+                      .position = request.position,
+                      .unknown = {}};
+    if (const auto fault = faultOf(instance)) {
+        return usageFailure(*fault);
+    }
+    if (const auto code = callRunningHost(addWords(instance, request.family, extensions))) {
+        return saidAlready(*code);
+    }
     auto connection = openExtensionFor(request.kind, choice);
     if (!connection) {
         return connection.error();
     }
-    const auto widget = declaredWidget(*connection, request.kind);
+    const auto widget = receiveWidget(*connection, request.kind);
     if (!widget) {
         return widget.error();
     }
     const auto family = declaredFamily(*widget, request.family);
     if (!family) {
-        return family.error();
+        return usageFailure(family.error());
     }
-    if (auto wrong = checkSettings(*widget, request.settings)) {
-        return wrong;
+    if (const auto wrong = checkSettings(*widget, request.settings)) {
+        return usageFailure(*wrong);
     }
-    const auto arrangement = carryOut(Addition{{.extension = connection->manifest().identifier,
-                                                .kind = request.kind,
-                                                .family = *family,
-                                                .configuration = request.settings,
-                                                .output = request.output,
-                                                .position = request.position}});
+    instance.extension = connection->manifest().identifier;
+    instance.family = *family;
+    const auto arrangement = carryOut(Addition{std::move(instance)});
     if (!arrangement) {
         return arrangement.error();
     }
@@ -101,19 +126,19 @@ std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edi
     }
     const auto instance = instanceWith(edit.id, *arrangement);
     if (!instance) {
-        return Failure{ExitCode::usage, instance.error()};
+        return usageFailure(instance.error());
     }
     auto connection = openExtensionNamed(instance->extension, choice);
     if (!connection) {
         return connection.error();
     }
     // An id is not given twice: whatever happens meanwhile, it is of this kind or gone.
-    const auto widget = declaredWidget(*connection, instance->kind);
+    const auto widget = receiveWidget(*connection, instance->kind);
     if (!widget) {
         return widget.error();
     }
-    if (auto wrong = checkSettings(*widget, edit.settings)) {
-        return wrong;
+    if (const auto wrong = checkSettings(*widget, edit.settings)) {
+        return usageFailure(*wrong);
     }
     return changeArrangement(edit);
 }

@@ -1,5 +1,6 @@
 #include "Host/Commands/Extensions.h"
 
+#include "Host/Connection/DeclaredChoices.h"
 #include "Host/Connection/Manifest.h"
 
 #include <algorithm>
@@ -11,21 +12,6 @@ using platform::Unexpected;
 
 Failure unavailable(std::string message) {
     return {ExitCode::unavailable, std::move(message)};
-}
-
-/// The manifests of the chosen extension or of every installed one; at least one, and none of them broken.
-Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
-    std::vector<Manifest> manifests;
-    for (auto& manifest : readManifests(choice)) {
-        if (!manifest) {
-            return Unexpected{unavailable(manifest.error())};
-        }
-        manifests.push_back(*std::move(manifest));
-    }
-    if (manifests.empty()) {
-        return Unexpected{unavailable("no extension is installed; name one with --extension")};
-    }
-    return manifests;
 }
 
 Outcome<ExtensionConnection> open(const Manifest& manifest, const ExtensionChoice& choice) {
@@ -46,6 +32,20 @@ std::vector<platform::Expected<Manifest, std::string>> readManifests(const Exten
     }
     for (const auto& file : installedManifests()) {
         manifests.push_back(readManifest(file));
+    }
+    return manifests;
+}
+
+Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
+    std::vector<Manifest> manifests;
+    for (auto& manifest : readManifests(choice)) {
+        if (!manifest) {
+            return Unexpected{unavailable(manifest.error())};
+        }
+        manifests.push_back(*std::move(manifest));
+    }
+    if (manifests.empty()) {
+        return Unexpected{unavailable("no extension is installed; name one with --extension")};
     }
     return manifests;
 }
@@ -88,7 +88,7 @@ Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const Ext
             return std::move(connection);
         }
     }
-    return Unexpected{Failure{ExitCode::usage, "no installed extension has the widget " + kind}};
+    return Unexpected{Failure{ExitCode::usage, unknownWidget(kind)}};
 }
 
 platform::Expected<Manifest, std::string> manifestNamed(const std::string& identifier, const ExtensionChoice& choice) {

@@ -23,6 +23,9 @@ struct ExtensionChoice {
 /// The manifest of the chosen extension, or those of every installed one, each with what is wrong with it in its place.
 std::vector<platform::Expected<Manifest, std::string>> readManifests(const ExtensionChoice& choice);
 
+/// The manifests of the chosen extension or of every installed one; at least one.
+Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice);
+
 /// Starts the chosen extension, or every installed one; at least one.
 Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice);
 

@@ -21,11 +21,6 @@ class NoWindows final : public HostDisplay {
     void tileReloaded(const Tile& /*tile*/) override {}
 };
 
-/// What the running host has said already, as an exit code.
-std::optional<Failure> saidAlready(int code) {
-    return code == 0 ? std::nullopt : std::optional(Failure{static_cast<ExitCode>(code), ""});
-}
-
 std::optional<Failure> ask(const std::vector<std::string>& arguments) {
     const auto code = callRunningHost(arguments);
     if (!code) {
@@ -37,6 +32,10 @@ std::optional<Failure> ask(const std::vector<std::string>& arguments) {
 }
 
 } // namespace
+
+std::optional<Failure> saidAlready(int code) {
+    return code == 0 ? std::nullopt : std::optional(Failure{static_cast<ExitCode>(code), ""});
+}
 
 Outcome<std::filesystem::path> configurationFolder() {
     const auto folder = userConfigFolder();

@@ -25,6 +25,9 @@ std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& displ
 /// Has the running host ask for its tiles of that kind, or all, at once, and waits for the answers.
 std::optional<Failure> reloadTiles(const std::optional<std::string>& kind);
 
+/// What the running host has said already, as an exit code.
+std::optional<Failure> saidAlready(int code);
+
 /// Has the running host say how a tile is doing.
 std::optional<Failure> explainTile(InstanceId id);
 

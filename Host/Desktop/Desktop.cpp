@@ -113,6 +113,17 @@ void Desktop::arranged(const Arrangement& arrangement) {
     }
 }
 
+void Desktop::findPlace(Instance& instance) {
+    auto tiles = tilesToPlace();
+    tiles.push_back({&instance, settings_.tileSize(instance.family)});
+    const auto places = placeTiles(tiles, outputs_.screens());
+    if (!places.empty() && places.back().source == PlacedTile::Source::chosen) {
+        const Move there = moveTo(instance.id, places.back().screen, places.back().frame);
+        instance.position = there.position;
+        instance.output = there.output;
+    }
+}
+
 bool Desktop::present() {
     showGallery();
     return true;
@@ -138,11 +149,7 @@ void Desktop::tileReloaded(const Tile& tile) {
 
 /// Puts every tile where it belongs on the screens that there are.
 void Desktop::place() {
-    std::vector<TileToPlace> toPlace;
-    for (const Instance& instance : arrangement_.instances) {
-        toPlace.push_back({&instance, tiles_.at(instance.id)->size()});
-    }
-    places_ = placeTiles(toPlace, outputs_.screens());
+    places_ = placeTiles(tilesToPlace(), outputs_.screens());
     if (places_.empty()) {
         // The tiles wait for a screen.
         for (const auto& [id, tile] : tiles_) {
@@ -153,6 +160,14 @@ void Desktop::place() {
         tiles_.at(place.id)->put(outputs_.all()[place.screen], place.frame);
     }
     keepingPlaces_.whenIdle<&Desktop::keepPlaces>(this);
+}
+
+std::vector<TileToPlace> Desktop::tilesToPlace() const {
+    std::vector<TileToPlace> tiles;
+    for (const Instance& instance : arrangement_.instances) {
+        tiles.push_back({&instance, settings_.tileSize(instance.family)});
+    }
+    return tiles;
 }
 
 /// A tile that was given a free place stays there.

@@ -41,6 +41,7 @@ class Desktop final : public HostDisplay, private TileHands {
 
     void started(HostApplication& host) override;
     void arranged(const Arrangement& arrangement) override;
+    void findPlace(Instance& instance) override;
     bool present() override;
     void ending() override;
     void tileChanged(const Tile& tile) override;
@@ -58,6 +59,7 @@ class Desktop final : public HostDisplay, private TileHands {
 
     void lookAround();
     void place();
+    std::vector<TileToPlace> tilesToPlace() const;
     void keepPlaces();
     Move moveTo(InstanceId id, std::size_t screen, const Rect& frame) const;
     void moveTile(const Move& move, std::function<void(const HostApplication::Change& result)> done);

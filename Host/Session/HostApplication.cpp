@@ -1,6 +1,8 @@
 #include "Host/Session/HostApplication.h"
 
 #include "Host/Connection/Landlock.h"
+#include "Host/Session/AddCommand.h"
+#include "Host/Session/ExitCode.h"
 #include "Host/Session/Explanation.h"
 #include "Host/Session/RunningHost.h"
 
@@ -16,8 +18,8 @@ namespace host {
 
 namespace {
 
-constexpr int usageError = 64;
-constexpr int unavailable = 69;
+constexpr int usage = static_cast<int>(ExitCode::usage);
+constexpr int unavailable = static_cast<int>(ExitCode::unavailable);
 
 /// How long the end waits for what is still to be written.
 constexpr std::chrono::seconds finishTimeout{5};
@@ -158,7 +160,14 @@ void HostApplication::change(ArrangementChange change, std::function<void(const 
         std::optional<Change> result;
     };
     auto writing = std::make_shared<Writing>(Writing{file_, std::move(change), std::nullopt});
-    work_.add({.prepare = nullptr,
+    work_.add({.prepare =
+                   [this, writing] {
+                       // Only now it is known what lies where.
+                       auto* addition = std::get_if<Addition>(&writing->change);
+                       if (addition != nullptr && !addition->instance.position) {
+                           display_.findPlace(addition->instance);
+                       }
+                   },
                .work = [writing] { writing->result = writing->file.update(writing->change); },
                .done =
                    [this, writing, done = std::move(done)] {
@@ -196,10 +205,11 @@ int HostApplication::answer(GApplicationCommandLine* line) {
         return 0;
     }
     int count = 0;
-    char** words = g_application_command_line_get_arguments(line, &count);
-    const std::string command = count > 1 ? words[1] : "";
-    const std::optional<std::string> argument = count > 2 ? std::optional<std::string>(words[2]) : std::nullopt;
-    g_strfreev(words);
+    char** arguments = g_application_command_line_get_arguments(line, &count);
+    const std::vector<std::string> words(arguments, arguments + count);
+    g_strfreev(arguments);
+    const std::string command = words.size() > 1 ? words[1] : "";
+    const auto argument = words.size() > 2 ? std::optional(words[2]) : std::nullopt;
     if (command == "host") {
         if (!display_.present()) {
             g_application_command_line_print(line, "A host runs already.\n");
@@ -216,11 +226,14 @@ int HostApplication::answer(GApplicationCommandLine* line) {
     if (command == "reload") {
         return reload(line, argument);
     }
+    if (command == "add") {
+        return answerAdd(*this, line, {words.begin() + 2, words.end()});
+    }
     if (command == "explain" && argument) {
         return explain(line, *argument);
     }
     g_application_command_line_printerr(line, "widgethost: the running host does not know \"%s\"\n", command.c_str());
-    return usageError;
+    return usage;
 }
 
 int HostApplication::reload(GApplicationCommandLine* line, const std::optional<std::string>& kind) {
@@ -251,7 +264,7 @@ int HostApplication::explain(GApplicationCommandLine* line, const std::string& i
         const std::string message =
             fmt::format("there is no tile {}; there {}\n", id, known.empty() ? "are none" : "are " + known);
         g_application_command_line_printerr(line, "widgethost: %s", message.c_str());
-        return usageError;
+        return usage;
     }
     const std::string text = explanation(*tile, platform::SystemClock::shared().now());
     g_application_command_line_print(line, "%s", text.c_str());

@@ -33,6 +33,8 @@ class HostDisplay : public SessionObserver {
     virtual void started(HostApplication& /*host*/) {}
     /// What is placed is another than before, or where; told before the session's tiles change.
     virtual void arranged(const Arrangement& /*arrangement*/) {}
+    /// Gives an instance without a position a free place, if this has places.
+    virtual void findPlace(Instance& /*instance*/) {}
     /// The host was asked for again: whoever did that wants to see it. Answers whether there is something to see.
     virtual bool present() { return false; }
     /// The host ends; what is to be kept must be kept now.

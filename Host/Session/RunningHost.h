@@ -1,7 +1,8 @@
 // The host that runs in this login session, found on the session bus.
 //
-// It is asked by command lines: "sync", to read the arrangement anew; "reload [KIND]"; "explain ID"; "host", which it
-// answers by saying that it is there. What it prints comes out here, and its exit code comes back.
+// It is asked by command lines: "sync", to read the arrangement anew; "add" (AddCommand.h); "reload [KIND]";
+// "explain ID"; "host", which it answers by saying that it is there. What it prints comes out here, and its exit code
+// comes back.
 #pragma once
 
 #include "Platform/Foundation/Expected.h"

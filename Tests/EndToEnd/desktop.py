@@ -83,6 +83,11 @@ class DesktopTest(unittest.TestCase):
         """The arrangement's members by their ids."""
         return {each["id"]: each for each in json.loads(self.arrangement.read_text())["instances"]}
 
+    def stamp(self):
+        """Another one after each time that the arrangement was written."""
+        status = self.arrangement.stat()
+        return status.st_ino, status.st_mtime_ns
+
     def command(self, *arguments):
         return (HOST, "--extension", self.manifest, "--home", self.home, *arguments)
 

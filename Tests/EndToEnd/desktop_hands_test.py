@@ -22,11 +22,6 @@ def at(tile, place=HEADING):
 
 
 class Hands:
-    def stamp(self):
-        """Another one after each time that the arrangement was written."""
-        status = self.arrangement.stat()
-        return status.st_ino, status.st_mtime_ns
-
     def test_links(self):
         self.make_world(accessible=True)
         recorder = LinkRecorder(self.world, ("https", "x-foliovault"))

@@ -1,12 +1,13 @@
 """The life of the host's desktop: commands that reach it, rest, and its end."""
 
+import json
 import os
 import signal
 import time
 import unittest
 from pathlib import Path
 
-from desktop import DesktopTest, Placed
+from desktop import IDENTIFIER, DesktopTest, Placed
 from support import HOST, favourites, wait_until
 from worlds import WaylandWorld, XWorld
 
@@ -20,9 +21,16 @@ class Life:
         self.arrange()
         self.start()
         self.await_answers()
-        self.assertEqual(self.tell("add", "FavoritesWidget", "--family", "medium"), b"1\n")
+        # The command starts no process of the extension, and what it adds is written with its place.
+        manifest = self.world.folder / "command.json"
+        manifest.write_text(json.dumps({"identifier": IDENTIFIER, "executable": "/bin/false"}))
+        self.assertEqual(self.world.run(HOST, "--extension", manifest, "add", "FavoritesWidget"), b"1\n")
+        stamp, children = self.stamp(), self.children()
         first = Placed(1, place=(24, 24))
         self.sees(first)
+        self.assertEqual(self.stamp(), stamp)
+        self.assertEqual(len(children), 1)
+        self.assertEqual(self.children(), children)
         self.tell("move", 1, *PLACE)
         self.sees(Placed(1, place=PLACE))
         self.assertTrue(self.is_clear((24, 24, 60, 40)))

@@ -78,6 +78,8 @@ class OneHost(SessionTest):
         self.start_host()
         self.assertEqual(self.succeed("add", "FavoritesWidget", "--family", "large"), "1\n")
         self.assertEqual(self.succeed("add", "ReadingListWidget"), "2\n")
+        for wrong, says in (("--family=tiny", 'no family "tiny"'), ("--set=group=a", 'no parameter "group"'), ("--set=filter=b", 'no choice of "filter" "b"')):
+            self.assertIn(says, self.refused(USAGE, "add", "ReadingListWidget", wrong))
         self.assertEqual(self.succeed("reload"), "")
         self.assertEqual(self.succeed("reload", "FavoritesWidget"), "")
         explained = self.succeed("explain", 1)

@@ -1,19 +1,17 @@
-#include "Host/Commands/DeclaredChoices.h"
+#include "Host/Connection/DeclaredChoices.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <functional>
-#include <vector>
 
 namespace host {
 namespace {
 
 using platform::Unexpected;
 
-Failure notAccepted(const std::string& what, const std::string& name, const std::vector<std::string>& accepted) {
+std::string notAccepted(const std::string& what, const std::string& name, const std::vector<std::string>& accepted) {
     const std::string names = accepted.empty() ? "none" : fmt::format("\"{}\"", fmt::join(accepted, "\", \""));
-    return {ExitCode::usage, fmt::format("no {} \"{}\"; accepted: {}", what, name, names)};
+    return fmt::format("no {} \"{}\"; accepted: {}", what, name, names);
 }
 
 template <class Value>
@@ -39,19 +37,19 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
 
 } // namespace
 
-Outcome<WidgetInfo> declaredWidget(ExtensionConnection& connection, const std::string& kind) {
-    const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
-    if (!widgets) {
-        return Unexpected{widgets.error()};
-    }
-    const WidgetInfo* widget = find(*widgets, &WidgetInfo::kind, kind);
+Message<WidgetInfo> declaredWidget(const std::vector<WidgetInfo>& widgets, const std::string& kind) {
+    const WidgetInfo* widget = find(widgets, &WidgetInfo::kind, kind);
     if (widget == nullptr) {
-        return Unexpected{notAccepted("kind", kind, names(*widgets, &WidgetInfo::kind))};
+        return Unexpected{notAccepted("kind", kind, names(widgets, &WidgetInfo::kind))};
     }
     return *widget;
 }
 
-Outcome<std::string> declaredFamily(const WidgetInfo& widget, const std::optional<std::string>& family) {
+std::string unknownWidget(const std::string& kind) {
+    return "no installed extension has the widget " + kind;
+}
+
+Message<std::string> declaredFamily(const WidgetInfo& widget, const std::optional<std::string>& family) {
     if (!family && !widget.families.empty()) {
         return contains(widget.families, "medium") ? std::string("medium") : widget.families.front();
     }
@@ -62,7 +60,7 @@ Outcome<std::string> declaredFamily(const WidgetInfo& widget, const std::optiona
     return wanted;
 }
 
-std::optional<Failure> checkSettings(const WidgetInfo& widget, const std::map<std::string, std::string>& settings) {
+std::optional<std::string> checkSettings(const WidgetInfo& widget, const std::map<std::string, std::string>& settings) {
     for (const auto& [name, choice] : settings) {
         const ParameterInfo* parameter = find(widget.parameters, &ParameterInfo::name, name);
         if (parameter == nullptr) {
