@@ -10,17 +10,10 @@ namespace platform {
 struct Curl {
     decltype(&::curl_easy_init) easyInit = nullptr;
     decltype(&::curl_easy_setopt) easySetopt = nullptr;
+    decltype(&::curl_easy_perform) easyPerform = nullptr;
     decltype(&::curl_easy_getinfo) easyGetinfo = nullptr;
     decltype(&::curl_easy_strerror) easyStrerror = nullptr;
     decltype(&::curl_easy_cleanup) easyCleanup = nullptr;
-    decltype(&::curl_multi_init) multiInit = nullptr;
-    decltype(&::curl_multi_add_handle) multiAddHandle = nullptr;
-    decltype(&::curl_multi_remove_handle) multiRemoveHandle = nullptr;
-    decltype(&::curl_multi_perform) multiPerform = nullptr;
-    decltype(&::curl_multi_poll) multiPoll = nullptr;
-    decltype(&::curl_multi_info_read) multiInfoRead = nullptr;
-    decltype(&::curl_multi_strerror) multiStrerror = nullptr;
-    decltype(&::curl_multi_cleanup) multiCleanup = nullptr;
 
     /// All of them, ready for use, or null where the machine has no such library.
     static const Curl* shared();

@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Curl.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +10,6 @@
 #include <string_view>
 #include <utility>
 
-#include <sys/eventfd.h>
 #include <sys/mman.h>
 
 namespace platform {
@@ -32,16 +32,16 @@ Unexpected<WebError> webError(std::string_view description) {
 class BodyBuffer {
   public:
     BodyBuffer() {
-        void* const pages = mmap(nullptr, CurlWebClient::greatestBody, PROT_READ | PROT_WRITE,
+        void* const pages = mmap(nullptr, CurlWebClient::maxBody, PROT_READ | PROT_WRITE,
                                  MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
         if (pages != MAP_FAILED) {
             pages_ = std::shared_ptr<char>(static_cast<char*>(pages),
-                                           [](char* start) { munmap(start, CurlWebClient::greatestBody); });
+                                           [](char* start) { munmap(start, CurlWebClient::maxBody); });
         }
     }
 
     bool isThere() const { return pages_ != nullptr; }
-    std::size_t room() const { return CurlWebClient::greatestBody - size_; }
+    std::size_t room() const { return CurlWebClient::maxBody - size_; }
 
     /// `bytes` must fit.
     void append(std::string_view bytes) {
@@ -56,51 +56,32 @@ class BodyBuffer {
     std::size_t size_ = 0;
 };
 
-/// One address on its way here, with handles of its own that it releases when it ends.
+/// One address on its way here. All that could go on for ever is bounded in `goesOn` and `takeHeader`.
 class Download {
   public:
-    Download(const Curl& curl, const URL& address, std::chrono::seconds patience)
-        : curl_(curl), multi_(curl.multiInit(), curl.multiCleanup), easy_(curl.easyInit(), curl.easyCleanup) {
-        if (multi_ && easy_ && body_.isThere()) {
-            setUp(address, patience);
-            curl_.multiAddHandle(multi_.get(), easy_.get());
-        }
-    }
-    Download(const Download&) = delete;
-    Download& operator=(const Download&) = delete;
-    ~Download() {
-        if (multi_ && easy_) {
-            curl_.multiRemoveHandle(multi_.get(), easy_.get());
+    Download(const Curl& curl, const URL& address, const CurlWebClient::Timeouts& timeouts,
+             const std::atomic<Clock::time_point>& end)
+        : curl_(curl), timeouts_(timeouts), end_(end), easy_(curl.easyInit(), curl.easyCleanup) {
+        if (easy_ && body_.isThere()) {
+            setUp(address);
         }
     }
 
-    /// Runs to the body or an error, or until `end`, which may come nearer when `endIsNear` becomes readable.
-    Expected<Data, WebError> run(const FileDescriptor& endIsNear, const std::atomic<Clock::time_point>& end) {
+    Expected<Data, WebError> run() {
         if (!isSetUp_) {
             return webError("libcurl cannot be set up");
         }
-        for (int running = 1; running > 0;) {
-            const Clock::time_point now = Clock::now();
-            const bool isEnding = end.load() != Clock::time_point::max();
-            if (isEnding && now >= end.load()) {
-                // The thread that looks a name up is not waited for.
-                curl_.easySetopt(easy_.get(), CURLOPT_QUICK_EXIT, 1L);
-                return webError("cancelled");
-            }
-            CURLMcode code = curl_.multiPerform(multi_.get(), &running);
-            if (code == CURLM_OK && running > 0) {
-                // libcurl wakes up by itself for its own time limits.
-                const auto wait = isEnding ? std::chrono::ceil<std::chrono::milliseconds>(end.load() - now)
-                                           : std::chrono::milliseconds(std::chrono::hours(1));
-                curl_waitfd ending{.fd = endIsNear.get(), .events = CURL_WAIT_POLLIN, .revents = 0};
-                code =
-                    curl_.multiPoll(multi_.get(), &ending, isEnding ? 0 : 1, static_cast<int>(wait.count()), nullptr);
-            }
-            if (code != CURLM_OK) {
-                return webError(curl_.multiStrerror(code));
-            }
+        const CURLcode code = curl_.easyPerform(easy_.get());
+        if (fault_ != nullptr) {
+            return webError(fault_);
         }
-        return result();
+        if (refusal() != 0) {
+            return webError("Received HTTP code " + std::to_string(refusal()) + " from proxy after CONNECT");
+        }
+        if (code != CURLE_OK) {
+            return webError(words_.front() != '\0' ? words_.data() : curl_.easyStrerror(code));
+        }
+        return body_.content();
     }
 
   private:
@@ -109,20 +90,34 @@ class Download {
         isSetUp_ = isSetUp_ && curl_.easySetopt(easy_.get(), option, value) == CURLE_OK;
     }
 
-    void setUp(const URL& address, std::chrono::seconds patience) {
-        const auto seconds = static_cast<long>(patience.count());
+    template <class Value>
+    Value info(CURLINFO name) const {
+        Value value = 0;
+        curl_.easyGetinfo(easy_.get(), name, &value);
+        return value;
+    }
+
+    void setUp(const URL& address) {
         isSetUp_ = true;
         set(CURLOPT_URL, address.absoluteString().c_str());
         set(CURLOPT_PROTOCOLS_STR, "https");
         set(CURLOPT_REDIR_PROTOCOLS_STR, "https");
         set(CURLOPT_FOLLOWLOCATION, 1L);
-        set(CURLOPT_MAXREDIRS, CurlWebClient::greatestRedirects);
+        set(CURLOPT_MAXREDIRS, CurlWebClient::maxRedirects);
         set(CURLOPT_ACCEPT_ENCODING, "gzip, deflate");
-        set(CURLOPT_CONNECTTIMEOUT, seconds);
-        set(CURLOPT_LOW_SPEED_LIMIT, 1L);
-        set(CURLOPT_LOW_SPEED_TIME, seconds);
+        // Shared out among the addresses of a name, so that the next one is tried when one is silent.
+        set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(timeouts_.silence.count()));
+        // The only other way to log in at such a proxy waits for others without asking `goesOn`.
+        set(CURLOPT_SOCKS5_AUTH, static_cast<long>(CURLAUTH_BASIC));
+        // The thread that looks a name up is not waited for.
+        set(CURLOPT_QUICK_EXIT, 1L);
         set(CURLOPT_NOSIGNAL, 1L);
         set(CURLOPT_ERRORBUFFER, words_.data());
+        set(CURLOPT_NOPROGRESS, 0L);
+        set(CURLOPT_XFERINFODATA, this);
+        set(CURLOPT_XFERINFOFUNCTION, curl_xferinfo_callback{&Download::watch});
+        set(CURLOPT_HEADERDATA, this);
+        set(CURLOPT_HEADERFUNCTION, curl_write_callback{&Download::receiveHeader});
         set(CURLOPT_WRITEDATA, this);
         set(CURLOPT_WRITEFUNCTION, curl_write_callback{&Download::receive});
         trust();
@@ -142,61 +137,95 @@ class Download {
         }
     }
 
+    /// Called whenever something arrives, and at least once a second.
+    static int watch(void* context, curl_off_t announced, curl_off_t received, curl_off_t /*announcedUpload*/,
+                     curl_off_t /*sent*/) noexcept {
+        return static_cast<Download*>(context)->goesOn(announced, received) ? 0 : 1;
+    }
+    static std::size_t receiveHeader(char* /*bytes*/, std::size_t size, std::size_t count, void* context) noexcept {
+        return static_cast<Download*>(context)->takeHeader(size * count) ? size * count : 0;
+    }
     static std::size_t receive(char* bytes, std::size_t size, std::size_t count, void* context) noexcept {
         return static_cast<Download*>(context)->take({bytes, size * count}) ? size * count : 0;
     }
 
+    bool goesOn(curl_off_t announced, curl_off_t received) {
+        const Clock::time_point now = Clock::now();
+        const auto signs = static_cast<curl_off_t>(headers_) + received + info<curl_off_t>(CURLINFO_PRETRANSFER_TIME_T);
+        if (signs != std::exchange(signs_, signs)) {
+            lastSign_ = now;
+        }
+        if (now >= end_.load()) {
+            return fail("cancelled");
+        }
+        if (now - start_ >= timeouts_.total) {
+            return fail("Timed out");
+        }
+        if (now - lastSign_ >= timeouts_.silence) {
+            return fail("Timed out waiting for data");
+        }
+        return std::cmp_less_equal(std::max(announced, received), CurlWebClient::maxBody) || fail(bodyTooLarge);
+    }
+
+    bool takeHeader(std::size_t size) {
+        headers_ += size;
+        if (headers_ > CurlWebClient::maxHeaders) {
+            return fail("the headers are larger than 256 KiB");
+        }
+        // libcurl would read the body of a refusal to its end, and tell nobody.
+        return refusal() == 0;
+    }
+
     bool take(std::string_view bytes) {
-        curl_off_t announced = 0;
-        curl_.easyGetinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-        isTooLong_ = std::cmp_greater(announced, CurlWebClient::greatestBody) || bytes.size() > body_.room();
-        if (isTooLong_) {
-            return false;
+        if (bytes.size() > body_.room()) {
+            return fail(bodyTooLarge);
         }
         body_.append(bytes);
         return true;
     }
 
-    Expected<Data, WebError> result() {
-        int remaining = 0;
-        const CURLMsg* const message = curl_.multiInfoRead(multi_.get(), &remaining);
-        const CURLcode code = message != nullptr ? message->data.result : CURLE_FAILED_INIT;
-        if (isTooLong_) {
-            return webError("the body is larger than 16 MiB");
-        }
-        if (code != CURLE_OK) {
-            return webError(words_.front() != '\0' ? words_.data() : curl_.easyStrerror(code));
-        }
-        return body_.content();
+    /// The status by which a proxy has refused to connect; 0 where none has.
+    long refusal() const {
+        constexpr long firstRefusal = 300;
+        const auto status = info<long>(CURLINFO_HTTP_CONNECTCODE);
+        return status >= firstRefusal ? status : 0;
     }
 
+    bool fail(const char* fault) {
+        fault_ = fault;
+        return false;
+    }
+
+    static constexpr const char* bodyTooLarge = "the body is larger than 16 MiB";
+
     const Curl& curl_;
-    std::array<char, CURL_ERROR_SIZE> words_{};
+    const CurlWebClient::Timeouts& timeouts_;
+    const std::atomic<Clock::time_point>& end_;
+    const Clock::time_point start_ = Clock::now();
+    /// What tells that somebody is there: it changes with every header, byte of the body and connection.
+    curl_off_t signs_ = 0;
+    Clock::time_point lastSign_ = start_;
+    std::size_t headers_ = 0;
     BodyBuffer body_;
-    bool isTooLong_ = false;
+    const char* fault_ = nullptr;
+    std::array<char, CURL_ERROR_SIZE> words_{};
     bool isSetUp_ = false;
-    std::unique_ptr<CURLM, decltype(Curl::multiCleanup)> multi_;
     std::unique_ptr<CURL, decltype(Curl::easyCleanup)> easy_;
 };
 
 } // namespace
-
-CurlWebClient::CurlWebClient(const Patience& patience)
-    : patience_(patience), endIsNear_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 Expected<Data, WebError> CurlWebClient::get(const URL& address) const {
     const Curl* const curl = Curl::shared();
     if (curl == nullptr) {
         return webError("libcurl.so.4 cannot be loaded");
     }
-    return Download(*curl, address, patience_.withServers).run(endIsNear_, end_);
+    return Download(*curl, address, timeouts_, end_).run();
 }
 
 void CurlWebClient::endSoon() {
     Clock::time_point never = Clock::time_point::max();
-    if (end_.compare_exchange_strong(never, Clock::now() + patience_.atTheEnd)) {
-        eventfd_write(endIsNear_.get(), 1);
-    }
+    end_.compare_exchange_strong(never, Clock::now() + timeouts_.end);
 }
 
 } // namespace platform

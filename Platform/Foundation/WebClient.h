@@ -3,7 +3,6 @@
 
 #include "Platform/Foundation/Data.h"
 #include "Platform/Foundation/Expected.h"
-#include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/URL.h"
 
 #include <atomic>
@@ -31,42 +30,46 @@ class WebClient {
 ///
 /// - A plain GET with the headers that libcurl sends by itself (Host, Accept: */*) and Accept-Encoding: gzip and
 ///   deflate are understood and taken off the body. Other encodings need more memory than a feed is worth.
-/// - HTTPS only, redirects included, of which `greatestRedirects` are followed.
+/// - HTTPS only, redirects included, of which `maxRedirects` are followed.
 /// - Servers must prove who they are, to the certificates in the file SSL_CERT_FILE and the folders SSL_CERT_DIR, the
 ///   latter the system's where it is not set: as OpenSSL has it. (libcurl's own way is the system's single file, which
 ///   holds the same and takes 20 ms to read.)
 /// - Proxies are those of https_proxy, all_proxy and no_proxy, in small letters or capitals.
-/// - A body of more than `greatestBody` bytes, as it is without its encoding, is an error as soon as that is known.
+/// - A body of more than `maxBody` bytes, with or without its encoding, is an error as soon as that is known; so are
+///   headers and trailers of more than `maxHeaders` bytes, those of proxies and redirects included. What a proxy says
+///   beside the headers of a refusal is not read.
 /// - Nothing is kept after a download: no connection, no cookie, no file.
 ///
 /// The process must ignore SIGPIPE.
 class CurlWebClient final : public WebClient {
   public:
-    static constexpr std::size_t greatestBody = std::size_t{16} << 20U;
-    static constexpr long greatestRedirects = 20;
+    static constexpr std::size_t maxBody = std::size_t{16} << 20U;
+    static constexpr std::size_t maxHeaders = std::size_t{256} << 10U;
+    static constexpr long maxRedirects = 20;
 
-    struct Patience {
-        /// To connect, and for a server that sends less than a byte a second. There is no limit to the whole.
-        std::chrono::seconds withServers{60};
-        /// For downloads after `endSoon`.
-        std::chrono::milliseconds atTheEnd{2000};
+    /// When a download ends with an error, at most a second later.
+    struct Timeouts {
+        /// To connect, with the name's lookup, a proxy and TLS; and then without a byte of a header or the body.
+        std::chrono::milliseconds silence{20'000};
+        /// In all.
+        std::chrono::milliseconds total{90'000};
+        /// After `endSoon`.
+        std::chrono::milliseconds end{500};
     };
 
-    CurlWebClient() : CurlWebClient(Patience()) {}
-    explicit CurlWebClient(const Patience& patience);
+    CurlWebClient() : CurlWebClient(Timeouts()) {}
+    explicit CurlWebClient(const Timeouts& timeouts) : timeouts_(timeouts) {}
 
     Expected<Data, WebError> get(const URL& address) const override;
 
-    /// Nobody waits for long any more: downloads that are not done when `Patience::atTheEnd` is over, those that start
-    /// only then included, end with the error "cancelled". Any thread; the first call counts.
+    /// Gives downloads no more than `Timeouts::end`, those that start only then included; their error is "cancelled".
+    /// Any thread; the first call counts.
     void endSoon();
 
   private:
     using Clock = std::chrono::steady_clock;
 
-    Patience patience_;
-    /// Readable from `endSoon` on.
-    FileDescriptor endIsNear_;
+    Timeouts timeouts_;
     std::atomic<Clock::time_point> end_{Clock::time_point::max()};
 };
 

@@ -111,6 +111,33 @@ class HttpsServer:
             self.requests.append(request)
 
 
+class Peer:
+    """A server that says what it likes: `talk` has each connection, and a function that pauses until the end or so many seconds."""
+
+    def __init__(self, talk):
+        peer = self
+
+        class Connection(socketserver.BaseRequestHandler):
+            def handle(self):
+                peer.connections += 1
+                talk(self.request, lambda seconds=None: peer._stopping.wait(seconds))
+        self.connections = 0
+        self._stopping = threading.Event()
+        self._server = _Server(("127.0.0.1", 0), Connection)
+        self.port = self._server.server_address[1]
+        self._thread = threading.Thread(target=self._server.serve_forever, args=(.01,))
+
+    def __enter__(self):
+        self._thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self._stopping.set()
+        self._server.shutdown()
+        self._thread.join()
+        self._server.server_close()
+
+
 class _Server(socketserver.ThreadingTCPServer):
     daemon_threads = True
     block_on_close = False
@@ -202,6 +229,16 @@ def drip(pieces, seconds):
 def hang():
     """No answer."""
     return lambda handler: handler.pause(None)
+
+
+def forever(start, piece, seconds=0):
+    """The first bytes of an answer, and then the same ones again and again, with a wait before each."""
+    def page(handler):
+        handler.wfile.write(start)
+        while True:
+            handler.pause(seconds)
+            handler.wfile.write(piece)
+    return page
 
 
 def cut(content, announced):

@@ -252,7 +252,7 @@ class Waiting(TipsTest):
             self.assertEqual(extension.process.wait(10), 0)
 
     def test_a_download_that_is_nearly_done_is_waited_for_at_the_end(self):
-        self.publish(drip([feed("New")[:300], feed("New")[300:]], .3))
+        self.publish(drip([feed("New")[:300], feed("New")[300:]], .05))
         with self.extension() as extension:
             extension.send("timeline", **self.REQUEST)
             extension.process.stdin.close()

@@ -1,6 +1,6 @@
-// web_client_probe PATIENCE GRACE ADDRESS…: downloads the addresses side by side, as the extension would, and prints
+// web_client_probe SILENCE TOTAL END ADDRESS…: downloads the addresses side by side, as the extension would, and prints
 // for each, in their order, "body SIZE" and the body's bytes, or "error WORDS". The end of the input is the host's.
-// PATIENCE is in seconds, GRACE in milliseconds. The last line is "resident SIZE", this process's memory in bytes.
+// The timeouts are in milliseconds. The last line is "resident SIZE", this process's memory in bytes.
 
 #include "Platform/Foundation/WebClient.h"
 
@@ -70,14 +70,14 @@ int main(int count, char** arguments) {
     mallopt(M_MMAP_THRESHOLD, keptRoom);
     mallopt(M_TRIM_THRESHOLD, keptRoom);
     mallopt(M_ARENA_MAX, 1);
-    static CurlWebClient client({.withServers = std::chrono::seconds(std::atoi(arguments[1])),
-                                 .atTheEnd = std::chrono::milliseconds(std::atoi(arguments[2]))});
+    const auto milliseconds = [&](int index) { return std::chrono::milliseconds(std::atoi(arguments[index])); };
+    static CurlWebClient client({.silence = milliseconds(1), .total = milliseconds(2), .end = milliseconds(3)});
     std::thread([] {
         awaitEndOfInput();
         client.endSoon();
     }).detach();
     std::vector<std::future<Answer>> answers;
-    for (int index = 3; index < count; ++index) {
+    for (int index = 4; index < count; ++index) {
         answers.push_back(
             std::async(std::launch::async, [address = arguments[index]] { return client.get(*URL::parse(address)); }));
     }

@@ -9,7 +9,7 @@ import time
 import unittest
 from pathlib import Path
 
-from https_server import Authority, HttpsServer, body, cut, drip, flood, gzip_bomb, gzipped, hang, redirect, stall, until_the_end
+from https_server import Authority, HttpsServer, Peer, body, cut, drip, flood, forever, gzip_bomb, gzipped, hang, redirect, stall, until_the_end
 
 PROBE = Path(os.environ["PROGRAMS"]).parent / "tests" / "web_client_probe"
 SANITIZED = bool(os.environ.get("SANITIZED"))
@@ -27,8 +27,8 @@ def setUpModule():
 class Probe:
     """Downloads addresses in a process of its own."""
 
-    def __init__(self, addresses, variables, patience, grace, input):
-        command = [str(part) for part in (PROBE, patience, grace, *addresses)]
+    def __init__(self, addresses, variables, timeouts, input):
+        command = [str(part) for part in (PROBE, *timeouts, *addresses)]
         self.process = subprocess.Popen(command, stdin=input, stdout=subprocess.PIPE, env=variables)
 
     def answers(self):
@@ -58,9 +58,10 @@ class WebClientTest(unittest.TestCase):
         self.addCleanup(server.__exit__)
         return server
 
-    def probe(self, *addresses, patience=30, grace=2000, input=subprocess.PIPE, trusted=True, **variables):
+    def probe(self, *addresses, silence=30_000, total=60_000, end=500, input=subprocess.PIPE, trusted=True, **variables):
+        """The timeouts are in milliseconds."""
         trust = {"SSL_CERT_FILE": str(authority.file)} if trusted else {}
-        return Probe(addresses, {"HOME": str(self.home), **trust, **variables}, patience, grace, input)
+        return Probe(addresses, {"HOME": str(self.home), **trust, **variables}, (silence, total, end), input)
 
     def get(self, address, **more):
         """The body or the error's text. A path alone is one of the server."""
@@ -214,44 +215,123 @@ class Proxies(WebClientTest):
         self.assertEqual(self.get("/", https_proxy="http://absent.example:1"), "Could not resolve proxy: absent.example")
 
 
-class Waiting(WebClientTest):
+HEAD = b"HTTP/1.1 200 OK\r\n"
+CHUNKED = HEAD + b"Transfer-Encoding: chunked\r\n\r\n1\r\nx\r\n0\r\n"
+FIELD = b"Field: " + b"x" * 1000 + b"\r\n"
+REFUSAL = b"HTTP/1.1 407 Proxy Authentication Required\r\n"
+SILENCE = "^Timed out waiting for data$|^Connection timed out|^Resolving timed out|^Proxy CONNECT aborted|^SSL connection timeout|^Received HTTP code 407|Timeout was reached$"
+TOO_MUCH = "^the headers are larger than 256 KiB$"
+
+
+class Bounds(WebClientTest):
+    """Whatever a server, a proxy or the network does, it comes to an end."""
+
+    def page(self, page):
+        """Where the server shows this page, with the variables that it takes to get there."""
+        path = f"/{len(self.pages)}"
+        self.pages[path] = page
+        return self.server.address(path), {}
+
+    def proxy(self, *said, seconds=None):
+        """The same, by a proxy that says these pieces one after the other, the last again and again unless it is to pause for ever."""
+        def talk(connection, pause):
+            connection.recv(1000)
+            for piece in said:
+                connection.sendall(piece)
+            while not pause(seconds):
+                connection.sendall(said[-1])
+        return "https://feeds.example/", {"https_proxy": f"http://127.0.0.1:{self.start(Peer(talk)).port}"}
+
+    def silent(self):
+        mute = self.start(Peer(lambda _, pause: pause()))
+        # One that nobody answers for: the first connections fill its queue.
+        deaf = socket.create_server(("127.0.0.1", 0), backlog=0)
+        self.addCleanup(deaf.close)
+        for _ in range(2):
+            waiting = socket.socket()
+            waiting.setblocking(False)
+            waiting.connect_ex(deaf.getsockname())
+            self.addCleanup(waiting.close)
+        return {"name": ("https://silent.example/", {}), "proxy's name": ("https://a.example/", {"https_proxy": "http://silent.example:1"}),
+                "network": (f"https://127.0.0.1:{deaf.getsockname()[1]}/", {}), "TLS": (f"https://localhost:{mute.port}/", {}),
+                "proxy": self.proxy(), "TLS through a proxy": self.proxy(HEAD + b"\r\n"), "refusal": self.proxy(REFUSAL),
+                "SOCKS proxy": ("https://localhost/", {"all_proxy": f"socks5://127.0.0.1:{mute.port}"}),
+                "server": self.page(hang()), "header": self.page(forever(HEAD + b"Fie", b"", 60)), "body": self.page(stall(b"a", 2)),
+                "redirect": self.page(redirect(f"https://localhost:{mute.port}/")), "trailer": self.page(forever(CHUNKED, b"", 60))}
+
+    def dripping(self):
+        slow = drip([b"x"] * 1000, .2)
+
+        def slow_redirect(handler):
+            handler.pause(.4)
+            redirect(handler.path)(handler)
+        return {"headers": self.page(forever(HEAD, b"A: b\r\n", .2)), "body": self.page(slow), "redirects": self.page(slow_redirect),
+                "trailers": self.page(forever(CHUNKED, b"A: b\r\n", .2)), "proxy": self.proxy(HEAD, b"A: b\r\n", seconds=.2)}
+
+    def endless(self):
+        last = b"Location: /\r\nTransfer-Encoding: chunked\r\n\r\n"
+        many = self.page(lambda handler: handler.wfile.write(b"HTTP/1.1 302 Found\r\nContent-Length: 0\r\n" + FIELD * 15
+                                                             + b"Location: " + handler.path.encode() + b"\r\n\r\n"))
+        return {"headers": (*self.page(forever(HEAD, FIELD)), TOO_MUCH), "redirects' headers": (*many, TOO_MUCH),
+                "interim answers": (*self.page(forever(b"", b"HTTP/1.1 103 Early Hints\r\nA: b\r\n\r\n")), TOO_MUCH),
+                "trailers": (*self.page(forever(CHUNKED, FIELD)), TOO_MUCH),
+                "header": (*self.page(forever(HEAD + b"A: ", b"x" * 1000)), "(?i)memory|too large|header"),
+                "redirect's body": (*self.page(forever(b"HTTP/1.1 302 Found\r\n" + last, b"1000\r\n" + b"x" * 4096 + b"\r\n")), TOO_LARGE),
+                "proxy's headers": (*self.proxy(HEAD, FIELD, seconds=0), TOO_MUCH),
+                "proxy's refusal": (*self.proxy(REFUSAL + b"\r\n", FIELD, seconds=0), "^Received HTTP code 407 from proxy after CONNECT$"),
+                "proxy's chunks": (*self.proxy(REFUSAL + last, b"1\r\nx\r\n", seconds=0), "^Received HTTP code 407 from proxy after CONNECT$")}
+
+    def check(self, rows, least, most, timeouts):
+        """All side by side: each has the error that is expected, in time, and takes little memory."""
+        probes = {what: self.probe(address, **timeouts, **variables) for what, (address, variables, _) in rows.items()}
+        start = time.monotonic()
+        for what, probe in probes.items():
+            (error,), resident = probe.answers()
+            self.assertRegex(error, rows[what][2], what)
+            self.assertTrue(least < time.monotonic() - start < most, what)
+            if not SANITIZED:
+                self.assertLess(resident, 64 * MIB, what)
+
     def test_who_makes_progress_is_waited_for(self):
         self.pages["/"] = drip([b"x" * 100] * 8, .3)
-        self.assertEqual(self.get("/", patience=1), b"x" * 800)
+        self.assertEqual(self.get("/", silence=1500, total=20_000), b"x" * 800)
 
-    def test_who_does_not_is_given_up(self):
-        self.pages["/"] = hang()
-        self.pages["/middle"] = stall(b"a", 2)
-        for path in self.pages:
-            self.assertRegex(self.get(path, patience=1), "^Operation too slow")
-        with socket.create_server(("127.0.0.1", 0)) as silent:
-            self.assertRegex(self.get(f"https://localhost:{silent.getsockname()[1]}/", patience=1), "(?i)connection timed? ?out")
+    def test_who_makes_none_is_given_up(self):
+        self.check({what: (*row, SILENCE) for what, row in self.silent().items()}, .9, 8, {"silence": 1000})
+
+    def test_who_takes_too_long_is_given_up(self):
+        self.check({what: (*row, "^Timed out$") for what, row in self.dripping().items()}, 1.9, 9, {"silence": 5000, "total": 2000})
+
+    def test_who_sends_too_much_is_given_up(self):
+        self.check(self.endless(), 0, 20, {})
 
     def test_the_end_of_the_input_leaves_time_to_finish(self):
         self.pages["/"] = drip([b"x"] * 5, .1)
         for input in (subprocess.PIPE, subprocess.DEVNULL):
-            probe = self.probe(self.server.address("/"), input=input, grace=20_000)
+            probe = self.probe(self.server.address("/"), input=input, end=20_000)
             if input == subprocess.PIPE:
                 self.until_asked(1)
                 probe.process.stdin.close()
             self.assertEqual(probe.answers()[0], [b"xxxxx"])
 
-    def test_and_no_more(self):
-        self.pages["/"] = hang()
-        addresses = [self.server.address("/"), "https://silent.example/", self.server.address("/")]
-        probe = self.probe(*addresses, grace=300)
-        self.until_asked(2)
+    def test_and_no_more_at_any_moment(self):
+        rows = {**self.silent(), **self.dripping()}
+        probes = [self.probe(address, **variables) for address, variables in rows.values()]
+        self.until_asked(4)
+        time.sleep(1)
         start = time.monotonic()
-        probe.process.stdin.close()
-        self.assertEqual(probe.answers()[0], ["cancelled"] * 3)
-        self.assertTrue(.25 < time.monotonic() - start < 10)
-        self.assertEqual(self.probe(*addresses, grace=0, input=subprocess.DEVNULL).answers()[0], ["cancelled"] * 3)
+        for probe in probes:
+            probe.process.stdin.close()
+        for what, probe in zip(rows, probes):
+            self.assertEqual(probe.answers()[0], ["cancelled"], what)
+            self.assertLess(time.monotonic() - start, 2, what)
+        self.assertEqual(self.probe("https://silent.example/", end=0, input=subprocess.DEVNULL).answers()[0], ["cancelled"])
 
     @unittest.skipIf(SANITIZED, "sanitizers need time of their own")
     def test_waiting_costs_nothing(self):
         self.pages["/"] = hang()
         before = resource.getrusage(resource.RUSAGE_CHILDREN)
-        self.assertEqual(self.get("/", input=subprocess.DEVNULL, grace=1500), "cancelled")
+        self.assertEqual(self.get("/", input=subprocess.DEVNULL, end=1500), "cancelled")
         after = resource.getrusage(resource.RUSAGE_CHILDREN)
         self.assertLess(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime, .7)
 
