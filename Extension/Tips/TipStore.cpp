@@ -23,18 +23,45 @@ constexpr std::string_view category = "TipStore";
 TipStore::TipStore(Surroundings surroundings)
     : around_(std::move(surroundings)), cachePath_(around_.cachesFolder + "/tips_cache.json") {}
 
-const TipStore& TipStore::shared() {
-    static const TipStore store({.files = DiskFileSystem::shared(),
-                                 .web = sharedWebClient(),
-                                 .clock = SystemClock::shared(),
-                                 .log = extensionLog(),
-                                 .cachesFolder = cachesDirectory(SystemUserDatabase::shared()),
-                                 .languages = preferredLanguages(languageSettingsOfEnvironment()),
-                                 .feedHost = FOLIOVAULT_SUPPORT_HOST});
+TipStore& TipStore::shared() {
+    static TipStore store({.files = DiskFileSystem::shared(),
+                           .web = sharedWebClient(),
+                           .clock = SystemClock::shared(),
+                           .log = extensionLog(),
+                           .cachesFolder = cachesDirectory(SystemUserDatabase::shared()),
+                           .languages = preferredLanguages(languageSettingsOfEnvironment()),
+                           .feedHost = FOLIOVAULT_SUPPORT_HOST});
     return store;
 }
 
-std::vector<TipItem> TipStore::fetchTips() const {
+void TipStore::fetchTips(Completion completion) {
+    if (const auto fresh = loadCache(Expiry::heeded)) {
+        return completion(*fresh);
+    }
+    const std::scoped_lock lock(mutex_);
+    if (!isServing_) {
+        thread_ = std::jthread([this] { serveWaiting(); });
+        isServing_ = true;
+    }
+    waiting_.push_back(std::move(completion));
+}
+
+void TipStore::serveWaiting() {
+    for (bool isDone = false; !isDone;) {
+        const auto tips = freshOrDownloaded();
+        std::unique_lock lock(mutex_);
+        const auto served = std::exchange(waiting_, {});
+        lock.unlock();
+        for (const Completion& completion : served) {
+            completion(tips);
+        }
+        lock.lock();
+        isDone = waiting_.empty();
+        isServing_ = !isDone;
+    }
+}
+
+std::vector<TipItem> TipStore::freshOrDownloaded() const {
     if (auto fresh = loadCache(Expiry::heeded)) {
         return *std::move(fresh);
     }

@@ -2,9 +2,8 @@
 // download however old.
 //
 // The store's memory is its cache file (see TipsCache.h), "tips_cache.json" in the process's caches folder. Whoever
-// asks while the file is fresh causes no download; several who ask while it is not each download on their own, and the
-// last writer's file stays. Nothing fails outward; what fails is logged, category "TipStore". Any thread, any number at
-// once.
+// asks while the file is fresh causes no download; all who ask during one share it. Of several processes that download
+// at once, the last writer's file stays. Nothing fails outward; what fails is logged, category "TipStore". Any thread.
 #pragma once
 
 #include "Extension/Tips/TipItem.h"
@@ -13,9 +12,12 @@
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/WebClient.h"
 
+#include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace foliovault {
@@ -43,11 +45,13 @@ class TipStore {
     explicit TipStore(Surroundings surroundings);
 
     /// The store on the web, and on the process's own caches folder.
-    static const TipStore& shared();
+    static TipStore& shared();
 
-    /// The tips, newest first, waiting for a download where one is needed. An answer of the server without tips is no
-    /// tips; the cache stays as it is.
-    std::vector<TipItem> fetchTips() const;
+    using Completion = std::function<void(const std::vector<TipItem>& tips)>;
+
+    /// Calls `completion` once with the tips, newest first: at once where the cache is fresh, else after a download, on
+    /// the store's own thread. An answer of the server without tips is no tips; the cache stays as it is.
+    void fetchTips(Completion completion);
 
     /// The feed's language for a user of these languages: "de" if the first is German, else "en".
     static std::string_view feedLanguage(const std::vector<std::string>& languages);
@@ -55,11 +59,17 @@ class TipStore {
   private:
     enum class Expiry { heeded, ignored };
 
+    void serveWaiting();
+    std::vector<TipItem> freshOrDownloaded() const;
     std::optional<std::vector<TipItem>> loadCache(Expiry expiry) const;
     void saveCache(const std::vector<TipItem>& tips) const;
 
     Surroundings around_;
     std::string cachePath_;
+    std::mutex mutex_;
+    std::vector<Completion> waiting_;
+    bool isServing_ = false;
+    std::jthread thread_;
 };
 
 /// The client of the shared store's downloads.

@@ -1,6 +1,7 @@
 #include "Extension/Tips/TipsProvider.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace foliovault {
 
@@ -25,16 +26,21 @@ TipsEntry TipsProvider::snapshot(const TipsIntent& intent) const {
     return {.date = clock_->now(), .tip = TipItem::sampleItems().front(), .mode = intent.mode};
 }
 
-Timeline<TipsEntry> TipsProvider::timeline(const TipsIntent& intent) const {
-    const auto tips = store_->fetchTips();
-    TipsEntry entry{.date = {}, .tip = std::nullopt, .mode = intent.mode};
-    if (intent.mode == TipsMode::tipOfTheDay) {
+void TipsProvider::timeline(const TipsIntent& intent, std::function<void(const Timeline<TipsEntry>&)> finish) const {
+    store_->fetchTips([this, mode = intent.mode, finish = std::move(finish)](const std::vector<TipItem>& tips) {
+        finish(timelineOf(tips, mode));
+    });
+}
+
+Timeline<TipsEntry> TipsProvider::timelineOf(const std::vector<TipItem>& tips, TipsMode mode) const {
+    TipsEntry entry{.date = {}, .tip = std::nullopt, .mode = mode};
+    if (mode == TipsMode::tipOfTheDay) {
         entry.tip = tipOfTheDay(tips);
     } else if (!tips.empty()) {
         entry.tip = tips.front();
     }
     entry.date = clock_->now();
-    const Date reload = intent.mode == TipsMode::tipOfTheDay
+    const Date reload = mode == TipsMode::tipOfTheDay
                             ? calendar_->startOfNextDay(entry.date).value_or(entry.date.addingSeconds(secondsPerDay))
                             : entry.date.addingSeconds(TipStore::cacheLifetime);
     Timeline<TipsEntry> timeline;

@@ -8,6 +8,7 @@
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Widgets/Timeline.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -27,19 +28,20 @@ class TipsProvider {
     using Entry = TipsEntry;
     using Intent = TipsIntent;
 
-    explicit TipsProvider(const TipStore& store = TipStore::shared(),
+    explicit TipsProvider(TipStore& store = TipStore::shared(),
                           const platform::Clock& clock = platform::SystemClock::shared(),
                           const platform::Calendar& calendar = platform::UserCalendar::shared())
         : store_(&store), clock_(&clock), calendar_(&calendar) {}
 
     TipsEntry placeholder() const { return snapshot({}); }
     TipsEntry snapshot(const TipsIntent& intent) const;
-    platform::Timeline<TipsEntry> timeline(const TipsIntent& intent) const;
+    void timeline(const TipsIntent& intent, std::function<void(const platform::Timeline<TipsEntry>&)> finish) const;
 
   private:
+    platform::Timeline<TipsEntry> timelineOf(const std::vector<TipItem>& tips, TipsMode mode) const;
     std::optional<TipItem> tipOfTheDay(const std::vector<TipItem>& tips) const;
 
-    const TipStore* store_;
+    TipStore* store_;
     const platform::Clock* clock_;
     const platform::Calendar* calendar_;
 };

@@ -170,7 +170,26 @@ Result valueOf(Expected<Result, InvalidChoice> answer) {
     return *std::move(answer);
 }
 
-/// The methods of the protocol, each writing its result.
+const Widget& widgetParameter(const WidgetBundle& bundle, const Json& params) {
+    const std::string& kind = textParameter(params, "kind");
+    std::vector<std::string> kinds;
+    for (const auto& widget : bundle.widgets) {
+        if (widget->kind() == kind) {
+            return *widget;
+        }
+        kinds.push_back(widget->kind());
+    }
+    refuseParameter(notAccepted("kind", kind, kinds));
+}
+
+void writeTimeline(JsonWriter& out, const Timeline<EntryContent>& timeline) {
+    out.beginObject();
+    writeEntries(out, timeline.entries);
+    out.key("reload").beginObject().member("policy", "after").member("date", toRfc3339(timeline.reload.date));
+    out.endObject().endObject();
+}
+
+/// The methods of the protocol but `timeline`, each writing its result.
 class Methods {
   public:
     Methods(const WidgetBundle& bundle, const Json& params, JsonWriter& out)
@@ -185,8 +204,6 @@ class Methods {
             const Widget& asked = widget();
             const Configuration configuration = configurationParameter(params_);
             writeEntry(out_, valueOf(asked.snapshot(configuration, environmentParameter(params_))));
-        } else if (method == "timeline") {
-            timeline();
         } else if (method == "options") {
             options();
         } else if (method == "previews") {
@@ -199,17 +216,7 @@ class Methods {
     }
 
   private:
-    const Widget& widget() const {
-        const std::string& kind = textParameter(params_, "kind");
-        std::vector<std::string> kinds;
-        for (const auto& widget : bundle_.widgets) {
-            if (widget->kind() == kind) {
-                return *widget;
-            }
-            kinds.push_back(widget->kind());
-        }
-        refuseParameter(notAccepted("kind", kind, kinds));
-    }
+    const Widget& widget() const { return widgetParameter(bundle_, params_); }
 
     void describe() const {
         out_.beginObject().member("identifier", bundle_.identifier).key("widgets").beginArray();
@@ -217,16 +224,6 @@ class Methods {
             writeDescription(out_, widget->description());
         }
         out_.endArray().endObject();
-    }
-
-    void timeline() const {
-        const Widget& asked = widget();
-        const Configuration configuration = configurationParameter(params_);
-        const auto timeline = valueOf(asked.timeline(configuration, environmentParameter(params_)));
-        out_.beginObject();
-        writeEntries(out_, timeline.entries);
-        out_.key("reload").beginObject().member("policy", "after").member("date", toRfc3339(timeline.reload.date));
-        out_.endObject().endObject();
     }
 
     void options() const {
@@ -302,6 +299,48 @@ std::string errorAnswer(const Id& id, ErrorCode code, std::string_view message) 
     return answer;
 }
 
+/// The error with which `work` ended, or nothing.
+template <class Work>
+std::optional<std::string> errorOf(const Id& id, Work work) {
+    try {
+        work();
+        return std::nullopt;
+    } catch (const RequestError& error) {
+        return errorAnswer(id, error.code, error.message);
+    } catch (const std::exception& error) {
+        return errorAnswer(id, ErrorCode::unforeseen, error.what());
+    }
+}
+
+/// The answer with the result that `writeResult` writes, or with the error that ends it.
+template <class WriteResult>
+std::string answerWith(const Id& id, WriteResult writeResult) {
+    std::string answer;
+    auto error = errorOf(id, [&] {
+        answer.reserve(usualAnswer);
+        JsonWriter out(answer);
+        out.beginObject().member("jsonrpc", "2.0");
+        writeId(out, id);
+        out.key("result");
+        writeResult(out);
+        out.endObject();
+    });
+    return error ? *std::move(error) : answer;
+}
+
+void answerTimeline(const WidgetBundle& bundle, const Json& params, const Id& id, const RequestHandler::Reply& reply) {
+    const auto error = errorOf(id, [&] {
+        const Widget& asked = widgetParameter(bundle, params);
+        const Configuration configuration = configurationParameter(params);
+        asked.timeline(configuration, environmentParameter(params), [id, reply](auto timeline) {
+            reply(answerWith(id, [&](JsonWriter& out) { writeTimeline(out, valueOf(std::move(timeline))); }));
+        });
+    });
+    if (error) {
+        reply(*error);
+    }
+}
+
 /// The request's id; nothing for one of a type that no id has.
 std::optional<Id> idOf(const Json& request) {
     const Json& id = request.at("id");
@@ -327,58 +366,48 @@ Json parse(std::string_view line, bool& tooDeep) {
     return parsedJson(line, watchDepth);
 }
 
-/// The answer to a request object, or nothing for a notification.
-std::optional<std::string> answerRequest(const WidgetBundle& bundle, const Json& request) {
+void answerRequest(const WidgetBundle& bundle, const Json& request, const RequestHandler::Reply& reply) {
     const bool hasId = request.contains("id");
     const auto id = hasId ? idOf(request) : Id{};
     if (!id) {
-        return errorAnswer({}, ErrorCode::notRequest, "\"id\" is neither an integer nor a text");
+        return reply(errorAnswer({}, ErrorCode::notRequest, "\"id\" is neither an integer nor a text"));
     }
     const auto version = request.find("jsonrpc");
     if (version == request.end() || *version != "2.0") {
-        return errorAnswer(*id, ErrorCode::notRequest, "\"jsonrpc\" is not \"2.0\"");
+        return reply(errorAnswer(*id, ErrorCode::notRequest, "\"jsonrpc\" is not \"2.0\""));
     }
-    const auto method = request.find("method");
-    if (method == request.end() || !method->is_string()) {
-        return errorAnswer(*id, ErrorCode::notRequest, "\"method\" is no text");
+    const auto member = request.find("method");
+    if (member == request.end() || !member->is_string()) {
+        return reply(errorAnswer(*id, ErrorCode::notRequest, "\"method\" is no text"));
     }
     if (!hasId) {
-        return std::nullopt;
+        return;
     }
     static const Json none = Json::object();
-    const auto params = request.find("params");
-    if (params != request.end() && !params->is_object()) {
-        return errorAnswer(*id, ErrorCode::invalidParameter, "\"params\" is no object");
+    const auto given = request.find("params");
+    const Json& params = given == request.end() ? none : *given;
+    if (!params.is_object()) {
+        return reply(errorAnswer(*id, ErrorCode::invalidParameter, "\"params\" is no object"));
     }
-    try {
-        std::string answer;
-        answer.reserve(usualAnswer);
-        JsonWriter out(answer);
-        out.beginObject().member("jsonrpc", "2.0");
-        writeId(out, *id);
-        out.key("result");
-        Methods(bundle, params == request.end() ? none : *params, out).call(method->get_ref<const std::string&>());
-        out.endObject();
-        return answer;
-    } catch (const RequestError& error) {
-        return errorAnswer(*id, error.code, error.message);
-    } catch (const std::exception& error) {
-        return errorAnswer(*id, ErrorCode::unforeseen, error.what());
+    const auto& method = member->get_ref<const std::string&>();
+    if (method == "timeline") {
+        return answerTimeline(bundle, params, *id, reply);
     }
+    reply(answerWith(*id, [&](JsonWriter& out) { Methods(bundle, params, out).call(method); }));
 }
 
 } // namespace
 
-std::optional<std::string> RequestHandler::answer(std::string_view line) const {
+void RequestHandler::answer(std::string_view line, const Reply& reply) const {
     bool tooDeep = false;
     const Json request = parse(line, tooDeep);
     if (request.is_discarded() && !tooDeep) {
-        return errorAnswer({}, ErrorCode::notJson, "the line is not JSON");
+        return reply(errorAnswer({}, ErrorCode::notJson, "the line is not JSON"));
     }
     if (tooDeep || !request.is_object()) {
-        return errorAnswer({}, ErrorCode::notRequest, "the line is no request object");
+        return reply(errorAnswer({}, ErrorCode::notRequest, "the line is no request object"));
     }
-    return answerRequest(bundle_, request);
+    answerRequest(bundle_, request, reply);
 }
 
 std::string RequestHandler::answerToTooLongLine() {

@@ -1,12 +1,11 @@
 // One message of the host, answered: the extension's end of the protocol without its transport.
 //
-// Messages are JSON-RPC 2.0, as Documentation/protocol.md has them. Handling never throws, and may happen on several
-// threads at once.
+// Messages are JSON-RPC 2.0, as Documentation/protocol.md has them. Handling never throws.
 #pragma once
 
 #include "Platform/Widgets/WidgetBundle.h"
 
-#include <optional>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -17,8 +16,11 @@ class RequestHandler {
     /// `bundle` must outlive the handler.
     explicit RequestHandler(const WidgetBundle& bundle) : bundle_(bundle) {}
 
-    /// The answer to one line, a message without the line's end; nothing for a notification, which has none.
-    std::optional<std::string> answer(std::string_view line) const;
+    using Reply = std::function<void(std::string answer)>;
+
+    /// Calls `reply` once with the answer to one line, a message without the line's end: at once, or for a timeline
+    /// that takes its time later, on another thread. Not for a notification, which has no answer.
+    void answer(std::string_view line, const Reply& reply) const;
 
     /// The answer to a line that was too long to be read.
     static std::string answerToTooLongLine();

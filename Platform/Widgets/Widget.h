@@ -3,7 +3,8 @@
 // `Widget` is what a bundle holds and the runner speaks to. A widget of the usual make, with an intent, a provider and
 // an entry view, is an `IntentWidget`, which needs no more than its `IntentConfiguration`.
 //
-// Requests may come from several threads at once, so providers must be safe to call concurrently.
+// Requests come one after the other on one thread, which no widget may hold up: one that waits for a network replies
+// later, on a thread of its own, and its views are made there.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -55,6 +56,8 @@ struct PreviewDescription {
     WidgetFamily family = WidgetFamily::medium;
 };
 
+using TimelineReply = std::function<void(Expected<Timeline<EntryContent>, InvalidChoice>)>;
+
 class Widget {
   public:
     virtual ~Widget() = default;
@@ -64,8 +67,9 @@ class Widget {
     virtual EntryContent placeholder(const Environment& environment) const = 0;
     virtual Expected<EntryContent, InvalidChoice> snapshot(const Configuration& configuration,
                                                            const Environment& environment) const = 0;
-    virtual Expected<Timeline<EntryContent>, InvalidChoice> timeline(const Configuration& configuration,
-                                                                     const Environment& environment) const = 0;
+    /// Calls `reply` once: at once, or later on another thread.
+    virtual void timeline(const Configuration& configuration, const Environment& environment,
+                          TimelineReply reply) const = 0;
 
     /// The choices of a parameter. `parameter` is one of the description's.
     virtual std::vector<Choice> choices(const std::string& parameter, const ChoiceRequest& request) const = 0;
@@ -91,7 +95,8 @@ struct Preview {
 };
 
 /// How a widget is made. `Provider` has the types `Entry` (with a member `date`) and `Intent`, and answers
-/// `placeholder()`, `snapshot(intent)` and `timeline(intent)`. Texts are in the user's language.
+/// `placeholder()`, `snapshot(intent)` and `timeline(intent)`; or where a timeline takes its time, `timeline(intent,
+/// finish)`, which calls `finish` with it once, on any thread. Texts are in the user's language.
 template <class Provider>
 struct IntentConfiguration {
     using Entry = typename Provider::Entry;
@@ -148,14 +153,19 @@ class IntentWidget final : public Widget {
         return contentOf(configuration_.provider.snapshot(*intent), environment);
     }
 
-    Expected<Timeline<EntryContent>, InvalidChoice> timeline(const Configuration& choices,
-                                                             const Environment& environment) const override {
+    void timeline(const Configuration& choices, const Environment& environment, TimelineReply reply) const override {
         const auto intent = intentOf(choices);
         if (!intent) {
-            return Unexpected{intent.error()};
+            return reply(Unexpected{intent.error()});
         }
-        const Timeline<Entry> timeline = configuration_.provider.timeline(*intent);
-        return Timeline<EntryContent>{contentsOf(timeline.entries, environment), timeline.reload};
+        const auto finish = [this, environment, reply](const Timeline<Entry>& timeline) {
+            reply(Timeline<EntryContent>{contentsOf(timeline.entries, environment), timeline.reload});
+        };
+        if constexpr (requires { configuration_.provider.timeline(*intent, finish); }) {
+            configuration_.provider.timeline(*intent, finish);
+        } else {
+            finish(configuration_.provider.timeline(*intent));
+        }
     }
 
     std::vector<Choice> choices(const std::string& name, const ChoiceRequest& request) const override {

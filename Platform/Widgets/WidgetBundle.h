@@ -15,7 +15,7 @@ struct WidgetBundle {
     std::string identifier;
     std::vector<std::unique_ptr<Widget>> widgets;
     /// Called once, if there is one, when the host has ended the input: what is still being worked on is waited for, so
-    /// it should not take long any more. On any thread, while others answer.
+    /// it should not take long any more.
     std::function<void()> inputEnded;
 };
 

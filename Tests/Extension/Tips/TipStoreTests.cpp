@@ -9,6 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <future>
+#include <latch>
+
 namespace foliovault {
 namespace {
 
@@ -45,6 +48,12 @@ struct MadeUp {
                          .languages = std::move(languages),
                          .feedHost = std::move(host)});
     }
+    std::vector<TipItem> fetchTips(std::string host = "support.example", std::vector<std::string> languages = {}) {
+        TipStore store = this->store(std::move(host), std::move(languages));
+        std::promise<std::vector<TipItem>> fetched;
+        store.fetchTips([&](const std::vector<TipItem>& tips) { fetched.set_value(tips); });
+        return fetched.get_future().get();
+    }
     void keep(const std::string& title, double age) {
         files.write(cachePath, encoded({.timestamp = {now - age}, .tips = {{.title = title, .guid = "kept"}}}));
     }
@@ -68,7 +77,7 @@ TEST(TipStore, AsksTheWebWhenTheCacheIsSixHoursOldAndNotBefore) {
         MadeUp around;
         around.keep("kept", row.age);
         around.web.publish(feedAddress, feedOf("new"));
-        EXPECT_THAT(titles(around.store().fetchTips()), ElementsAre(row.downloads ? "new" : "kept")) << row.age;
+        EXPECT_THAT(titles(around.fetchTips()), ElementsAre(row.downloads ? "new" : "kept")) << row.age;
         EXPECT_EQ(around.web.requests().size(), row.downloads ? 1U : 0U) << row.age;
         EXPECT_THAT(around.log.lines(), IsEmpty());
     }
@@ -77,14 +86,14 @@ TEST(TipStore, AsksTheWebWhenTheCacheIsSixHoursOldAndNotBefore) {
 TEST(TipStore, KeepsWhatItDownloadedForSixHours) {
     MadeUp around;
     around.web.publish(feedAddress, feedOf("new"));
-    const auto tips = around.store().fetchTips();
+    const auto tips = around.fetchTips();
     EXPECT_THAT(titles(tips), ElementsAre("new"));
     around.web.fail("down");
     around.clock.advance(21'599);
-    EXPECT_EQ(around.store().fetchTips(), tips);
+    EXPECT_EQ(around.fetchTips(), tips);
     EXPECT_EQ(around.web.requests().size(), 1U);
     around.clock.advance(1);
-    EXPECT_EQ(around.store().fetchTips(), tips);
+    EXPECT_EQ(around.fetchTips(), tips);
     EXPECT_EQ(around.web.requests().size(), 2U);
 }
 
@@ -92,11 +101,11 @@ TEST(TipStore, FallsBackOnTheLastTipsHoweverOldWhenTheDownloadFails) {
     const LogLine line{LogLevel::error, "TipStore", "Failed to fetch tips feed: the network is down"};
     MadeUp around;
     around.web.fail("the network is down");
-    EXPECT_THAT(around.store().fetchTips(), IsEmpty());
+    EXPECT_THAT(around.fetchTips(), IsEmpty());
     around.keep("kept", 1000 * hour);
-    EXPECT_THAT(titles(around.store().fetchTips()), ElementsAre("kept"));
+    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("kept"));
     around.files.write(cachePath, "broken");
-    EXPECT_THAT(around.store().fetchTips(), IsEmpty());
+    EXPECT_THAT(around.fetchTips(), IsEmpty());
     EXPECT_THAT(around.log.lines(), ElementsAre(line, line, line));
     EXPECT_EQ(around.files.replacementCount(cachePath), 0);
 }
@@ -106,11 +115,11 @@ TEST(TipStore, TakesAnAnswerWithoutTipsForWhatItIsAndLeavesTheCacheAlone) {
         MadeUp around;
         around.keep("kept", 7 * hour);
         around.web.publish(feedAddress, body);
-        EXPECT_THAT(around.store().fetchTips(), IsEmpty()) << body;
+        EXPECT_THAT(around.fetchTips(), IsEmpty()) << body;
         EXPECT_EQ(around.files.replacementCount(cachePath), 0) << body;
         EXPECT_THAT(around.log.lines(), IsEmpty()) << body;
         around.web.fail("down");
-        EXPECT_THAT(titles(around.store().fetchTips()), ElementsAre("kept")) << body;
+        EXPECT_THAT(titles(around.fetchTips()), ElementsAre("kept")) << body;
     }
 }
 
@@ -119,24 +128,55 @@ TEST(TipStore, AnswersAlsoWhatItCannotKeep) {
     around.keep("kept", 7 * hour);
     around.web.publish(feedAddress, feedOf("new"));
     around.files.limitRoom(10);
-    EXPECT_THAT(titles(around.store().fetchTips()), ElementsAre("new"));
+    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("new"));
     EXPECT_THAT(
         around.log.lines(),
         ElementsAre(LogLine{LogLevel::error, "TipStore",
                             "Failed to write tips cache: cannot write /caches/tips_cache.json: No space left on "
                             "device"}));
     around.web.fail("down");
-    EXPECT_THAT(titles(around.store().fetchTips()), ElementsAre("kept"));
+    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("kept"));
 }
 
 TEST(TipStore, ServesAnEmptyFreshCacheAndNoneThatIsBroken) {
     MadeUp around;
     around.web.publish(feedAddress, feedOf("new"));
     around.files.write(cachePath, encoded({.timestamp = {now}, .tips = {}}));
-    EXPECT_THAT(around.store().fetchTips(), IsEmpty());
+    EXPECT_THAT(around.fetchTips(), IsEmpty());
     EXPECT_THAT(around.web.requests(), IsEmpty());
     around.files.write(cachePath, R"({"timestamp":1000000,"tips":[{"title":"without the rest"}]})");
-    EXPECT_THAT(titles(around.store().fetchTips()), ElementsAre("new"));
+    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("new"));
+}
+
+TEST(TipStore, DownloadsOnceForAllWhoAskMeanwhile) {
+    constexpr int requests = 1000;
+    for (const bool succeeds : {true, false}) {
+        MadeUp around;
+        around.keep("kept", 7 * hour);
+        around.web.publish(feedAddress, feedOf("new"));
+        if (!succeeds) {
+            around.web.fail("down");
+        }
+        std::latch allHaveAsked(1);
+        std::latch served(requests);
+        around.web.whileLoading = [&](const std::string&) { allHaveAsked.wait(); };
+        TipStore store = around.store();
+        for (int i = 0; i < requests; ++i) {
+            store.fetchTips([&](const std::vector<TipItem>& tips) {
+                EXPECT_THAT(titles(tips), ElementsAre(succeeds ? "new" : "kept"));
+                served.count_down();
+            });
+        }
+        EXPECT_FALSE(served.try_wait());
+        allHaveAsked.count_down();
+        served.wait();
+        EXPECT_EQ(around.web.requests().size(), 1U);
+        around.clock.advance(7 * hour);
+        std::promise<void> servedAgain;
+        store.fetchTips([&](const auto&) { servedAgain.set_value(); });
+        servedAgain.get_future().wait();
+        EXPECT_EQ(around.web.requests().size(), 2U);
+    }
 }
 
 TEST(TipStore, AsksForTheLanguageOfTheUsersFirst) {
@@ -148,14 +188,14 @@ TEST(TipStore, AsksForTheLanguageOfTheUsersFirst) {
         EXPECT_EQ(TipStore::feedLanguage(languages), expected);
     }
     MadeUp around;
-    around.store("support.example", {"de-DE"}).fetchTips();
+    around.fetchTips("support.example", {"de-DE"});
     EXPECT_TRUE(around.web.requests().at(0).ends_with("&lang=de"));
 }
 
 TEST(TipStore, DownloadsNothingFromAHostThatIsNone) {
     MadeUp around;
     around.keep("kept", 7 * hour);
-    EXPECT_THAT(titles(around.store("no host").fetchTips()), ElementsAre("kept"));
+    EXPECT_THAT(titles(around.fetchTips("no host")), ElementsAre("kept"));
     EXPECT_THAT(around.web.requests(), IsEmpty());
     EXPECT_THAT(around.log.lines(), IsEmpty());
 }

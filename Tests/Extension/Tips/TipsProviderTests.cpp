@@ -52,11 +52,17 @@ struct MadeUp {
         }
         files.write("/caches/tips_cache.json", encoded(cache));
     }
+
+    platform::Timeline<TipsEntry> timeline(const TipsIntent& intent) const {
+        platform::Timeline<TipsEntry> fetched;
+        provider.timeline(intent, [&](const auto& timeline) { fetched = timeline; });
+        return fetched;
+    }
 };
 
 TEST(TipsProvider, ShowsTheNewestTipForSixHours) {
     const MadeUp around("2025-03-16T10:00:00Z", 7);
-    const auto timeline = around.provider.timeline({});
+    const auto timeline = around.timeline({});
     ASSERT_EQ(timeline.entries.size(), 1U);
     EXPECT_EQ(timeline.entries[0].tip->title, "0");
     EXPECT_EQ(timeline.entries[0].mode, TipsMode::latestTip);
@@ -67,13 +73,12 @@ TEST(TipsProvider, ShowsTheNewestTipForSixHours) {
 TEST(TipsProvider, ShowsTheTipOfTheDayUntilMidnight) {
     const Date midnight = *fromRfc3339("2025-03-17T00:00:00Z");
     const MadeUp around("2025-03-16T23:59:00Z", 7, {2025, 3, 16}, midnight);
-    const auto timeline = around.provider.timeline({.mode = TipsMode::tipOfTheDay});
+    const auto timeline = around.timeline({.mode = TipsMode::tipOfTheDay});
     EXPECT_EQ(timeline.entries.at(0).tip->title, "6");
     EXPECT_EQ(timeline.entries[0].mode, TipsMode::tipOfTheDay);
     EXPECT_EQ(timeline.reload.date, midnight);
     const MadeUp endless("2025-03-16T23:59:00Z", 1, {2025, 3, 16});
-    EXPECT_EQ(toRfc3339(endless.provider.timeline({.mode = TipsMode::tipOfTheDay}).reload.date),
-              "2025-03-17T23:59:00.000Z");
+    EXPECT_EQ(toRfc3339(endless.timeline({.mode = TipsMode::tipOfTheDay}).reload.date), "2025-03-17T23:59:00.000Z");
 }
 
 TEST(TipsProvider, PicksByTheDateAsTheCalendarWritesIt) {
@@ -96,7 +101,7 @@ TEST(TipsProvider, PicksByTheDateAsTheCalendarWritesIt) {
 TEST(TipsProvider, HasAnEntryWithoutTipInEitherMode) {
     const MadeUp around("2025-03-16T10:00:00Z", 0, {2025, 3, 16}, Date{7});
     for (const TipsMode mode : allCases(TipsMode{})) {
-        const auto timeline = around.provider.timeline({.mode = mode});
+        const auto timeline = around.timeline({.mode = mode});
         ASSERT_EQ(timeline.entries.size(), 1U);
         EXPECT_FALSE(timeline.entries[0].tip);
         EXPECT_EQ(timeline.entries[0].mode, mode);

@@ -62,22 +62,22 @@ struct ClockProvider {
     using Entry = ClockEntry;
     using Intent = ClockIntent;
 
-    /// Runs inside every timeline request, with the city that was chosen.
-    std::function<void(const std::string&)> whileWorking;
+    /// Has every timeline request, with the city that was chosen; `goOn` finishes it.
+    std::function<void(const std::string& city, std::function<void()> goOn)> whileWorking;
 
     ClockEntry placeholder() const { return {Date{0}, "placeholder"}; }
     ClockEntry snapshot(const ClockIntent& intent) const {
         return {Date{1.5}, std::string(rawValue(intent.face)) + " in " + intent.city.id};
     }
-    Timeline<ClockEntry> timeline(const ClockIntent& intent) const {
-        if (whileWorking) {
-            whileWorking(intent.city.id);
-        }
-        return {.entries = {snapshot(intent), {Date{2}, "later"}}, .reload = {Date{300}}};
+    void timeline(const ClockIntent& intent, const std::function<void(const Timeline<ClockEntry>&)>& finish) const {
+        const auto goOn = [this, intent, finish] {
+            finish({.entries = {snapshot(intent), {Date{2}, "later"}}, .reload = {Date{300}}});
+        };
+        whileWorking ? whileWorking(intent.city.id, goOn) : goOn();
     }
 };
 
-inline WidgetBundle clockBundle(std::function<void(const std::string&)> whileWorking = nullptr) {
+inline WidgetBundle clockBundle(decltype(ClockProvider::whileWorking) whileWorking = nullptr) {
     WidgetBundle bundle{.identifier = "example.clock", .widgets = {}};
     bundle.widgets.push_back(std::make_unique<IntentWidget<ClockProvider>>(IntentConfiguration<ClockProvider>{
         .kind = "Clock",

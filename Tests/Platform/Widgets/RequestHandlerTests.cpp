@@ -11,7 +11,9 @@ namespace {
 
 std::string answerTo(std::string_view line) {
     const WidgetBundle bundle = testing::clockBundle();
-    return RequestHandler(bundle).answer(line).value_or("");
+    std::string all;
+    RequestHandler(bundle).answer(line, [&](const std::string& answer) { all += answer; });
+    return all;
 }
 
 std::string request(std::string_view method, std::string_view params) {
