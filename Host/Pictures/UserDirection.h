@@ -5,7 +5,7 @@
 
 namespace host {
 
-/// By the first of the user's languages, from the environment.
+/// By the first of the user's languages, from the environment, as ICU has it; from left to right without ICU.
 Direction userDirection();
 
 } // namespace host

@@ -1,45 +1,71 @@
 #include "Platform/Foundation/Calendar.h"
 
-#include "Platform/Foundation/DatePattern.h"
-#include "Platform/Foundation/IcuCalendar.h"
+#include "Platform/Foundation/Icu.h"
+#include "Platform/Foundation/TimeLocale.h"
 
 #include <algorithm>
 #include <cmath>
 #include <ctime>
+#include <memory>
 
 namespace platform {
 namespace {
 
-constexpr double secondsPerHour = 3600;
+std::optional<CalendarDay> dayByIcu(Date local, const std::string& locale) {
+    const IcuDates* icu = IcuDates::shared();
+    if (icu == nullptr) {
+        return std::nullopt;
+    }
+    constexpr double millisecondsPerSecond = 1000;
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<UCalendar, decltype(icu->closeCalendar)> calendar(
+        icu->openCalendar(u"Etc/UTC", -1, locale.c_str(), UCAL_DEFAULT, &error), icu->closeCalendar);
+    icu->setMillis(calendar.get(), local.unixTime() * millisecondsPerSecond, &error);
+    const CalendarDay day{.year = icu->get(calendar.get(), UCAL_YEAR, &error),
+                          .month = icu->get(calendar.get(), UCAL_MONTH, &error) + 1,
+                          .day = icu->get(calendar.get(), UCAL_DATE, &error)};
+    return U_SUCCESS(error) ? std::optional(day) : std::nullopt;
+}
 
-/// The Gregorian day in the process's time zone.
-CalendarDay localDay(Date date) {
-    // Far beyond all calendars the C library has no answer.
-    constexpr double farthest = 1e14;
-    const auto time = static_cast<std::time_t>(std::clamp(std::floor(date.unixTime()), -farthest, farthest));
+CalendarDay gregorianDay(Date local) {
+    const auto time = static_cast<std::time_t>(std::floor(local.unixTime()));
     std::tm parts{};
-    localtime_r(&time, &parts);
+    gmtime_r(&time, &parts);
     return {.year = std::int64_t{parts.tm_year} + 1900, .month = parts.tm_mon + 1, .day = parts.tm_mday};
 }
 
 } // namespace
 
-CalendarDay UserCalendar::dayOf(Date date) const {
-    const std::string calendar =
-        locale_.calendar.empty() ? std::string(datePatternOf(locale_.name).calendar) : locale_.calendar;
+Date localTime(Date date) {
+    // Far beyond all calendars the C library has no answer.
+    constexpr double farthest = 1e14;
+    const double unixTime = std::clamp(date.unixTime(), -farthest, farthest);
+    const auto time = static_cast<std::time_t>(std::floor(unixTime));
+    std::tm parts{};
     tzset();
-    const CalendarDay day = localDay(date);
-    return calendar == "gregorian" ? day : dayInCalendar(day, calendar).value_or(day);
+    localtime_r(&time, &parts);
+    return Date::fromUnixTime(unixTime + static_cast<double>(parts.tm_gmtoff));
+}
+
+double localDayNumber(Date date) {
+    constexpr double secondsPerDay = 86'400;
+    return std::floor(localTime(date).unixTime() / secondsPerDay);
+}
+
+CalendarDay UserCalendar::dayOf(Date date) const {
+    const Date local = localTime(date);
+    const auto day = dayByIcu(local, locale_);
+    return day ? *day : gregorianDay(local);
 }
 
 std::optional<Date> UserCalendar::startOfNextDay(Date date) const {
     // Looked for, not computed: zones skip midnights, and have skipped whole days.
+    constexpr double secondsPerHour = 3600;
     constexpr int hoursToLook = 49;
-    tzset();
-    const CalendarDay today = localDay(date);
+    const double today = localDayNumber(date);
     Date before{std::floor(date.secondsSinceReferenceDate)};
     Date after = before;
-    for (int hour = 0; localDay(after) == today; ++hour) {
+    for (int hour = 0; localDayNumber(after) == today; ++hour) {
         if (hour == hoursToLook) {
             return std::nullopt;
         }
@@ -49,7 +75,7 @@ std::optional<Date> UserCalendar::startOfNextDay(Date date) const {
     while (after.secondsSinceReferenceDate - before.secondsSinceReferenceDate > 1) {
         const double half = std::floor((after.secondsSinceReferenceDate - before.secondsSinceReferenceDate) / 2);
         const Date middle = before.addingSeconds(half);
-        (localDay(middle) == today ? before : after) = middle;
+        (localDayNumber(middle) == today ? before : after) = middle;
     }
     return after;
 }

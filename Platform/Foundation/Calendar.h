@@ -2,13 +2,20 @@
 #pragma once
 
 #include "Platform/Foundation/Date.h"
-#include "Platform/Foundation/TimeLocale.h"
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <utility>
 
 namespace platform {
+
+/// The moment when clocks in UTC show what those in the time zone of the process (TZ, else the system's) show at
+/// `date`. Zones are the C library's, whatever form TZ has. Any thread.
+Date localTime(Date date);
+
+/// The day that this is by local time, in days since 1970-01-01. Any thread.
+double localDayNumber(Date date);
 
 struct CalendarDay {
     std::int64_t year = 0;
@@ -28,13 +35,13 @@ class Calendar {
     virtual std::optional<Date> startOfNextDay(Date date) const = 0;
 };
 
-/// The calendar of a locale in the time zone of the process (TZ, else the system's).
+/// The calendar of a locale, in the time zone of the process.
 ///
-/// Zones are the C library's, whatever form TZ has. Calendars other than the Gregorian one (of the time since 1582, and
-/// as if it had always been) are ICU's, which is loaded for them; a machine without it counts days by the Gregorian.
+/// Calendars are ICU's, which is loaded for `dayOf`; a machine without it counts days by the Gregorian calendar.
 class UserCalendar final : public Calendar {
   public:
-    explicit UserCalendar(TimeLocale locale) : locale_(std::move(locale)) {}
+    /// `locale` by its name in ICU: "th_TH", "en_US@calendar=buddhist".
+    explicit UserCalendar(std::string locale) : locale_(std::move(locale)) {}
 
     CalendarDay dayOf(Date date) const override;
     std::optional<Date> startOfNextDay(Date date) const override;
@@ -43,7 +50,7 @@ class UserCalendar final : public Calendar {
     static const UserCalendar& shared();
 
   private:
-    TimeLocale locale_;
+    std::string locale_;
 };
 
 } // namespace platform

@@ -1,16 +1,22 @@
-// The functions of ICU's common library that this folder uses, loaded at first need.
+// The functions of ICU that this project uses, loaded at first need.
 //
-// The library is the one of the major version that the headers at build time belong to, since ICU's functions carry
-// that version in their names. Any thread.
+// ICU's libraries and functions carry their version in their names. The functions here have been the same in all
+// versions of many years, so any that the machine has will do: first that of the headers at build time, then the
+// nearest. Any thread.
 #pragma once
 
+#include <unicode/ucal.h>
 #include <unicode/uchar.h>
+#include <unicode/udat.h>
+#include <unicode/udatpg.h>
 #include <unicode/uidna.h>
+#include <unicode/uloc.h>
 #include <unicode/unorm2.h>
 #include <unicode/ustring.h>
 
 namespace platform {
 
+/// Of the common library.
 struct Icu {
     decltype(&::u_strFromUTF8WithSub) strFromUtf8WithSub = nullptr;
     decltype(&::u_strFoldCase) strFoldCase = nullptr;
@@ -20,9 +26,29 @@ struct Icu {
     decltype(&::unorm2_normalize) normalize = nullptr;
     decltype(&::uidna_openUTS46) idnaOpenUts46 = nullptr;
     decltype(&::uidna_nameToASCII_UTF8) idnaNameToAsciiUtf8 = nullptr;
+    decltype(&::uloc_isRightToLeft) isRightToLeft = nullptr;
 
-    /// All of them, or null where the machine has no such ICU.
+    /// All of them, or null where the machine has no ICU.
     static const Icu* shared();
+};
+
+/// Of the larger library, for calendars and dates, and what goes with them. A locale that ICU does not know counts as
+/// English.
+struct IcuDates {
+    decltype(&::ucal_open) openCalendar = nullptr;
+    decltype(&::ucal_close) closeCalendar = nullptr;
+    decltype(&::ucal_setMillis) setMillis = nullptr;
+    decltype(&::ucal_get) get = nullptr;
+    decltype(&::udatpg_open) openPatterns = nullptr;
+    decltype(&::udatpg_close) closePatterns = nullptr;
+    decltype(&::udatpg_getBestPattern) getBestPattern = nullptr;
+    decltype(&::udat_open) openFormat = nullptr;
+    decltype(&::udat_close) closeFormat = nullptr;
+    decltype(&::udat_format) format = nullptr;
+    decltype(&::u_strToUTF8) strToUtf8 = nullptr;
+
+    /// All of them, or null where the machine has no ICU.
+    static const IcuDates* shared();
 };
 
 } // namespace platform

@@ -67,7 +67,8 @@ void startLocalization(const char* domain) {
         return;
     }
     for (const std::string& folder : folders) {
-        const std::string path = shared + "/locale/" + folder + "/LC_MESSAGES/" + domain + ".mo";
+        std::string path = shared;
+        path.append("/locale/").append(folder).append("/LC_MESSAGES/").append(domain).append(".mo");
         auto file = DiskFileSystem::shared().read(path);
         if (auto catalog = file ? TranslationCatalog::parse(*std::move(file)) : std::nullopt) {
             catalogs().push_back(*std::move(catalog));

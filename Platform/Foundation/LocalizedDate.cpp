@@ -1,59 +1,68 @@
 #include "Platform/Foundation/LocalizedDate.h"
 
-#include "Platform/Foundation/TextFields.h"
+#include "Platform/Foundation/Calendar.h"
+#include "Platform/Foundation/Icu.h"
 #include "Platform/Foundation/TimeLocale.h"
 
-#include <algorithm>
+#include <array>
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string_view>
 
 namespace platform {
 namespace {
 
-std::string_view nameOfMonth(std::string_view names, std::int64_t month) {
-    std::string_view name;
-    for (std::int64_t i = 0; i < month; ++i) {
-        name = nextField(names, '|');
+/// The fields of `skeleton` as the user's locale orders and words them; nothing where there is no ICU.
+std::optional<std::string> formattedByIcu(Date date, std::u16string_view skeleton) {
+    const IcuDates* icu = IcuDates::shared();
+    if (icu == nullptr) {
+        return std::nullopt;
     }
-    return name;
+    // The longest are some twenty characters.
+    std::array<UChar, 200> pattern{};
+    std::array<UChar, 200> text{};
+    std::array<char, 3 * text.size()> utf8{};
+    constexpr double millisecondsPerSecond = 1000;
+    const auto room = [](const auto& array) { return static_cast<std::int32_t>(array.size()); };
+    const std::string locale = timeLocaleOfEnvironment();
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<UDateTimePatternGenerator, decltype(icu->closePatterns)> patterns(
+        icu->openPatterns(locale.c_str(), &error), icu->closePatterns);
+    const std::int32_t patternLength =
+        icu->getBestPattern(patterns.get(), skeleton.data(), room(skeleton), pattern.data(), room(pattern), &error);
+    const std::unique_ptr<UDateFormat, decltype(icu->closeFormat)> format(
+        icu->openFormat(UDAT_PATTERN, UDAT_PATTERN, locale.c_str(), u"Etc/UTC", -1, pattern.data(), patternLength,
+                        &error),
+        icu->closeFormat);
+    const std::int32_t length = icu->format(format.get(), localTime(date).unixTime() * millisecondsPerSecond,
+                                            text.data(), room(text), nullptr, &error);
+    std::int32_t utf8Length = 0;
+    icu->strToUtf8(utf8.data(), room(utf8), &utf8Length, text.data(), length, &error);
+    return U_SUCCESS(error) ? std::optional(std::string(utf8.data(), static_cast<std::size_t>(utf8Length)))
+                            : std::nullopt;
 }
 
-void appendNumber(std::string& out, std::int64_t number, std::size_t digits, std::string_view zero) {
-    std::string plain = std::to_string(number);
-    plain.insert(0, digits - std::min(digits, plain.size()), '0');
-    if (zero == "0") {
-        out += plain;
-        return;
-    }
-    for (const char digit : plain) {
-        // The ten digits of a script differ in the last byte alone.
-        const bool isDigit = digit >= '0' && digit <= '9';
-        out += isDigit ? zero.substr(0, zero.size() - 1) : std::string_view();
-        out += isDigit ? static_cast<char>(zero.back() + (digit - '0')) : digit;
-    }
+/// As strftime has it.
+std::string formattedPlainly(Date date, const char* format) {
+    const auto time = static_cast<std::time_t>(localTime(date).unixTime());
+    std::tm parts{};
+    std::array<char, 64> text{};
+    return gmtime_r(&time, &parts) != nullptr
+               ? std::string(text.data(), std::strftime(text.data(), text.size(), format, &parts))
+               : "";
 }
 
 } // namespace
 
-std::string formatted(const CalendarDay& day, const DatePattern& pattern) {
-    std::string out;
-    std::string_view rest = pattern.text;
-    while (!rest.empty()) {
-        out += nextField(rest, '{');
-        const std::string_view field = nextField(rest, '}');
-        if (field == "name") {
-            out += nameOfMonth(pattern.monthNames, day.month);
-        } else if (field.starts_with('d')) {
-            appendNumber(out, day.day, field.size(), pattern.zero);
-        } else if (field.starts_with('M')) {
-            appendNumber(out, day.month, field.size(), pattern.zero);
-        } else if (field.starts_with('y')) {
-            appendNumber(out, day.year, field.size(), pattern.zero);
-        }
-    }
-    return out;
+std::string localizedDate(Date date) {
+    const auto text = formattedByIcu(date, u"yMMMd");
+    return text ? *text : formattedPlainly(date, "%Y-%m-%d");
 }
 
-std::string localizedDate(Date date) {
-    return formatted(UserCalendar::shared().dayOf(date), datePatternOf(timeLocaleOfEnvironment().name));
+std::string localizedTime(Date date) {
+    const auto text = formattedByIcu(date, u"jm");
+    return text ? *text : formattedPlainly(date, "%H:%M");
 }
 
 } // namespace platform

@@ -1,18 +1,18 @@
-// Dates as the user's locale writes them.
+// Moments as the user's locale writes them: by the locale, calendar and time zone of the environment. Any thread.
+//
+// ICU writes them; without it the forms are those of ISO 8601.
 #pragma once
 
-#include "Platform/Foundation/Calendar.h"
 #include "Platform/Foundation/Date.h"
-#include "Platform/Foundation/DatePattern.h"
 
 #include <string>
 
 namespace platform {
 
-/// `day`, one of the pattern's calendar, as the pattern has it: "Mar 16, 2025".
-std::string formatted(const CalendarDay& day, const DatePattern& pattern);
-
-/// The day of `date` with its month's abbreviated name, by the locale, calendar and time zone of the environment.
+/// The day with its month's abbreviated name: "Mar 16, 2025".
 std::string localizedDate(Date date);
+
+/// The time of day: "9:41 AM", "09:41".
+std::string localizedTime(Date date);
 
 } // namespace platform

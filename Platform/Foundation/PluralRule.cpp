@@ -1,6 +1,7 @@
 #include "Platform/Foundation/PluralRule.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace platform {
@@ -16,7 +17,7 @@ struct Operator {
 };
 
 /// No symbol after one that it begins with.
-constexpr Operator operators[]{
+constexpr std::array<Operator, 13> operators{{
     {"||", 1, [](Number a, Number b) -> Number { return a != 0 || b != 0 ? 1 : 0; }},
     {"&&", 2, [](Number a, Number b) -> Number { return a != 0 && b != 0 ? 1 : 0; }},
     {"==", 3, [](Number a, Number b) -> Number { return a == b ? 1 : 0; }},
@@ -30,7 +31,7 @@ constexpr Operator operators[]{
     {"*", 6, [](Number a, Number b) { return a * b; }},
     {"/", 6, [](Number a, Number b) { return b != 0 ? a / b : 0; }},
     {"%", 6, [](Number a, Number b) { return b != 0 ? a % b : 0; }},
-};
+}};
 
 /// Computes while it reads, also what a choice or a shortcut does not need.
 class Evaluator {
@@ -80,11 +81,10 @@ class Evaluator {
     Number operation(int minPrecedence) {
         Number value = operand();
         for (;;) {
-            const auto* const found =
-                std::find_if(std::begin(operators), std::end(operators), [&](const Operator& each) {
-                    return each.precedence >= minPrecedence && take(each.symbol);
-                });
-            if (found == std::end(operators)) {
+            const auto* const found = std::find_if(operators.begin(), operators.end(), [&](const Operator& each) {
+                return each.precedence >= minPrecedence && take(each.symbol);
+            });
+            if (found == operators.end()) {
                 return value;
             }
             value = found->apply(value, operation(found->precedence + 1));

@@ -5,33 +5,30 @@
 
 namespace platform {
 
-TimeLocale parseTimeLocale(std::string_view locale) {
-    constexpr std::string_view calendarKey = "calendar=";
-    const std::size_t modifierBegin = std::min(locale.find('@'), locale.size());
-    const std::string_view modifier = locale.substr(std::min(modifierBegin + 1, locale.size()));
-
-    TimeLocale parsed;
-    parsed.name = locale.substr(0, std::min(locale.find('.'), modifierBegin));
-    if (parsed.name == "C" || parsed.name == "POSIX") {
-        parsed.name.clear();
+std::string timeLocale(std::string_view name) {
+    const std::size_t modifierBegin = std::min(name.find('@'), name.size());
+    const std::string_view modifier = name.substr(modifierBegin);
+    std::string locale(name.substr(0, std::min(name.find('.'), modifierBegin)));
+    if (locale.empty() || locale == "C" || locale == "POSIX") {
+        locale = "en_US";
     }
-    std::replace(parsed.name.begin(), parsed.name.end(), '-', '_');
-    if (modifier.starts_with(calendarKey)) {
-        parsed.calendar = modifier.substr(calendarKey.size());
-    } else if (modifier == "latin" || modifier == "cyrillic") {
-        const std::size_t languageEnd = std::min(parsed.name.find('_'), parsed.name.size());
-        parsed.name.insert(languageEnd, modifier == "latin" ? "_Latn" : "_Cyrl");
+    std::replace(locale.begin(), locale.end(), '-', '_');
+    if (modifier.starts_with("@calendar=")) {
+        locale += modifier;
+    } else if (modifier == "@latin" || modifier == "@cyrillic") {
+        const std::size_t languageEnd = std::min(locale.find('_'), locale.size());
+        locale.insert(languageEnd, modifier == "@latin" ? "_Latn" : "_Cyrl");
     }
-    return parsed;
+    return locale;
 }
 
-TimeLocale timeLocaleOfEnvironment() {
+std::string timeLocaleOfEnvironment() {
     for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
         if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
-            return parseTimeLocale(value);
+            return timeLocale(value);
         }
     }
-    return {};
+    return timeLocale("");
 }
 
 } // namespace platform

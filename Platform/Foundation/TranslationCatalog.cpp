@@ -1,7 +1,6 @@
 #include "Platform/Foundation/TranslationCatalog.h"
 
 #include "Platform/Foundation/PluralRule.h"
-#include "Platform/Foundation/TextFields.h"
 #include "Platform/Foundation/Utf8.h"
 
 #include <algorithm>
@@ -104,12 +103,11 @@ std::optional<std::string_view> TranslationCatalog::find(std::string_view key, u
         return std::nullopt;
     }
     std::string_view forms = found->forms;
-    std::string_view form = nextField(forms, '\0');
-    for (auto index = evaluatePluralRule(pluralRule_, count).value_or(count == 1 ? 0 : 1); index > 0 && !forms.empty();
-         --index) {
-        form = nextField(forms, '\0');
+    auto index = evaluatePluralRule(pluralRule_, count).value_or(count == 1 ? 0 : 1);
+    for (; index > 0 && forms.find('\0') != std::string_view::npos; --index) {
+        forms.remove_prefix(forms.find('\0') + 1);
     }
-    return unlessEmpty(form);
+    return unlessEmpty(firstForm(forms));
 }
 
 } // namespace platform
