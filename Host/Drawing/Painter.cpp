@@ -39,7 +39,7 @@ Rect reach(const LayoutItem& item) {
 } // namespace
 
 void Painter::paint(const WidgetLayout& layout) {
-    const Tile tile(layout.size, grid_);
+    const TileBackground tile(layout.size, grid_);
     if (medium_ == Medium::pixels) {
         tile.paintPixels(cairo_, palette_, box_.corners);
     } else {
@@ -59,7 +59,7 @@ void Painter::paint(const WidgetLayout& layout) {
 }
 
 void Painter::paintBadge(const WidgetLayout& layout) {
-    Tile(layout.size, grid_).paintOutlined(cairo_, palette_, palette_.badge());
+    TileBackground(layout.size, grid_).paintOutlined(cairo_, palette_, palette_.badge());
     for (const LayoutItem& item : layout.items) {
         paint(item);
     }

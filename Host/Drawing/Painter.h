@@ -6,7 +6,7 @@
 #include "Host/Drawing/PixelGrid.h"
 #include "Host/Drawing/SymbolSet.h"
 #include "Host/Drawing/TextPictures.h"
-#include "Host/Drawing/Tile.h"
+#include "Host/Drawing/TileBackground.h"
 #include "Host/Drawing/Typesetter.h"
 #include "Host/Layout/WidgetLayout.h"
 

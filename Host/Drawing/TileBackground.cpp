@@ -1,4 +1,4 @@
-#include "Host/Drawing/Tile.h"
+#include "Host/Drawing/TileBackground.h"
 
 #include "Host/Drawing/Shapes.h"
 #include "Host/Layout/Measures.h"
@@ -28,10 +28,10 @@ Edge edgeOf(const PixelGrid& grid, const Palette& palette) {
 
 } // namespace
 
-Tile::Tile(Size size, const PixelGrid& grid)
+TileBackground::TileBackground(Size size, const PixelGrid& grid)
     : grid_(grid), bounds_(grid.rect({0, 0, size.width, size.height})), radius_(cornerRadius * grid.scale()) {}
 
-void Tile::paintOutlined(cairo_t* cairo, const Palette& palette, const Rgba& background) const {
+void TileBackground::paintOutlined(cairo_t* cairo, const Palette& palette, const Rgba& background) const {
     setSource(cairo, background);
     addRoundedRect(cairo, bounds_, radius_);
     cairo_fill(cairo);
@@ -44,7 +44,7 @@ void Tile::paintOutlined(cairo_t* cairo, const Palette& palette, const Rgba& bac
     cairo_stroke(cairo);
 }
 
-void Tile::paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corners) const {
+void TileBackground::paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corners) const {
     const double corner = cornerLength(grid_);
     const double width = bounds_.width - 2 * corner;
     const double height = bounds_.height - 2 * corner;
@@ -83,12 +83,12 @@ void Tile::paintPixels(cairo_t* cairo, const Palette& palette, TileCorners& corn
     cairo_fill(cairo);
 }
 
-void Tile::clip(cairo_t* cairo) const {
+void TileBackground::clip(cairo_t* cairo) const {
     addRoundedRect(cairo, bounds_, radius_);
     cairo_clip(cairo);
 }
 
-bool Tile::holds(const Rect& rect) const {
+bool TileBackground::holds(const Rect& rect) const {
     if (rect.x < 0 || rect.y < 0 || rect.right() > bounds_.width || rect.bottom() > bounds_.height) {
         return false;
     }
@@ -108,7 +108,8 @@ cairo_surface_t* TileCorners::picture(const PixelGrid& grid, const Palette& pale
     SurfaceHandle picture(
         cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(side), static_cast<int>(side)));
     const CairoHandle cairo(cairo_create(picture.get()));
-    Tile({side / grid.scale(), side / grid.scale()}, grid).paintOutlined(cairo.get(), palette, palette.tile());
+    TileBackground({side / grid.scale(), side / grid.scale()}, grid)
+        .paintOutlined(cairo.get(), palette, palette.tile());
     return pictures_.insert(key, std::move(picture)).get();
 }
 

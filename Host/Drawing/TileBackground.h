@@ -39,11 +39,11 @@ class TileCorners {
     LruCache<Key, SurfaceHandle, Key, Hash> pictures_;
 };
 
-class Tile {
+class TileBackground {
   public:
     /// A tile for a widget of `size` points, its upper left corner at the origin of a cairo whose units are pixels of
     /// `grid`.
-    Tile(Size size, const PixelGrid& grid);
+    TileBackground(Size size, const PixelGrid& grid);
 
     /// In a few shapes, for pictures of any size: over whatever was there, with a background of that colour. What is
     /// less high than its corners are becomes a capsule.
