@@ -237,7 +237,7 @@ Face DesktopTile::waitingFace() {
 void DesktopTile::present(Face face) {
     marks_ = marks();
     std::vector<TilePart> parts = partsOf(face, name());
-    if (marks_.isOld || marks_.hasFailed) {
+    if (marks_ != Marks{}) {
         parts.push_back(drawMarks(face));
     }
     window_.show(std::move(face), std::move(parts), name());
@@ -245,10 +245,10 @@ void DesktopTile::present(Face face) {
 
 /// The part that the marks are, for the place where they were drawn.
 TilePart DesktopTile::drawMarks(Face& face) {
-    const std::string text = filledIn(localized("as of %s"), shortMoment(made_, around_.clock.now()));
+    const std::string& text = marks_.asOf;
     const platform::View badge = !marks_.hasFailed ? asOfBadge(text)
-                                 : marks_.isOld    ? failedAsOfBadge(text)
-                                                   : failureMark();
+                                 : text.empty()    ? failureMark()
+                                                   : failedAsOfBadge(text);
     const Rect frame =
         drawBadge(face, badge, Corner::bottomTrailing, style(Redaction::none), around_.studio.renderer());
     if (!marks_.hasFailed) {
@@ -257,7 +257,7 @@ TilePart DesktopTile::drawMarks(Face& face) {
     return {.part = {.role = LayoutPart::Role::link,
                      .frame = frame,
                      .name = localized("Could not be updated"),
-                     .description = marks_.isOld ? text : "",
+                     .description = text,
                      .url = {}},
             .act = TilePart::Act::explain};
 }
@@ -278,7 +278,9 @@ DesktopTile::Marks DesktopTile::marks() const {
     // While the answer may come any moment, an old picture is only that.
     const bool isAwaited = tile == nullptr || (tile->awaited() && !hasFailed);
     const bool hasWaited = !waiting_.isAwaited() && shown_ == Shown::stored && tile != nullptr;
-    return {.isOld = isPast && (!isAwaited || hasWaited), .hasFailed = hasFailed};
+    const bool isOld = isPast && (!isAwaited || hasWaited);
+    return {.asOf = isOld ? filledIn(localized("as of %s"), shortMoment(made_, around_.clock.now())) : "",
+            .hasFailed = hasFailed};
 }
 
 FaceStyle DesktopTile::style(Redaction redaction) const {

@@ -81,7 +81,8 @@ class DesktopTile {
     enum class Shown { waiting, stored, entry };
     /// What is laid over a picture.
     struct Marks {
-        bool isOld = false;
+        /// From when what is shown is, in words; empty where that is of no interest.
+        std::string asOf;
         bool hasFailed = false;
         bool operator==(const Marks&) const = default;
     };

@@ -1,5 +1,7 @@
 #include "Host/Session/Explanation.h"
 
+#include "Platform/Foundation/Calendar.h"
+
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
@@ -13,9 +15,6 @@ using platform::Date;
 
 /// "2026-03-16 10:42:03, 5 min ago"
 std::string moment(Date date, Date now) {
-    const auto time = static_cast<std::time_t>(std::floor(date.unixTime()));
-    std::tm parts{};
-    localtime_r(&time, &parts);
     const double distance = date.secondsSinceReferenceDate - now.secondsSinceReferenceDate;
     const double seconds = std::round(std::fabs(distance));
     constexpr double minute = 60;
@@ -29,7 +28,8 @@ std::string moment(Date date, Date now) {
     } else if (seconds >= 2 * minute) {
         far = fmt::format("{:.0f} min", seconds / minute);
     }
-    return fmt::format("{:%Y-%m-%d %H:%M:%S}, {}{}{}", parts, distance > 0 ? "in " : "", far,
+    const auto local = static_cast<std::time_t>(std::floor(platform::localTime(date).unixTime()));
+    return fmt::format("{:%Y-%m-%d %H:%M:%S}, {}{}{}", fmt::gmtime(local), distance > 0 ? "in " : "", far,
                        distance > 0 ? "" : " ago");
 }
 
