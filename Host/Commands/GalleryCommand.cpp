@@ -6,6 +6,7 @@
 #include "Host/Layout/Measures.h"
 #include "Host/Pictures/FaceMaker.h"
 #include "Host/Pictures/UserDirection.h"
+#include "Platform/Foundation/Clock.h"
 
 #include <array>
 #include <fmt/format.h>
@@ -72,12 +73,13 @@ class GalleryPainter {
                 awaited.push_back({sendEntryRequest(connection, request), widget.kind, family});
             }
         }
+        const platform::Date now = platform::SystemClock::shared().now();
         for (const Awaited& picture : awaited) {
             const auto entries = receive(connection, picture.id, readEntries);
             if (!entries) {
                 return entries.error();
             }
-            if (auto failure = paint(entries->front(), picture)) {
+            if (auto failure = paint(*entryAt(*entries, now), picture)) {
                 return failure;
             }
         }

@@ -9,20 +9,10 @@
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/JsonWriter.h"
 
-#include <algorithm>
-
 namespace host {
 namespace {
 
 using platform::Unexpected;
-
-/// The entry that applies now: the last that has begun, or the first of those to come.
-const Entry& currentEntry(const std::vector<Entry>& entries) {
-    const platform::Date now = platform::SystemClock::shared().now();
-    const auto next =
-        std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.date > now; });
-    return next == entries.begin() ? *next : *std::prev(next);
-}
 
 Outcome<std::string> familyOfPreview(ExtensionConnection& connection, const std::string& kind,
                                      const std::string& name) {
@@ -91,7 +81,7 @@ std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest reque
     if (!entries) {
         return entries.error();
     }
-    const Entry& entry = currentEntry(*entries);
+    const Entry& entry = *entryAt(*entries, platform::SystemClock::shared().now());
     return writeOutput(renderer ? picture(entry, request, request.family.value_or(request.entry.family), *renderer)
                                 : entry.json + '\n',
                        request.output);

@@ -4,6 +4,8 @@
 
 #include <simdjson.h>
 
+#include <algorithm>
+
 namespace host {
 namespace {
 
@@ -103,6 +105,7 @@ Message<std::vector<Entry>> entriesOf(element result) {
     if (entries.empty()) {
         return senseless("a timeline without entries");
     }
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.date < b.date; });
     return entries;
 }
 
@@ -155,6 +158,12 @@ Message<OptionsInfo> readOptions(std::string_view answer) {
 Message<std::vector<Entry>> readEntries(std::string_view answer) {
     const Result result(answer);
     return result ? entriesOf(*result) : senseless("no entries");
+}
+
+std::vector<Entry>::const_iterator entryAt(const std::vector<Entry>& entries, platform::Date now) {
+    const auto next = std::upper_bound(entries.begin(), entries.end(), now,
+                                       [](platform::Date date, const Entry& entry) { return date < entry.date; });
+    return next == entries.begin() ? next : std::prev(next);
 }
 
 Message<Timeline> readTimeline(std::string_view answer) {

@@ -68,11 +68,16 @@ Message<std::vector<WidgetInfo>> readDescription(std::string_view answer);
 Message<std::vector<PreviewInfo>> readPreviews(std::string_view answer);
 Message<OptionsInfo> readOptions(std::string_view answer);
 
-/// The entries of a `timeline` or `preview` answer, or the one of a `snapshot` or `placeholder`; at least one.
+/// The entries of a `timeline` or `preview` answer, or the one of a `snapshot` or `placeholder`; at least one, sorted
+/// by date, whatever order they came in.
 Message<std::vector<Entry>> readEntries(std::string_view answer);
 
+/// The entry to show at `now`: the last that is not later, or the first of those to come. Takes sorted entries, at
+/// least one.
+std::vector<Entry>::const_iterator entryAt(const std::vector<Entry>& entries, platform::Date now);
+
 struct Timeline {
-    /// At least one.
+    /// At least one, sorted by date.
     std::vector<Entry> entries;
     /// The earliest moment to ask again.
     platform::Date reload;

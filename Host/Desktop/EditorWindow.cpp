@@ -72,7 +72,7 @@ void EditorWindow::preview() {
               lifetime_.whileAlive([this, number = ++previews_](const auto& answer) {
                   const auto entries = answer ? readEntries(*answer) : platform::Unexpected{answer.error()};
                   if (entries && number == previews_) {
-                      view_.show(entries->front());
+                      view_.show(*entryAt(*entries, platform::SystemClock::shared().now()));
                   }
               }));
 }

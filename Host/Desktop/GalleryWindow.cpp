@@ -172,7 +172,7 @@ GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& w
               lifetime_.whileAlive([&card](const platform::Expected<std::string, std::string>& answer) {
                   const auto entries = answer ? readEntries(*answer) : platform::Unexpected{answer.error()};
                   if (entries) {
-                      card.view.show(entries->front());
+                      card.view.show(*entryAt(*entries, platform::SystemClock::shared().now()));
                   }
               }));
     return box;

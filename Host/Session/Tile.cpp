@@ -37,7 +37,6 @@ void Tile::answered(Timeline timeline, Date now, double seconds) {
     history_ = {.lastSuccess = TileHistory::Success{now, seconds}, .lastFailure = std::nullopt};
     schedule_.answered(now, timeline.reload);
     entries_ = std::move(timeline.entries);
-    std::stable_sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) { return a.date < b.date; });
     current_ = 0;
 }
 
@@ -48,11 +47,12 @@ void Tile::failed(NoAnswer why, Date now) {
 }
 
 bool Tile::advance(Date now) {
-    while (current_ + 1 < entries_.size() && entries_[current_ + 1].date <= now) {
-        ++current_;
+    if (entries_.empty()) {
+        return false;
     }
-    const Entry* shown = entry();
-    if (shown == nullptr || (seen_ && seen_->view == shown->view && seen_->widgetURL == shown->widgetURL)) {
+    const auto shown = entryAt(entries_, now);
+    current_ = static_cast<std::size_t>(shown - entries_.begin());
+    if (seen_ && seen_->view == shown->view && seen_->widgetURL == shown->widgetURL) {
         return false;
     }
     seen_ = *shown;
