@@ -64,7 +64,7 @@ std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& displ
              },
          .display = display,
          .presence = presence,
-         .patience = {}});
+         .timeouts = {}});
     return saidAlready(application.run());
 }
 

@@ -21,7 +21,7 @@ constexpr std::size_t greatestLastWords = 4096;
 /// Who has this much to say on standard error is not listened to any more.
 constexpr std::size_t mostWords = std::size_t{1} << 20U;
 
-enum Stream : std::size_t { output, errors, input };
+enum Watched : std::size_t { output, errors, input, end };
 
 void makeNonBlocking(int descriptor) {
     fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
@@ -82,7 +82,9 @@ void ExtensionChannel::endInput() {
 
 ExtensionChannel::Descriptors ExtensionChannel::awaited() const {
     return {pollfd{process_.output().get(), POLLIN, 0}, pollfd{process_.errors().get(), POLLIN, 0},
-            pollfd{outgoing_.empty() ? -1 : process_.input().get(), POLLOUT, 0}};
+            pollfd{outgoing_.empty() ? -1 : process_.input().get(), POLLOUT, 0},
+            // An extension may exit before its answers are read.
+            pollfd{isClosed() ? process_.end().get() : -1, POLLIN, 0}};
 }
 
 void ExtensionChannel::exchange(const Descriptors& ready) {
@@ -94,6 +96,11 @@ void ExtensionChannel::exchange(const Descriptors& ready) {
     }
     if (ready[output].revents != 0) {
         readAnswers();
+    }
+    if (ready[end].revents != 0) {
+        if (const auto how = process_.reap()) {
+            lose(*how);
+        }
     }
 }
 
@@ -135,14 +142,15 @@ void ExtensionChannel::readWords() {
 void ExtensionChannel::readAnswers() {
     const std::size_t searched = incoming_.size();
     if (!readSome(process_.output().get(), incoming_)) {
-        lose({}, ExtensionProcess::Patience::aMoment);
+        process_.input().close();
+        process_.output().close();
         return;
     }
     std::size_t start = 0;
-    for (std::size_t end = incoming_.find('\n', searched); end != std::string::npos && !lost_;
-         end = incoming_.find('\n', start)) {
-        takeLine(std::string_view(incoming_).substr(start, end - start));
-        start = end + 1;
+    for (std::size_t stop = incoming_.find('\n', searched); stop != std::string::npos && !lost_;
+         stop = incoming_.find('\n', start)) {
+        takeLine(std::string_view(incoming_).substr(start, stop - start));
+        start = stop + 1;
     }
     incoming_.erase(0, start);
     if (incoming_.size() > greatestAnswer) {
@@ -164,10 +172,6 @@ void ExtensionChannel::takeLine(std::string_view line) {
 }
 
 void ExtensionChannel::lose(std::string_view why) {
-    lose(why, ExtensionProcess::Patience::none);
-}
-
-void ExtensionChannel::lose(std::string_view why, ExtensionProcess::Patience patience) {
     if (lost_) {
         return;
     }
@@ -175,10 +179,21 @@ void ExtensionChannel::lose(std::string_view why, ExtensionProcess::Patience pat
     if (process_.errors().isOpen()) {
         readSome(process_.errors().get(), lastWords_);
     }
-    const std::string ended = process_.end(patience);
+    process_.kill();
+    for (platform::FileDescriptor* stream : {&process_.input(), &process_.output(), &process_.errors()}) {
+        stream->close();
+    }
     const std::string_view words = lastLine(lastWords_);
-    lost_ = fmt::format("the extension {} {}{}{}", manifest_.executable.filename().string(),
-                        why.empty() ? std::string_view(ended) : why, words.empty() ? "" : ": ", words);
+    lost_ = fmt::format("the extension {} {}{}{}", manifest_.executable.filename().string(), why,
+                        words.empty() ? "" : ": ", words);
+}
+
+void ExtensionChannel::expire(std::chrono::milliseconds timeout) {
+    if (isClosed()) {
+        lose("closed its output");
+    } else {
+        lose(fmt::format("was silent for {:g} seconds", std::chrono::duration<double>(timeout).count()));
+    }
 }
 
 } // namespace host

@@ -10,6 +10,7 @@
 #include "Platform/Foundation/Expected.h"
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -38,7 +39,7 @@ class ExtensionChannel {
     void endInput();
 
     /// What to wait for, for `poll`; a descriptor of -1 is nothing to wait for.
-    using Descriptors = std::array<pollfd, 3>;
+    using Descriptors = std::array<pollfd, 4>;
     Descriptors awaited() const;
 
     /// Moves what can be moved either way; `ready` is `awaited()` with the events that there were.
@@ -55,14 +56,22 @@ class ExtensionChannel {
     /// How many requests have no answer yet.
     std::size_t unansweredCount() const { return unanswered_.size(); }
 
-    /// Why no more answers will come, one clear line; nothing while they may. The process has ended then.
+    /// Whether the extension has closed its output, as it does when it exits: its end is waited for, which says why.
+    bool isClosed() const { return !process_.output().isOpen(); }
+
+    /// Why no more answers will come, one clear line; nothing while they may. The process has ended then, or is killed.
     const std::optional<std::string>& lost() const { return lost_; }
+
+    /// Whether the process is gone, so that destroying this waits for nothing.
+    bool hasEnded() const { return process_.isReaped(); }
 
     /// Whether the extension does not see all that it may: see `ExtensionProcess::isStale`.
     bool isStale() const { return process_.isStale(); }
 
-    /// Kills the extension, because it `why` ("was silent for 60 seconds").
+    /// Kills the extension, because it `why` ("did not leave"). Does not wait for its end.
     void lose(std::string_view why);
+    /// The same, because nothing came for that long.
+    void expire(std::chrono::milliseconds timeout);
 
     const Manifest& manifest() const { return manifest_; }
 
@@ -74,7 +83,6 @@ class ExtensionChannel {
     void readWords();
     void readAnswers();
     void takeLine(std::string_view line);
-    void lose(std::string_view why, ExtensionProcess::Patience patience);
 
     Manifest manifest_;
     ExtensionProcess process_;

@@ -1,6 +1,5 @@
 #include "Host/Connection/ExtensionConnection.h"
 
-#include <fmt/format.h>
 #include <simdjson.h>
 
 namespace host {
@@ -30,20 +29,24 @@ ExtensionConnection::open(const Manifest& manifest, const std::optional<std::fil
     return ExtensionConnection(*std::move(channel));
 }
 
-platform::Expected<std::string, ConnectionError> ExtensionConnection::answer(std::int64_t id) {
+platform::Expected<std::string, ConnectionError> ExtensionConnection::answer(std::int64_t id,
+                                                                             std::chrono::milliseconds timeout) {
     while (!answers_.contains(id)) {
         if (channel_.lost()) {
             return Unexpected{ConnectionError{.message = *channel_.lost()}};
         }
-        exchange();
+        exchange(timeout);
     }
     return answerWithResult(std::move(answers_.extract(id).mapped()));
 }
 
-void ExtensionConnection::exchange() {
+void ExtensionConnection::exchange(std::chrono::milliseconds timeout) {
     auto descriptors = channel_.awaited();
-    if (poll(descriptors.data(), descriptors.size(), silenceSeconds * 1000) == 0) {
-        channel_.lose(fmt::format("was silent for {} seconds", silenceSeconds));
+    if (channel_.isClosed()) {
+        timeout = Timeouts{}.shutdown;
+    }
+    if (poll(descriptors.data(), descriptors.size(), static_cast<int>(timeout.count())) == 0) {
+        channel_.expire(timeout);
     }
     channel_.exchange(descriptors);
     while (auto answer = channel_.nextAnswer()) {

@@ -1,11 +1,13 @@
 // A conversation with an extension for those who wait for each answer.
 //
 // Several requests may be under way at once; answers come in any order. Waiting is bounded: an extension that has said
-// nothing for `silenceSeconds` while something was asked of it counts as lost. Not for several threads.
+// nothing for as long as `Timeouts` has it while something was asked of it counts as lost. Not for several threads.
 #pragma once
 
 #include "Host/Connection/ExtensionChannel.h"
+#include "Host/Connection/Timeouts.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -14,9 +16,6 @@
 #include <string_view>
 
 namespace host {
-
-/// How long an extension may say nothing while an answer of its is awaited.
-inline constexpr int silenceSeconds = 60;
 
 /// Why there is no answer.
 struct ConnectionError {
@@ -44,7 +43,8 @@ class ExtensionConnection {
     std::int64_t send(std::string_view method, std::string_view params) { return channel_.send(method, params); }
 
     /// Waits for the answer to `id`: its line, a JSON-RPC message with a result.
-    platform::Expected<std::string, ConnectionError> answer(std::int64_t id);
+    platform::Expected<std::string, ConnectionError> answer(std::int64_t id,
+                                                            std::chrono::milliseconds timeout = Timeouts{}.response);
 
     platform::Expected<std::string, ConnectionError> call(std::string_view method, std::string_view params) {
         return answer(send(method, params));
@@ -56,7 +56,7 @@ class ExtensionConnection {
     explicit ExtensionConnection(ExtensionChannel channel) : channel_(std::move(channel)) {}
 
     /// Waits until something happens.
-    void exchange();
+    void exchange(std::chrono::milliseconds timeout);
 
     ExtensionChannel channel_;
     std::map<std::int64_t, std::string> answers_;

@@ -1,10 +1,11 @@
 #include "Host/Connection/ExtensionProcess.h"
 
+#include "Host/Connection/Timeouts.h"
+
 #include <fmt/format.h>
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -12,7 +13,7 @@
 #include <memory>
 #include <poll.h>
 #include <sched.h>
-#include <sys/syscall.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -23,9 +24,6 @@ namespace {
 
 using platform::FileDescriptor;
 using platform::Unexpected;
-
-/// How long a process may take to leave when its input has ended.
-constexpr int graceMilliseconds = 500;
 
 struct Pipe {
     FileDescriptor reading;
@@ -38,16 +36,6 @@ std::optional<Pipe> makePipe() {
         return std::nullopt;
     }
     return Pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-}
-
-/// Waits until the process has ended or the time is over; false if it still runs.
-bool waitForEnd(pid_t process, int milliseconds) {
-    const FileDescriptor watched(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
-    if (!watched.isOpen()) {
-        return true;
-    }
-    pollfd ended{watched.get(), POLLIN, 0};
-    return poll(&ended, 1, milliseconds) > 0;
 }
 
 std::string howItEnded(int status) {
@@ -66,6 +54,7 @@ struct Start {
     char* const* arguments = nullptr;
     char* const* variables = nullptr;
     std::array<int, 3> descriptors{};
+    pid_t host = 0;
     const Confinement* confinement = nullptr;
     Confinement::Failure confining;
     int executing = 0;
@@ -76,6 +65,11 @@ struct Start {
 int becomeExtension(void* given) {
     Start& start = *static_cast<Start*>(given);
     setsid();
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != start.host) {
+        // It has died already.
+        _exit(EXIT_FAILURE);
+    }
     // What the host ignores or handles is not the extension's business. All are blocked so far: none is handled here.
     struct sigaction standard {};
     standard.sa_handler = SIG_DFL;
@@ -100,32 +94,35 @@ int becomeExtension(void* given) {
     _exit(EXIT_FAILURE);
 }
 
-/// Forgets a child that did not become the extension.
-void reap(pid_t process) {
-    while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
-    }
-}
+struct Child {
+    pid_t process = 0;
+    /// Readable once it has ended.
+    FileDescriptor end;
+};
 
 /// The extension's process, or the errno of what went wrong; `start` has what went wrong in the child.
-platform::Expected<pid_t, int> runChild(Start& start) {
+platform::Expected<Child, int> runChild(Start& start) {
     const auto stack = std::make_unique_for_overwrite<ChildStack>();
     // Handlers of the host's must not run in the child, which shares its memory.
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    const pid_t process =
-        clone(becomeExtension, stack->data() + stack->size(), CLONE_VM | CLONE_VFORK | SIGCHLD, &start);
+    int end = -1;
+    const pid_t process = clone(becomeExtension, stack->data() + stack->size(),
+                                CLONE_VM | CLONE_VFORK | CLONE_PIDFD | SIGCHLD, &start, &end);
     const int error = process < 0 ? errno : 0;
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     if (process < 0) {
         return Unexpected{error};
     }
+    Child child{process, FileDescriptor(end)};
     if (start.confining.step != Confinement::Step::none || start.executing != 0) {
-        reap(process);
+        while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+        }
         return Unexpected{start.executing != 0 ? start.executing : start.confining.error};
     }
-    return process;
+    return child;
 }
 
 } // namespace
@@ -154,19 +151,20 @@ ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environme
                       .arguments = arguments.data(),
                       .variables = variables.data(),
                       .descriptors = {input->reading.get(), output->writing.get(), errors->writing.get()},
+                      .host = getpid(),
                       .confinement = confinement ? &*confinement : nullptr};
     Start tried = start;
-    auto process = runChild(tried);
+    auto child = runChild(tried);
     if (tried.confining.step == Confinement::Step::userNamespace) {
         confinement->renounceUserNamespace();
         tried = start;
-        process = runChild(tried);
+        child = runChild(tried);
     }
-    if (!process) {
+    if (!child) {
         const char* what = tried.confining.step == Confinement::Step::none ? "start" : "confine";
-        return Unexpected{fmt::format("cannot {} the extension {}: {}", what, program, std::strerror(process.error()))};
+        return Unexpected{fmt::format("cannot {} the extension {}: {}", what, program, std::strerror(child.error()))};
     }
-    ExtensionProcess started(*process, std::move(environment), std::move(confinement));
+    ExtensionProcess started(child->process, std::move(child->end), std::move(environment), std::move(confinement));
     started.input_ = std::move(input->writing);
     started.output_ = std::move(output->reading);
     started.errors_ = std::move(errors->reading);
@@ -174,30 +172,46 @@ ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environme
 }
 
 ExtensionProcess::ExtensionProcess(ExtensionProcess&& other) noexcept
-    : process_(std::exchange(other.process_, 0)), environment_(std::move(other.environment_)),
-      confinement_(std::move(other.confinement_)), input_(std::move(other.input_)), output_(std::move(other.output_)),
-      errors_(std::move(other.errors_)) {}
+    : process_(std::exchange(other.process_, 0)), end_(std::move(other.end_)),
+      environment_(std::move(other.environment_)), confinement_(std::move(other.confinement_)),
+      input_(std::move(other.input_)), output_(std::move(other.output_)), errors_(std::move(other.errors_)) {}
 
 ExtensionProcess::~ExtensionProcess() {
-    end(Patience::aMoment);
-}
-
-std::string ExtensionProcess::end(Patience patience) {
-    if (process_ <= 0) {
-        return "has ended";
+    if (isReaped()) {
+        return;
     }
     input_.close();
     output_.close();
-    if (!waitForEnd(process_, patience == Patience::none ? 0 : graceMilliseconds)) {
-        kill(process_, SIGKILL);
+    constexpr auto timeout = Timeouts{}.shutdown;
+    if (!waitForEnd(timeout)) {
+        kill();
+        // What the kernel itself is busy with outlives even that.
+        waitForEnd(timeout);
+    }
+    reap();
+}
+
+void ExtensionProcess::kill() {
+    if (!isReaped()) {
+        ::kill(process_, SIGKILL);
+        ::kill(-process_, SIGKILL);
+    }
+}
+
+std::optional<std::string> ExtensionProcess::reap() {
+    if (isReaped() || !waitForEnd({})) {
+        return std::nullopt;
     }
     // Its group is still its own until it is waited for.
-    kill(-process_, SIGKILL);
+    ::kill(-process_, SIGKILL);
     int status = 0;
-    while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
-    }
-    process_ = 0;
+    waitpid(std::exchange(process_, 0), &status, WNOHANG);
     return howItEnded(status);
+}
+
+bool ExtensionProcess::waitForEnd(std::chrono::milliseconds timeout) const {
+    pollfd ended{end_.get(), POLLIN, 0};
+    return poll(&ended, 1, static_cast<int>(timeout.count())) > 0;
 }
 
 } // namespace host

@@ -1,4 +1,7 @@
 // The extension's process: started with nothing but what it is given, spoken to through pipes, and never left behind.
+//
+// It is killed when the thread that started it ends, however that comes: the kernel does it. What the extension itself
+// has started is killed by this process alone, and outlives a host that is killed.
 #pragma once
 
 #include "Host/Connection/Confinement.h"
@@ -7,6 +10,7 @@
 #include "Platform/Foundation/Expected.h"
 #include "Platform/Foundation/FileDescriptor.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +29,8 @@ class ExtensionProcess {
 
     ExtensionProcess(ExtensionProcess&& other) noexcept;
     ExtensionProcess& operator=(ExtensionProcess&&) = delete;
+    /// Closes the pipes, and waits for the end of a process that is not reaped: at most `Timeouts::shutdown`, then it
+    /// is killed.
     ~ExtensionProcess();
 
     platform::FileDescriptor& input() { return input_; }
@@ -38,17 +44,28 @@ class ExtensionProcess {
     /// not see the new one, and should be ended and started anew before it is asked again.
     bool isStale() const { return confinement_ && confinement_->isStale(); }
 
-    /// Whether the process gets half a second to leave by itself.
-    enum class Patience { none, aMoment };
-    /// Closes the pipes and kills the process if it does not leave by itself. Says how it ended: "exited with 1", "was
-    /// killed by signal 9". Processes that it has started and left behind are killed, too.
-    std::string end(Patience patience);
+    /// A descriptor that is readable once the process has ended.
+    const platform::FileDescriptor& end() const { return end_; }
+
+    /// Kills the process and those that it has started. Does not wait for its end.
+    void kill();
+
+    /// How the process ended ("exited with 1", "was killed by signal 9"), once; nothing while it runs. Does not wait.
+    /// Kills the processes that it has left behind.
+    std::optional<std::string> reap();
+
+    bool isReaped() const { return process_ == 0; }
 
   private:
-    ExtensionProcess(pid_t process, ExtensionEnvironment environment, std::optional<Confinement> confinement)
-        : process_(process), environment_(std::move(environment)), confinement_(std::move(confinement)) {}
+    ExtensionProcess(pid_t process, platform::FileDescriptor end, ExtensionEnvironment environment,
+                     std::optional<Confinement> confinement)
+        : process_(process), end_(std::move(end)), environment_(std::move(environment)),
+          confinement_(std::move(confinement)) {}
+
+    bool waitForEnd(std::chrono::milliseconds timeout) const;
 
     pid_t process_;
+    platform::FileDescriptor end_;
     ExtensionEnvironment environment_;
     std::optional<Confinement> confinement_;
     platform::FileDescriptor input_;

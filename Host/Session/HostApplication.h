@@ -51,7 +51,7 @@ class HostApplication {
         HostDisplay& display;
         /// Whether a host that runs already is told that somebody wants to see it.
         Presence presence = Presence::foreground;
-        Patience patience;
+        Timeouts timeouts;
     };
     explicit HostApplication(const Options& options);
     HostApplication(const HostApplication&) = delete;

@@ -1,30 +1,57 @@
 #include "Host/Session/RunningExtension.h"
 
-#include <fmt/format.h>
-
+#include <algorithm>
 #include <utility>
 
 namespace host {
 
-RunningExtension::RunningExtension(ExtensionChannel channel, const Patience& patience, SteadyTime now)
-    : channel_(std::move(channel)), patience_(patience), lastHeard_(now) {}
+RunningExtension::RunningExtension(ExtensionChannel channel, const Timeouts& timeouts, SteadyTime now)
+    : channel_(std::move(channel)), timeouts_(timeouts), lastHeard_(now) {}
 
 void RunningExtension::ask(std::string_view method, std::string_view params, Ticket ticket, SteadyTime now) {
+    ask({.ticket = ticket, .method = std::string(method), .params = std::string(params), .since = now}, now);
+}
+
+void RunningExtension::ask(Asked asked, SteadyTime now) {
     if (asked_.empty()) {
         lastHeard_ = now;
     }
-    asked_.insert_or_assign(channel_.send(method, params), Asked{ticket, now});
+    const std::int64_t id = channel_.send(asked.method, asked.params);
+    asked_.insert_or_assign(id, std::move(asked));
+}
+
+void RunningExtension::takeOver(RunningExtension& other, SteadyTime now) {
+    for (auto& [id, asked] : std::exchange(other.asked_, {})) {
+        if (asked.isTakenOver) {
+            other.asked_.emplace(id, std::move(asked));
+        } else {
+            asked.isTakenOver = true;
+            ask(std::move(asked), now);
+        }
+    }
+}
+
+void RunningExtension::exchange(const ExtensionChannel::Descriptors& ready, SteadyTime now) {
+    const bool isHeard =
+        std::any_of(ready.begin(), ready.end(), [](const pollfd& each) { return (each.revents & POLLIN) != 0; });
+    if (isHeard && (!isLeaving_ || !asked_.empty())) {
+        lastHeard_ = now;
+    }
+    const bool wasClosed = channel_.isClosed();
+    channel_.exchange(ready);
+    if (channel_.isClosed() && !wasClosed) {
+        dismiss(now);
+    }
 }
 
 std::optional<RunningExtension::Answer> RunningExtension::nextAnswer(SteadyTime now) {
-    auto answer = channel_.nextAnswer();
-    if (!answer) {
-        return std::nullopt;
+    while (auto answer = channel_.nextAnswer()) {
+        if (const auto asked = asked_.extract(answer->id)) {
+            const std::chrono::duration<double> taken = now - asked.mapped().since;
+            return Answer{asked.mapped().ticket, std::move(answer->line), taken.count()};
+        }
     }
-    // A channel answers what it was asked for, and once.
-    const Asked asked = asked_.extract(answer->id).mapped();
-    const std::chrono::duration<double> taken = now - asked.since;
-    return Answer{asked.ticket, std::move(answer->line), taken.count()};
+    return std::nullopt;
 }
 
 std::vector<Ticket> RunningExtension::takeUnanswered() {
@@ -35,24 +62,28 @@ std::vector<Ticket> RunningExtension::takeUnanswered() {
     return tickets;
 }
 
-SteadyTime RunningExtension::deadline() const {
-    if (isLeaving_) {
-        return lastHeard_ + patience_.leaving;
+std::chrono::milliseconds RunningExtension::timeout() const {
+    if (!asked_.empty() && !channel_.isClosed()) {
+        return timeouts_.response;
     }
-    return lastHeard_ + (asked_.empty() ? patience_.idleness : patience_.silence);
+    return isLeaving_ ? timeouts_.shutdown : timeouts_.idle;
+}
+
+std::optional<SteadyTime> RunningExtension::deadline() const {
+    return channel_.lost() ? std::nullopt : std::optional(lastHeard_ + timeout());
 }
 
 void RunningExtension::expire(SteadyTime now) {
-    if (now < deadline()) {
+    const auto due = deadline();
+    if (!due || now < *due) {
         return;
     }
-    if (isLeaving_) {
+    if (!asked_.empty()) {
+        channel_.expire(timeout());
+    } else if (isLeaving_) {
         channel_.lose("did not leave");
-    } else if (asked_.empty()) {
-        dismiss(now);
     } else {
-        const auto seconds = std::chrono::duration<double>(patience_.silence).count();
-        channel_.lose(fmt::format("was silent for {:g} seconds", seconds));
+        dismiss(now);
     }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Host/Connection/ExtensionChannel.h"
+#include "Host/Connection/Timeouts.h"
 #include "Host/Session/Tile.h"
 
 #include <chrono>
@@ -16,22 +17,19 @@ namespace host {
 
 using SteadyTime = std::chrono::steady_clock::time_point;
 
-/// How long is waited for what.
-struct Patience {
-    /// For an extension that says nothing while it is awaited.
-    std::chrono::milliseconds silence{60'000};
-    /// For more to do, after the last answer.
-    std::chrono::milliseconds idleness{5'000};
-    /// For an extension to leave when its input has ended.
-    std::chrono::milliseconds leaving{500};
-};
-
 class RunningExtension {
   public:
-    RunningExtension(ExtensionChannel channel, const Patience& patience, SteadyTime now);
+    RunningExtension(ExtensionChannel channel, const Timeouts& timeouts, SteadyTime now);
 
     /// Sends a request; the answer comes under `ticket`.
     void ask(std::string_view method, std::string_view params, Ticket ticket, SteadyTime now);
+
+    /// Asks what `other` was asked and has not answered, whose answers do not count any more. What it has taken over
+    /// itself stays with it, so that every request is answered in the end.
+    void takeOver(RunningExtension& other, SteadyTime now);
+
+    /// Moves what can be moved either way, as `ExtensionChannel::exchange`.
+    void exchange(const ExtensionChannel::Descriptors& ready, SteadyTime now);
 
     struct Answer {
         Ticket ticket;
@@ -45,26 +43,29 @@ class RunningExtension {
 
     ExtensionChannel& channel() { return channel_; }
     const ExtensionChannel& channel() const { return channel_; }
-    /// Whether the next request is to go to a process of its own: this one was told to leave.
-    bool isLeaving() const { return isLeaving_; }
+    /// Whether the next request is to go to a process of its own: this one was told to leave, or is lost.
+    bool isLeaving() const { return isLeaving_ || channel_.lost(); }
 
-    /// Something came from the extension.
-    void heard(SteadyTime now) { lastHeard_ = now; }
-    /// When `expire` has something to do.
-    SteadyTime deadline() const;
+    /// When `expire` has something to do; nothing once the extension is lost.
+    std::optional<SteadyTime> deadline() const;
     /// Tells it to leave, or makes it, as the deadline has it.
     void expire(SteadyTime now);
-    /// Tells it to leave.
+    /// Tells it to leave when it has answered what it was asked.
     void dismiss(SteadyTime now);
 
   private:
     struct Asked {
         Ticket ticket;
+        std::string method;
+        std::string params;
         SteadyTime since;
+        bool isTakenOver = false;
     };
+    void ask(Asked asked, SteadyTime now);
+    std::chrono::milliseconds timeout() const;
 
     ExtensionChannel channel_;
-    Patience patience_;
+    Timeouts timeouts_;
     SteadyTime lastHeard_;
     bool isLeaving_ = false;
     std::map<std::int64_t, Asked> asked_;

@@ -103,7 +103,9 @@ std::vector<pollfd> Session::awaited() const {
 std::optional<SteadyTime> Session::deadline() const {
     std::optional<SteadyTime> earliest;
     for (const auto& [identifier, extension] : extensions_) {
-        earliest = std::min(earliest.value_or(extension->deadline()), extension->deadline());
+        if (const auto deadline = extension->deadline()) {
+            earliest = std::min(earliest.value_or(*deadline), *deadline);
+        }
     }
     return earliest;
 }
@@ -134,17 +136,12 @@ void Session::exchange(std::span<const pollfd> ready) {
     const SteadyTime now = steadyNow();
     for (auto& [identifier, extension] : extensions_) {
         auto descriptors = extension->channel().awaited();
-        bool isHeard = false;
         for (pollfd& descriptor : descriptors) {
             const auto known =
                 std::find_if(ready.begin(), ready.end(), [&](const pollfd& each) { return each.fd == descriptor.fd; });
             descriptor.revents = known == ready.end() || descriptor.fd < 0 ? short{0} : known->revents;
-            isHeard = isHeard || (descriptor.revents & POLLIN) != 0;
         }
-        if (isHeard && !extension->isLeaving()) {
-            extension->heard(now);
-        }
-        extension->channel().exchange(descriptors);
+        extension->exchange(descriptors, now);
         takeAnswers(*extension);
         extension->expire(now);
     }
@@ -160,7 +157,7 @@ void Session::takeAnswers(RunningExtension& extension) {
     }
 }
 
-/// Lets go of the extensions that are lost, and has those know who waited for them.
+/// Has those know who wait for extensions that are lost, and lets go of these when they are gone.
 void Session::bury() {
     std::erase_if(extensions_, [this](const auto& each) {
         RunningExtension& extension = *each.second;
@@ -170,7 +167,7 @@ void Session::bury() {
                 finish(ticket, Unexpected{NoAnswer{NoAnswer::Cause::lost, *lost}}, 0);
             }
         }
-        return lost.has_value();
+        return extension.channel().hasEnded();
     });
 }
 
@@ -217,6 +214,7 @@ void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) 
 }
 
 Expected<RunningExtension*, std::string> Session::running(const std::string& identifier) {
+    std::vector<RunningExtension*> stale;
     const auto [first, last] = extensions_.equal_range(identifier);
     for (auto each = first; each != last; ++each) {
         RunningExtension& extension = *each->second;
@@ -227,6 +225,7 @@ Expected<RunningExtension*, std::string> Session::running(const std::string& ide
             return &extension;
         }
         // What it may read lies somewhere else now; another process will see it.
+        stale.push_back(&extension);
         extension.dismiss(steadyNow());
     }
     const auto manifest = around_.findManifest(identifier);
@@ -237,7 +236,11 @@ Expected<RunningExtension*, std::string> Session::running(const std::string& ide
     if (!channel) {
         return Unexpected{channel.error()};
     }
-    auto started = std::make_unique<RunningExtension>(*std::move(channel), around_.patience, steadyNow());
+    auto started = std::make_unique<RunningExtension>(*std::move(channel), around_.timeouts, steadyNow());
+    for (RunningExtension* each : stale) {
+        // Its answers may lack what has been replaced.
+        started->takeOver(*each, steadyNow());
+    }
     return extensions_.emplace(identifier, std::move(started))->second.get();
 }
 

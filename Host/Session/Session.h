@@ -5,9 +5,9 @@
 //
 //  - A tile is asked for when it is due (see TileSchedule.h). Its extension is started for that if it does not run, all
 //    its due tiles are asked for together, and it is told to leave when it has had nothing to do for five seconds.
-//  - An extension that ends, says nothing for a minute, floods or speaks nonsense is ended. Its tiles keep their
-//  entries
-//    and are tried again, each by its schedule; other extensions' tiles do not notice.
+//  - An extension that ends, is silent for too long (see Timeouts.h), floods or speaks nonsense is ended. Its tiles
+//  keep
+//    their entries and are tried again, each by its schedule; other extensions' tiles do not notice.
 //  - An entry that is equal to the one before is no news.
 //
 // One thread.
@@ -52,7 +52,7 @@ class Session {
         StartExtension startExtension;
         const platform::Clock& clock;
         SessionObserver& observer;
-        Patience patience;
+        Timeouts timeouts;
     };
     explicit Session(Surroundings surroundings) : around_(std::move(surroundings)) {}
 
@@ -115,7 +115,7 @@ class Session {
 
     Surroundings around_;
     std::map<InstanceId, Tile> tiles_;
-    /// By the extension's identifier; those that leave still have their places here, under no tile's eyes.
+    /// By the extension's identifier; those that leave, or are lost, are kept until their processes are gone.
     std::multimap<std::string, std::unique_ptr<RunningExtension>> extensions_;
     std::vector<Waiter> waiters_;
     /// Those that are still to be put, and those that are.

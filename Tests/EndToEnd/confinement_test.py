@@ -12,7 +12,7 @@ import unittest
 from pathlib import Path
 
 from https_server import Authority, HttpsServer, body
-from support import EXTENSION, HOST, NO_WEB, OK, HostTest, host, texts
+from support import EXTENSION, HOST, NO_WEB, OK, HostTest, host, is_running, texts
 
 PROBE = Path(os.environ["TEST_PROGRAMS"]) / "confinement_probe"
 SANITIZED = bool(os.environ.get("SANITIZED"))
@@ -41,14 +41,6 @@ def can_have_user_namespace(user):
             os.setuid(user)
         os._exit(0 if ctypes.CDLL(None).unshare(0x10000000) == 0 else 1)
     return os.waitpid(process, 0)[1] == 0
-
-
-def is_running(process):
-    """One that has died is there until whoever has adopted it has noticed."""
-    try:
-        return Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
-    except FileNotFoundError:
-        return False
 
 
 class ProbeTest(HostTest):

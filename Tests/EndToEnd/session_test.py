@@ -8,7 +8,7 @@ import time
 import unittest
 from pathlib import Path
 
-from support import EXTENSION, HOST, LISTS, NO_WEB, OK, UNAVAILABLE, USAGE, HomeTest, SessionBus, favourites
+from support import EXTENSION, HOST, LISTS, NO_WEB, OK, UNAVAILABLE, USAGE, HomeTest, SessionBus, favourites, is_running
 
 
 class SessionTest(HomeTest):
@@ -152,6 +152,16 @@ class Supervision(SessionTest):
         # A command is done before the host has closed its connection.
         self.eventually(lambda: self.descriptors(host) <= before)
         self.eventually(lambda: not self.children(host) and self.descriptors(host) < before)
+
+    def test_a_hanging_extension_does_not_outlive_a_killed_host(self):
+        host = self.start_host()
+        self.succeed("add", "WorkspacesWidget")
+        self.succeed("reload")
+        child, = self.children(host)
+        os.kill(child, signal.SIGSTOP)
+        host.kill()
+        host.wait()
+        self.eventually(lambda: not is_running(child))
 
     def test_a_missing_extension_is_explained_and_tried_again(self):
         program = self.home / "program"

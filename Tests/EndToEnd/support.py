@@ -133,6 +133,14 @@ def wait_until(is_so, what, seconds=20):
     return answer
 
 
+def is_running(process):
+    """One that has died is there until whoever has adopted it has noticed."""
+    try:
+        return Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
+    except FileNotFoundError:
+        return False
+
+
 def nodes(node):
     """A view's nodes, itself first."""
     yield node

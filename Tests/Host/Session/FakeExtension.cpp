@@ -36,6 +36,13 @@ void serve(const Json& request) {
     const std::string words = request["params"]["configuration"].value("text", "");
     if (kind == "Good") {
         answer(request, timeline(Json::array({entry(past, text(words + " by " + std::to_string(getpid())))})));
+    } else if (kind == "Slow") {
+        constexpr useconds_t microseconds = 300'000;
+        usleep(microseconds);
+        answer(request, timeline(Json::array({entry(past, text("by " + std::to_string(getpid())))})));
+    } else if (kind == "Close") {
+        close(STDOUT_FILENO);
+        pause();
     } else if (kind == "Same") {
         answer(request, timeline(Json::array({entry(past, text("same"))})));
     } else if (kind == "Several") {
