@@ -27,30 +27,18 @@ std::string forPeople(const WidgetInfo& widget) {
 } // namespace
 
 std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format) {
-    auto connections = openExtensions(choice);
-    if (!connections) {
-        return connections.error();
-    }
     std::string text;
-    for (ExtensionConnection& connection : *connections) {
-        const std::int64_t id = connection.send("describe", "{}");
+    auto failure = useExtensions(choice, [&](const DescribedExtension& each) {
         if (format == TextFormat::json) {
-            const auto result = receive(connection, id, readResult);
-            if (!result) {
-                return result.error();
+            text += *readResult(each.answer) + '\n';
+        } else {
+            for (const WidgetInfo& widget : each.widgets) {
+                text += forPeople(widget);
             }
-            text += *result + '\n';
-            continue;
         }
-        const auto widgets = receive(connection, id, readDescription);
-        if (!widgets) {
-            return widgets.error();
-        }
-        for (const WidgetInfo& widget : *widgets) {
-            text += forPeople(widget);
-        }
-    }
-    return writeOutput(text, std::nullopt);
+        return false;
+    });
+    return failure ? std::move(failure) : writeOutput(text, std::nullopt);
 }
 
 std::optional<Failure> listOptions(const ExtensionChoice& choice, const OptionsRequest& request, TextFormat format) {

@@ -3,15 +3,36 @@
 #include "Host/Connection/DeclaredChoices.h"
 #include "Host/Connection/Manifest.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <utility>
 
 namespace host {
 namespace {
 
 using platform::Unexpected;
 
+/// Where there are other extensions, nobody waits longer for one to describe itself.
+constexpr std::chrono::milliseconds timeoutAmongSeveral{10'000};
+
 Failure unavailable(std::string message) {
     return {ExitCode::unavailable, std::move(message)};
+}
+
+/// Names failures of single extensions on standard error; but the last is the command's, if nothing `works`.
+std::optional<Failure> failureOf(std::vector<Failure> failures, bool works) {
+    std::optional<Failure> last;
+    if (!works && !failures.empty()) {
+        last = std::move(failures.back());
+        failures.pop_back();
+    }
+    for (const Failure& failure : failures) {
+        fmt::print(stderr, "widgethost: {}\n", failure.message);
+    }
+    return last;
 }
 
 Outcome<ExtensionConnection> open(const Manifest& manifest, const ExtensionChoice& choice) {
@@ -20,6 +41,51 @@ Outcome<ExtensionConnection> open(const Manifest& manifest, const ExtensionChoic
         return Unexpected{unavailable(connection.error().message)};
     }
     return *std::move(connection);
+}
+
+std::optional<Failure> useExtensions(const std::vector<Manifest>& manifests, const ExtensionChoice& choice,
+                                     const UseExtension& use) {
+    // All start at once.
+    std::vector<std::pair<Outcome<ExtensionConnection>, std::int64_t>> opened;
+    for (const Manifest& manifest : manifests) {
+        auto connection = open(manifest, choice);
+        const std::int64_t id = connection ? connection->send("describe", "{}") : 0;
+        opened.emplace_back(std::move(connection), id);
+    }
+    const auto timeout = manifests.size() > 1 ? timeoutAmongSeveral : Timeouts{}.response;
+    const auto describeAndUse = [&](Outcome<ExtensionConnection>& connection, std::int64_t id) -> Outcome<bool> {
+        if (!connection) {
+            return Unexpected{connection.error()};
+        }
+        auto answer = connection->answer(id, timeout);
+        if (!answer) {
+            return Unexpected{failureOf(answer.error())};
+        }
+        auto widgets = readDescription(*answer);
+        if (!widgets) {
+            return Unexpected{unavailable(widgets.error())};
+        }
+        DescribedExtension described{*std::move(connection), *std::move(answer), *std::move(widgets)};
+        return use(described);
+    };
+    std::vector<Failure> failures;
+    bool works = false;
+    for (std::size_t i = 0; i < manifests.size(); ++i) {
+        const auto isLast = describeAndUse(opened[i].first, opened[i].second);
+        if (!isLast) {
+            if (isLast.error().code == ExitCode::cannotCreate) {
+                return isLast.error();
+            }
+            const std::string name = manifests.size() > 1 ? manifests[i].identifier + ": " : "";
+            failures.push_back({isLast.error().code, name + isLast.error().message});
+            continue;
+        }
+        works = true;
+        if (*isLast) {
+            break;
+        }
+    }
+    return failureOf(std::move(failures), works);
 }
 
 } // namespace
@@ -38,11 +104,16 @@ std::vector<platform::Expected<Manifest, std::string>> readManifests(const Exten
 
 Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
     std::vector<Manifest> manifests;
+    std::vector<Failure> failures;
     for (auto& manifest : readManifests(choice)) {
-        if (!manifest) {
-            return Unexpected{unavailable(manifest.error())};
+        if (manifest) {
+            manifests.push_back(*std::move(manifest));
+        } else {
+            failures.push_back(unavailable(manifest.error()));
         }
-        manifests.push_back(*std::move(manifest));
+    }
+    if (auto failure = failureOf(std::move(failures), !manifests.empty())) {
+        return Unexpected{*std::move(failure)};
     }
     if (manifests.empty()) {
         return Unexpected{unavailable("no extension is installed; name one with --extension")};
@@ -55,40 +126,34 @@ Failure failureOf(const ConnectionError& error) {
     return {refused ? ExitCode::usage : ExitCode::unavailable, error.message};
 }
 
-Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice) {
+std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExtension& use) {
+    const auto manifests = manifestsOf(choice);
+    return manifests ? useExtensions(*manifests, choice, use) : std::optional(manifests.error());
+}
+
+Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice) {
     const auto manifests = manifestsOf(choice);
     if (!manifests) {
         return Unexpected{manifests.error()};
     }
-    std::vector<ExtensionConnection> connections;
-    for (const Manifest& manifest : *manifests) {
-        auto connection = open(manifest, choice);
-        if (!connection) {
-            return Unexpected{connection.error()};
+    if (manifests->size() == 1) {
+        return open(manifests->front(), choice);
+    }
+    std::optional<ExtensionConnection> found;
+    auto failure = useExtensions(*manifests, choice, [&](DescribedExtension& each) -> Outcome<bool> {
+        if (std::any_of(each.widgets.begin(), each.widgets.end(),
+                        [&](const WidgetInfo& widget) { return widget.kind == kind; })) {
+            found.emplace(std::move(each.connection));
         }
-        connections.push_back(*std::move(connection));
+        return found.has_value();
+    });
+    if (failure) {
+        return Unexpected{*std::move(failure)};
     }
-    return connections;
-}
-
-Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice) {
-    auto connections = openExtensions(choice);
-    if (!connections) {
-        return Unexpected{connections.error()};
+    if (!found) {
+        return Unexpected{Failure{ExitCode::usage, unknownWidget(kind)}};
     }
-    if (connections->size() == 1) {
-        return std::move(connections->front());
-    }
-    for (ExtensionConnection& connection : *connections) {
-        const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
-        if (!widgets) {
-            return Unexpected{widgets.error()};
-        }
-        if (std::any_of(widgets->begin(), widgets->end(), [&](const WidgetInfo& each) { return each.kind == kind; })) {
-            return std::move(connection);
-        }
-    }
-    return Unexpected{Failure{ExitCode::usage, unknownWidget(kind)}};
+    return *std::move(found);
 }
 
 platform::Expected<Manifest, std::string> manifestNamed(const std::string& identifier, const ExtensionChoice& choice) {

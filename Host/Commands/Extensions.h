@@ -7,6 +7,7 @@
 #include "Host/Connection/Requests.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,14 +24,27 @@ struct ExtensionChoice {
 /// The manifest of the chosen extension, or those of every installed one, each with what is wrong with it in its place.
 std::vector<platform::Expected<Manifest, std::string>> readManifests(const ExtensionChoice& choice);
 
-/// The manifests of the chosen extension or of every installed one; at least one.
+/// The sound manifests of the chosen extension or of every installed one; at least one. What is wrong with others is
+/// named on standard error.
 Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice);
 
-/// Starts the chosen extension, or every installed one; at least one.
-Outcome<std::vector<ExtensionConnection>> openExtensions(const ExtensionChoice& choice);
+struct DescribedExtension {
+    ExtensionConnection connection;
+    /// The answer, and what it says.
+    std::string answer;
+    std::vector<WidgetInfo> widgets;
+};
+
+/// What is done with one extension; answers whether it is the last that is wanted.
+using UseExtension = std::function<Outcome<bool>(DescribedExtension&)>;
+
+/// Starts the chosen extension, or every installed one, and uses one after the other. What fails with one does not
+/// concern the others: it is named on standard error. The command fails where nothing else works, or when output cannot
+/// be written.
+std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExtension& use);
 
 /// Starts the extension that has the widget `kind`. Where there is one extension only, that is taken for it without
-/// asking.
+/// asking. What is wrong with others is named on standard error.
 Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
 
 /// The manifest of the extension with that identifier; what is wrong with others' does not matter. The error is one

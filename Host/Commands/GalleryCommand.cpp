@@ -59,29 +59,27 @@ class GalleryPainter {
   public:
     GalleryPainter(const GalleryRequest& request, GalleryPage& page) : request_(request), page_(page) {}
 
-    std::optional<Failure> paint(ExtensionConnection& connection) {
-        const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
-        if (!widgets) {
-            return widgets.error();
-        }
+    std::optional<Failure> paint(DescribedExtension& extension) {
         std::vector<Awaited> awaited;
-        for (const WidgetInfo& widget : *widgets) {
-            page_.addWidget(widget);
+        for (const WidgetInfo& widget : extension.widgets) {
             for (const std::string& family : widget.families) {
                 const EntryRequest request{
                     .method = EntryRequest::Method::timeline, .kind = widget.kind, .family = family};
-                awaited.push_back({sendEntryRequest(connection, request), widget.kind, family});
+                awaited.push_back({sendEntryRequest(extension.connection, request), widget.kind, family});
             }
         }
         const platform::Date now = platform::SystemClock::shared().now();
         for (const Awaited& picture : awaited) {
-            const auto entries = receive(connection, picture.id, readEntries);
+            const auto entries = receive(extension.connection, picture.id, readEntries);
             if (!entries) {
                 return entries.error();
             }
             if (auto failure = paint(*entryAt(*entries, now), picture)) {
                 return failure;
             }
+        }
+        for (const WidgetInfo& widget : extension.widgets) {
+            page_.addWidget(widget);
         }
         return files_.finish();
     }
@@ -113,20 +111,18 @@ std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryReque
     GalleryPage page(request.schemes);
     // Before the extensions, because it reads the fonts while they start.
     GalleryPainter painter(request, page);
-    auto connections = openExtensions(choice);
-    if (!connections) {
-        return connections.error();
-    }
     std::error_code failure;
     fs::create_directories(request.folder, failure);
     if (failure) {
         return Failure{ExitCode::cannotCreate,
                        fmt::format("cannot make {}: {}", request.folder.string(), failure.message())};
     }
-    for (ExtensionConnection& connection : *connections) {
-        if (auto stopped = painter.paint(connection)) {
-            return stopped;
-        }
+    auto stopped = useExtensions(choice, [&](DescribedExtension& extension) -> Outcome<bool> {
+        auto stop = painter.paint(extension);
+        return stop ? Outcome<bool>(platform::Unexpected{*std::move(stop)}) : false;
+    });
+    if (stopped) {
+        return stopped;
     }
     return writeOutput(page.html(), request.folder / "index.html");
 }

@@ -7,7 +7,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from support import CANNOT_CREATE, EXTENSION, HOST, LISTS, OK, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
+from support import CANNOT_CREATE, EXTENSION, HOST, LISTS, NO_WEB, OK, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
 
 class Commands(HostTest):
     def test_describe_and_options(self):
@@ -54,39 +54,22 @@ class Commands(HostTest):
         self.assertEqual(subprocess.run(command, timeout=100).returncode, OK)
         self.assertIn("9 items", texts(json.loads(picture.read_text())))
 
-    def test_a_gallery_is_complete(self):
-        self.write(favourites(9))
-        folder = self.home / "deep" / "gallery"
-        self.succeed("gallery", "-o", folder)
-        page = (folder / "index.html").read_text()
-        pictures = sorted(path.name for path in folder.glob("*.png"))
-        self.assertEqual(len(pictures), 32)
-        for picture in pictures:
-            self.assertIn(f'src="{picture}"', page)
-        self.assertNotIn("http", page)
-
     def test_a_gallery_of_one_appearance_is_half_of_both(self):
         self.write(favourites(9))
-        for appearance in ("both", "dark"):
-            self.succeed("gallery", "--appearance", appearance, "-o", self.home / appearance)
+        for appearance, count in (("both", 32), ("dark", 16)):
+            folder = self.home / appearance
+            self.succeed("gallery", "--appearance", appearance, "-o", folder)
+            page = (folder / "index.html").read_text()
+            self.assertEqual(page.count('.png"'), count)
+            for picture in folder.glob("*.png"):
+                self.assertIn(f'src="{picture.name}"', page)
+            self.assertNotIn("http", page)
         self.succeed("gallery", "--appearance", "dark", "--contrast", "high", "-o", self.home / "high")
-        dark = sorted(path.name for path in (self.home / "dark").glob("*.png"))
+        dark = [path.name for path in (self.home / "dark").glob("*.png")]
         self.assertEqual(len(dark), 16)
-        page = (self.home / "dark" / "index.html").read_text()
         for name in dark:
             self.assertEqual((self.home / "dark" / name).read_bytes(), (self.home / "both" / name).read_bytes(), name)
-            self.assertIn(f'src="{name}"', page)
             self.assertNotEqual((self.home / "dark" / name).read_bytes(), (self.home / "high" / name).read_bytes(), name)
-        self.assertNotIn("-light.png", page)
-
-    def test_an_installed_extension_is_found(self):
-        self.write(favourites(1))
-        folder = self.home / "data" / "widgethost" / "extensions"
-        folder.mkdir(parents=True)
-        (folder / "fv.json").write_text(json.dumps({"identifier": "net.foliovault.widgets", "executable": str(EXTENSION)}))
-        variables = {"PATH": os.environ["PATH"], "XDG_DATA_HOME": str(self.home / "data"), "XDG_DATA_DIRS": "/nowhere", "HOME": "/nowhere"}
-        done = host("describe", env=variables)
-        self.assertEqual(done.returncode, OK, done.stderr)
 
     def test_the_users_own_library_is_not_touched(self):
         before = sorted(self.home.rglob("*"))
@@ -127,14 +110,31 @@ class WrongArguments(HostTest):
         self.assertEqual([path for path in self.home.iterdir() if path.suffix == ".png"], [])
 
 
-class BadExtensions(HostTest):
+class OtherExtensions(HostTest):
     def script(self, body):
         path = self.home / "extension"
         path.write_text("#!/bin/sh\n" + body)
         path.chmod(path.stat().st_mode | stat.S_IXUSR)
         return path
 
-    def test_are_said_to_be_unavailable(self):
+    def test_the_entry_that_is_due_is_drawn(self):
+        """Entries may come in any order."""
+        entries = [{"date": f"{date}T00:00:00Z", "content": {"view": {"type": "text", "text": text}}}
+                   for date, text in (("2200-01-01", "later"), ("2001-01-03", "due"), ("2001-01-02", "past"))]
+
+        def script(*results):
+            answers = (json.dumps({"jsonrpc": "2.0", "id": i, "result": result}) for i, result in enumerate(results, 1))
+            return self.script("".join(f"read line; echo '{answer}'\n" for answer in answers))
+
+        timeline = {"entries": entries, "reload": {"policy": "after", "date": "2200-01-01T00:00:00Z"}}
+        tree = self.succeed("render", "X", "--format", "tree", extension=script(timeline))
+        self.assertEqual(texts(json.loads(tree)), ["due"])
+        picture = self.succeed("render", "X", "--family", "small", "--scale", 2, extension=script(timeline))
+        description = {"widgets": [{"kind": "X", "displayName": "X", "families": ["small"]}]}
+        self.succeed("gallery", "-o", self.home, extension=script(description, timeline))
+        self.assertEqual((self.home / "X-small-light.png").read_bytes(), picture)
+
+    def test_bad_ones_are_said_to_be_unavailable(self):
         rows = [("exit 3", "exited with 3"), ("echo last words >&2; exit 1", "last words"), ("kill -SEGV $$", "signal 11"),
                 ("read line; echo nonsense", "else than a message"), ("read line; echo '{}'", ""),
                 ("while :; do printf %9999s x; done", "more than"),
@@ -144,6 +144,27 @@ class BadExtensions(HostTest):
         for body, says in rows:
             with self.subTest(body):
                 self.assertIn(says, self.refused(UNAVAILABLE, "render", "X", "--format", "tree", extension=self.script(body)))
+
+    def test_bad_ones_leave_the_others_alone(self):
+        self.write(favourites(1))
+        folder = self.home / "data" / "widgethost" / "extensions"
+        folder.mkdir(parents=True)
+        (folder / "broken.json").write_text("{")
+        for name, executable in (("dead", self.script("exit 3")), ("fv", EXTENSION), ("missing", "nowhere")):
+            (folder / f"{name}.json").write_text(json.dumps({"identifier": name, "executable": str(executable)}))
+        variables = {"PATH": os.environ["PATH"], "XDG_DATA_HOME": str(self.home / "data"), "XDG_DATA_DIRS": "/nowhere", "HOME": "/nowhere",
+                     "XDG_CONFIG_HOME": str(self.home / "config"), **NO_WEB}
+        rows = [(("describe",), "broken", "dead", "missing"), (("gallery", "-o", self.home), "broken", "dead", "missing"),
+                *((command, "broken", "dead") for command in (("options", "FavoritesWidget", "group"), ("add", "FavoritesWidget"),
+                                                              ("render", "FavoritesWidget", "--format", "tree")))]
+        for command, *names in rows:
+            with self.subTest(command):
+                done = host(*command, env=variables)
+                self.assertEqual(done.returncode, OK, done.stderr)
+                said = [line for line in done.stderr.decode().splitlines() if "session bus" not in line]
+                self.assertEqual(len(said), len(names), said)
+                for line, name in zip(said, names):
+                    self.assertIn(name, line)
 
     def test_missing_ones_too(self):
         self.refused(UNAVAILABLE, "describe", extension=self.home / "nothing")
