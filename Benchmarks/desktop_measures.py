@@ -32,7 +32,7 @@ class Desktop:
         self.command = [programs / "widgethost", "--extension", programs / "foliovault-widgets", "--home", self.world.home]
         self.column = WaylandEye(self.world.socket, (COLUMN, 0, 1, 800)).look
         self.empty = self.column()
-        self.pictures = self.world.home / "cache" / "widgethost" / "tiles"
+        self.entries = self.world.home / "cache" / "widgethost" / "tiles"
         self.process = None
 
     def host(self, *arguments):
@@ -101,9 +101,9 @@ def measure(table, rounds, programs, project, frames, peer):
         desktop.place_tiles()
         first, ours, plain = [], [], []
         for turn in range(rounds):
-            shutil.rmtree(desktop.pictures, ignore_errors=True)
+            shutil.rmtree(desktop.entries, ignore_errors=True)
             first.append(desktop.started())
-            wait_until(lambda: len(list(desktop.pictures.glob("*"))) == len(KINDS), "the pictures to be kept")
+            wait_until(lambda: len(list(desktop.entries.glob("*"))) == len(KINDS), "the entries to be kept")
             desktop.end()
             # Each start at another time between two pictures.
             time.sleep(turn / rounds / PICTURES_A_SECOND)
@@ -130,7 +130,7 @@ The desktop with four tiles:
 
 | what | measured | at most |
 | --- | --- | --- |
-| a first start, without pictures on disk, to four tiles on the screen | {statistics.median(first) * 1e3:.0f} ms | |
+| a first start, without entries on disk, to four tiles on the screen | {statistics.median(first) * 1e3:.0f} ms | |
 | memory at rest, proportional set size | {held:.1f} MiB | 25 MiB |
 | extensions running at rest | {len(children.splitlines())} | 0 |
 | processor time in {REST_SECONDS} s at rest | {spent[0] * 1e3:.0f} ms | 10 ms |

@@ -36,16 +36,23 @@ Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Options options) {
 
 Desktop::Desktop(Options options)
     : home_(std::move(options.home)), presence_(options.presence),
-      pictures_(platform::DiskFileSystem::shared(), tilePictureFolder()), catalog_(std::move(options.readManifests)),
+      entries_(platform::DiskFileSystem::shared(), tileFolder()), catalog_(std::move(options.readManifests)),
       settings_([this] { restyle(); }),
       outputs_([this] { place(); }), around_{.studio = studio_,
-                                             .pictures = pictures_,
+                                             .entries = entries_,
                                              .settings = settings_,
                                              .catalog = catalog_,
                                              .clock = platform::SystemClock::shared(),
                                              .hands = *this,
                                              .stacking = outputs_.stacking(),
-                                             .tile = [this](InstanceId id) { return sessionTile(id); }} {}
+                                             .tile = [this](InstanceId id) { return sessionTile(id); },
+                                             .workLater =
+                                                 [this](std::function<void()> work) {
+                                                     host_->workLater(std::move(work));
+                                                 }} {
+    // It reads the fonts beside this, until the first tile is to be drawn.
+    studio_.renderer();
+}
 
 Desktop::~Desktop() = default;
 
@@ -101,7 +108,10 @@ void Desktop::arranged(const Arrangement& arrangement) {
         }
     }
     std::erase_if(editors_, [&](const auto& editor) { return !ids.contains(editor.first); });
-    pictures_.keepOnly(ids);
+    for (const auto& [id, tile] : removed_) {
+        ids.insert(id);
+    }
+    host_->workLater([entries = entries_, ids = std::move(ids)] { entries.keepOnly(ids); });
     place();
     for (const auto& [id, tile] : tiles_) {
         if (tile->isWaiting() && sessionTile(id) == nullptr) {

@@ -80,7 +80,7 @@ class Desktop final : public HostDisplay, private TileHands {
     Presence presence_;
     std::optional<std::filesystem::path> examplesWanted_;
     Studio studio_;
-    PictureStore pictures_;
+    EntryStore entries_;
     Catalog catalog_;
     DesktopSettings settings_;
     Outputs outputs_;

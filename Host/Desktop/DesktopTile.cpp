@@ -46,8 +46,13 @@ std::string inWords(NoAnswer::Cause cause) {
 } // namespace
 
 DesktopTile::DesktopTile(Instance instance, const std::string& renderingMode, const TileSurroundings& around)
-    : around_(around), instance_(std::move(instance)), mode_(modeNamed(renderingMode)),
-      window_(instance_.id, around.hands, around.stacking) {
+    : around_(around), instance_(std::move(instance)), renderingMode_(renderingMode),
+      window_(instance_.id, around.hands, around.stacking), stored_(around.entries.load(instance_, renderingMode)) {
+    if (stored_) {
+        shown_ = Shown::stored;
+        made_ = stored_->made;
+        reload_ = stored_->reload;
+    }
     mark();
 }
 
@@ -80,19 +85,22 @@ void DesktopTile::hide() {
 
 void DesktopTile::change(const Instance& instance, const std::string& renderingMode) {
     const Instance before = std::exchange(instance_, instance);
-    const DrawingMode mode = std::exchange(mode_, modeNamed(renderingMode));
+    const std::string mode = std::exchange(renderingMode_, renderingMode);
     if (before.family != instance_.family || before.kind != instance_.kind) {
         // What is there does not fit any more; the answer to the new question will.
         shown_ = Shown::waiting;
+        stored_.reset();
         paint();
-    } else if (mode != mode_) {
+    } else if (mode != renderingMode_) {
         paintSoon();
     }
 }
 
 void DesktopTile::show() {
     shown_ = Shown::entry;
+    stored_.reset();
     paintSoon();
+    saving_.whenIdle<&DesktopTile::save>(this);
 }
 
 void DesktopTile::showPlaceholder(const platform::View& view) {
@@ -161,15 +169,8 @@ void DesktopTile::explain() {
 }
 
 void DesktopTile::keep() {
-    if (painting_.isAwaited() || isBehind_) {
-        painting_.cancel();
-        paint();
-    }
-    if (!isKept_ && !isSaying_ && shown_ == Shown::entry && marks_ == Marks{}) {
-        Face face = window_.face();
-        face.made = made_;
-        face.reload = reload_;
-        save(face);
+    if (!isKept_ || saving_.isAwaited()) {
+        save();
     }
 }
 
@@ -201,31 +202,23 @@ void DesktopTile::paint() {
     }
     const Tile* tile = around_.tile(instance_.id);
     if (tile != nullptr && tile->entry() != nullptr && shown_ == Shown::entry) {
-        Face face = entryFace(*tile);
-        save(face);
-        present(std::move(face));
+        present(entryFace(*tile->entry()));
         return;
     }
-    if (auto stored = around_.pictures.load(instance_)) {
-        shown_ = Shown::stored;
-        made_ = stored->made;
-        reload_ = stored->reload;
+    if (stored_) {
         if (reload_ < around_.clock.now() && !waiting_.isAwaited() && tile == nullptr) {
             waiting_.after<&DesktopTile::waitedLong>(patienceMilliseconds, this);
         }
-        present(*std::move(stored));
+        present(entryFace(stored_->entry));
         return;
     }
     shown_ = Shown::waiting;
     present(waitingFace());
 }
 
-Face DesktopTile::entryFace(const Tile& tile) {
-    Face face =
-        makeFace(tile.entry()->view, familySize(instance_.family), style(Redaction::none), around_.studio.renderer());
-    face.widgetURL = tile.entry()->widgetURL;
-    face.made = made_;
-    face.reload = reload_;
+Face DesktopTile::entryFace(const Entry& entry) {
+    Face face = makeFace(entry.view, familySize(instance_.family), style(Redaction::none), around_.studio.renderer());
+    face.widgetURL = entry.widgetURL;
     return face;
 }
 
@@ -262,12 +255,20 @@ TilePart DesktopTile::drawMarks(Face& face) {
             .act = TilePart::Act::explain};
 }
 
-void DesktopTile::save(const Face& face) {
-    isKept_ = true;
-    if (const auto failure = around_.pictures.save(instance_, face)) {
-        // A cache that cannot be written costs a moment at the next start, and nobody can do anything about it now.
-        g_debug("%s", failure->description.c_str());
+void DesktopTile::save() {
+    const Tile* tile = around_.tile(instance_.id);
+    if (tile == nullptr || tile->entry() == nullptr || tile->awaited() || tile->history().lastFailure) {
+        // It may not be what is asked for by now.
+        return;
     }
+    isKept_ = true;
+    around_.workLater([entries = around_.entries, instance = instance_, mode = renderingMode_,
+                       stored = StoredEntry{*tile->entry(), made_, reload_}] {
+        if (const auto failure = entries.save(instance, mode, stored)) {
+            // A cache that cannot be written costs a moment at the next start, and nobody can do anything about it now.
+            g_debug("%s", failure->description.c_str());
+        }
+    });
 }
 
 DesktopTile::Marks DesktopTile::marks() const {
@@ -289,7 +290,7 @@ FaceStyle DesktopTile::style(Redaction redaction) const {
     const bool hasToolkits = output_.fine == nullptr && gtk_widget_get_realized(window_.widget()) != FALSE;
     const double scale = hasToolkits ? std::max<double>(output_.scale, window_.deviceScale()) : output_.scale;
     return {.appearance = {.scheme = look.scheme,
-                           .mode = mode_,
+                           .mode = modeNamed(renderingMode_),
                            .redaction = redaction,
                            .contrast = look.contrast,
                            .accent = look.accent},

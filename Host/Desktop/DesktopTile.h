@@ -1,6 +1,6 @@
 // One placed widget on the desktop: its window, and what is to be seen there now.
 //
-// There always is something: the last picture from disk, or a placeholder, until the extension has answered; then its
+// There always is something: the last entry from disk, or a placeholder, until the extension has answered; then its
 // entry. A tile that could not be brought up to date bears a mark that explains itself, and says from when it is.
 #pragma once
 
@@ -10,10 +10,11 @@
 #include "Host/Desktop/Studio.h"
 #include "Host/Desktop/TileWindow.h"
 #include "Host/Pictures/FaceMaker.h"
-#include "Host/Pictures/PictureStore.h"
+#include "Host/Session/EntryStore.h"
 #include "Host/Session/Session.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,7 @@ namespace host {
 /// What the tiles of a desktop share.
 struct TileSurroundings {
     Studio& studio;
-    const PictureStore& pictures;
+    const EntryStore& entries;
     const DesktopSettings& settings;
     const Catalog& catalog;
     const platform::Clock& clock;
@@ -30,6 +31,8 @@ struct TileSurroundings {
     Stacking& stacking;
     /// The tile as the session has it; null where it does not know it (any more).
     std::function<const Tile*(InstanceId id)> tile;
+    /// Does what waits for the disk, beside the main loop.
+    std::function<void(std::function<void()> work)> workLater;
 };
 
 class DesktopTile {
@@ -74,7 +77,7 @@ class DesktopTile {
     /// Says why the tile could not be brought up to date.
     void explain();
 
-    /// Writes down what changed without a new picture: until when the picture counts as new.
+    /// Writes down what is not written yet.
     void keep();
 
   private:
@@ -90,12 +93,12 @@ class DesktopTile {
     /// Draws what is to be seen and shows it; soon, for several reasons at once.
     void paint();
     void paintSoon();
-    Face entryFace(const Tile& tile);
+    Face entryFace(const Entry& entry);
     Face waitingFace();
     /// Lays the marks over the face and shows it.
     void present(Face face);
     TilePart drawMarks(Face& face);
-    void save(const Face& face);
+    void save();
     Marks marks() const;
     FaceStyle style(Redaction redaction) const;
     std::string name() const;
@@ -105,15 +108,18 @@ class DesktopTile {
 
     const TileSurroundings& around_;
     Instance instance_;
-    DrawingMode mode_;
+    std::string renderingMode_;
     TileWindow window_;
     Rect frame_;
     Output output_;
     Shown shown_ = Shown::waiting;
+    /// From disk, as long as there is nothing newer.
+    std::optional<StoredEntry> stored_;
     Marks marks_;
     /// When the entry came, and until when it counts as new.
     platform::Date made_;
     platform::Date reload_;
+    /// What the session has is on the disk, or on its way there.
     bool isKept_ = true;
     /// There is something newer to be seen than what is there.
     bool isBehind_ = false;
@@ -123,6 +129,7 @@ class DesktopTile {
     std::function<void()> afterMessage_;
     LaterCall waiting_;
     LaterCall painting_;
+    LaterCall saving_;
 };
 
 } // namespace host

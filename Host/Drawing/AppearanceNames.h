@@ -13,13 +13,7 @@ namespace host {
 /// The enumerations' names, in the order of their values.
 inline constexpr std::array<std::string_view, 2> colorSchemeNames{"light", "dark"};
 inline constexpr std::array<std::string_view, 3> drawingModeNames{"fullColor", "tinted", "vibrant"};
-inline constexpr std::array<std::string_view, 2> redactionNames{"none", "placeholder"};
 inline constexpr std::array<std::string_view, 2> contrastNames{"normal", "high"};
-
-template <class Value, std::size_t Count>
-std::string_view nameOf(Value value, const std::array<std::string_view, Count>& names) {
-    return names.at(static_cast<std::size_t>(value));
-}
 
 /// Nothing for a name that is none of these.
 template <class Value, std::size_t Count>

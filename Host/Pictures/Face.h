@@ -4,7 +4,6 @@
 
 #include "Host/Drawing/Appearance.h"
 #include "Host/Layout/LayoutParts.h"
-#include "Platform/Foundation/Date.h"
 
 #include <cstdint>
 #include <optional>
@@ -25,10 +24,6 @@ struct Face {
     std::vector<LayoutPart> parts;
     /// Where a click that meets no link goes.
     std::optional<std::string> widgetURL;
-    /// When its entry came.
-    platform::Date made;
-    /// From when on it counts as old.
-    platform::Date reload;
     friend bool operator==(const Face&, const Face&) = default;
 };
 

@@ -21,7 +21,7 @@ struct FaceStyle {
 WidgetLayout layOut(const platform::View& view, Size size, Direction direction, Renderer& renderer);
 
 /// Lays out and draws. `size`, in points, is the family's (`familySize`). What comes from the entry around the view,
-/// `widgetURL` and the dates, is left for the caller to set. A placeholder has no parts: what it would say is not so.
+/// `widgetURL`, is left for the caller to set. A placeholder has no parts: what it would say is not so.
 /// On the renderer's thread.
 Face makeFace(const platform::View& view, Size size, const FaceStyle& style, Renderer& renderer);
 

@@ -55,7 +55,7 @@ class DesktopTest(unittest.TestCase):
         shutil.copytree(PROJECT / "Resources" / "Example", self.home, dirs_exist_ok=True)
         self.library = self.home / "Library" / "Application Support" / "FOLIOvault"
         self.arrangement = self.world.configuration / "widgethost" / "arrangement.json"
-        self.pictures = self.home / "cache" / "widgethost" / "tiles"
+        self.entries = self.home / "cache" / "widgethost" / "tiles"
         self.manifest = self.world.folder / "extension.json"
         self.use(EXTENSION)
         self.said = self.world.folder / "said"

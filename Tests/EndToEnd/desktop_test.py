@@ -5,13 +5,13 @@ import os
 import signal
 import unittest
 
-from desktop import SILENT, DesktopTest, Placed
+from desktop import EDGE, SILENT, DesktopTest, Placed
+from settings_portal import SettingsPortal
 from support import EXTENSION, favourites, wait_until
 from worlds import WaylandWorld, XWorld
 
 GREEN = (0, 160, 0)
-# The reference date, 2001, in the stored pictures' dates.
-LONG_AGO = 0
+LONG_AGO = "2001-01-01T00:00:00.000Z"
 FAVOURITES, READING = Placed(1, place=(120, 80)), Placed(2, "ReadingListWidget", "large", (520, 120))
 FAILED = "Could not be updated"
 
@@ -44,20 +44,34 @@ class Shown:
         box = FAVOURITES.box()
         wait_until(lambda: not self.is_clear(box), "a placeholder")
         self.end()
-        self.assertFalse(self.pictures.exists() and list(self.pictures.iterdir()), "a placeholder was kept")
+        self.assertFalse(self.entries.exists() and list(self.entries.iterdir()), "a placeholder was kept")
 
         self.use(EXTENSION)
-        shown = self.expected(self.rendered(FAVOURITES), box)
+        output = self.world.outputs()[0].name
+        light, dark, fine = ((self.expected(self.rendered(FAVOURITES, "--scale", scale, "--appearance", appearance), FAVOURITES.box(scale), appearance),
+                              FAVOURITES.box(scale), output, EDGE * scale) for appearance, scale in (("light", 1), ("dark", 1), ("light", 2)))
         self.start()
         self.sees(FAVOURITES)
         self.end()
+        # What comes from the disk looks like the desktop of now.
         self.use(SILENT)
+        portal = SettingsPortal(self.world)
+        portal.set("color-scheme", "uint32 1")
         self.start()
-        wait_until(lambda: self.is_shown(shown, box), "the last picture")
+        wait_until(lambda: self.is_shown(*dark), "the last entry on a dark desktop")
         self.assertEqual(self.marks(), [])
+        portal.set("color-scheme", "uint32 2")
+        wait_until(lambda: self.is_shown(*light), "the last entry on a light desktop")
+        self.world.set_scale(output, 2)
+        wait_until(lambda: self.is_shown(*fine), "the last entry on a fine screen")
+        self.world.set_scale(output, 1)
+        self.end()
+        self.start(LANG="de_DE.UTF-8")
+        wait_until(lambda: not self.is_clear(box), "a placeholder")
+        self.assertFalse(self.is_shown(*light))
         self.end()
 
-        self.age_picture()
+        self.age_entry()
         self.start()
         wait_until(lambda: self.marks() and self.marks()[0].startswith("as of "), "the picture's age")
         self.assertEqual(self.accessible().find_all("link", FAILED), [])
@@ -101,10 +115,12 @@ class Shown:
         """What the tile says of itself over its picture."""
         return [each.name for each in self.accessible().find_all() if each.name == FAILED or each.name.startswith("as of ")]
 
-    def age_picture(self):
-        picture, = self.pictures.iterdir()
-        head, _, pixels = picture.read_bytes().partition(b"\n")
-        picture.write_bytes(json.dumps({**json.loads(head), "made": LONG_AGO, "reload": LONG_AGO}).encode() + b"\n" + pixels)
+    def age_entry(self):
+        file, = self.entries.iterdir()
+        made, asked, answer = file.read_text().splitlines()
+        answer = json.loads(answer)
+        answer["result"]["reload"]["date"] = LONG_AGO
+        file.write_text("\n".join((LONG_AGO, asked, json.dumps(answer))))
 
 
 class Wayland(Shown, DesktopTest):

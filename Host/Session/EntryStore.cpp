@@ -1,0 +1,130 @@
+#include "Host/Session/EntryStore.h"
+
+#include "Host/Connection/UserFolders.h"
+#include "Platform/Foundation/JsonWriter.h"
+#include "Platform/Foundation/Localization.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::FileError;
+using platform::JsonWriter;
+
+constexpr std::string_view ending = ".tile";
+
+std::string pathOf(const fs::path& folder, InstanceId id) {
+    return (folder / fmt::format("{}{}", id, ending)).string();
+}
+
+/// Whose picture a file is by its name, be it finished ("3.tile") or not (".3.tile.new").
+std::optional<InstanceId> idOf(std::string_view name) {
+    constexpr std::string_view unfinished = ".new";
+    if (name.starts_with('.') && name.ends_with(unfinished)) {
+        name = name.substr(1, name.size() - 1 - unfinished.size());
+    }
+    if (!name.ends_with(ending)) {
+        return std::nullopt;
+    }
+    InstanceId id = 0;
+    const char* const end = name.data() + name.size() - ending.size();
+    const auto [read, error] = std::from_chars(name.data(), end, id);
+    return read == end && error == std::errc() ? std::optional(id) : std::nullopt;
+}
+
+/// All that the entry depends on, in one line.
+std::string askedFor(const Instance& instance, const std::string& renderingMode) {
+    std::string text;
+    JsonWriter out(text);
+    out.beginObject().member("extension", instance.extension).member("kind", instance.kind);
+    out.member("family", instance.family).key("configuration").beginObject();
+    for (const auto& [name, choice] : instance.configuration) {
+        out.textKey(name).text(choice);
+    }
+    out.endObject().member("renderingMode", renderingMode).key("languages").beginArray();
+    for (const std::string& language : platform::preferredLanguages(platform::languageSettingsOfEnvironment())) {
+        out.text(language);
+    }
+    out.endArray().endObject();
+    return text;
+}
+
+/// Takes a line from the beginning of `text`, without its end.
+std::string_view takeLine(std::string_view& text) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return line;
+}
+
+/// Makes the folder, if need be, and keeps others out of it.
+std::optional<FileError> prepare(const fs::path& folder) {
+    if (!folder.is_absolute()) {
+        return FileError{"there is no place for entries: neither XDG_CACHE_HOME nor HOME is an absolute path"};
+    }
+    std::error_code failure;
+    fs::create_directories(folder, failure);
+    if (!failure) {
+        fs::permissions(folder, fs::perms::owner_all, failure);
+    }
+    return failure ? std::optional(FileError{fmt::format("cannot make {}: {}", folder.string(), failure.message())})
+                   : std::nullopt;
+}
+
+} // namespace
+
+std::optional<StoredEntry> EntryStore::load(const Instance& instance, const std::string& renderingMode) const {
+    const auto file = folder_.is_absolute() ? files_.read(pathOf(folder_, instance.id)) : std::nullopt;
+    std::string_view rest = file ? file->bytes() : std::string_view();
+    const auto made = platform::fromRfc3339(takeLine(rest));
+    if (!made || takeLine(rest) != askedFor(instance, renderingMode)) {
+        return std::nullopt;
+    }
+    auto timeline = readTimeline(rest);
+    return timeline ? std::optional(StoredEntry{std::move(timeline->entries.front()), *made, timeline->reload})
+                    : std::nullopt;
+}
+
+std::optional<FileError> EntryStore::save(const Instance& instance, const std::string& renderingMode,
+                                          const StoredEntry& entry) const {
+    if (auto failure = prepare(folder_)) {
+        return failure;
+    }
+    std::string answer;
+    JsonWriter out(answer);
+    out.beginObject().key("result").beginObject().key("entries").beginArray().raw(entry.entry.json).endArray();
+    out.key("reload").beginObject().member("date", toRfc3339(entry.reload)).endObject().endObject().endObject();
+    return files_.replaceUnflushed(
+        pathOf(folder_, instance.id),
+        fmt::format("{}\n{}\n{}\n", toRfc3339(entry.made), askedFor(instance, renderingMode), answer));
+}
+
+void EntryStore::keepOnly(const std::set<InstanceId>& ids) const {
+    std::error_code failure;
+    std::vector<fs::path> others;
+    if (!folder_.is_absolute()) {
+        return;
+    }
+    for (fs::directory_iterator each(folder_, failure), end; !failure && each != end; each.increment(failure)) {
+        const auto id = idOf(each->path().filename().native());
+        if (id && !ids.contains(*id)) {
+            others.push_back(each->path());
+        }
+    }
+    for (const fs::path& path : others) {
+        fs::remove(path, failure);
+    }
+}
+
+fs::path tileFolder() {
+    return userCacheFolder() / "widgethost" / "tiles";
+}
+
+} // namespace host

@@ -1,0 +1,125 @@
+#include "Host/Session/EntryStore.h"
+
+#include "Platform/Views/Stack.h"
+#include "Tests/Support/MemoryFileSystem.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sys/stat.h>
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+constexpr const char* mode = "fullColor";
+constexpr const char* answer =
+    R"({"result":{"date":"2026-03-16T09:30:00.000Z","content":{"widgetURL":"x:\n","view":{"type":"vstack","children":[)"
+    R"({"type":"text","text":"two\nlines"},{"type":"image","data":"AAAA","fallback":{"type":"clear"}}]}}}})";
+
+class EntryStoreTest : public testing::Test {
+  protected:
+    EntryStoreTest() { setenv("LANG", "de_AT.UTF-8", 1); }
+
+    const platform::TemporaryFolder temporary;
+    const fs::path folder = temporary.path("widgethost/tiles");
+    const EntryStore store{platform::DiskFileSystem::shared(), folder};
+    const Instance instance{.id = 3,
+                            .extension = "net.foliovault.widgets",
+                            .kind = "FavoritesWidget",
+                            .family = "medium",
+                            .configuration = {{"group", "Work \"quoted\"\n"}},
+                            .unknown = {}};
+    const StoredEntry entry{readEntries(answer)->front(), {758'100'000.125}, {758'100'300}};
+};
+
+TEST_F(EntryStoreTest, BringsBackWhatWasMadeForJustThis) {
+    EXPECT_FALSE(store.load(instance, mode));
+    ASSERT_FALSE(store.save(instance, mode, entry));
+    const auto loaded = store.load(instance, mode);
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->entry.view, entry.entry.view);
+    EXPECT_EQ(loaded->entry.widgetURL, "x:\n");
+    EXPECT_EQ(loaded->entry.json, entry.entry.json);
+    EXPECT_EQ(loaded->made, entry.made);
+    EXPECT_EQ(loaded->reload, entry.reload);
+
+    const auto isLoaded = [&](auto change) {
+        Instance other = instance;
+        change(other);
+        return store.load(other, mode).has_value();
+    };
+    EXPECT_TRUE(isLoaded([](Instance& i) { i.position = Position{4, 5}; }));
+    EXPECT_FALSE(isLoaded([](Instance& i) { i.id = 4; }));
+    EXPECT_FALSE(isLoaded([](Instance& i) { i.extension += "2"; }));
+    EXPECT_FALSE(isLoaded([](Instance& i) { i.kind = "TipsWidget"; }));
+    EXPECT_FALSE(isLoaded([](Instance& i) { i.family = "large"; }));
+    EXPECT_FALSE(isLoaded([](Instance& i) { i.configuration["group"] = "Home"; }));
+    EXPECT_FALSE(isLoaded([](Instance& i) { i.configuration.clear(); }));
+    EXPECT_FALSE(store.load(instance, "tinted"));
+    setenv("LANG", "en_GB.UTF-8", 1);
+    EXPECT_FALSE(store.load(instance, mode));
+}
+
+TEST_F(EntryStoreTest, ReadsNothingFromAFileThatIsCutShort) {
+    ASSERT_FALSE(store.save(instance, mode, entry));
+    const std::string file = temporary.content("widgethost/tiles/3.tile");
+    platform::MemoryFileSystem files;
+    const EntryStore inMemory(files, folder);
+    for (std::size_t length = 0; length + 1 < file.size(); ++length) {
+        files.write(folder / "3.tile", file.substr(0, length));
+        ASSERT_FALSE(inMemory.load(instance, mode)) << length;
+    }
+}
+
+TEST_F(EntryStoreTest, KeepsOthersOut) {
+    fs::create_directories(folder);
+    ASSERT_FALSE(store.save(instance, mode, entry));
+    struct stat status {};
+    ASSERT_EQ(stat(folder.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700U);
+    ASSERT_EQ(stat((folder / "3.tile").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+}
+
+TEST_F(EntryStoreTest, SaysInOneLineWhyNothingIsSaved) {
+    temporary.write("file", "");
+    const EntryStore inFile(platform::DiskFileSystem::shared(), temporary.path("file/tiles"));
+    const EntryStore nowhere(platform::DiskFileSystem::shared(), "tiles");
+    platform::MemoryFileSystem full;
+    full.limitRoom(100);
+    const EntryStore onFull(full, folder);
+    for (const EntryStore* each : {&inFile, &nowhere, &onFull}) {
+        const auto failure = each->save(instance, mode, entry);
+        ASSERT_TRUE(failure);
+        EXPECT_THAT(failure->description, AllOf(Not(HasSubstr("\n")), ContainsRegex("^(cannot|there is no)")));
+        EXPECT_FALSE(each->load(instance, mode));
+        each->keepOnly({});
+    }
+}
+
+TEST_F(EntryStoreTest, KeepsOnlyTheEntriesOfTilesThatAreThere) {
+    store.keepOnly({1});
+    fs::create_directories(folder);
+    for (const char* name : {"1.tile", "2.tile", "30.tile", ".1.tile.new", ".2.tile.new", "notes.txt", "x2.tile",
+                             "2.tile.bak", ".tile", "4294967296.tile"}) {
+        temporary.write("widgethost/tiles/" + std::string(name), "");
+    }
+    store.keepOnly({1, 30, 99});
+    std::set<std::string> names;
+    for (const auto& each : fs::directory_iterator(folder)) {
+        names.insert(each.path().filename());
+    }
+    EXPECT_EQ(names, (std::set<std::string>{"1.tile", "30.tile", ".1.tile.new", "notes.txt", "x2.tile", "2.tile.bak",
+                                            ".tile", "4294967296.tile"}));
+}
+
+} // namespace
+} // namespace host
