@@ -55,6 +55,9 @@ class FavoritesStore {
     /// A date as it is, a number as seconds since the reference date, anything else as the distant past.
     static platform::Date parseDate(const std::optional<platform::PropertyListValue>& value);
 
+    /// As `PropertyListFile::watches`.
+    std::vector<std::string> watches() const { return file_.watches(); }
+
   private:
     PropertyListFile file_;
 };

@@ -20,6 +20,7 @@
 #include "Extension/Shared/PropertyListFile.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace foliovault {
@@ -42,6 +43,9 @@ class ReadingListStore {
     std::vector<ReadingListItem> readFromPlist() const;
 
     ReadingListExcerpt readExcerpt(ReadingListFilter filter) const;
+
+    /// As `PropertyListFile::watches`.
+    std::vector<std::string> watches() const { return file_.watches(); }
 
   private:
     PropertyListFile file_;

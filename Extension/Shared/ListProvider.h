@@ -1,7 +1,7 @@
 // Answers the host's requests for a list widget, whichever list it shows.
 //
 // The file is read afresh for every snapshot and timeline, none for a placeholder. A timeline has one entry, and asks
-// to be asked again after five minutes.
+// to be asked again after five minutes, or when the file changes.
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
@@ -31,6 +31,7 @@ class ListProvider {
         platform::Timeline<Entry> timeline;
         timeline.entries.push_back(makeEntry(intent));
         timeline.reload = {clock_->now().addingSeconds(reloadSeconds)};
+        timeline.watches = store_->watches();
         return timeline;
     }
 

@@ -4,6 +4,10 @@ namespace foliovault {
 
 using namespace platform;
 
+std::vector<std::string> PropertyListFile::watches() const {
+    return {path_.substr(path_.find_first_not_of('/', home_.size()))};
+}
+
 std::optional<PropertyList> PropertyListFile::load() const {
     const std::string name = path_.substr(path_.rfind('/') + 1);
     const auto file = files_.read(path_);

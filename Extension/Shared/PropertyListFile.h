@@ -21,7 +21,11 @@ class PropertyListFile {
   public:
     /// `category`, a text that lives on, is the log category of the store that reads the file.
     PropertyListFile(const Library& library, const platform::URL& location, std::string_view category)
-        : path_(location.path()), category_(category), files_(library.files), log_(library.log) {}
+        : path_(location.path()), home_(library.paths.realHome), category_(category), files_(library.files),
+          log_(library.log) {}
+
+    /// What a host follows to learn of changes: the file's path below the user's home.
+    std::vector<std::string> watches() const;
 
     /// The file as it is now, its root an array of dictionaries.
     std::optional<platform::PropertyList> load() const;
@@ -52,6 +56,7 @@ class PropertyListFile {
 
   private:
     std::string path_;
+    std::string home_;
     std::string_view category_;
     const platform::FileSystem& files_;
     const platform::Log& log_;

@@ -16,6 +16,7 @@
 #include "Extension/Shared/PropertyListFile.h"
 #include "Extension/Workspaces/WorkspaceItem.h"
 
+#include <string>
 #include <vector>
 
 namespace foliovault {
@@ -31,6 +32,9 @@ class WorkspaceStore {
     std::vector<WorkspaceItem> readFromPlist() const;
 
     ListExcerpt<WorkspaceItem> readExcerpt() const;
+
+    /// As `PropertyListFile::watches`.
+    std::vector<std::string> watches() const { return file_.watches(); }
 
   private:
     PropertyListFile file_;

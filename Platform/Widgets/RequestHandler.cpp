@@ -186,7 +186,15 @@ void writeTimeline(JsonWriter& out, const Timeline<EntryContent>& timeline) {
     out.beginObject();
     writeEntries(out, timeline.entries);
     out.key("reload").beginObject().member("policy", "after").member("date", toRfc3339(timeline.reload.date));
-    out.endObject().endObject();
+    out.endObject();
+    if (!timeline.watches.empty()) {
+        out.key("watches").beginArray();
+        for (const std::string& path : timeline.watches) {
+            out.text(path);
+        }
+        out.endArray();
+    }
+    out.endObject();
 }
 
 /// The methods of the protocol but `timeline`, each writing its result.

@@ -1,8 +1,10 @@
-// What a provider answers: entries, each with the moment it applies from, and when to ask again.
+// What a provider answers: entries, each with the moment it applies from, and when to ask again: at a date, or when one
+// of the files changes that the entries were made from.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
 
+#include <string>
 #include <vector>
 
 namespace platform {
@@ -16,6 +18,8 @@ template <class Entry>
 struct Timeline {
     std::vector<Entry> entries;
     ReloadAfter reload;
+    /// Paths below the user's home, whether the files exist or not; a host takes the first 64.
+    std::vector<std::string> watches = {};
 };
 
 } // namespace platform

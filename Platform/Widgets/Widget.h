@@ -159,7 +159,7 @@ class IntentWidget final : public Widget {
             return reply(Unexpected{intent.error()});
         }
         const auto finish = [this, environment, reply](const Timeline<Entry>& timeline) {
-            reply(Timeline<EntryContent>{contentsOf(timeline.entries, environment), timeline.reload});
+            reply(Timeline<EntryContent>{contentsOf(timeline.entries, environment), timeline.reload, timeline.watches});
         };
         if constexpr (requires { configuration_.provider.timeline(*intent, finish); }) {
             configuration_.provider.timeline(*intent, finish);

@@ -59,13 +59,15 @@ TYPED_TEST(EveryListProvider, ShowsTheFirstSixteenAndCountsAll) {
     }
 }
 
-TYPED_TEST(EveryListProvider, DatesTheEntryNowAndAsksToBeAskedAfterFiveMinutes) {
+TYPED_TEST(EveryListProvider, DatesTheEntryNowAndAsksToBeAskedAfterFiveMinutesOrAChange) {
     using Store = typename TestFixture::Store;
     const testing::StoreFile<Store> file;
     const platform::FixedClock clock({1000});
     const TypeParam provider(file.store, clock);
     EXPECT_EQ(provider.timeline({}).entries[0].date, platform::Date{1000});
     EXPECT_EQ(provider.timeline({}).reload.date, platform::Date{1300});
+    EXPECT_EQ(provider.timeline({}).watches,
+              std::vector{std::string("Library/Application Support/FOLIOvault/") + testing::fileName<Store>});
     EXPECT_EQ(provider.snapshot({}).date, platform::Date{1000});
     EXPECT_EQ(provider.placeholder().date, platform::Date{1000});
 }

@@ -71,7 +71,9 @@ struct ClockProvider {
     }
     void timeline(const ClockIntent& intent, const std::function<void(const Timeline<ClockEntry>&)>& finish) const {
         const auto goOn = [this, intent, finish] {
-            finish({.entries = {snapshot(intent), {Date{2}, "later"}}, .reload = {Date{300}}});
+            finish({.entries = {snapshot(intent), {Date{2}, "later"}},
+                    .reload = {Date{300}},
+                    .watches = {"Clocks/" + intent.city.id, "Cities"}});
         };
         whileWorking ? whileWorking(intent.city.id, goOn) : goOn();
     }

@@ -46,7 +46,7 @@ TEST(RequestHandler, AnswersEveryMethod) {
          R"({"kind":"Clock","configuration":{},"environment":{"family":"gigantic","renderingMode":"fullColor"},"more":1})",
          R"({"date":"2001-01-01T00:00:01.500Z","content":{"view":{"type":"text","text":"digital in Rome, unknown"},"containerBackground":"tertiaryFill"}})"},
         {"timeline", R"({"kind":"Clock","configuration":{"city":"Lima"},"environment":{"family":"medium"}})",
-         R"({"entries":[{"date":"2001-01-01T00:00:01.500Z","content":{"view":{"type":"text","text":"digital in Lima, medium"},"containerBackground":"tertiaryFill"}},{"date":"2001-01-01T00:00:02.000Z","content":{"view":{"type":"text","text":"later, medium"},"containerBackground":"tertiaryFill","widgetURL":"clock://later"}}],"reload":{"policy":"after","date":"2001-01-01T00:05:00.000Z"}})"},
+         R"({"entries":[{"date":"2001-01-01T00:00:01.500Z","content":{"view":{"type":"text","text":"digital in Lima, medium"},"containerBackground":"tertiaryFill"}},{"date":"2001-01-01T00:00:02.000Z","content":{"view":{"type":"text","text":"later, medium"},"containerBackground":"tertiaryFill","widgetURL":"clock://later"}}],"reload":{"policy":"after","date":"2001-01-01T00:05:00.000Z"},"watches":["Clocks/Lima","Cities"]})"},
         {"options", R"({"kind":"Clock","parameter":"city"})",
          R"({"options":[{"id":"Rome","title":"City of Rome"},{"id":"Lima","title":"City of Lima"}],"default":{"id":"Rome","title":"City of Rome"}})"},
         {"options", R"({"kind":"Clock","parameter":"city","matching":"x"})",
