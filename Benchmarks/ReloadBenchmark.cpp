@@ -36,7 +36,9 @@ void reload(const host::Manifest& manifest, const std::filesystem::path& home, h
                                },
                            .clock = platform::SystemClock::shared(),
                            .observer = lists,
-                           .timeouts = {}});
+                           .timeouts = {},
+                           .home = home,
+                           .warn = nullptr});
     std::vector<host::Instance> instances;
     for (const char* kind : {"ReadingListWidget", "FavoritesWidget", "WorkspacesWidget", "TipsWidget"}) {
         instances.push_back({.id = static_cast<host::InstanceId>(instances.size() + 1),

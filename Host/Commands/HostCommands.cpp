@@ -57,6 +57,7 @@ std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& displ
     }
     HostApplication application(
         {.arrangementFolder = *folder,
+         .home = realHome(choice.home),
          .findManifest = [choice](const std::string& identifier) { return manifestNamed(identifier, choice); },
          .startExtension =
              [choice](const Manifest& manifest) {

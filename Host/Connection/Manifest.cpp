@@ -69,6 +69,17 @@ platform::Expected<Manifest, std::string> readManifest(const fs::path& file) {
     return manifest;
 }
 
+bool mayRead(const Manifest& manifest, const fs::path& path) {
+    if (!staysBelow(path) || path.native().find('\0') != std::string::npos) {
+        return false;
+    }
+    const fs::path normal = path.lexically_normal();
+    return std::any_of(manifest.reads.begin(), manifest.reads.end(), [&](const std::string& read) {
+        const fs::path folder = fs::path(read + "/").lexically_normal().parent_path();
+        return std::mismatch(folder.begin(), folder.end(), normal.begin(), normal.end()).first == folder.end();
+    });
+}
+
 platform::Expected<Manifest, std::string> manifestFor(const fs::path& path) {
     std::error_code failure;
     if (path.extension() == ".json") {

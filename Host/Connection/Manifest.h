@@ -27,6 +27,9 @@ struct Manifest {
 /// Reads a manifest; a relative executable is meant from the manifest's folder. The error is one clear line.
 platform::Expected<Manifest, std::string> readManifest(const std::filesystem::path& file);
 
+/// Whether the extension may read what lies at `path` below the home: in one of its folders, links aside.
+bool mayRead(const Manifest& manifest, const std::filesystem::path& path);
+
 /// The extension that a user names by `path`: a manifest, or an executable with its manifest beside it as `path`.json;
 /// one without reads nothing of the home and does not connect.
 platform::Expected<Manifest, std::string> manifestFor(const std::filesystem::path& path);

@@ -22,6 +22,12 @@ std::string textOf(element object, std::string_view name) {
     return object[name].get(text) == simdjson::SUCCESS ? std::string(text) : std::string();
 }
 
+/// The text that a list has there; empty where that is none.
+std::string textIn(element element) {
+    std::string_view text;
+    return std::string(element.get(text) == simdjson::SUCCESS ? text : "");
+}
+
 /// Reads the list under `name` with `read`, element by element.
 template <class Read>
 auto valuesOf(element object, std::string_view name, Read read) {
@@ -54,11 +60,7 @@ WidgetInfo widgetOf(element widget) {
     return {.kind = textOf(widget, "kind"),
             .displayName = textOf(widget, "displayName"),
             .description = textOf(widget, "description"),
-            .families = valuesOf(widget, "families",
-                                 [](element family) {
-                                     std::string_view name;
-                                     return std::string(family.get(name) == simdjson::SUCCESS ? name : "");
-                                 }),
+            .families = valuesOf(widget, "families", textIn),
             .configurationDescription = isConfigurable ? textOf(configuration, "description") : "",
             .parameters =
                 isConfigurable ? valuesOf(configuration, "parameters", parameterOf) : std::vector<ParameterInfo>()};
@@ -180,7 +182,9 @@ Message<Timeline> readTimeline(std::string_view answer) {
     if (!entries) {
         return Unexpected{entries.error()};
     }
-    return Timeline{.entries = *std::move(entries), .reload = *date};
+    auto watches = valuesOf(*result, "watches", textIn);
+    watches.resize(std::min(watches.size(), Timeline::maxWatches));
+    return Timeline{.entries = *std::move(entries), .reload = *date, .watches = std::move(watches)};
 }
 
 Message<std::string> readResult(std::string_view answer) {

@@ -81,6 +81,10 @@ struct Timeline {
     std::vector<Entry> entries;
     /// The earliest moment to ask again.
     platform::Date reload;
+    /// The files that the entries were made from, by their paths below the user's home: what the extension says, at
+    /// most `maxWatches`.
+    std::vector<std::string> watches;
+    static constexpr std::size_t maxWatches = 64;
 };
 Message<Timeline> readTimeline(std::string_view answer);
 

@@ -51,11 +51,17 @@ std::string explanation(const Tile& tile, Date now) {
     const Entry* entry = tile.entry();
     text += fmt::format("  shows:         {}\n",
                         entry != nullptr ? "the entry of " + moment(entry->date, now) : "a placeholder");
+    for (const std::string& path : tile.watches()) {
+        text += fmt::format("  follows:       {}\n", path);
+    }
     const TileHistory& history = tile.history();
     text += fmt::format("  last reloaded: {}\n", history.lastSuccess
                                                      ? fmt::format("{}, in {}", moment(history.lastSuccess->date, now),
                                                                    duration(history.lastSuccess->seconds))
                                                      : "never");
+    if (!history.reason.empty()) {
+        text += fmt::format("  asked for:     since {}\n", history.reason);
+    }
     if (history.lastFailure) {
         text += fmt::format("  failed:        {}, {} in a row\n", moment(history.lastFailure->date, now),
                             tile.schedule().failures());

@@ -37,7 +37,9 @@ HostApplication::HostApplication(const Options& options)
                                              .startExtension = options.startExtension,
                                              .clock = platform::SystemClock::shared(),
                                              .observer = options.display,
-                                             .timeouts = options.timeouts}),
+                                             .timeouts = options.timeouts,
+                                             .home = options.home,
+                                             .warn = complain}),
       application_(g_application_new(busName, G_APPLICATION_HANDLES_COMMAND_LINE)) {
     g_signal_connect(application_, "startup", G_CALLBACK(&HostApplication::started), this);
     g_signal_connect(application_, "command-line", G_CALLBACK(&HostApplication::commandLine), this);

@@ -46,6 +46,8 @@ class HostApplication {
     struct Options {
         /// The folder of the arrangement's file; absolute.
         std::filesystem::path arrangementFolder;
+        /// The user's real home; absolute.
+        std::filesystem::path home;
         Session::FindManifest findManifest;
         Session::StartExtension startExtension;
         HostDisplay& display;

@@ -15,8 +15,6 @@
 
 namespace host {
 
-using SteadyTime = std::chrono::steady_clock::time_point;
-
 class RunningExtension {
   public:
     RunningExtension(ExtensionChannel channel, const Timeouts& timeouts, SteadyTime now);

@@ -25,6 +25,8 @@ EntryRequest requestFor(const Instance& instance, const std::string& renderingMo
             .configuration = {instance.configuration.begin(), instance.configuration.end()}};
 }
 
+constexpr const char* askedFor = "it was asked for";
+
 } // namespace
 
 void Session::setTiles(const std::vector<Instance>& instances) {
@@ -43,13 +45,14 @@ void Session::setTiles(const std::vector<Instance>& instances) {
     for (const auto& [id, tile] : std::exchange(tiles_, std::move(kept))) {
         tellWaiters(id, std::nullopt);
     }
+    followFiles();
 }
 
 void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
     Waiter waiter{.pending = {}, .failures = {}, .done = std::move(done)};
     for (auto& [id, tile] : tiles_) {
         if (!kind || tile.instance().kind == *kind) {
-            tile.reload(around_.clock.now());
+            tile.reload(around_.clock.now(), askedFor);
             waiter.pending.push_back(id);
         }
     }
@@ -63,7 +66,7 @@ void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
 void Session::reload(InstanceId id) {
     const auto known = tiles_.find(id);
     if (known != tiles_.end()) {
-        known->second.reload(around_.clock.now());
+        known->second.reload(around_.clock.now(), askedFor);
     }
 }
 
@@ -90,6 +93,9 @@ void Session::clockChanged() {
 
 std::vector<pollfd> Session::awaited() const {
     std::vector<pollfd> all;
+    if (!followed_.empty() && files_.descriptor() >= 0) {
+        all.push_back({files_.descriptor(), POLLIN, 0});
+    }
     for (const auto& [identifier, extension] : extensions_) {
         for (const pollfd& descriptor : extension->channel().awaited()) {
             if (descriptor.fd >= 0) {
@@ -101,11 +107,17 @@ std::vector<pollfd> Session::awaited() const {
 }
 
 std::optional<SteadyTime> Session::deadline() const {
-    std::optional<SteadyTime> earliest;
-    for (const auto& [identifier, extension] : extensions_) {
-        if (const auto deadline = extension->deadline()) {
+    std::optional<SteadyTime> earliest = files_.deadline();
+    const auto include = [&earliest](const std::optional<SteadyTime>& deadline) {
+        if (deadline) {
             earliest = std::min(earliest.value_or(*deadline), *deadline);
         }
+    };
+    for (const auto& [identifier, extension] : extensions_) {
+        include(extension->deadline());
+    }
+    for (const auto& [id, tile] : tiles_) {
+        include(tile.fileDeadline());
     }
     return earliest;
 }
@@ -121,6 +133,8 @@ std::optional<Date> Session::nextDate() const {
 }
 
 void Session::step(std::span<const pollfd> ready) {
+    // Before the answers: those that came while files were being written do not count.
+    noticeChangedFiles();
     exchange(ready);
     bury();
     askQuestions();
@@ -128,6 +142,24 @@ void Session::step(std::span<const pollfd> ready) {
     for (auto& [id, tile] : tiles_) {
         if (tile.advance(around_.clock.now())) {
             around_.observer.tileChanged(tile);
+        }
+    }
+}
+
+void Session::noticeChangedFiles() {
+    const SteadyTime now = steadyNow();
+    files_.dispatch(now);
+    for (const std::string& path : files_.takeChanged(now)) {
+        for (auto& [id, tile] : tiles_) {
+            if (tile.watches().contains(path)) {
+                tile.fileChanged(path, now);
+            }
+        }
+    }
+    if (files_.failure() != warning_) {
+        warning_ = files_.failure();
+        if (warning_ && around_.warn) {
+            around_.warn(*warning_);
         }
     }
 }
@@ -150,10 +182,10 @@ void Session::exchange(std::span<const pollfd> ready) {
 void Session::takeAnswers(RunningExtension& extension) {
     while (auto answer = extension.nextAnswer(steadyNow())) {
         auto line = answerWithResult(std::move(answer->line));
-        finish(answer->ticket,
-               line ? Expected<std::string, NoAnswer>(*std::move(line))
-                    : Unexpected{NoAnswer{NoAnswer::Cause::unusable, line.error().message}},
-               answer->seconds);
+        finish(answer->ticket, {.answer = line ? Expected<std::string, NoAnswer>(*std::move(line))
+                                               : Unexpected{NoAnswer{NoAnswer::Cause::unusable, line.error().message}},
+                                .seconds = answer->seconds,
+                                .manifest = extension.channel().manifest()});
     }
 }
 
@@ -164,7 +196,9 @@ void Session::bury() {
         const auto lost = extension.channel().lost();
         if (lost) {
             for (const Ticket ticket : extension.takeUnanswered()) {
-                finish(ticket, Unexpected{NoAnswer{NoAnswer::Cause::lost, *lost}}, 0);
+                finish(ticket, {.answer = Unexpected{NoAnswer{NoAnswer::Cause::lost, *lost}},
+                                .seconds = 0,
+                                .manifest = extension.channel().manifest()});
             }
         }
         return extension.channel().hasEnded();
@@ -189,7 +223,7 @@ void Session::askForDueTiles() {
     const Date now = around_.clock.now();
     std::map<std::string, std::vector<Tile*>> due;
     for (auto& [id, tile] : tiles_) {
-        if (!tile.awaited() && tile.schedule().due() <= now) {
+        if (tile.isDue(now, steadyNow())) {
             due[tile.instance().extension].push_back(&tile);
         }
     }
@@ -205,7 +239,7 @@ void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) 
             const Ticket ticket{++lastTicket_};
             const EntryRequest request = requestFor(tile->instance(), renderingMode_);
             (*extension)->ask(methodName(request.method), paramsOf(request), ticket, steadyNow());
-            tile->asked(ticket);
+            tile->asked(ticket, steadyNow());
         } else {
             fail(*tile, {NoAnswer::Cause::notStarted, extension.error()});
             around_.observer.tileReloaded(*tile);
@@ -244,31 +278,70 @@ Expected<RunningExtension*, std::string> Session::running(const std::string& ide
     return extensions_.emplace(identifier, std::move(started))->second.get();
 }
 
-void Session::finish(Ticket ticket, const Expected<std::string, NoAnswer>& answer, double seconds) {
+void Session::finish(Ticket ticket, const Reply& reply) {
     if (const auto question = asked_.extract(ticket)) {
-        question.mapped()(answer ? Expected<std::string, std::string>(*answer) : Unexpected{answer.error().reason});
+        question.mapped()(reply.answer ? Expected<std::string, std::string>(*reply.answer)
+                                       : Unexpected{reply.answer.error().reason});
         return;
     }
     const auto asker = std::find_if(tiles_.begin(), tiles_.end(),
                                     [ticket](const auto& each) { return each.second.awaited() == ticket; });
     if (asker != tiles_.end()) {
-        finish(asker->second, answer, seconds);
+        finish(asker->second, reply);
         around_.observer.tileReloaded(asker->second);
     }
 }
 
-void Session::finish(Tile& tile, const Expected<std::string, NoAnswer>& answer, double seconds) {
-    if (!answer) {
-        fail(tile, answer.error());
+void Session::finish(Tile& tile, const Reply& reply) {
+    if (!reply.answer) {
+        fail(tile, reply.answer.error());
         return;
     }
-    auto timeline = readTimeline(*answer);
+    auto timeline = readTimeline(*reply.answer);
     if (!timeline) {
         fail(tile, {NoAnswer::Cause::unusable, timeline.error()});
         return;
     }
-    tile.answered(*std::move(timeline), around_.clock.now(), seconds);
+    const Date now = around_.clock.now();
+    auto watches = watchesOf(*timeline, reply.manifest);
+    const SteadyTime asked =
+        steadyNow() - std::chrono::duration_cast<SteadyTime::duration>(std::chrono::duration<double>(reply.seconds));
+    const bool isUnsettled = std::any_of(watches.begin(), watches.end(),
+                                         [&](const std::string& path) { return files_.isUnsettledSince(path, asked); });
+    if (!isUnsettled || !tile.discard(*timeline, now)) {
+        tile.answered(*std::move(timeline), std::move(watches), now, reply.seconds);
+        const auto before = followed_;
+        followFiles();
+        for (const std::string& path : tile.watches()) {
+            // It may have changed after it was read and before it was followed.
+            if (!before.contains(path) && files_.hasChangedSince(path, now.addingSeconds(-reply.seconds))) {
+                tile.fileChanged(path, steadyNow());
+            }
+        }
+    }
     tellWaiters(tile.instance().id, std::nullopt);
+}
+
+/// The files that an extension may have followed, by their absolute paths.
+std::set<std::string> Session::watchesOf(const Timeline& timeline, const Manifest& manifest) const {
+    std::set<std::string> watches;
+    for (const std::string& path : timeline.watches) {
+        if (around_.home.is_absolute() && mayRead(manifest, path)) {
+            watches.insert((around_.home / path).lexically_normal().string());
+        }
+    }
+    return watches;
+}
+
+void Session::followFiles() {
+    std::set<std::string> all;
+    for (const auto& [id, tile] : tiles_) {
+        all.insert(tile.watches().begin(), tile.watches().end());
+    }
+    if (all != followed_) {
+        files_.follow(all);
+        followed_ = std::move(all);
+    }
 }
 
 void Session::fail(Tile& tile, const NoAnswer& why) {

@@ -8,21 +8,26 @@
 //  - An extension that ends, is silent for too long (see Timeouts.h), floods or speaks nonsense is ended. Its tiles
 //  keep
 //    their entries and are tried again, each by its schedule; other extensions' tiles do not notice.
+//  - A tile is asked for, too, when one of the files changes that its answer names (see FileWatcher.h). An answer that
+//    came while such a file was being written is passed over, so that half a file is never shown.
 //  - An entry that is equal to the one before is no news.
 //
 // One thread.
 #pragma once
 
 #include "Host/Connection/Manifest.h"
+#include "Host/Session/FileWatcher.h"
 #include "Host/Session/RunningExtension.h"
 #include "Host/Session/Tile.h"
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Expected.h"
 
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -53,8 +58,13 @@ class Session {
         const platform::Clock& clock;
         SessionObserver& observer;
         Timeouts timeouts;
+        /// The user's real home, which the paths of followed files start from; absolute.
+        std::filesystem::path home;
+        /// Tells, in one clear line, what does not work as it should; may be empty.
+        std::function<void(const std::string& message)> warn;
     };
-    explicit Session(Surroundings surroundings) : around_(std::move(surroundings)) {}
+    explicit Session(Surroundings surroundings)
+        : around_(std::move(surroundings)), files_(around_.home.lexically_normal()) {}
 
     /// From now on these are the tiles. New ones and those that show something else are asked for at once.
     void setTiles(const std::vector<Instance>& instances);
@@ -102,18 +112,29 @@ class Session {
     };
 
     void exchange(std::span<const pollfd> ready);
+    void noticeChangedFiles();
     void takeAnswers(RunningExtension& extension);
     void bury();
     void askQuestions();
     void askForDueTiles();
     void ask(const std::string& identifier, const std::vector<Tile*>& due);
     platform::Expected<RunningExtension*, std::string> running(const std::string& identifier);
-    void finish(Ticket ticket, const platform::Expected<std::string, NoAnswer>& answer, double seconds);
-    void finish(Tile& tile, const platform::Expected<std::string, NoAnswer>& answer, double seconds);
+    struct Reply {
+        platform::Expected<std::string, NoAnswer> answer;
+        double seconds;
+        const Manifest& manifest;
+    };
+    void finish(Ticket ticket, const Reply& reply);
+    void finish(Tile& tile, const Reply& reply);
     void fail(Tile& tile, const NoAnswer& why);
+    std::set<std::string> watchesOf(const Timeline& timeline, const Manifest& manifest) const;
+    void followFiles();
     void tellWaiters(InstanceId id, const std::optional<std::string>& failure);
 
     Surroundings around_;
+    FileWatcher files_;
+    std::set<std::string> followed_;
+    std::optional<std::string> warning_;
     std::map<InstanceId, Tile> tiles_;
     /// By the extension's identifier; those that leave, or are lost, are kept until their processes are gone.
     std::multimap<std::string, std::unique_ptr<RunningExtension>> extensions_;

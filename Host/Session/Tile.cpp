@@ -23,19 +23,57 @@ void Tile::change(Instance instance, Date now) {
     const bool showsTheSame = before.extension == instance_.extension && before.kind == instance_.kind &&
                               before.family == instance_.family && before.configuration == instance_.configuration;
     if (!showsTheSame) {
-        reload(now);
+        reload(now, "its settings were changed");
     }
 }
 
-void Tile::reload(Date now) {
-    awaited_.reset();
-    schedule_.askAt(now);
+bool Tile::isDue(Date date, SteadyTime time) const {
+    return !awaited_ && (schedule_.due() <= date || (fileDeadline_ && *fileDeadline_ <= time));
 }
 
-void Tile::answered(Timeline timeline, Date now, double seconds) {
+void Tile::reload(Date now, std::string reason) {
     awaited_.reset();
-    history_ = {.lastSuccess = TileHistory::Success{now, seconds}, .lastFailure = std::nullopt};
+    schedule_.askAt(now);
+    reason_ = std::move(reason);
+}
+
+void Tile::fileChanged(const std::string& path, SteadyTime now) {
+    const auto interval =
+        schedule_.failures() > 0 ? std::chrono::milliseconds(minIntervalAfterFailure) : minReloadInterval;
+    fileDeadline_ = std::max(now, lastAsked_ + interval);
+    reason_ = path + " changed";
+}
+
+void Tile::clockChanged(Date now) {
+    schedule_.clockChanged(now);
+    if (!watches_.empty()) {
+        reload(now, "the clock was set or the machine has slept");
+    }
+}
+
+void Tile::asked(Ticket ticket, SteadyTime now) {
+    awaited_ = ticket;
+    lastAsked_ = now;
+    fileDeadline_.reset();
+    history_.reason = std::exchange(reason_, "its time had come");
+}
+
+bool Tile::discard(const Timeline& timeline, Date now) {
+    if (entries_.empty() || ++discarded_ > maxDiscarded) {
+        return false;
+    }
+    awaited_.reset();
     schedule_.answered(now, timeline.reload);
+    return true;
+}
+
+void Tile::answered(Timeline timeline, std::set<std::string> watches, Date now, double seconds) {
+    awaited_.reset();
+    discarded_ = 0;
+    history_.lastSuccess = TileHistory::Success{now, seconds};
+    history_.lastFailure.reset();
+    schedule_.answered(now, timeline.reload);
+    watches_ = std::move(watches);
     entries_ = std::move(timeline.entries);
     current_ = 0;
 }

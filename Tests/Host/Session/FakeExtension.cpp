@@ -5,7 +5,11 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <iterator>
+#include <pwd.h>
 #include <string>
 #include <unistd.h>
 
@@ -40,6 +44,15 @@ void serve(const Json& request) {
         constexpr useconds_t microseconds = 300'000;
         usleep(microseconds);
         answer(request, timeline(Json::array({entry(past, text("by " + std::to_string(getpid())))})));
+    } else if (kind == "File" || kind == "SlowFile") {
+        // A file of the home by its path, and what it names besides.
+        std::ifstream file(std::filesystem::path(getpwuid(getuid())->pw_dir) / words);
+        const std::string content{std::istreambuf_iterator<char>(file), {}};
+        constexpr useconds_t microseconds = 100'000;
+        usleep(kind == "SlowFile" ? microseconds : 0);
+        Json result = timeline(Json::array({entry(past, text(content))}));
+        result["watches"] = Json::array({words, "Secrets/key", "../other", "/etc/passwd", "", 7});
+        answer(request, result);
     } else if (kind == "Close") {
         close(STDOUT_FILENO);
         pause();

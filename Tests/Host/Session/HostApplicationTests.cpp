@@ -40,11 +40,12 @@ class HostApplicationTest : public testing::Test, public HostDisplay {
         const auto call = [](gpointer self) { return static_cast<HostApplicationTest*>(self)->takeStep(); };
         const guint timer = g_timeout_add(1, call, this);
         HostApplication::Options options{.arrangementFolder = folder.path(""),
+                                         .home = folder.path(""),
                                          .findManifest = nullptr,
                                          .startExtension = nullptr,
                                          .display = *this,
                                          .presence = Presence::foreground,
-                                         .patience = {}};
+                                         .timeouts = {}};
         options.findManifest = [](const auto& /*identifier*/) {
             return platform::Expected<Manifest, std::string>(platform::Unexpected{std::string("not installed")});
         };

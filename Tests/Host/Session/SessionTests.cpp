@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -99,7 +100,9 @@ class SessionTest : public ::testing::Test, public SessionObserver {
              },
          .clock = platform::SystemClock::shared(),
          .observer = *this,
-         .timeouts = {.response = 400ms, .idle = 300ms, .shutdown = 200ms}}};
+         .timeouts = {.response = 400ms, .idle = 300ms, .shutdown = 200ms},
+         .home = home,
+         .warn = nullptr}};
 };
 
 TEST_F(SessionTest, AsksForAllDueTilesTogetherAndEndsTheExtensionWhenThereIsNothingToDo) {
@@ -271,6 +274,101 @@ TEST_F(SessionTest, AsksAnewForAllTilesInAnotherRenderingMode) {
     session.setRenderingMode("tinted");
     ASSERT_TRUE(runUntilSettled());
     EXPECT_THAT(reloaded, ElementsAre(1, 2));
+}
+
+/// A session with a tile of a file in the home.
+class FollowingTest : public SessionTest {
+  public:
+    FollowingTest() {
+        reads = {"Library"};
+        std::filesystem::create_directory(home / "Library");
+        write("first");
+    }
+    void write(const std::string& text) const { std::ofstream(file) << text; }
+    void replace(const std::string& text) const {
+        std::ofstream(home / "Library" / "fresh") << text;
+        std::filesystem::rename(home / "Library" / "fresh", file);
+    }
+    bool runUntilShown(const std::string& text, InstanceId id = 1) {
+        return runUntil([&] { return textOf(session.tile(id)) == text; }) && runUntilSettled();
+    }
+
+    std::filesystem::path file = home / "Library" / "file";
+};
+
+TEST_F(FollowingTest, AsksForATileWhoseFileChanges) {
+    session.setTiles({tile(1, "File", "Library/file"), tile(2, "File", "Library/file"), tile(3, "Good")});
+    ASSERT_TRUE(runUntilShown("first"));
+    ASSERT_TRUE(runUntil([this] { return session.awaited().size() == 1; })) << "only files are awaited at rest";
+    EXPECT_EQ(session.deadline(), std::nullopt);
+    EXPECT_THAT(session.tile(1)->watches(), ElementsAre(file.string())) << "what may not be read is not followed";
+    reloaded.clear();
+    starts = 0;
+    replace("second");
+    ASSERT_TRUE(runUntilShown("second"));
+    ASSERT_TRUE(runUntilShown("second", 2));
+    EXPECT_THAT(reloaded, ElementsAre(1, 2));
+    EXPECT_EQ(starts, 1);
+    EXPECT_EQ(session.tile(1)->history().reason, file.string() + " changed");
+    session.setTiles({tile(3, "Good")});
+    ASSERT_TRUE(runUntilAlone()) << "nothing is followed any more";
+}
+
+TEST_F(FollowingTest, AsksAgainForWhatChangedWhileItWasFirstRead) {
+    session.setTiles({tile(1, "SlowFile", "Library/file")});
+    session.step({});
+    std::this_thread::sleep_for(50ms);
+    replace("second");
+    EXPECT_TRUE(runUntilShown("second"));
+}
+
+TEST_F(FollowingTest, NeverShowsAFileThatIsBeingWritten) {
+    session.setTiles({tile(1, "SlowFile", "Library/file")});
+    ASSERT_TRUE(runUntilShown("first"));
+    std::vector<std::string> shown;
+    // Read while it is empty, and answered before, while and after it is whole.
+    for (const auto pause : {0ms, 60ms, 150ms, 450ms}) {
+        {
+            std::ofstream writer(file, std::ios::trunc);
+            session.reload(1);
+            const auto end = std::chrono::steady_clock::now() + pause;
+            runUntil([&] {
+                shown.push_back(textOf(session.tile(1)));
+                return std::chrono::steady_clock::now() >= end;
+            });
+            writer << pause.count();
+        }
+        ASSERT_TRUE(runUntil([&] {
+            shown.push_back(textOf(session.tile(1)));
+            return shown.back() == std::to_string(pause.count());
+        })) << pause.count();
+    }
+    EXPECT_THAT(shown, ::testing::Not(::testing::Contains(std::string())));
+}
+
+TEST_F(FollowingTest, AsksFourTimesASecondAtMostAndShowsTheLast) {
+    session.setTiles({tile(1, "File", "Library/file")});
+    ASSERT_TRUE(runUntilShown("first"));
+    reloaded.clear();
+    int saves = 0;
+    const auto end = std::chrono::steady_clock::now() + 1s;
+    ASSERT_TRUE(runUntil([&] {
+        saves % 2 == 0 ? replace(std::to_string(saves)) : write(std::to_string(saves));
+        ++saves;
+        return std::chrono::steady_clock::now() >= end;
+    }));
+    EXPECT_TRUE(runUntilShown(std::to_string(saves - 1)));
+    EXPECT_LE(reloaded.size(), 6U) << "one at once, four a second, and the last";
+    EXPECT_GE(saves, 20);
+}
+
+TEST_F(FollowingTest, AsksForAllThatFollowFilesWhenTheMachineHasSlept) {
+    session.setTiles({tile(1, "File", "Library/file"), tile(2, "Good")});
+    ASSERT_TRUE(runUntilShown("first"));
+    reloaded.clear();
+    session.clockChanged();
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_THAT(reloaded, ElementsAre(1));
 }
 
 TEST_F(SessionTest, MakesAnExtensionLeaveThatStays) {
