@@ -4,7 +4,9 @@ Measured in a compositor of its own, which draws into memory. What is on the scr
 one column of each of its pictures.
 """
 
+import json
 import os
+import plistlib
 import shutil
 import statistics
 import subprocess
@@ -23,6 +25,15 @@ COLUMN = 640
 REST_SECONDS = 60
 # Of the compositor.
 PICTURES_A_SECOND = 60
+SAVES, STORM_SECONDS = 50, 60
+STORM = """
+import sys, time, pathlib
+from desktop_measures import save
+begun = time.monotonic()
+for number in range(int(float(sys.argv[2]) * 100)):
+    save(pathlib.Path(sys.argv[1]), number)
+    time.sleep(max(0, begun + number / 100 - time.monotonic()))
+"""
 
 
 class Desktop:
@@ -73,12 +84,16 @@ class Desktop:
         rows = (line.split() for line in Path(f"/proc/{self.process.pid}/smaps_rollup").read_text().splitlines()[1:])
         return next(int(row[1]) / 1024 for row in rows if row[0] == "Pss:")
 
-    def used(self):
-        """Processor seconds, and context switches."""
+    def children(self):
+        path = Path(f"/proc/{self.process.pid}/task/{self.process.pid}/children")
+        return path.read_text().split()
+
+    def used(self, children=False):
+        """Processor seconds, those of ended children too where these are asked for, and context switches."""
         fields = Path(f"/proc/{self.process.pid}/stat").read_text().rpartition(")")[2].split()
         status = Path(f"/proc/{self.process.pid}/status").read_text().splitlines()
         switches = sum(int(line.split()[1]) for line in status if "ctxt_switches" in line)
-        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK"), switches
+        return sum(map(int, fields[11:15 if children else 13])) / os.sysconf("SC_CLK_TCK"), switches
 
 
 def groups_by_turns(desktop, rounds):
@@ -93,6 +108,84 @@ def groups_by_turns(desktop, rounds):
         times.append(time.perf_counter() - start)
         change.wait()
     return statistics.median(times)
+
+
+def save(file, number):
+    """Saves a library with other texts each time, as the application does."""
+    fresh = file.with_name("fresh")
+    fresh.write_bytes(plistlib.dumps([{"Name": f"{number} " + "saved " * 20, "UUID": str(i)} for i in range(5)], fmt=plistlib.FMT_BINARY))
+    fresh.rename(file)
+
+
+def saves(desktop, count):
+    """The seconds from the saving of a library to its tile's new picture on the screen, the extension not running before."""
+    file = desktop.world.home / "Library" / "Application Support" / "FOLIOvault" / "Favorites.plist"
+    times = []
+    for number in range(count):
+        wait_until(lambda: not desktop.children(), "the extension to rest")
+        before = desktop.column()
+        time.sleep(number / count / PICTURES_A_SECOND)
+        start = time.perf_counter()
+        save(file, number)
+        desktop.await_change(before, range(TOP, TOP + HEIGHT), any)
+        times.append(time.perf_counter() - start)
+    return times
+
+
+def storm(desktop, seconds):
+    """How many pictures come of a hundred saves a second, and the processor's seconds for them, the extension's included."""
+    file = desktop.world.home / "Library" / "Application Support" / "FOLIOvault" / "Favorites.plist"
+    wait_until(lambda: not desktop.children(), "the extension to rest")
+    used, pictures, seen = desktop.used(children=True)[0], 0, desktop.column()
+    saving = subprocess.Popen([sys.executable, "-c", STORM, str(file), str(seconds)], env={"PYTHONPATH": os.pathsep.join(sys.path)})
+    end = time.perf_counter() + seconds + 2
+    while time.perf_counter() < end:
+        now = desktop.column()
+        pictures += now.difference(seen) is not None
+        seen = now
+    saving.wait()
+    wait_until(lambda: not desktop.children(), "the extension to rest")
+    return pictures, desktop.used(children=True)[0] - used
+
+
+def bar(desktop, count, *command):
+    """The same as `saves` of a status bar that shows a file's first line."""
+    file = desktop.world.home / "line"
+    file.write_text("")
+    process = desktop.world.start(*command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    time.sleep(5)
+    times = []
+    for number in range(count):
+        before = desktop.column()
+        time.sleep(number / count)
+        start = time.perf_counter()
+        file.with_name("fresh").write_text(f"{number} " + "saved " * 30)
+        file.with_name("fresh").rename(file)
+        desktop.await_change(before, range(0, 40), any)
+        times.append(time.perf_counter() - start)
+    process.terminate()
+    process.wait(20)
+    return times
+
+
+def bars(desktop, count):
+    """A bar that follows a file, and one that looks at it once a second."""
+    home = desktop.world.home
+    follow = home / "follow"
+    follow.write_text(f"#!/bin/sh\ncat '{home}/line'\nwhile inotifywait -qq -e moved_to -e close_write '{home}'; do cat '{home}/line'; done\n")
+    follow.chmod(0o755)
+    (home / "waybar.json").write_text(json.dumps({"modules-center": ["custom/line"], "custom/line": {"exec": str(follow), "max-length": 200}}))
+    (home / "waybar.css").write_text("* { font-size: 12px; }")
+    (home / "conky").write_text(
+        "conky.config = { out_to_wayland = true, out_to_x = false, update_interval = 1, alignment = 'top_middle', own_window = true,"
+        " minimum_width = 1200, minimum_height = 20, own_window_type = 'dock' }\n"
+        f"conky.text = [[${{exec cat '{home}/line'}}]]\n")
+    return (bar(desktop, count, "waybar", "-c", home / "waybar.json", "-s", home / "waybar.css"),
+            bar(desktop, count, "conky", "-c", home / "conky"))
+
+
+def figures(times):
+    return f"{statistics.median(times) * 1e3:.0f} ms, at worst {max(times) * 1e3:.0f} ms"
 
 
 def measure(table, rounds, programs, project, frames, peer):
@@ -120,9 +213,12 @@ def measure(table, rounds, programs, project, frames, peer):
         time.sleep(REST_SECONDS)
         spent = [after - before for after, before in zip(desktop.used(), rest)]
         held = desktop.held()
-        children = subprocess.run(["ps", "--ppid", str(desktop.process.pid), "--no-headers"], capture_output=True, check=False).stdout
+        children = len(desktop.children())
         changed = groups_by_turns(desktop, rounds)
+        saved = saves(desktop, SAVES)
+        pictures, busy = storm(desktop, STORM_SECONDS)
         code = desktop.end()
+        followed, polled = bars(desktop, SAVES)
     finally:
         desktop.world.stop()
     print(f"""
@@ -132,9 +228,14 @@ The desktop with four tiles:
 | --- | --- | --- |
 | a first start, without entries on disk, to four tiles on the screen | {statistics.median(first) * 1e3:.0f} ms | |
 | memory at rest, proportional set size | {held:.1f} MiB | 25 MiB |
-| extensions running at rest | {len(children.splitlines())} | 0 |
+| extensions running at rest | {children} | 0 |
 | processor time in {REST_SECONDS} s at rest | {spent[0] * 1e3:.0f} ms | 10 ms |
 | context switches meanwhile | {spent[1]} | 10 |
 | a command that changes a configuration to the new picture on the screen | {changed * 1e3:.0f} ms | 50 ms |
+| a library saved to its new picture on the screen, {SAVES} times, the extension not running before | {figures(saved)} | 100 ms |
+| the same, a line of a file in a bar that follows it by a script (waybar, inotifywait) | {figures(followed)} | |
+| the same, a bar that looks at it once a second (conky) | {figures(polled)} | |
+| pictures of {100 * STORM_SECONDS:,} saves in {STORM_SECONDS} s | {pictures} | {4 * STORM_SECONDS + 1} |
+| processor time meanwhile, the extension included | {busy * 1e3:.0f} ms | |
 | exit code when told to end | {code} | 0 |
 """)

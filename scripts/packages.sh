@@ -22,6 +22,7 @@ fuzz_packages=(clang libclang-rt-dev)
 bench_packages=(
     libbenchmark-dev libplist-dev openssl
     python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
+    conky-all inotify-tools waybar
 )
 
 # install_packages NAME…: installs those that are missing, as root or by sudo; nothing where all are there.
