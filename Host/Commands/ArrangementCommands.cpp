@@ -62,15 +62,6 @@ Outcome<Arrangement> carryOut(const ArrangementChange& change) {
     return std::move(update->arrangement);
 }
 
-Outcome<WidgetInfo> receiveWidget(ExtensionConnection& connection, const std::string& kind) {
-    const auto widgets = receive(connection, connection.send("describe", "{}"), readDescription);
-    if (!widgets) {
-        return Unexpected{widgets.error()};
-    }
-    auto widget = declaredWidget(*widgets, kind);
-    return widget ? Outcome<WidgetInfo>(*std::move(widget)) : Unexpected{usageFailure(widget.error())};
-}
-
 } // namespace
 
 std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest& request) {
@@ -99,20 +90,16 @@ std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest
     if (!connection) {
         return connection.error();
     }
-    const auto widget = receiveWidget(*connection, request.kind);
-    if (!widget) {
-        return widget.error();
-    }
-    const auto family = declaredFamily(*widget, request.family);
-    if (!family) {
-        return usageFailure(family.error());
-    }
-    if (const auto wrong = checkSettings(*widget, request.settings)) {
-        return usageFailure(*wrong);
+    const auto widgets = receive(*connection, connection->send("describe", "{}"), readDescription);
+    if (!widgets) {
+        return widgets.error();
     }
     instance.extension = connection->manifest().identifier;
-    instance.family = *family;
-    const auto arrangement = carryOut(Addition{std::move(instance)});
+    auto declared = declaredInstance(std::move(instance), request.family, *widgets);
+    if (!declared) {
+        return usageFailure(declared.error());
+    }
+    const auto arrangement = carryOut(Addition{*std::move(declared)});
     if (!arrangement) {
         return arrangement.error();
     }
@@ -133,9 +120,13 @@ std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edi
         return connection.error();
     }
     // An id is not given twice: whatever happens meanwhile, it is of this kind or gone.
-    const auto widget = receiveWidget(*connection, instance->kind);
+    const auto widgets = receive(*connection, connection->send("describe", "{}"), readDescription);
+    if (!widgets) {
+        return widgets.error();
+    }
+    const auto widget = declaredWidget(*widgets, instance->kind);
     if (!widget) {
-        return widget.error();
+        return usageFailure(widget.error());
     }
     if (const auto wrong = checkSettings(*widget, edit.settings)) {
         return usageFailure(*wrong);

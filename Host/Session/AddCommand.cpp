@@ -39,22 +39,14 @@ class Request : public std::enable_shared_from_this<Request> {
         if (!widgets) {
             return fail(ExitCode::unavailable, widgets.error());
         }
-        const auto widget = declaredWidget(*widgets, instance_.kind);
-        if (!widget && next_ < extensions_.size()) {
-            return askNext();
+        if (extensions_.size() > 1 && !declaredWidget(*widgets, instance_.kind)) {
+            return next_ < extensions_.size() ? askNext() : fail(ExitCode::usage, unknownWidget(instance_.kind));
         }
-        if (!widget) {
-            return fail(ExitCode::usage, extensions_.size() == 1 ? widget.error() : unknownWidget(instance_.kind));
+        auto instance = declaredInstance(instance_, family_, *widgets);
+        if (!instance) {
+            return fail(ExitCode::usage, instance.error());
         }
-        const auto family = declaredFamily(*widget, family_);
-        if (!family) {
-            return fail(ExitCode::usage, family.error());
-        }
-        if (const auto wrong = checkSettings(*widget, instance_.configuration)) {
-            return fail(ExitCode::usage, *wrong);
-        }
-        instance_.family = *family;
-        host_.change(Addition{instance_},
+        host_.change(Addition{*std::move(instance)},
                      [self = shared_from_this()](const HostApplication::Change& result) { self->changed(result); });
     }
 
@@ -66,6 +58,7 @@ class Request : public std::enable_shared_from_this<Request> {
             g_application_command_line_printerr(line_.get(), "widgethost: %s\n", result->notice->c_str());
         }
         g_application_command_line_print(line_.get(), "%u\n", result->arrangement.instances.back().id);
+        g_application_command_line_set_exit_status(line_.get(), static_cast<int>(ExitCode::success));
     }
 
     void fail(ExitCode code, const std::string& message) {
@@ -82,6 +75,23 @@ class Request : public std::enable_shared_from_this<Request> {
 };
 
 } // namespace
+
+Message<Instance> declaredInstance(Instance instance, const std::optional<std::string>& family,
+                                   const std::vector<WidgetInfo>& widgets) {
+    const auto widget = declaredWidget(widgets, instance.kind);
+    if (!widget) {
+        return Unexpected{widget.error()};
+    }
+    auto declared = declaredFamily(*widget, family);
+    if (!declared) {
+        return Unexpected{declared.error()};
+    }
+    if (const auto wrong = checkSettings(*widget, instance.configuration)) {
+        return Unexpected{*wrong};
+    }
+    instance.family = *std::move(declared);
+    return instance;
+}
 
 std::vector<std::string> addWords(Instance instance, const std::optional<std::string>& family,
                                   const std::vector<std::string>& extensions) {
@@ -102,7 +112,8 @@ int answerAdd(HostApplication& host, GApplicationCommandLine* line, const std::v
     std::make_shared<Request>(host, line, arrangement->instances.front(), family,
                               std::vector<std::string>(words.begin() + 2, words.end()))
         ->askNext();
-    return 0;
+    // A host that ends before it is done has added nothing that anybody knows of.
+    return static_cast<int>(ExitCode::unavailable);
 }
 
 } // namespace host

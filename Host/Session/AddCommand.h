@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
+#include "Host/Connection/Messages.h"
 
 #include <gio/gio.h>
 
@@ -13,6 +14,11 @@
 namespace host {
 
 class HostApplication;
+
+/// The instance in the family that was chosen, or else in the widget's own; or, in one line, what the widgets do not
+/// declare of it.
+Message<Instance> declaredInstance(Instance instance, const std::optional<std::string>& family,
+                                   const std::vector<WidgetInfo>& widgets);
 
 /// What follows "add": the instance as an arrangement's file has it, its family, empty for the widget's own, and the
 /// extensions that may have the widget, of which the first is taken that has it. `instance` must have no fault.

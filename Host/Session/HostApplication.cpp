@@ -85,7 +85,7 @@ void HostApplication::arrangementChanged(GFileMonitor* /*monitor*/, GFile* /*fil
 }
 
 void HostApplication::start() {
-    auto lock = HostLock::take(folder_);
+    auto lock = FileLock::take(folder_ / "host.lock", std::chrono::milliseconds(0));
     if (!lock) {
         complain(lock.error().kind == LockError::Kind::held ? "another host runs on this arrangement"
                                                             : lock.error().message);

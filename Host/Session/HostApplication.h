@@ -5,7 +5,7 @@
 #pragma once
 
 #include "Host/Arrangement/ArrangementFile.h"
-#include "Host/Arrangement/HostLock.h"
+#include "Host/Arrangement/FileLock.h"
 #include "Host/Session/Session.h"
 #include "Host/Session/SessionLoop.h"
 #include "Host/Session/WorkQueue.h"
@@ -108,7 +108,8 @@ class HostApplication {
     std::optional<Stamp> stamp_;
     Session session_;
     std::unique_ptr<SessionLoop> loop_;
-    std::optional<HostLock> lock_;
+    /// host.lock: one host at a time shows an arrangement. Commands, which have a lock of their own, go on meanwhile.
+    std::optional<FileLock> lock_;
     GApplication* application_;
     GFileMonitor* monitor_ = nullptr;
     /// The last complaint about the arrangement's file, which is made once.

@@ -121,13 +121,6 @@ class Files(ArrangementTest):
             self.assertEqual(aside.read_text(), content)
             self.assertEqual(len(self.listed()), 1)
 
-    def test_a_newer_one_is_left_alone(self):
-        self.keep('{"version": 2}')
-        for arguments in (("list",), ("add", "TipsWidget"), ("remove", 1), ("edit", 1, "--set", "a=b"), ("move", 1, 2, 3)):
-            self.assertIn("is of a newer program", self.refused(CONFIGURATION, *arguments))
-        self.assertEqual(self.arrangement.read_text(), '{"version": 2}')
-        self.assertEqual({path.name for path in self.folder.iterdir()}, {"arrangement.json", "arrangement.lock"})
-
     def test_what_a_later_program_added_stays(self):
         self.keep('{"version": 1, "theme": "dark", "instances": [{"id": 3, "extension": "e", "kind": "k", "family": "f", "opacity": 0.5}]}')
         self.succeed("move", 3, 1, 2)

@@ -15,7 +15,6 @@
 #include <filesystem>
 #include <random>
 #include <set>
-#include <sys/stat.h>
 #include <thread>
 
 namespace host {
@@ -213,29 +212,6 @@ TEST(ArrangementFile, LosesNothingWhenItCannotBeWritten) {
         files.loseRenames();
         expectUntouched(Kind::unwritable, "Input/output error");
     }
-}
-
-TEST_F(ArrangementFileTest, SaysThatItsFolderIsReadOnly) {
-    ASSERT_TRUE(file.update(addition));
-    const std::string before = folder.content("arrangement.json");
-    ASSERT_EQ(chmod(folder.path("").c_str(), 0555), 0);
-    ASSERT_EQ(chmod(folder.path("arrangement.json").c_str(), 0444), 0);
-    ASSERT_EQ(chmod(folder.path("arrangement.lock").c_str(), 0444), 0);
-    const pid_t user = platform::startProcess([&] {
-        constexpr uid_t nobody = 65534;
-        // Root may write everywhere.
-        const bool isUser = geteuid() != 0 || seteuid(nobody) == 0;
-        const auto update = file.update(addition);
-        const bool isRefused =
-            !update && update.error().kind == Kind::unwritable && update.error().message.ends_with("Permission denied");
-        if (!isUser || !isRefused || !file.load()) {
-            _exit(EXIT_FAILURE);
-        }
-        return false;
-    });
-    EXPECT_EQ(platform::statusOf(user), 0);
-    ASSERT_EQ(chmod(folder.path("").c_str(), 0700), 0);
-    EXPECT_EQ(folder.content("arrangement.json"), before);
 }
 
 } // namespace

@@ -1,13 +1,9 @@
 #include "Host/Arrangement/FileLock.h"
-#include "Host/Arrangement/HostLock.h"
-#include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
-#include <optional>
 #include <sys/stat.h>
 
 namespace host {
@@ -15,53 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-
-std::optional<LockError::Kind> failureOf(const platform::Expected<HostLock, LockError>& lock) {
-    return lock ? std::nullopt : std::optional(lock.error().kind);
-}
-
-TEST(HostLock, IsOneHostsAsLongAsItLives) {
-    const platform::TemporaryFolder folder;
-    const fs::path place = folder.path("config/widgethost");
-    {
-        const auto ours = HostLock::take(place);
-        EXPECT_EQ(failureOf(ours), std::nullopt);
-        EXPECT_EQ(failureOf(HostLock::take(place)), LockError::Kind::held);
-        const pid_t other = platform::startProcess([&] {
-            if (failureOf(HostLock::take(place)) != LockError::Kind::held) {
-                _exit(EXIT_FAILURE);
-            }
-            return false;
-        });
-        EXPECT_EQ(platform::statusOf(other), 0);
-        // Commands go on meanwhile.
-        EXPECT_TRUE(FileLock::take(place / "arrangement.lock", 0ms));
-    }
-    EXPECT_EQ(failureOf(HostLock::take(place)), std::nullopt);
-}
-
-TEST(HostLock, GoesWithAHostThatIsKilled) {
-    const platform::TemporaryFolder folder;
-    const fs::path place = folder.path("widgethost");
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    const pid_t killed = platform::startProcess([&] {
-        const auto lock = HostLock::take(place);
-        if (!lock || write(ready[1], "!", 1) != 1) {
-            _exit(EXIT_FAILURE);
-        }
-        pause();
-        return false;
-    });
-    char sign = 0;
-    ASSERT_EQ(read(ready[0], &sign, 1), 1);
-    EXPECT_EQ(failureOf(HostLock::take(place)), LockError::Kind::held);
-    kill(killed, SIGKILL);
-    EXPECT_TRUE(WIFSIGNALED(platform::statusOf(killed)));
-    EXPECT_EQ(failureOf(HostLock::take(place)), std::nullopt);
-    close(ready[0]);
-    close(ready[1]);
-}
 
 TEST(FileLock, MakesItsFoldersForTheUserAlone) {
     const platform::TemporaryFolder folder;
