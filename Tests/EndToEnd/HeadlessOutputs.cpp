@@ -1,14 +1,15 @@
-// Loaded into sway before its libraries, so that tests can do two things with headless outputs that wlroots 0.15 does
-// not offer: take one away and bring the same one back, by "output NAME disable" and "enable", and have pictures of it
+// Loaded into sway before its libraries, so that tests can do two things with headless outputs that wlroots does not
+// offer: take one away and bring the same one back, by "output NAME disable" and "enable", and have pictures of it
 // without the pointer.
 //
-// wlroots refuses to switch headless outputs off; the refusal is passed over: the output counts as off, and sway
-// withdraws it from its clients as it does with any other. Later releases need none of this and never call what stands
-// here. Calls come from sway's one thread.
+// wlroots 0.15 refuses to switch headless outputs off; the refusal is passed over: the output counts as off, and sway
+// withdraws it from its clients as it does with any other. Later releases switch them off, and draw the pointer by
+// another function; what they do not have is never called. Calls come from sway's one thread.
 
 #include <dlfcn.h>
 
 struct wlr_output;
+struct wlr_render_pass;
 struct pixman_region32;
 
 namespace {
@@ -55,5 +56,8 @@ bool wlr_output_commit(wlr_output* output) {
 }
 
 void wlr_output_render_software_cursors(wlr_output* /*output*/, pixman_region32* /*damage*/) {}
+
+void wlr_output_add_software_cursors_to_render_pass(wlr_output* /*output*/, wlr_render_pass* /*pass*/,
+                                                    pixman_region32* /*damage*/) {}
 
 } // extern "C"

@@ -18,12 +18,12 @@ class Windows:
     def open_editor(self, tile):
         self.world.click(tile.place[0] + 60, tile.place[1] + 20, button=3)
         self.choose("Edit…")
-        self.application.find("push button", "Done")
+        self.application.find("button", "Done")
 
     def press(self, name):
         """A button of the editor, which closes it."""
-        self.application.do_action(self.application.find("push button", name))
-        wait_until(lambda: not self.application.find_all("push button", name), "the end of the editor")
+        self.application.do_action(self.application.find("button", name))
+        wait_until(lambda: not self.application.find_all("button", name), "the end of the editor")
 
     def groups(self):
         rows = self.application.find("list box", "Group").children
@@ -94,10 +94,10 @@ class Windows:
         for page, widget in enumerate(described):
             self.application.do_action(pages()[page], "select")
             wanted = [f"Add {widget['displayName']}, {TITLES[family]}" for family in widget["families"]]
-            wait_until(lambda: [each.name for each in self.application.find_all("push button") if each.name.startswith("Add ")] == wanted,
+            wait_until(lambda: [each.name for each in self.application.find_all("button") if each.name.startswith("Add ")] == wanted,
                        f"{widget['displayName']} in all sizes")
             if widget["kind"] == "FavoritesWidget":
-                self.application.do_action(self.application.find("push button", "Add Favorites, Medium"))
+                self.application.do_action(self.application.find("button", "Add Favorites, Medium"))
         self.application.do_action(pages()[0], "select")
         added = Placed(1, place=(24, 24), output=self.world.outputs()[0].name)
         wait_until(lambda: 1 in self.arranged() and "position" in self.arranged()[1], "the new tile's place")
@@ -137,7 +137,7 @@ class Windows:
         self.application = self.accessible()
         self.application.find("frame", "Widgets")
         self.application.find(name=f"There is no library yet. It is looked for here:\n{self.library}")
-        self.application.do_action(self.application.find("push button", "Show Examples"))
+        self.application.do_action(self.application.find("button", "Show Examples"))
         examples = self.home / "data" / "widgethost" / "examples"
         wait_until(lambda: str(examples) in Path(f"/proc/{self.desktop.pid}/cmdline").read_text(), "the desktop with examples")
         self.await_answers()
@@ -163,7 +163,7 @@ class Windows:
         self.assertEqual([each.name for each in self.menu()], GERMAN_MENU)
         self.world.key("Escape")
         self.open_gallery(LANG="de_DE.UTF-8")
-        self.application.find("push button", "Hinzufügen Leseliste, Mittel")
+        self.application.find("button", "Hinzufügen Leseliste, Mittel")
         self.end()
 
         left = self.rendered(FAVOURITES)

@@ -26,7 +26,8 @@ def actions(node):
 def describe(node, path):
     component = node.get_component_iface()
     box = Atspi.Component.get_extents(component, Atspi.CoordType.WINDOW) if component else None
-    return {"path": path, "role": node.get_role_name(), "name": node.get_name(), "description": node.get_description(),
+    # What some versions call a push button, others call a button.
+    return {"path": path, "role": node.get_role_name().removeprefix("push "), "name": node.get_name(), "description": node.get_description(),
             "states": [state.value_nick for state in node.get_state_set().get_states()], "actions": actions(node),
             "extents": [box.x, box.y, box.width, box.height] if box else [0, 0, 0, 0],
             "children": [describe(child, [*path, i]) for i, child in enumerate(children(node))]}

@@ -120,9 +120,9 @@ class Answers(WebClientTest):
         self.assertEqual(self.get("/nowhere"), b"the body of a redirect")
         for address in (f"http://localhost:{self.server.port}/0", "ftp://localhost/0", "file:///etc/passwd"):
             self.pages["/out"] = redirect(address)
-            refused = f'Protocol "{address.partition(":")[0]}" not supported or disabled in libcurl'
-            self.assertEqual(self.get("/out"), refused)
-            self.assertEqual(self.get(address), refused)
+            refused = f'^Protocol "{address.partition(":")[0]}" .*disabled'
+            self.assertRegex(self.get("/out"), refused)
+            self.assertRegex(self.get(address), refused)
 
     def test_sixteen_mebibytes_are_the_most(self):
         self.pages["/most"] = body(bytes(16 * MIB))
@@ -138,7 +138,8 @@ class Answers(WebClientTest):
 
     def test_what_is_cut_short_is_no_answer(self):
         self.pages["/"] = cut(b"half", 8)
-        self.assertEqual(self.get("/"), "transfer closed with 4 bytes remaining to read")
+        # By the length that was announced, or by the end of the encryption, whichever libcurl sees first.
+        self.assertRegex(self.get("/"), "4 bytes remaining|unexpected eof")
 
     def test_whoever_is_not_there_does_not_answer(self):
         with socket.create_server(("127.0.0.1", 0)) as free:
