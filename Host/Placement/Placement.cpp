@@ -22,7 +22,7 @@ double distance(Point point, const Rect& area) {
     return std::hypot(dx, dy);
 }
 
-/// Where the arrangement puts the tile; nothing where it does not, or its screen is away.
+/// Where the arrangement puts the tile, on its screen or not; nothing where it does not, or its screen is away.
 std::optional<PlacedTile> arranged(const TileToPlace& tile, const std::vector<Screen>& screens) {
     const Instance& instance = *tile.instance;
     if (!instance.position) {
@@ -41,7 +41,11 @@ std::optional<PlacedTile> arranged(const TileToPlace& tile, const std::vector<Sc
         screen = screenAt(corner, screens);
     }
     const Rect frame{corner.x, corner.y, tile.size.width, tile.size.height};
-    return PlacedTile{.id = instance.id, .screen = screen, .frame = pulledBack(frame, screens[screen].area)};
+    return PlacedTile{.id = instance.id, .screen = screen, .frame = frame};
+}
+
+bool overlap(const Rect& a, const Rect& b) {
+    return a.x < b.right() && b.x < a.right() && a.y < b.bottom() && b.y < a.bottom();
 }
 
 } // namespace
@@ -57,14 +61,29 @@ std::vector<PlacedTile> placeTiles(const std::vector<TileToPlace>& tiles, const 
     if (screens.empty()) {
         return {};
     }
-    // Those with a place of their own come first: no other tile takes it.
+    // Those that can lie in a place of their own come first: no other tile takes it. Then those that are to be near
+    // theirs.
     std::vector<std::optional<PlacedTile>> places;
     std::vector<std::vector<Rect>> taken(screens.size());
+    std::vector<PlacedTile*> astray;
+    places.reserve(tiles.size());
     for (const TileToPlace& tile : tiles) {
-        places.push_back(arranged(tile, screens));
-        if (places.back()) {
-            taken[places.back()->screen].push_back(places.back()->frame);
+        auto& place = places.emplace_back(arranged(tile, screens));
+        if (place && pulledBack(place->frame, screens[place->screen].area) != place->frame) {
+            astray.push_back(&*place);
+        } else if (place) {
+            taken[place->screen].push_back(place->frame);
         }
+    }
+    for (PlacedTile* place : astray) {
+        const Rect& area = screens[place->screen].area;
+        auto& others = taken[place->screen];
+        place->frame = pulledBack(place->frame, area);
+        if (std::any_of(others.begin(), others.end(), [&](const Rect& each) { return overlap(each, place->frame); })) {
+            const Point corner = freePlace({place->frame.width, place->frame.height}, others, area);
+            place->frame = pulledBack({corner.x, corner.y, place->frame.width, place->frame.height}, area);
+        }
+        others.push_back(place->frame);
     }
     std::vector<PlacedTile> all;
     for (std::size_t index = 0; index < tiles.size(); ++index) {

@@ -1,7 +1,8 @@
 // Which screen each placed widget is on, and where there.
 //
 // What the arrangement says holds as long as the screen is there. A tile whose screen is unplugged goes to a free place
-// on the first one, and is back where it was when its screen is. A place that no screen has is pulled back. Pure.
+// on the first one, and is back where it was when its screen is. A place that no screen has is pulled back, to a free
+// place where another tile lies there. Pure.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"

@@ -55,8 +55,14 @@ TEST_F(PlacementTest, PullsBackWhatNoScreenHas) {
     add("DP-1", Position{-300, 0});
     add(std::nullopt, Position{-99'999, 99'999});
     add(std::nullopt, Position{99'999, 0});
-    EXPECT_THAT(placed({left, right}), ElementsAre("DP-1 1110,630 arranged", "DP-1 0,30 arranged",
-                                                   "DP-1 0,630 arranged", "HDMI-1 1750,0 arranged"));
+    // Not over each other, nor over one that is where it was put, whichever of them comes first.
+    add("DP-1", Position{5000, 5000});
+    add("HDMI-1", Position{99'999, 99'999});
+    add("HDMI-1", Position{1700, 900});
+    EXPECT_THAT(placed({left, right}),
+                ElementsAre("DP-1 1110,630 arranged", "DP-1 0,30 arranged", "DP-1 0,630 arranged",
+                            "HDMI-1 1750,0 arranged", "DP-1 194,54 arranged", "HDMI-1 24,24 arranged",
+                            "HDMI-1 1700,900 arranged"));
 }
 
 TEST_F(PlacementTest, FindsPlacesThatNobodyHas) {
