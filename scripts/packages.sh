@@ -15,7 +15,7 @@ recommended_packages=(libnss-wrapper fonts-noto-core fonts-noto-cjk fonts-noto-c
 test_packages=(libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime dbus-daemon python3 python3-feedparser
     python3-gi python3-xlib gir1.2-gtk-3.0 gir1.2-atspi-2.0 at-spi2-core libatk-adaptor libglib2.0-bin
     sway swaybg grim xserver-xorg-core xserver-xorg-video-dummy openbox xdotool x11-utils x11-xserver-utils hsetroot xsettingsd
-    xcompmgr desktop-file-utils appstream man-db zsh fish)
+    xcompmgr mutter xwayland pcmanfm-qt desktop-file-utils appstream man-db zsh fish)
 package_packages=(bash coreutils dpkg-dev file gzip lintian)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-dev)

@@ -4,7 +4,6 @@
 #include "Host/Layout/Geometry.h"
 
 #include <gdk/gdkx.h>
-#include <gtk-layer-shell.h>
 
 #include <algorithm>
 #include <cstring>
@@ -98,12 +97,18 @@ bool isX11() {
     return GDK_IS_X11_DISPLAY(gdk_display_get_default()) != FALSE;
 }
 
+/// Until there is a window manager that says otherwise.
+Stacking::Way firstWay() {
+    if (isX11()) {
+        return Stacking::Way::desktopWindows;
+    }
+    const auto version = layerShellVersion();
+    return version && *version > 0 ? Stacking::Way::layerShell : Stacking::Way::none;
+}
+
 } // namespace
 
-Stacking::Stacking(std::function<void()> changed)
-    : changed_(std::move(changed)), way_(isX11()                             ? Way::desktopWindows
-                                         : gtk_layer_is_supported() != FALSE ? Way::layerShell
-                                                                             : Way::none) {
+Stacking::Stacking(std::function<void()> changed) : changed_(std::move(changed)), way_(firstWay()) {
     if (isX11()) {
         GdkWindow* window = gdk_get_default_root_window();
         gdk_window_set_events(window,

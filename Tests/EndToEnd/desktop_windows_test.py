@@ -7,14 +7,16 @@ from pathlib import Path
 
 from desktop import DesktopTest, Placed
 from support import wait_until
-from worlds import WaylandWorld, XWorld
+from worlds import WaylandWorld
 
 FAVOURITES, READING = Placed(1, place=(104, 80)), Placed(2, "ReadingListWidget", place=(104, 400))
 TITLES = {"small": "Small", "medium": "Medium", "large": "Large", "extraLarge": "Extra Large"}
 GERMAN_MENU = ["Bearbeiten …", "Größe", "Neu laden", "Entfernen", "Widgets hinzufügen …", "Farben", "Sperren"]
 
 
-class Windows:
+class Windows(DesktopTest):
+    kind = WaylandWorld
+
     def open_editor(self, tile):
         self.world.click(tile.place[0] + 60, tile.place[1] + 20, button=3)
         self.choose("Edit…")
@@ -171,14 +173,6 @@ class Windows:
         self.sees(FAVOURITES, LANG="ar_EG.UTF-8")
         self.assertFalse(self.is_shown(self.expected(left, FAVOURITES.box()), FAVOURITES.box()))
         self.end()
-
-
-class Wayland(Windows, DesktopTest):
-    kind = WaylandWorld
-
-
-class X11(Windows, DesktopTest):
-    kind = XWorld
 
 
 if __name__ == "__main__":

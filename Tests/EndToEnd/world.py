@@ -51,6 +51,9 @@ class World:
     `wallpaper` is the screen's picture before anything else is on it.
     """
 
+    # How ordinary windows are started: in places that can be chosen for them.
+    plain = {}
+
     def __init__(self, home=None, accessible=False):
         self.accessible = accessible
         self.processes = []
@@ -71,7 +74,7 @@ class World:
             self.start_display()
             if accessible:
                 shutil.copy(ACCESSIBILITY_SERVICE, self.services)
-            self.bus = SessionBus(self.services, self.environment())
+            self.bus = self.bus or SessionBus(self.services, self.environment())
             self.wallpaper = self.await_wallpaper()
             self.rest()
         except BaseException:
@@ -168,7 +171,7 @@ class World:
 
     def open_window_over(self, x, y, width, height, colour=(0, 160, 0)):
         """An ordinary window in one colour, without borders, once it is seen there. Ends with the process that is returned."""
-        window = self.start(sys.executable, "-B", Path(__file__).with_name("plain_window.py"), width, height, *colour)
+        window = self.start(sys.executable, "-B", Path(__file__).with_name("plain_window.py"), width, height, *colour, **self.plain)
         self.place_window(window.pid, x, y, width, height)
         wait_until(lambda: self.pixel(x + width // 2, y + height // 2) == tuple(colour), "the window in its place")
         return window

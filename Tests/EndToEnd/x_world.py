@@ -7,6 +7,7 @@ import signal
 import subprocess
 
 import Xlib.display
+import Xlib.protocol.display
 import Xlib.protocol.event
 import Xlib.X
 
@@ -97,7 +98,11 @@ class XWorld(World):
 
     @contextlib.contextmanager
     def connection(self, display=None):
-        display = Xlib.display.Display((display or self.display)["DISPLAY"])
+        variables = display or self.display
+        os.environ["XAUTHORITY"] = variables.get("XAUTHORITY", "")
+        # The library takes the events of one server's extensions for those of all.
+        Xlib.protocol.display.Display.event_classes = Xlib.protocol.event.event_class.copy()
+        display = Xlib.display.Display(variables["DISPLAY"])
         try:
             yield display
         finally:
@@ -187,6 +192,11 @@ class XWorld(World):
         self.run("xrandr", "--output", name, "--mode", f"{WIDTH}x{HEIGHT}", "--pos", f"{self.places[name]}x0")
         self.after_change()
         assert name in {each.name for each in self.outputs()}
+
+    def swap(self, left, right):
+        """Has `right` be at the left, and `left` at its right."""
+        self.run("xrandr", "--output", right, "--pos", "0x0", "--output", left, "--pos", f"{WIDTH}x0")
+        self.after_change()
 
     def after_change(self):
         # The dummy card counts an output as plugged in once it is asked again.

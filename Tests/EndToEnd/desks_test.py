@@ -1,0 +1,279 @@
+"""Tiles on the desks that people have: they stay where they belong, and take what is meant for them, whatever is done around them.
+
+desks_test.py --table FOLDER [NAME…] prints what holds on each desk, or on those that are named, and leaves a picture of each in a
+folder, and one of what did not hold.
+"""
+
+import contextlib
+import json
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+from desks import DESKS, world_of
+from desktop import DesktopTest, Placed
+from support import wait_until
+from worlds import LinkRecorder
+
+FAVOURITES, TIPS, READING = Placed(1, place=(120, 96)), Placed(2, "TipsWidget", "small", (600, 96)), Placed(3, "ReadingListWidget", "medium", (120, 400))
+TILES = (FAVOURITES, TIPS, READING)
+# Where the desktop is empty, and a place of a tile without a link.
+EMPTY, HEADING = (900, 560), (60, 20)
+SECONDS = 8
+# Those that CI has, with one that something else draws the desktop of.
+TESTED = ("sway", "GNOME, mutter", "LXQt")
+
+
+class DeskTest(DesktopTest):
+    """Each check leaves the desk as it was, but for the last."""
+
+    def begin(self):
+        self.make_world()
+        self.recorder = LinkRecorder(self.world)
+        self.arrange(*TILES)
+        self.start()
+        self.pictures = [(tile.box(), self.expected(self.rendered(tile), tile.box())) for tile in TILES]
+
+    def shown(self, why):
+        self.world.rest()
+        for box, picture in self.pictures:
+            wait_until(lambda: self.is_shown(picture, box), f"{why}: the tile at {box[:2]}", SECONDS)
+
+    def x11_windows(self):
+        return [each for each in self.world.windows() if each.process == self.desktop.pid] if hasattr(self.world, "server") else []
+
+    def check_start(self):
+        self.shown("at the start")
+        self.assertEqual(self.complaints(), [])
+
+    def check_in_no_list(self):
+        for window in self.x11_windows():
+            self.assertLessEqual({"SKIP_TASKBAR", "SKIP_PAGER"}, set(window.states))
+
+    def check_desktop_clicked(self):
+        self.world.click(*EMPTY)
+        self.shown("after a click on the desktop")
+        self.world.drag((EMPTY[0] - 60, EMPTY[1] - 60), EMPTY)
+        self.shown("after a rubber band on the desktop")
+        self.world.click(*EMPTY, button=3)
+        time.sleep(.5)
+        self.world.key("Escape")
+        self.world.click(*EMPTY)
+        self.shown("after the desktop's menu")
+
+    def check_under_windows(self):
+        x, y, width, height = FAVOURITES.box()
+        colour = (0, 160, 0)
+        window = self.world.open_window_over(x + 150, y + 20, 260, 200, colour)
+        try:
+            self.world.click(x + HEADING[0], y + HEADING[1])
+            self.world.rest()
+            time.sleep(.3)
+            self.assertEqual(self.world.pixel(x + 200, y + 60), colour, "after a click on the tile")
+            self.world.click(*EMPTY)
+            time.sleep(.3)
+            self.assertEqual(self.world.pixel(x + 200, y + 60), colour, "after a click on the desktop")
+        finally:
+            window.kill()
+            window.wait()
+        self.shown("without the window")
+
+    def check_under_fullscreen(self):
+        colour = (160, 0, 160)
+        window = self.world.start(sys.executable, "-B", Path(__file__).with_name("plain_window.py"), 0, 0, *colour, **self.world.plain)
+        try:
+            for x, y in ((200, 150), (650, 150)):
+                wait_until(lambda: self.world.pixel(x, y) == colour, "the window over the tile", SECONDS)
+        finally:
+            window.kill()
+            window.wait()
+        self.shown("without the window")
+
+    def check_show_desktop(self):
+        window = self.world.open_window_over(200, 150, 300, 200)
+        try:
+            self.world.show_desktop(True)
+            self.shown("with the desktop shown")
+            self.world.show_desktop(False)
+        finally:
+            window.kill()
+            window.wait()
+        self.shown("afterwards")
+
+    def check_workspaces(self):
+        for number in (1, 0):
+            self.world.switch_workspace(number)
+            self.shown(f"on workspace {number + 1}")
+
+    def check_link(self):
+        for url, x, y in [*self.links(FAVOURITES)[1:2], (self.tip_url(), *self.at(TIPS, (85, 150)))]:
+            self.world.click(x, y)
+            self.assertEqual(self.recorder.wait_for_link(), url)
+
+    def tip_url(self):
+        return json.loads(self.rendered(TIPS, "--format", "tree"))["content"]["widgetURL"]
+
+    def at(self, tile, place=HEADING):
+        return tile.place[0] + place[0], tile.place[1] + place[1]
+
+    def check_keyboard(self):
+        self.world.click(*self.at(READING))
+        time.sleep(.3)
+        self.world.key("Tab")
+        self.world.key("Return")
+        self.assertEqual(self.recorder.wait_for_link(), self.links(READING)[0][0])
+        self.world.key("Escape")
+        self.shown("after keys")
+
+    def check_menu(self):
+        x, y = self.at(FAVOURITES, (180, 12))
+        before = self.world.screenshot()
+        self.world.click(x, y, button=3)
+        area = (x + 20, y + 20, 40, 120)
+        wait_until(lambda: self.world.screenshot().crop(*area).difference(before.crop(*area), 8) is not None, "the menu", SECONDS)
+        self.world.key("Escape")
+        self.shown("after the menu")
+
+    def check_shadow(self):
+        """Neither a click nor a drag there is the tile's."""
+        x, y, width, height = FAVOURITES.box()
+        before = self.arrangement.read_bytes()
+        self.world.drag((x + width // 2, y + height + 8), (x + width // 2 + 100, y + height + 120))
+        self.world.click(*EMPTY)
+        self.shown("after a drag from its shadow")
+        self.assertEqual(self.arrangement.read_bytes(), before)
+
+    def check_drag(self):
+        """From a link, which it does not open, also where the pointer comes back to it."""
+        for tile, start in ((FAVOURITES, self.links(FAVOURITES)[1][1:]), (TIPS, self.at(TIPS, (85, 100)))):
+            before = self.arranged()[tile.id]
+            self.world.drag(start, (start[0] + 8, start[1] + 160))
+            wait_until(lambda: self.arranged()[tile.id] != before, "the new place", SECONDS)
+            moved = self.arranged()[tile.id]["position"]
+            time.sleep(.5)
+            self.world.drag((start[0] + moved[0] - tile.place[0], start[1] + moved[1] - tile.place[1]), start)
+            wait_until(lambda: self.arranged()[tile.id]["position"] == list(tile.place), "the old place", SECONDS)
+        self.world.move(*start)
+        self.world.press()
+        for step in (10, 20, 30, 20, 10, 0):
+            self.world.move(start[0] + step, start[1])
+            # The toolkit looks at the pointer once a frame.
+            time.sleep(.05)
+        self.world.release()
+        self.shown("back in its place")
+        self.assertEqual(len(self.recorder.links()), self.recorder.seen, "a link was opened")
+
+    def check_screens(self):
+        """One more, both exchanged, it unplugged and plugged in again."""
+        world = self.world
+        first, second = world.outputs()[0].name, world.add_output()
+        there = Placed(2, "TipsWidget", "small", (200, 200), second)
+        try:
+            self.tell("move", 2, 200, 200, "--output", second)
+            self.tell("move", 1, *FAVOURITES.place, "--output", first)
+            place = lambda: (next(each.x for each in world.outputs() if each.name == second) + 200, 200, *there.box()[2:])
+            time.sleep(2)
+            self.assertTrue(self.is_tile(place()), "on the second screen")
+            if hasattr(world, "server"):
+                world.swap(first, second)
+                time.sleep(2)
+                self.assertTrue(self.is_tile(place()), "on the exchanged screen")
+                world.swap(second, first)
+        finally:
+            world.remove_output(second)
+            self.tell("move", 2, *TIPS.place, "--output", first)
+        self.shown("on the only screen")
+
+    def is_tile(self, box):
+        """Whether something with a tile's outline is there, whatever is behind it."""
+        picture = self.world.screenshot()
+        inside, outside = picture.pixel(box[0] + box[2] // 2, box[1] + 6), picture.pixel(box[0] + box[2] // 2, box[1] - 24)
+        return inside != outside and min(inside) > 120
+
+    def check_desktop_restarted(self):
+        number = len(self.world.parts) - 1
+        self.world.end_part(number)
+        time.sleep(1)
+        self.world.start_part(number)
+        time.sleep(4)
+        self.shown("with the desktop's program started again")
+        self.check_desktop_clicked()
+
+    def check_manager_restarted(self):
+        self.world.end_part(0)
+        self.world.start_part(0)
+        wait_until(self.world.manager_answers, "the window manager", 30)
+        time.sleep(2)
+        self.shown("with the window manager started again")
+        self.check_under_windows()
+
+    def check_host_restarted(self):
+        self.desktop.terminate()
+        self.assertEqual(self.desktop.wait(20), 0)
+        self.start()
+        self.shown("started again")
+
+    def check_display_lost(self):
+        start = time.monotonic()
+        self.world.end_part(0) if self.world.desk.is_nested else self.world.end_compositor()
+        self.assertEqual(self.desktop.wait(20), 1)
+        self.assertLess(time.monotonic() - start, 2)
+        self.assertLessEqual(self.complaints(), ["widgethost: the display is gone"])
+
+    def results(self, pictures):
+        """What each check found, in their order: empty where it holds, None where there is nothing to try it on."""
+        self.begin()
+        desk, is_whole = self.world.desk, bool(self.world.parts)
+        lacks = {*desk.lacks, *(["desktop restarted"] if not (is_whole and desk.draws_desktop) else []),
+                 *(["manager restarted"] if not is_whole or desk.is_nested else []), *(["screens"] if desk.is_nested else [])}
+        found = {}
+        for name, check in [(name[6:].replace("_", " "), check) for name, check in vars(DeskTest).items() if name.startswith("check_")]:
+            try:
+                found[name] = None if name in lacks else check(self) or ""
+            except Exception as error:
+                found[name] = f"{type(error).__name__}: {error}".splitlines()[0]
+                self.keep_picture(pictures / f"{desk.name} - {name}.png")
+            if name == "start":
+                self.keep_picture(pictures / f"{desk.name}.png")
+        return found
+
+    def keep_picture(self, file):
+        with contextlib.suppress(Exception):
+            self.world.screenshot().save(file)
+
+
+def results(name, pictures):
+    test = type("Test", (DeskTest,), {"kind": world_of(name), "runTest": lambda self: None})()
+    try:
+        return test.results(pictures)
+    finally:
+        test.doCleanups()
+
+
+class Desks(unittest.TestCase):
+    def test_desks(self):
+        for name in TESTED:
+            with self.subTest(name), tempfile.TemporaryDirectory() as folder:
+                self.assertEqual({check: why for check, why in results(name, Path(folder)).items() if why}, {})
+
+
+def table(names, pictures):
+    print("| desk | checks held | not tried | not held |\n| --- | --- | --- | --- |", flush=True)
+    for name in names:
+        try:
+            found = results(name, pictures)
+        except (Exception, unittest.SkipTest) as error:
+            print(f"| {name} | cannot be started: {str(error).splitlines()[0]} | | |", flush=True)
+            continue
+        tried = [why for why in found.values() if why is not None]
+        print(f"| {name} | {tried.count('')} of {len(tried)} | {', '.join(check for check, why in found.items() if why is None)} | "
+              f"{'; '.join(f'{check}: {why}' for check, why in found.items() if why)} |", flush=True)
+
+
+if __name__ == "__main__":
+    if sys.argv[1:2] == ["--table"]:
+        table(sys.argv[3:] or DESKS, Path(sys.argv[2]))
+    else:
+        unittest.main()
