@@ -86,7 +86,7 @@ std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest
     if (const auto code = callRunningHost(addWords(instance, request.family, extensions))) {
         return saidAlready(*code);
     }
-    auto connection = openExtensionFor(request.kind, choice);
+    auto connection = openExtensionFor(request.kind, *manifests, choice);
     if (!connection) {
         return connection.error();
     }

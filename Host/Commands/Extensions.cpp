@@ -133,14 +133,16 @@ std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExt
 
 Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice) {
     const auto manifests = manifestsOf(choice);
-    if (!manifests) {
-        return Unexpected{manifests.error()};
-    }
-    if (manifests->size() == 1) {
-        return open(manifests->front(), choice);
+    return manifests ? openExtensionFor(kind, *manifests, choice) : Unexpected{manifests.error()};
+}
+
+Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const std::vector<Manifest>& manifests,
+                                              const ExtensionChoice& choice) {
+    if (manifests.size() == 1) {
+        return open(manifests.front(), choice);
     }
     std::optional<ExtensionConnection> found;
-    auto failure = useExtensions(*manifests, choice, [&](DescribedExtension& each) -> Outcome<bool> {
+    auto failure = useExtensions(manifests, choice, [&](DescribedExtension& each) -> Outcome<bool> {
         if (std::any_of(each.widgets.begin(), each.widgets.end(),
                         [&](const WidgetInfo& widget) { return widget.kind == kind; })) {
             found.emplace(std::move(each.connection));

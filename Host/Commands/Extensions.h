@@ -46,6 +46,9 @@ std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExt
 /// Starts the extension that has the widget `kind`. Where there is one extension only, that is taken for it without
 /// asking. What is wrong with others is named on standard error.
 Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
+/// The same among these manifests, which are at least one.
+Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const std::vector<Manifest>& manifests,
+                                              const ExtensionChoice& choice);
 
 /// The manifest of the extension with that identifier; what is wrong with others' does not matter. The error is one
 /// clear line.
