@@ -18,31 +18,46 @@ struct Unref {
     void operator()(GApplicationCommandLine* line) const { g_object_unref(line); }
 };
 
-/// The caller waits until this ends.
 class Request : public std::enable_shared_from_this<Request> {
   public:
-    Request(HostApplication& host, GApplicationCommandLine* line, Instance instance, std::optional<std::string> family,
-            std::vector<std::string> extensions)
+    Request(HostApplication& host, GApplicationCommandLine* line, Instance instance, std::optional<std::string> family)
         : host_(host), line_(G_APPLICATION_COMMAND_LINE(g_object_ref(line))), instance_(std::move(instance)),
-          family_(std::move(family)), extensions_(std::move(extensions)) {}
+          family_(std::move(family)) {}
 
-    void askNext() {
-        instance_.extension = extensions_.at(next_++);
-        host_.ask(instance_.extension, "describe", "{}",
-                  [self = shared_from_this()](const Expected<std::string, std::string>& answer) {
-                      self->described(answer ? readDescription(*answer) : Unexpected{answer.error()});
-                  });
+    /// Asks all extensions at once: one that says nothing keeps nobody waiting for another.
+    void ask(const std::vector<std::string>& extensions) {
+        isOneOfSeveral_ = extensions.size() > 1;
+        pending_ = extensions.size();
+        for (const std::string& extension : extensions) {
+            host_.ask(extension, "describe", "{}",
+                      [self = shared_from_this(), extension](const Expected<std::string, std::string>& answer) {
+                          self->described(extension, answer ? readDescription(*answer) : Unexpected{answer.error()});
+                      });
+        }
     }
 
   private:
-    void described(const Message<std::vector<WidgetInfo>>& widgets) {
+    void described(const std::string& extension, const Message<std::vector<WidgetInfo>>& widgets) {
+        --pending_;
+        if (isFound_) {
+            return;
+        }
         if (!widgets) {
-            return fail(ExitCode::unavailable, widgets.error());
+            complain(isOneOfSeveral_ ? extension + ": " + widgets.error() : widgets.error());
+        } else if (isOneOfSeveral_ && !declaredWidget(*widgets, instance_.kind)) {
+            lacksWidget_ = true;
+        } else {
+            isFound_ = true;
+            return add(extension, *widgets);
         }
-        if (extensions_.size() > 1 && !declaredWidget(*widgets, instance_.kind)) {
-            return next_ < extensions_.size() ? askNext() : fail(ExitCode::usage, unknownWidget(instance_.kind));
+        if (pending_ == 0 && lacksWidget_) {
+            fail(ExitCode::usage, unknownWidget(instance_.kind));
         }
-        auto instance = declaredInstance(instance_, family_, *widgets);
+    }
+
+    void add(const std::string& extension, const std::vector<WidgetInfo>& widgets) {
+        instance_.extension = extension;
+        auto instance = declaredInstance(instance_, family_, widgets);
         if (!instance) {
             return fail(ExitCode::usage, instance.error());
         }
@@ -55,23 +70,35 @@ class Request : public std::enable_shared_from_this<Request> {
             return fail(exitCodeOf(result.error().kind), result.error().message);
         }
         if (result->notice) {
-            g_application_command_line_printerr(line_.get(), "widgethost: %s\n", result->notice->c_str());
+            complain(*result->notice);
         }
         g_application_command_line_print(line_.get(), "%u\n", result->arrangement.instances.back().id);
-        g_application_command_line_set_exit_status(line_.get(), static_cast<int>(ExitCode::success));
+        end(ExitCode::success);
+    }
+
+    void complain(const std::string& message) {
+        g_application_command_line_printerr(line_.get(), "widgethost: %s\n", message.c_str());
     }
 
     void fail(ExitCode code, const std::string& message) {
-        g_application_command_line_printerr(line_.get(), "widgethost: %s\n", message.c_str());
+        complain(message);
+        end(code);
+    }
+
+    void end(ExitCode code) {
         g_application_command_line_set_exit_status(line_.get(), static_cast<int>(code));
+        line_.reset();
     }
 
     HostApplication& host_;
+    /// Its caller waits as long as this is held.
     std::unique_ptr<GApplicationCommandLine, Unref> line_;
     Instance instance_;
     std::optional<std::string> family_;
-    std::vector<std::string> extensions_;
-    std::size_t next_ = 0;
+    bool isOneOfSeveral_ = false;
+    std::size_t pending_ = 0;
+    bool isFound_ = false;
+    bool lacksWidget_ = false;
 };
 
 } // namespace
@@ -109,9 +136,8 @@ int answerAdd(HostApplication& host, GApplicationCommandLine* line, const std::v
         return static_cast<int>(ExitCode::usage);
     }
     const auto family = words[1].empty() ? std::nullopt : std::optional(words[1]);
-    std::make_shared<Request>(host, line, arrangement->instances.front(), family,
-                              std::vector<std::string>(words.begin() + 2, words.end()))
-        ->askNext();
+    std::make_shared<Request>(host, line, arrangement->instances.front(), family)
+        ->ask({words.begin() + 2, words.end()});
     // A host that ends before it is done has added nothing that anybody knows of.
     return static_cast<int>(ExitCode::unavailable);
 }

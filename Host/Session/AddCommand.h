@@ -21,7 +21,7 @@ Message<Instance> declaredInstance(Instance instance, const std::optional<std::s
                                    const std::vector<WidgetInfo>& widgets);
 
 /// What follows "add": the instance as an arrangement's file has it, its family, empty for the widget's own, and the
-/// extensions that may have the widget, of which the first is taken that has it. `instance` must have no fault.
+/// extensions that may have the widget. `instance` must have no fault.
 std::vector<std::string> addWords(Instance instance, const std::optional<std::string>& family,
                                   const std::vector<std::string>& extensions);
 

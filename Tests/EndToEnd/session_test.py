@@ -134,6 +134,20 @@ class OneHost(SessionTest):
             self.assertFalse(Path(f"/proc/{child}").exists())
 
 
+    def test_another_extension_keeps_no_addition_waiting(self):
+        silent = self.home / "silent"
+        silent.write_text("#!/bin/sh\nexec sleep 1000\n")
+        silent.chmod(0o755)
+        manifests = self.home / "data" / "widgethost" / "extensions"
+        manifests.mkdir(parents=True)
+        for name, program in (("another", silent), ("net.foliovault.widgets", EXTENSION)):
+            (manifests / f"{name}.json").write_text(json.dumps({"identifier": name, "executable": str(program)}))
+        self.variables["XDG_DATA_HOME"] = str(self.home / "data")
+        self.command = lambda *arguments: [str(HOST), "--home", str(self.home), *map(str, arguments)]
+        self.start_host()
+        self.assertEqual(self.succeed("add", "WorkspacesWidget"), "1\n")
+
+
 class Supervision(SessionTest):
     def test_a_killed_extension_costs_no_tile_and_leaves_nothing_behind(self):
         self.write(favourites(3))
