@@ -167,6 +167,7 @@ class Hands:
         with open(lock, "w") as held:
             fcntl.flock(held, fcntl.LOCK_EX)
             self.world.drag(at(FAVOURITES), at(moved))
+            self.world.move(1, 1)
             self.sees(moved)
             self.tell("explain", 1)
             self.assertEqual(self.arranged()[1]["position"], list(FAVOURITES.place))

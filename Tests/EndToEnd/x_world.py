@@ -5,6 +5,7 @@ import os
 import re
 import signal
 import subprocess
+from pathlib import Path
 
 import Xlib.display
 import Xlib.protocol.display
@@ -52,6 +53,7 @@ OPENBOX = """<?xml version="1.0"?>
 # What the settings daemon tells all programs; the dots to an inch are counted in 1024ths.
 SETTINGS = "Gdk/WindowScalingFactor {scale}\nXft/DPI {dpi}\n"
 DPI = 96 * 1024
+SOCKETS = Path("/tmp/.X11-unix")
 
 
 class XWorld(World):
@@ -67,6 +69,10 @@ class XWorld(World):
     def start_display(self):
         configuration = self.folder / "server"
         configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT))
+        if os.getuid() == 0 and not SOCKETS.exists():
+            # Nested servers trust it as root's or their own user's alone.
+            SOCKETS.mkdir()
+            SOCKETS.chmod(0o1777)
         reader, writer = os.pipe()
         try:
             os.set_inheritable(writer, True)
