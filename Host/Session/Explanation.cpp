@@ -60,7 +60,7 @@ std::string explanation(const Tile& tile, Date now) {
                                                                    duration(history.lastSuccess->seconds))
                                                      : "never");
     if (!history.reason.empty()) {
-        text += fmt::format("  asked for:     since {}\n", history.reason);
+        text += fmt::format("  reason:        {}\n", history.reason);
     }
     if (history.lastFailure) {
         text += fmt::format("  failed:        {}, {} in a row\n", moment(history.lastFailure->date, now),

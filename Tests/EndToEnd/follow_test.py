@@ -78,7 +78,7 @@ class Following(DesktopTest):
                 way()
                 self.sees(FAVOURITES)
         self.sees(OTHER)
-        self.assertRegex(self.tell("explain", 1).decode(), r"follows: .*/Favorites\.plist\n(.*\n)*  asked for: .*/Favorites\.plist changed\n")
+        self.assertRegex(self.tell("explain", 1).decode(), r"follows: .*/Favorites\.plist\n(.*\n)*  reason: .*/Favorites\.plist changed\n")
         self.end()
 
     def test_a_slow_writer_is_waited_for(self):
