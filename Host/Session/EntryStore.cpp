@@ -25,11 +25,11 @@ std::string pathOf(const fs::path& folder, InstanceId id) {
     return (folder / fmt::format("{}{}", id, ending)).string();
 }
 
-/// Whose picture a file is by its name, be it finished ("3.tile") or not (".3.tile.new").
+/// Whose entry a file has by its name, be it finished ("3.tile") or not (".3.tile.new", ".3.tile.new1").
 std::optional<InstanceId> idOf(std::string_view name) {
-    constexpr std::string_view unfinished = ".new";
-    if (name.starts_with('.') && name.ends_with(unfinished)) {
-        name = name.substr(1, name.size() - 1 - unfinished.size());
+    if (const std::size_t unfinished = name.rfind(".new");
+        name.starts_with('.') && unfinished != std::string_view::npos) {
+        name = name.substr(1, unfinished - 1);
     }
     if (!name.ends_with(ending)) {
         return std::nullopt;
