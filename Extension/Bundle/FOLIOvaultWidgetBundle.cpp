@@ -21,9 +21,11 @@ std::vector<std::unique_ptr<platform::Widget>> FOLIOvaultWidgetBundle::body() co
 
 int FOLIOvaultWidgetBundle::main() {
     platform::startLocalization("foliovault-widgets");
-    return platform::runBundle({.identifier = extensionIdentifier,
-                                .widgets = FOLIOvaultWidgetBundle().body(),
-                                .inputEnded = [] { sharedWebClient().endSoon(); }});
+    return platform::runBundle(
+        {.identifier = extensionIdentifier, .widgets = FOLIOvaultWidgetBundle().body(), .inputEnded = [] {
+             sharedWebClient().endSoon();
+             TipStore::shared().finish();
+         }});
 }
 
 } // namespace foliovault

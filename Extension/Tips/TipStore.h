@@ -53,6 +53,10 @@ class TipStore {
     /// the store's own thread. An answer of the server without tips is no tips; the cache stays as it is.
     void fetchTips(Completion completion);
 
+    /// Returns when all who have asked are served. Nobody may ask meanwhile. Ends the store's thread, which must not
+    /// live on into the process's end, where libraries that it has used are dismantled.
+    void finish() { thread_ = {}; }
+
     /// The feed's language for a user of these languages: "de" if the first is German, else "en".
     static std::string_view feedLanguage(const std::vector<std::string>& languages);
 

@@ -4,26 +4,21 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <future>
 #include <malloc.h>
-#include <memory>
 #include <poll.h>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace platform {
 
 void BundleRunner::run() {
-    // Each request has a share in `pending` until it is answered; the last one to go says so.
-    auto everythingAnswered = std::make_shared<std::promise<void>>();
-    auto end = everythingAnswered->get_future();
-    std::shared_ptr<BundleRunner> pending(
-        this, [everythingAnswered = std::move(everythingAnswered)](auto*) { everythingAnswered->set_value(); });
+    const RequestHandler::Reply reply = [this](std::string answer) { write(std::move(answer)); };
     while (const auto line = reader_.next()) {
         if (line->tooLong) {
-            write(RequestHandler::answerToTooLongLine());
+            reply(RequestHandler::answerToTooLongLine());
         } else {
-            handler_.answer(line->text, [pending](std::string answer) { pending->write(std::move(answer)); });
+            handler_.answer(line->text, reply);
         }
     }
     if (reader_.outputClosed()) {
@@ -32,8 +27,6 @@ void BundleRunner::run() {
     if (bundle_.inputEnded) {
         bundle_.inputEnded();
     }
-    pending.reset();
-    end.wait();
 }
 
 void BundleRunner::write(std::string answer) {

@@ -14,8 +14,7 @@ struct WidgetBundle {
     /// Names the extension to the host, as in "net.foliovault.widgets".
     std::string identifier;
     std::vector<std::unique_ptr<Widget>> widgets;
-    /// Called once, if there is one, when the host has ended the input: what is still being worked on is waited for, so
-    /// it should not take long any more.
+    /// Called once, if there is one, when the host has ended the input. Returns soon, when all later replies are given.
     std::function<void()> inputEnded;
 };
 

@@ -122,12 +122,12 @@ class Longest(HomeTest):
         caches.mkdir(parents=True)
         icon = PNG + bytes((256 << 10) - len(PNG))
         for character in ("\1", "ä", '"'):
-            endless, long = character * 300_000, character * 1500
+            endless, long = character * 40_000, character * 1500
             self.write([{"Name": endless, "Location": endless, "UUID": f"{i}{long if i % 2 else endless}", "Icon": icon} for i in range(16)])
             self.write([{"title": endless, "URL": f"https://example.org/{i}{long if i % 2 else endless}", "icon": icon} for i in range(16)],
                        name="ReadingList.plist")
             self.write([{"Name": f"{i}{endless}", "workspace": {}} for i in range(16)], name="OrderedWorkspaces.plist")
-            tip = {"title": endless, "description": endless * 30, "link": f"https://example.org/{endless}", "pubDate": 0, "guid": "1"}
+            tip = {"title": endless, "description": endless * 60, "link": f"https://example.org/{endless}", "pubDate": 0, "guid": "1"}
             (caches / "tips_cache.json").write_text(json.dumps({"timestamp": 1e12, "tips": [tip]}, ensure_ascii=False))
             with Extension(self.environment()) as extension:
                 for kind in (*LISTS, "TipsWidget"):

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <future>
-#include <latch>
 
 namespace foliovault {
 namespace {
@@ -146,37 +145,6 @@ TEST(TipStore, ServesAnEmptyFreshCacheAndNoneThatIsBroken) {
     EXPECT_THAT(around.web.requests(), IsEmpty());
     around.files.write(cachePath, R"({"timestamp":1000000,"tips":[{"title":"without the rest"}]})");
     EXPECT_THAT(titles(around.fetchTips()), ElementsAre("new"));
-}
-
-TEST(TipStore, DownloadsOnceForAllWhoAskMeanwhile) {
-    constexpr int requests = 1000;
-    for (const bool succeeds : {true, false}) {
-        MadeUp around;
-        around.keep("kept", 7 * hour);
-        around.web.publish(feedAddress, feedOf("new"));
-        if (!succeeds) {
-            around.web.fail("down");
-        }
-        std::latch allHaveAsked(1);
-        std::latch served(requests);
-        around.web.whileLoading = [&](const std::string&) { allHaveAsked.wait(); };
-        TipStore store = around.store();
-        for (int i = 0; i < requests; ++i) {
-            store.fetchTips([&](const std::vector<TipItem>& tips) {
-                EXPECT_THAT(titles(tips), ElementsAre(succeeds ? "new" : "kept"));
-                served.count_down();
-            });
-        }
-        EXPECT_FALSE(served.try_wait());
-        allHaveAsked.count_down();
-        served.wait();
-        EXPECT_EQ(around.web.requests().size(), 1U);
-        around.clock.advance(7 * hour);
-        std::promise<void> servedAgain;
-        store.fetchTips([&](const auto&) { servedAgain.set_value(); });
-        servedAgain.get_future().wait();
-        EXPECT_EQ(around.web.requests().size(), 2U);
-    }
 }
 
 TEST(TipStore, AsksForTheLanguageOfTheUsersFirst) {
