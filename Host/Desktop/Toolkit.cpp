@@ -1,8 +1,8 @@
 #include "Host/Desktop/Toolkit.h"
 
 #include "Host/Desktop/Objects.h"
-#include "Host/Pictures/UserDirection.h"
 #include "Host/Display/LayerShell.h"
+#include "Host/Pictures/UserDirection.h"
 #include "Platform/Foundation/Localization.h"
 
 #include <clocale>
