@@ -191,7 +191,7 @@ ExtensionProcess::~ExtensionProcess() {
     reap();
 }
 
-void ExtensionProcess::kill() {
+void ExtensionProcess::kill() const {
     if (!isReaped()) {
         ::kill(process_, SIGKILL);
         ::kill(-process_, SIGKILL);

@@ -48,7 +48,7 @@ class ExtensionProcess {
     const platform::FileDescriptor& end() const { return end_; }
 
     /// Kills the process and those that it has started. Does not wait for its end.
-    void kill();
+    void kill() const;
 
     /// How the process ended ("exited with 1", "was killed by signal 9"), once; nothing while it runs. Does not wait.
     /// Kills the processes that it has left behind.
