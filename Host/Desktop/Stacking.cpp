@@ -15,7 +15,7 @@ namespace {
 
 /// Nobody clicks so soon again: what is above by then has raised itself.
 constexpr gint64 answerMicroseconds = 100'000;
-constexpr int maxContested = 3;
+constexpr int maxContested = 10;
 
 Atom atom(const char* name) {
     return gdk_x11_get_xatom_by_name(name);

@@ -6,6 +6,8 @@ import shutil
 import sys
 import time
 
+import Xlib.X
+
 from picture import Picture
 from support import SessionBus, wait_until
 from wayland_world import WaylandWorld
@@ -85,7 +87,16 @@ class DeskWorld(XWorld):
         for number in range(1, len(self.words)):
             self.start_part(number)
         if self.desk.draws_desktop and not self.desk.is_nested:
-            wait_until(lambda: any(window.kind == "DESKTOP" for window in self.windows()), "what draws the desktop", 60)
+            wait_until(self.has_desktop, "what draws the desktop", 60)
+
+    def has_desktop(self):
+        """Whether a window of the desktop type is there; not all window managers list those of others."""
+        with self.connection() as display:
+            names = lambda atom: display.intern_atom(f"_NET_WM_WINDOW_TYPE{atom}")
+            frames = display.screen().root.query_tree().children
+            windows = [*frames, *(window for frame in frames for window in frame.query_tree().children)]
+            kinds = (window.get_full_property(names(""), Xlib.X.AnyPropertyType) for window in windows)
+            return any(kind and names("_DESKTOP") in kind.value for kind in kinds)
 
     def start_part(self, number):
         words = self.words[number]

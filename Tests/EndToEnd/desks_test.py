@@ -21,7 +21,7 @@ FAVOURITES, TIPS, READING = Placed(1, place=(120, 96)), Placed(2, "TipsWidget", 
 TILES = (FAVOURITES, TIPS, READING)
 # Where the desktop is empty, and a place of a tile without a link.
 EMPTY, HEADING = (900, 560), (60, 20)
-SECONDS = 8
+SECONDS = 12
 # Those that CI has, with one that something else draws the desktop of.
 TESTED = ("sway", "GNOME, mutter", "LXQt")
 
@@ -102,6 +102,22 @@ class DeskTest(DesktopTest):
             window.wait()
         self.shown("afterwards")
 
+    def check_rival(self):
+        """Another program that raises itself wins, instead of both doing so for ever."""
+        said = self.world.folder / "rival"
+        with open(said, "wb") as output:
+            rival = self.world.start(sys.executable, "-B", Path(__file__).with_name("rival_window.py"), stdout=output)
+        try:
+            wait_until(lambda: said.stat().st_size, "the rival", SECONDS)
+            time.sleep(2)
+            before = said.stat().st_size
+            time.sleep(1)
+            self.assertEqual(said.stat().st_size, before, "they go on raising themselves")
+        finally:
+            rival.kill()
+            rival.wait()
+        self.shown("without the rival")
+
     def check_workspaces(self):
         for number in (1, 0):
             self.world.switch_workspace(number)
@@ -145,23 +161,30 @@ class DeskTest(DesktopTest):
         self.shown("after a drag from its shadow")
         self.assertEqual(self.arrangement.read_bytes(), before)
 
+    def drag_slowly(self, start, *ways):
+        """As a hand does: the toolkit looks at the pointer once a frame."""
+        self.world.move(*start)
+        time.sleep(.1)
+        self.world.press()
+        for end in ways:
+            for step in range(1, 9):
+                time.sleep(.03)
+                self.world.move(*(a + (b - a) * step // 8 for a, b in zip(start, end)))
+            start = end
+        time.sleep(.1)
+        self.world.release()
+
     def check_drag(self):
         """From a link, which it does not open, also where the pointer comes back to it."""
         for tile, start in ((FAVOURITES, self.links(FAVOURITES)[1][1:]), (TIPS, self.at(TIPS, (85, 100)))):
             before = self.arranged()[tile.id]
-            self.world.drag(start, (start[0] + 8, start[1] + 160))
+            self.drag_slowly(start, (start[0] + 8, start[1] + 160))
             wait_until(lambda: self.arranged()[tile.id] != before, "the new place", SECONDS)
             moved = self.arranged()[tile.id]["position"]
             time.sleep(.5)
-            self.world.drag((start[0] + moved[0] - tile.place[0], start[1] + moved[1] - tile.place[1]), start)
+            self.drag_slowly((start[0] + moved[0] - tile.place[0], start[1] + moved[1] - tile.place[1]), start)
             wait_until(lambda: self.arranged()[tile.id]["position"] == list(tile.place), "the old place", SECONDS)
-        self.world.move(*start)
-        self.world.press()
-        for step in (10, 20, 30, 20, 10, 0):
-            self.world.move(start[0] + step, start[1])
-            # The toolkit looks at the pointer once a frame.
-            time.sleep(.05)
-        self.world.release()
+        self.drag_slowly(start, (start[0] + 40, start[1]), start)
         self.shown("back in its place")
         self.assertEqual(len(self.recorder.links()), self.recorder.seen, "a link was opened")
 
@@ -227,7 +250,8 @@ class DeskTest(DesktopTest):
         self.begin()
         desk, is_whole = self.world.desk, bool(self.world.parts)
         lacks = {*desk.lacks, *(["desktop restarted"] if not (is_whole and desk.draws_desktop) else []),
-                 *(["manager restarted"] if not is_whole or desk.is_nested else []), *(["screens"] if desk.is_nested else [])}
+                 *(["manager restarted"] if not is_whole or desk.is_nested else []), *(["screens"] if desk.is_nested else []),
+                 *(["rival"] if not is_whole or desk.is_nested or desk.name == "i3" else [])}
         found = {}
         for name, check in [(name[6:].replace("_", " "), check) for name, check in vars(DeskTest).items() if name.startswith("check_")]:
             try:
