@@ -15,23 +15,35 @@ recommended_packages=(libnss-wrapper fonts-noto-core fonts-noto-cjk fonts-noto-c
 # What desks are tried with.
 desk_packages=(dbus-daemon python3 python3-gi python3-xlib gir1.2-gtk-3.0 xserver-xorg-core xserver-xorg-video-dummy xdotool
     x11-utils x11-xserver-utils hsetroot)
-test_packages=("${desk_packages[@]}" libgtest-dev libgmock-dev libplist-dev librsvg2-common openssl faketime python3-feedparser
+test_libraries=(libgtest-dev libgmock-dev libplist-dev)
+test_packages=("${desk_packages[@]}" "${test_libraries[@]}" librsvg2-common openssl faketime python3-feedparser
     gir1.2-atspi-2.0 at-spi2-core libatk-adaptor libglib2.0-bin
     sway swaybg grim openbox xsettingsd xcompmgr mutter xwayland pcmanfm-qt desktop-file-utils appstream man-db zsh fish)
 package_packages=(bash coreutils dpkg-dev file gzip lintian)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-dev)
+# For building for arm64 elsewhere, and for running what was built.
+arm64_packages=(crossbuild-essential-arm64 qemu-user-static python3 libnss-wrapper libnss-wrapper:arm64)
 bench_packages=(
     libbenchmark-dev libplist-dev openssl
     python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
     conky-all inotify-tools waybar
 )
 
+# of_architecture ARCHITECTURE NAME…: these names, those of libraries with the architecture that apt is to take them for.
+of_architecture() {
+    local architecture=$1 name; shift
+    for name in "$@"; do
+        [[ $name != *-dev ]] || apt-cache show --no-all-versions "$name" | grep -qx 'Architecture: all' || name+=:$architecture
+        echo "$name"
+    done
+}
+
 # install_packages NAME…: installs those that are missing, as root or by sudo; nothing where all are there.
 install_packages() {
     local missing=() name
     for name in "$@"; do
-        dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null | grep -qx installed || missing+=("$name")
+        dpkg-query -W -f '${db:Status-Status}\n' "$name" 2>/dev/null | grep -qx installed || missing+=("$name")
     done
     [ ${#missing[@]} -eq 0 ] && return
     local as_root=()

@@ -42,7 +42,7 @@ TEST(PreferredLanguages, FollowTheSettings) {
 
 /// The lines that the probe prints for `arguments` where the environment holds `variables` alone.
 Languages probe(const std::string& variables, const std::string& arguments) {
-    const std::string command = "env -i " + variables + " '" LOCALIZATION_PROBE "' foliovault-widgets " + arguments;
+    const std::string command = "env -i " + variables + " " LOCALIZATION_PROBE " foliovault-widgets " + arguments;
     const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
     std::string output(4096, '\0');
     output.resize(std::fread(output.data(), 1, output.size(), pipe.get()));
