@@ -121,7 +121,7 @@ class Longest(HomeTest):
         caches = self.home.parent / "container" / "Caches"
         caches.mkdir(parents=True)
         icon = PNG + bytes((256 << 10) - len(PNG))
-        for character in ("\1", "ä", '"'):
+        for character in ("\1", "ä"):
             endless, long = character * 40_000, character * 1500
             self.write([{"Name": endless, "Location": endless, "UUID": f"{i}{long if i % 2 else endless}", "Icon": icon} for i in range(16)])
             self.write([{"title": endless, "URL": f"https://example.org/{i}{long if i % 2 else endless}", "icon": icon} for i in range(16)],
