@@ -5,8 +5,7 @@
 //
 //  - A tile is asked for when it is due (see TileSchedule.h). Its extension is started for that if it does not run, all
 //    its due tiles are asked for together, and it is told to leave when it has had nothing to do for five seconds.
-//  - An extension that ends, is silent for too long (see Timeouts.h), floods or speaks nonsense is ended. Its tiles
-//  keep
+//  - An extension that ends, is silent for too long (Timeouts.h), floods or speaks nonsense is ended. Its tiles keep
 //    their entries and are tried again, each by its schedule; other extensions' tiles do not notice.
 //  - A tile is asked for, too, when one of the files changes that its answer names (see FileWatcher.h). An answer that
 //    came while such a file was being written is passed over, so that half a file is never shown.

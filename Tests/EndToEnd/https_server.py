@@ -72,17 +72,12 @@ class Request:
     proxied: bool
 
 
-class HttpsServer:
-    def __init__(self, authority, names=None):
-        """Without `names`, the server is whoever it is taken for."""
-        self.authority = authority
-        self.names = names
-        self.pages = {}
-        self.requests = []
+class _Served:
+    """A server on loopback, as long as its context lasts."""
+
+    def __init__(self, handler):
         self.stopping = threading.Event()
-        self._lock = threading.Lock()
-        self._server = _Server(("127.0.0.1", 0), _Handler)
-        self._server.owner = self
+        self._server = _Server(("127.0.0.1", 0), handler)
         self.port = self._server.server_address[1]
         self._thread = threading.Thread(target=self._server.serve_forever, args=(.01,))
 
@@ -95,6 +90,18 @@ class HttpsServer:
         self._server.shutdown()
         self._thread.join()
         self._server.server_close()
+
+
+class HttpsServer(_Served):
+    def __init__(self, authority, names=None):
+        """Without `names`, the server is whoever it is taken for."""
+        self.authority = authority
+        self.names = names
+        self.pages = {}
+        self.requests = []
+        self._lock = threading.Lock()
+        super().__init__(_Handler)
+        self._server.owner = self
 
     def address(self, path, host="localhost"):
         return f"https://{host}:{self.port}{path}"
@@ -111,7 +118,7 @@ class HttpsServer:
             self.requests.append(request)
 
 
-class Peer:
+class Peer(_Served):
     """A server that says what it likes: `talk` has each connection, and a function that pauses until the end or so many seconds."""
 
     def __init__(self, talk):
@@ -120,22 +127,9 @@ class Peer:
         class Connection(socketserver.BaseRequestHandler):
             def handle(self):
                 peer.connections += 1
-                talk(self.request, lambda seconds=None: peer._stopping.wait(seconds))
+                talk(self.request, lambda seconds=None: peer.stopping.wait(seconds))
         self.connections = 0
-        self._stopping = threading.Event()
-        self._server = _Server(("127.0.0.1", 0), Connection)
-        self.port = self._server.server_address[1]
-        self._thread = threading.Thread(target=self._server.serve_forever, args=(.01,))
-
-    def __enter__(self):
-        self._thread.start()
-        return self
-
-    def __exit__(self, *_):
-        self._stopping.set()
-        self._server.shutdown()
-        self._thread.join()
-        self._server.server_close()
+        super().__init__(Connection)
 
 
 class _Server(socketserver.ThreadingTCPServer):
