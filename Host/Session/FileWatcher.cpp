@@ -272,7 +272,7 @@ void FileWatcher::walk(Target& target, std::map<int, Watch>& watches) {
         if (Watch* const watch = add(folder, names.empty() ? lastFolderMask : folderMask, watches)) {
             watch->names.emplace(name, &target);
         }
-        const std::string next = folder + "/" + name;
+        const std::string next = fmt::format("{}/{}", folder, name);
         struct stat status {};
         if (lstat(next.c_str(), &status) != 0) {
             return;
