@@ -12,7 +12,7 @@ import time
 import unittest
 
 import settings_portal
-from support import EXTENSION, HOST, NO_WEB, OK, UNAVAILABLE, HomeTest, SessionBus, favourites
+from support import EXTENSION, HOST, NO_WEB, OK, SANITIZING, UNAVAILABLE, HomeTest, SessionBus, favourites
 from worlds import WaylandWorld, XWorld, skip_where_missing
 
 STATES = {"ok", "note", "problem"}
@@ -27,7 +27,7 @@ class DoctorTest(HomeTest):
             folder.mkdir(parents=True)
         self.variables = {"PATH": os.environ["PATH"], "HOME": str(self.home), "XDG_DATA_HOME": str(self.data), "XDG_DATA_DIRS": "/nowhere",
                           "XDG_CONFIG_HOME": str(self.configuration), "XDG_RUNTIME_DIR": str(self.home / "run"), "LANG": "C", **NO_WEB,
-                          **{name: os.environ[name] for name in ("LSAN_OPTIONS", "ASAN_OPTIONS") if name in os.environ}}
+                          **SANITIZING}
 
     def run_doctor(self, *arguments, extension=EXTENSION, **more):
         command = [HOST, "--extension", extension]

@@ -7,7 +7,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from support import CANNOT_CREATE, EXTENSION, HOST, LISTS, NO_WEB, OK, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
+from support import CANNOT_CREATE, EXTENSION, HOST, LISTS, NO_WEB, OK, SANITIZING, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
 
 class Commands(HostTest):
     def test_describe_and_options(self):
@@ -153,7 +153,7 @@ class OtherExtensions(HostTest):
         for name, executable in (("dead", self.script("exit 3")), ("fv", EXTENSION), ("missing", "nowhere")):
             (folder / f"{name}.json").write_text(json.dumps({"identifier": name, "executable": str(executable)}))
         variables = {"PATH": os.environ["PATH"], "XDG_DATA_HOME": str(self.home / "data"), "XDG_DATA_DIRS": "/nowhere", "HOME": "/nowhere",
-                     "XDG_CONFIG_HOME": str(self.home / "config"), **NO_WEB}
+                     "XDG_CONFIG_HOME": str(self.home / "config"), **NO_WEB, **SANITIZING}
         rows = [(("describe",), "broken", "dead", "missing"), (("gallery", "-o", self.home), "broken", "dead", "missing"),
                 *((command, "broken", "dead") for command in (("options", "FavoritesWidget", "group"), ("add", "FavoritesWidget"),
                                                               ("render", "FavoritesWidget", "--format", "tree")))]

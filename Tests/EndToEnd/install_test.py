@@ -9,7 +9,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from support import EXTENSION, HOST, OK, PROGRAMS, PROJECT, HomeTest, favourites
+from support import EXTENSION, HOST, OK, PROGRAMS, PROJECT, SANITIZING, HomeTest, favourites
 
 NAME = "net.foliovault.WidgetHost"
 COMPLETIONS = {"bash": "share/bash-completion/completions/widgethost", "zsh": "share/zsh/site-functions/_widgethost",
@@ -63,7 +63,7 @@ class InstallTest(HomeTest):
 class Programs(InstallTest):
     def installed(self, *arguments, **more):
         variables = {"PATH": os.environ["PATH"], "HOME": str(self.home), "XDG_DATA_DIRS": "/nowhere", "https_proxy": "http://127.0.0.1:9",
-                     **{name: os.environ[name] for name in ("LSAN_OPTIONS",) if name in os.environ}, **more}
+                     **SANITIZING, **more}
         return self.accept(self.prefix / "bin" / "widgethost", "--home", self.home, *arguments, env=variables)
 
     def test_find_their_manifest_and_their_translations(self):

@@ -8,7 +8,7 @@ import time
 import unittest
 from pathlib import Path
 
-from support import EXTENSION, HOST, LISTS, NO_WEB, OK, UNAVAILABLE, USAGE, HomeTest, SessionBus, favourites, is_running
+from support import EXTENSION, HOST, LISTS, NO_WEB, OK, SANITIZING, UNAVAILABLE, USAGE, HomeTest, SessionBus, favourites, is_running
 
 
 class SessionTest(HomeTest):
@@ -21,7 +21,7 @@ class SessionTest(HomeTest):
         self.bus = SessionBus()
         self.addCleanup(self.bus.end)
         self.variables = {"PATH": os.environ["PATH"], "HOME": str(self.home), "XDG_CONFIG_HOME": str(self.configuration), "LANG": "C",
-                          **self.bus.variables, **NO_WEB, **{name: os.environ[name] for name in ("LSAN_OPTIONS",) if name in os.environ}}
+                          **self.bus.variables, **NO_WEB, **SANITIZING}
 
     def start(self, *command, **more):
         process = subprocess.Popen([str(part) for part in command], **more)
