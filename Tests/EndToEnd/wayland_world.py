@@ -4,6 +4,7 @@ import json
 import os
 import socket
 import struct
+import subprocess
 from pathlib import Path
 
 from picture import Picture
@@ -101,7 +102,16 @@ class WaylandWorld(World):
 
     def bring_back(self, name):
         self.command(f"output {name} enable")
-        assert name in {each.name for each in self.outputs()}
+        output = self.output(name)
+
+        def is_drawn():
+            try:
+                return self.run("grim", "-o", name, "-", timeout=2)
+            except subprocess.TimeoutExpired:
+                # sway 1.10 draws nothing there until something else about it changes.
+                for y in (output.y + 1, output.y):
+                    self.command(f"output {name} position {output.x} {y}")
+        wait_until(is_drawn, f"a picture of {name}")
 
     def set_scale(self, output, scale):
         self.command(f"output {output} scale {scale}")

@@ -106,9 +106,9 @@ class World:
             return self.start(*as_nobody, *command, variables=variables, stdin=subprocess.DEVNULL, stdout=said, stderr=said,
                               pass_fds=inherited)
 
-    def run(self, *command, variables=None, **more):
+    def run(self, *command, variables=None, timeout=60, **more):
         """What a program says that ends at once."""
-        done = subprocess.run([str(part) for part in command], env=self.environment(**(variables or {})), capture_output=True, timeout=60, **more)
+        done = subprocess.run([str(part) for part in command], env=self.environment(**(variables or {})), capture_output=True, timeout=timeout, **more)
         assert done.returncode == 0, (command, done.stderr.decode(errors="replace"))
         return done.stdout
 
