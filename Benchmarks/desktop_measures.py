@@ -4,7 +4,6 @@ Measured in a compositor of its own, which draws into memory. What is on the scr
 one column of each of its pictures.
 """
 
-import json
 import os
 import plistlib
 import shutil
@@ -27,6 +26,8 @@ REST_SECONDS = 60
 # Of the compositor.
 PICTURES_A_SECOND = 60
 SAVES, STORM_SECONDS = 50, 60
+# They differ wherever one looks.
+TEXTS = ("WWWWW " * 20, "ooooo " * 20)
 STORM = """
 import sys, time, pathlib
 from desktop_measures import save
@@ -40,12 +41,16 @@ for number in range(int(float(sys.argv[2]) * 100)):
 class Desktop:
     def __init__(self, programs, project):
         self.world = WaylandWorld()
-        self.world.run("cp", "-r", *Path(project, "Resources", "Example").iterdir(), self.world.home)
+        self.example = Path(project, "Resources", "Example")
+        self.restore_library()
         self.command = [programs / "widgethost", "--extension", programs / "foliovault-widgets", "--home", self.world.home]
         self.column = WaylandEye(self.world.socket, (COLUMN, 0, 1, 800)).look
         self.empty = self.column()
         self.entries = self.world.home / "cache" / "widgethost" / "tiles"
         self.process = None
+
+    def restore_library(self):
+        self.world.run("cp", "-r", *self.example.iterdir(), self.world.home)
 
     def host(self, *arguments):
         return self.world.run(*self.command, *arguments)
@@ -114,7 +119,7 @@ def groups_by_turns(desktop, rounds):
 def save(file, number):
     """Saves a library with other texts each time, as the application does."""
     fresh = file.with_name("fresh")
-    fresh.write_bytes(plistlib.dumps([{"Name": f"{number} " + "saved " * 20, "UUID": str(i)} for i in range(5)], fmt=plistlib.FMT_BINARY))
+    fresh.write_bytes(plistlib.dumps([{"Name": TEXTS[number % 2], "UUID": str(i)} for i in range(5)], fmt=plistlib.FMT_BINARY))
     fresh.rename(file)
 
 
@@ -128,7 +133,8 @@ def saves(desktop, count):
             os.kill(int(child), signal.SIGTERM)
         wait_until(lambda: not desktop.children(), "the extension to rest")
         before = desktop.column()
-        time.sleep(number / count / PICTURES_A_SECOND)
+        # A tile is asked for four times a second at most.
+        time.sleep(.3 + number / count / PICTURES_A_SECOND)
         start = time.perf_counter()
         save(file, number)
         desktop.await_change(before, range(TOP, TOP + HEIGHT), any)
@@ -141,7 +147,7 @@ def storm(desktop, seconds):
     file = desktop.world.home / "Library" / "Application Support" / "FOLIOvault" / "Favorites.plist"
     wait_until(lambda: not desktop.children(), "the extension to rest")
     used, pictures, seen = desktop.used(children=True)[0], 0, desktop.column()
-    saving = subprocess.Popen([sys.executable, "-c", STORM, str(file), str(seconds)], env={"PYTHONPATH": os.pathsep.join(sys.path)})
+    saving = subprocess.Popen([sys.executable, "-c", STORM, str(file), str(seconds)], env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)})
     end = time.perf_counter() + seconds + 2
     while time.perf_counter() < end:
         now = desktop.column()
@@ -150,42 +156,6 @@ def storm(desktop, seconds):
     saving.wait()
     wait_until(lambda: not desktop.children(), "the extension to rest")
     return pictures, desktop.used(children=True)[0] - used
-
-
-def bar(desktop, count, *command):
-    """The same as `saves` of a status bar that shows a file's first line."""
-    file = desktop.world.home / "line"
-    file.write_text("")
-    process = desktop.world.start(*command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    time.sleep(5)
-    times = []
-    for number in range(count):
-        before = desktop.column()
-        time.sleep(number / count)
-        start = time.perf_counter()
-        file.with_name("fresh").write_text(f"{number} " + "saved " * 30)
-        file.with_name("fresh").rename(file)
-        desktop.await_change(before, range(0, 40), any)
-        times.append(time.perf_counter() - start)
-    process.terminate()
-    process.wait(20)
-    return times
-
-
-def bars(desktop, count):
-    """A bar that follows a file, and one that looks at it once a second."""
-    home = desktop.world.home
-    follow = home / "follow"
-    follow.write_text(f"#!/bin/sh\ncat '{home}/line'\nwhile inotifywait -qq -e moved_to -e close_write '{home}'; do cat '{home}/line'; done\n")
-    follow.chmod(0o755)
-    (home / "waybar.json").write_text(json.dumps({"modules-center": ["custom/line"], "custom/line": {"exec": str(follow), "max-length": 200}}))
-    (home / "waybar.css").write_text("* { font-size: 12px; }")
-    (home / "conky").write_text(
-        "conky.config = { out_to_wayland = true, out_to_x = false, update_interval = 1, alignment = 'top_middle', own_window = true,"
-        " minimum_width = 1200, minimum_height = 20, own_window_type = 'dock' }\n"
-        f"conky.text = [[${{exec cat '{home}/line'}}]]\n")
-    return (bar(desktop, count, "waybar", "-c", home / "waybar.json", "-s", home / "waybar.css"),
-            bar(desktop, count, "conky", "-c", home / "conky"))
 
 
 def figures(times):
@@ -218,11 +188,11 @@ def measure(table, rounds, programs, project, frames, peer):
         spent = [after - before for after, before in zip(desktop.used(), rest)]
         held = desktop.held()
         children = len(desktop.children())
-        changed = groups_by_turns(desktop, rounds)
         saved = saves(desktop, SAVES)
         pictures, busy = storm(desktop, STORM_SECONDS)
+        desktop.restore_library()
+        changed = groups_by_turns(desktop, rounds)
         code = desktop.end()
-        followed, polled = bars(desktop, SAVES)
     finally:
         desktop.world.stop()
     print(f"""
@@ -237,8 +207,6 @@ The desktop with four tiles:
 | context switches meanwhile | {spent[1]} | 10 |
 | a command that changes a configuration to the new picture on the screen | {changed * 1e3:.0f} ms | 50 ms |
 | a library saved to its new picture on the screen, {SAVES} times, the extension not running before | {figures(saved)} | 100 ms |
-| the same, a line of a file in a bar that follows it by a script (waybar, inotifywait) | {figures(followed)} | |
-| the same, a bar that looks at it once a second (conky) | {figures(polled)} | |
 | pictures of {100 * STORM_SECONDS:,} saves in {STORM_SECONDS} s | {pictures} | {4 * STORM_SECONDS + 1} |
 | processor time meanwhile, the extension included | {busy * 1e3:.0f} ms | |
 | exit code when told to end | {code} | 0 |

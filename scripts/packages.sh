@@ -27,7 +27,6 @@ arm64_packages=(crossbuild-essential-arm64 qemu-user-static python3 libnss-wrapp
 bench_packages=(
     libbenchmark-dev libplist-dev openssl
     python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
-    conky-all inotify-tools waybar
 )
 
 # of_architecture ARCHITECTURE NAME…: these names, those of libraries with the architecture that apt is to take them for.
