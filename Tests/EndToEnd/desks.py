@@ -48,7 +48,7 @@ DESKS = {desk.name: desk for desk in (
     Desk("XFCE", "xfwm4 xfdesktop4 xfce4-settings", ("xfwm4 --compositor=on", "xfdesktop")),
     Desk("MATE", "marco caja mate-settings-daemon", ("marco --composite", "caja -n --force-desktop")),
     Desk("Cinnamon", "cinnamon muffin nemo", ("cinnamon", "nemo-desktop")),
-    Desk("LXQt", "openbox xcompmgr pcmanfm-qt", ("openbox", "xcompmgr", "pcmanfm-qt --desktop --profile=lxqt")),
+    Desk("LXQt", "openbox xcompmgr pcmanfm-qt qt6-qpa-plugins", ("openbox", "xcompmgr", "pcmanfm-qt --desktop --profile=lxqt")),
     Desk("openbox", "openbox xcompmgr", ("openbox", "xcompmgr"), draws_desktop=False),
     Desk("i3", "i3-wm", ("i3 -c {config}",), draws_desktop=False, blends=False, workspace="i3-msg workspace {}", lacks=("show desktop",),
          config="font pango:monospace 8\n"),
