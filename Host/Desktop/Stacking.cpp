@@ -1,6 +1,6 @@
 #include "Host/Desktop/Stacking.h"
 
-#include "Host/Display/LayerShell.h"
+#include "Host/Desktop/LayerShell.h"
 #include "Host/Layout/Geometry.h"
 
 #include <gdk/gdkx.h>

@@ -1,7 +1,7 @@
 #include "Host/Desktop/Toolkit.h"
 
+#include "Host/Desktop/LayerShell.h"
 #include "Host/Desktop/Objects.h"
-#include "Host/Display/LayerShell.h"
 #include "Host/Pictures/UserDirection.h"
 #include "Platform/Foundation/Localization.h"
 

@@ -1,6 +1,6 @@
 #include "Host/Doctor/DisplayCheck.h"
 
-#include "Host/Display/LayerShell.h"
+#include "Host/Desktop/LayerShell.h"
 #include "Host/Doctor/X11Check.h"
 
 #include <fmt/format.h>

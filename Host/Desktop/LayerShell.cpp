@@ -1,4 +1,4 @@
-#include "Host/Display/LayerShell.h"
+#include "Host/Desktop/LayerShell.h"
 
 #include <wayland-client.h>
 
