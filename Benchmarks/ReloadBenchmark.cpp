@@ -14,12 +14,14 @@ namespace {
 class DisplayLists final : public host::SessionObserver {
   public:
     explicit DisplayLists(host::Renderer& renderer) : renderer_(renderer) {}
-    void tileChanged(const host::Tile& tile) override {
+    void tileUpdated(const host::Tile& tile, host::TileUpdate update) override {
+        if (update == host::TileUpdate::status) {
+            return;
+        }
         lists_.insert_or_assign(tile.instance().id,
                                 host::layOut(tile.entry()->view, host::familySize(tile.instance().family),
                                              renderer_.texts(), renderer_.images()));
     }
-    void tileReloaded(const host::Tile& /*tile*/) override {}
     std::size_t count() const { return lists_.size(); }
 
   private:

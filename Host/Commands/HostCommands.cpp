@@ -17,8 +17,7 @@ using platform::Unexpected;
 /// A host without windows: nobody looks.
 class NoWindows final : public HostDisplay {
   public:
-    void tileChanged(const Tile& /*tile*/) override {}
-    void tileReloaded(const Tile& /*tile*/) override {}
+    void tileUpdated(const Tile& /*tile*/, TileUpdate /*update*/) override {}
 };
 
 std::optional<Failure> ask(const std::vector<std::string>& arguments) {

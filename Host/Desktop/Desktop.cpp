@@ -70,7 +70,7 @@ void Desktop::lookAround() {
     }
 }
 
-void Desktop::arranged(const Arrangement& arrangement) {
+void Desktop::arrangementChanged(const Arrangement& arrangement) {
     arrangement_ = arrangement;
     for (const Move& move : moves_) {
         // Somebody else may have removed the tile.
@@ -134,26 +134,20 @@ void Desktop::findPlace(Instance& instance) {
     }
 }
 
-bool Desktop::present() {
+bool Desktop::activate() {
     showGallery();
     return true;
 }
 
-void Desktop::ending() {
+void Desktop::shutDown() {
     for (const auto& [id, tile] : tiles_) {
         tile->keep();
     }
 }
 
-void Desktop::tileChanged(const Tile& tile) {
+void Desktop::tileUpdated(const Tile& tile, TileUpdate update) {
     if (DesktopTile* shown = shownTile(tile.instance().id); shown != nullptr) {
-        shown->show();
-    }
-}
-
-void Desktop::tileReloaded(const Tile& tile) {
-    if (DesktopTile* shown = shownTile(tile.instance().id); shown != nullptr) {
-        shown->reloaded();
+        shown->updated(update);
     }
 }
 
@@ -199,7 +193,7 @@ Move Desktop::moveTo(InstanceId id, std::size_t screen, const Rect& frame) const
 /// Has the tile lie there at once.
 void Desktop::moveTile(const Move& move, std::function<void(const HostApplication::Change& result)> done) {
     moves_.push_back(move);
-    arranged(host_->arrangement());
+    arrangementChanged(host_->arrangement());
     host_->change(move, [this, done = std::move(done)](const HostApplication::Change& result) {
         moves_.erase(moves_.begin());
         done(result);
@@ -312,7 +306,7 @@ void Desktop::dragEnded(InstanceId id, bool dropped) {
     if (dropped && place.output < outputs_.all().size()) {
         moveTile(moveTo(id, place.output, place.frame), [this](const HostApplication::Change& result) {
             if (!result) {
-                arranged(host_->arrangement());
+                arrangementChanged(host_->arrangement());
                 showUnsaved(result.error());
             }
         });

@@ -40,12 +40,11 @@ class Desktop final : public HostDisplay, private TileHands {
     const std::optional<std::filesystem::path>& examplesWanted() const { return examplesWanted_; }
 
     void started(HostApplication& host) override;
-    void arranged(const Arrangement& arrangement) override;
+    void arrangementChanged(const Arrangement& arrangement) override;
     void findPlace(Instance& instance) override;
-    bool present() override;
-    void ending() override;
-    void tileChanged(const Tile& tile) override;
-    void tileReloaded(const Tile& tile) override;
+    bool activate() override;
+    void shutDown() override;
+    void tileUpdated(const Tile& tile, TileUpdate update) override;
 
   private:
     explicit Desktop(Options options);

@@ -109,18 +109,18 @@ void DesktopTile::showPlaceholder(const platform::View& view) {
     }
 }
 
-void DesktopTile::reloaded() {
+void DesktopTile::updated(TileUpdate update) {
     const Tile* tile = around_.tile(instance_.id);
-    if (tile != nullptr && tile->entry() != nullptr && !tile->history().lastFailure) {
+    const bool isGood = tile != nullptr && tile->entry() != nullptr && !tile->history().lastFailure;
+    if (isGood) {
         made_ = tile->history().lastSuccess->date;
         reload_ = tile->schedule().due();
         isKept_ = false;
-        if (shown_ != Shown::entry) {
-            // It may be the one that the session has had all along: that is no news there.
-            show();
-        }
     }
-    if (marks() != marks_) {
+    // The session may have had the entry all along.
+    if (update == TileUpdate::entry || (isGood && shown_ != Shown::entry)) {
+        show();
+    } else if (marks() != marks_) {
         paintSoon();
     }
 }

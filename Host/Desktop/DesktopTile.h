@@ -54,14 +54,12 @@ class DesktopTile {
     /// The arrangement says something else of it now.
     void change(const Instance& instance, const std::string& renderingMode);
 
-    /// Brings the picture up to the entry that the session has.
-    void show();
     /// The placeholder that the extension has for it, as long as there is nothing better.
     void showPlaceholder(const platform::View& view);
     bool isWaiting() const { return shown_ == Shown::waiting; }
 
-    /// The tile has been reloaded, well or not: marks follow.
-    void reloaded();
+    /// Brings the picture and its marks up to what the session has.
+    void updated(TileUpdate update);
     /// The tile has come to the screen.
     void seen();
     /// The look of the desktop or the scale of the screen is another.
@@ -104,7 +102,8 @@ class DesktopTile {
     std::string name() const;
     void mark();
     void messageEnded();
-    void waitedLong() { reloaded(); }
+    void show();
+    void waitedLong() { updated(TileUpdate::status); }
 
     const TileSurroundings& around_;
     Instance instance_;

@@ -56,7 +56,7 @@ int HostApplication::run() {
     std::array<char*, 3> words{program.data(), command.data(), nullptr};
     const int code = g_application_run(application_, 2, words.data());
     if (loop_) {
-        display_.ending();
+        display_.shutDown();
         work_.finish(finishTimeout);
     }
     return exitCode_ != 0 ? exitCode_ : code;
@@ -149,7 +149,7 @@ void HostApplication::sync() {
     }
     complaint_.clear();
     arrangement_ = *std::move(arrangement);
-    display_.arranged(arrangement_);
+    display_.arrangementChanged(arrangement_);
     session_.setTiles(arrangement_.instances);
     session_.setRenderingMode(arrangement_.renderingMode);
     loop_->wakeSoon();
@@ -213,7 +213,7 @@ int HostApplication::answer(GApplicationCommandLine* line) {
     const std::string command = words.size() > 1 ? words[1] : "";
     const auto argument = words.size() > 2 ? std::optional(words[2]) : std::nullopt;
     if (command == "host") {
-        if (!display_.present()) {
+        if (!display_.activate()) {
             g_application_command_line_print(line, "A host runs already.\n");
         }
         return 0;

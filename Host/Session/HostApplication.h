@@ -31,14 +31,14 @@ class HostDisplay : public SessionObserver {
   public:
     /// The host is about to read its arrangement for the first time.
     virtual void started(HostApplication& /*host*/) {}
-    /// What is placed is another than before, or where; told before the session's tiles change.
-    virtual void arranged(const Arrangement& /*arrangement*/) {}
+    /// Called before the session's tiles change.
+    virtual void arrangementChanged(const Arrangement& /*arrangement*/) {}
     /// Gives an instance without a position a free place, if this has places.
     virtual void findPlace(Instance& /*instance*/) {}
-    /// The host was asked for again: whoever did that wants to see it. Answers whether there is something to see.
-    virtual bool present() { return false; }
-    /// The host ends; what is to be kept must be kept now.
-    virtual void ending() {}
+    /// Called when the user starts the host again. Returns whether there is something to see.
+    virtual bool activate() { return false; }
+    /// The host ends; what is to be saved must be saved now.
+    virtual void shutDown() {}
 };
 
 class HostApplication {

@@ -141,7 +141,7 @@ void Session::step(std::span<const pollfd> ready) {
     askForDueTiles();
     for (auto& [id, tile] : tiles_) {
         if (tile.advance(around_.clock.now())) {
-            around_.observer.tileChanged(tile);
+            around_.observer.tileUpdated(tile, TileUpdate::entry);
         }
     }
 }
@@ -242,7 +242,7 @@ void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) 
             tile->asked(ticket, steadyNow());
         } else {
             fail(*tile, {NoAnswer::Cause::notStarted, extension.error()});
-            around_.observer.tileReloaded(*tile);
+            around_.observer.tileUpdated(*tile, TileUpdate::status);
         }
     }
 }
@@ -287,8 +287,9 @@ void Session::finish(Ticket ticket, const Reply& reply) {
     const auto asker = std::find_if(tiles_.begin(), tiles_.end(),
                                     [ticket](const auto& each) { return each.second.awaited() == ticket; });
     if (asker != tiles_.end()) {
-        finish(asker->second, reply);
-        around_.observer.tileReloaded(asker->second);
+        Tile& tile = asker->second;
+        finish(tile, reply);
+        around_.observer.tileUpdated(tile, tile.advance(around_.clock.now()) ? TileUpdate::entry : TileUpdate::status);
     }
 }
 

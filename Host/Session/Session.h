@@ -34,14 +34,19 @@
 
 namespace host {
 
-/// What the session tells its owner.
+/// What has changed of a tile.
+enum class TileUpdate {
+    /// How its last reload went, or when the next one is due.
+    status,
+    /// Its entry has another view, or another address for a click; the status may have changed, too.
+    entry,
+};
+
 class SessionObserver {
   public:
     virtual ~SessionObserver() = default;
-    /// The tile has another view than before.
-    virtual void tileChanged(const Tile& tile) = 0;
-    /// The tile's extension has answered, or failed to.
-    virtual void tileReloaded(const Tile& tile) = 0;
+    /// Called once for each answer or failure, and when the date of the tile's next entry has come.
+    virtual void tileUpdated(const Tile& tile, TileUpdate update) = 0;
 };
 
 class Session {

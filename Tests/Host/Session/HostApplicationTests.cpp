@@ -30,9 +30,8 @@ class HostApplicationTest : public testing::Test, public HostDisplay {
   protected:
     HostApplicationTest() { setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere", 1); }
 
-    void tileChanged(const Tile& /*tile*/) override {}
-    void tileReloaded(const Tile& /*tile*/) override {}
-    void arranged(const Arrangement& arrangement) override { counts.push_back(arrangement.instances.size()); }
+    void tileUpdated(const Tile& /*tile*/, TileUpdate /*update*/) override {}
+    void arrangementChanged(const Arrangement& arrangement) override { counts.push_back(arrangement.instances.size()); }
 
     /// Runs the host: calls each step again and again until it is so, then the next.
     void run(std::deque<std::function<bool()>> steps) {

@@ -35,8 +35,12 @@ std::string textOf(const Tile* tile) {
 /// A session on the fake extension, its loop, and what it told.
 class SessionTest : public ::testing::Test, public SessionObserver {
   public:
-    void tileChanged(const Tile& tile) override { changed.push_back(tile.instance().id); }
-    void tileReloaded(const Tile& tile) override { reloaded.push_back(tile.instance().id); }
+    void tileUpdated(const Tile& tile, TileUpdate update) override {
+        reloaded.push_back(tile.instance().id);
+        if (update == TileUpdate::entry) {
+            changed.push_back(tile.instance().id);
+        }
+    }
 
     static Instance tile(InstanceId id, const std::string& kind, const std::string& text = "",
                          const std::string& extension = "fake") {
