@@ -11,10 +11,15 @@
 namespace host {
 namespace {
 
+using platform::Failure;
 using platform::Unexpected;
-using Changed = platform::Expected<Arrangement, std::string>;
+using Changed = platform::Outcome<Arrangement>;
 
 constexpr std::array<const char*, 3> renderingModes{Arrangement::fullColor, "tinted", "vibrant"};
+
+Unexpected<Failure> invalid(std::string message) {
+    return {{Failure::Kind::usage, std::move(message)}};
+}
 
 bool isUtf8(const std::string& text) {
     return simdjson::validate_utf8(text);
@@ -48,7 +53,7 @@ class Changer {
 
     Changed operator()(const Addition& addition) {
         if (arrangement_.nextId == std::numeric_limits<InstanceId>::max()) {
-            return Unexpected{std::string("every id has been given; a new arrangement would begin at 1 again")};
+            return invalid("every id has been given; a new arrangement would begin at 1 again");
         }
         return insert(addition.instance, arrangement_.nextId++);
     }
@@ -56,7 +61,7 @@ class Changer {
     Changed operator()(const Restoration& restoration) {
         const InstanceId id = restoration.instance.id;
         if (id == 0 || id >= arrangement_.nextId || locate(id, arrangement_) != arrangement_.instances.end()) {
-            return Unexpected{fmt::format("there is no removed widget {}", id)};
+            return invalid(fmt::format("there is no removed widget {}", id));
         }
         return insert(restoration.instance, id);
     }
@@ -64,7 +69,7 @@ class Changer {
     Changed operator()(const Removal& removal) {
         const auto found = locate(removal.id, arrangement_);
         if (found == arrangement_.instances.end()) {
-            return Unexpected{unknownId(removal.id, arrangement_)};
+            return invalid(unknownId(removal.id, arrangement_));
         }
         arrangement_.instances.erase(found);
         return std::move(arrangement_);
@@ -98,8 +103,8 @@ class Changer {
 
     Changed operator()(const Recoloring& recoloring) {
         if (!isRenderingMode(recoloring.renderingMode)) {
-            return Unexpected{fmt::format("there is no mode \"{}\"; there are {}", recoloring.renderingMode,
-                                          fmt::join(renderingModes, ", "))};
+            return invalid(fmt::format("there is no mode \"{}\"; there are {}", recoloring.renderingMode,
+                                       fmt::join(renderingModes, ", ")));
         }
         arrangement_.renderingMode = recoloring.renderingMode;
         return std::move(arrangement_);
@@ -108,10 +113,10 @@ class Changer {
   private:
     Changed insert(const Instance& instance, InstanceId id) {
         if (arrangement_.instances.size() >= Arrangement::greatestCount) {
-            return Unexpected{fmt::format("there are {} widgets, and no room for more", Arrangement::greatestCount)};
+            return invalid(fmt::format("there are {} widgets, and no room for more", Arrangement::greatestCount));
         }
         if (const auto fault = faultOf(instance)) {
-            return Unexpected{*fault};
+            return invalid(*fault);
         }
         arrangement_.instances.push_back(instance);
         arrangement_.instances.back().id = id;
@@ -122,12 +127,12 @@ class Changer {
     Changed alter(InstanceId id, Alteration alteration) {
         const auto found = locate(id, arrangement_);
         if (found == arrangement_.instances.end()) {
-            return Unexpected{unknownId(id, arrangement_)};
+            return invalid(unknownId(id, arrangement_));
         }
         Instance& instance = arrangement_.instances[static_cast<std::size_t>(found - arrangement_.instances.begin())];
         alteration(instance);
         if (const auto fault = faultOf(instance)) {
-            return Unexpected{*fault};
+            return invalid(*fault);
         }
         return std::move(arrangement_);
     }
@@ -137,14 +142,14 @@ class Changer {
 
 } // namespace
 
-platform::Expected<Arrangement, std::string> changed(Arrangement arrangement, const ArrangementChange& change) {
+Changed changed(Arrangement arrangement, const ArrangementChange& change) {
     return std::visit(Changer(std::move(arrangement)), change);
 }
 
-platform::Expected<Instance, std::string> instanceWith(InstanceId id, const Arrangement& arrangement) {
+platform::Outcome<Instance> instanceWith(InstanceId id, const Arrangement& arrangement) {
     const auto found = locate(id, arrangement);
     if (found == arrangement.instances.end()) {
-        return Unexpected{unknownId(id, arrangement)};
+        return invalid(unknownId(id, arrangement));
     }
     return *found;
 }

@@ -4,7 +4,7 @@
 // given or a host that runs. No effects; any thread.
 #pragma once
 
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -104,12 +104,12 @@ struct Recoloring {
 };
 using ArrangementChange = std::variant<Addition, Removal, Restoration, Edit, Move, Resizing, Locking, Recoloring>;
 
-/// The arrangement after a change; or, in one line, why there is none: an id that is not there, a full arrangement, a
-/// value that an instance cannot have.
-platform::Expected<Arrangement, std::string> changed(Arrangement arrangement, const ArrangementChange& change);
+/// Returns the arrangement after a change. Fails with `usage` for an unknown id, a full arrangement or an invalid
+/// value.
+platform::Outcome<Arrangement> changed(Arrangement arrangement, const ArrangementChange& change);
 
-/// The instance with that id, or, in one line, which ids there are.
-platform::Expected<Instance, std::string> instanceWith(InstanceId id, const Arrangement& arrangement);
+/// Returns the instance with that id. Fails with `usage` and names the ids that exist.
+platform::Outcome<Instance> instanceWith(InstanceId id, const Arrangement& arrangement);
 
 /// What an instance has that none can have, in a few words; nothing where all is well.
 std::optional<std::string> faultOf(const Instance& instance);

@@ -10,16 +10,18 @@
 namespace host {
 namespace {
 
+using platform::Failure;
+using platform::Outcome;
 using platform::Unexpected;
-using Kind = ArrangementError::Kind;
+using Kind = Failure::Kind;
 
-Unexpected<ArrangementError> error(Kind kind, std::string message) {
+Unexpected<Failure> error(Kind kind, std::string message) {
     return {{kind, std::move(message)}};
 }
 
 } // namespace
 
-platform::Expected<Arrangement, ArrangementError> ArrangementFile::load() const {
+Outcome<Arrangement> ArrangementFile::load() const {
     auto content = read();
     if (!content) {
         return Unexpected{content.error()};
@@ -30,9 +32,8 @@ platform::Expected<Arrangement, ArrangementError> ArrangementFile::load() const 
     return std::move(content->arrangement);
 }
 
-platform::Expected<ArrangementFile::Update, ArrangementError>
-ArrangementFile::update(const ArrangementChange& change) const {
-    const auto lock = FileLock::take(lockPath_, lockTimeout_);
+Outcome<ArrangementFile::Update> ArrangementFile::update(const ArrangementChange& change) const {
+    const auto lock = FileLock::lock(lockPath_, lockTimeout_);
     if (!lock) {
         return error(Kind::unwritable, lock.error().message);
     }
@@ -43,11 +44,11 @@ ArrangementFile::update(const ArrangementChange& change) const {
     auto arrangement = changed(std::move(content->arrangement), change);
     if (!arrangement) {
         // That a broken file does not have a widget says little.
-        return content->broken ? refusal(*content->broken) : error(Kind::refused, arrangement.error());
+        return content->broken ? refusal(*content->broken) : Unexpected{arrangement.error()};
     }
     const std::string json = arrangementJson(*arrangement);
     if (json.size() > greatestArrangementFile) {
-        return error(Kind::refused,
+        return error(Kind::usage,
                      fmt::format("the arrangement would be larger than {} bytes", greatestArrangementFile));
     }
     Update update{.arrangement = *std::move(arrangement), .notice = {}};
@@ -64,7 +65,7 @@ ArrangementFile::update(const ArrangementChange& change) const {
     return update;
 }
 
-platform::Expected<ArrangementFile::Content, ArrangementError> ArrangementFile::read() const {
+Outcome<ArrangementFile::Content> ArrangementFile::read() const {
     // In this order: a file that comes meanwhile is not taken for one that cannot be read.
     if (!files_.exists(path_)) {
         return Content{};
@@ -77,16 +78,16 @@ platform::Expected<ArrangementFile::Content, ArrangementError> ArrangementFile::
     if (arrangement) {
         return Content{.arrangement = *std::move(arrangement), .broken = {}};
     }
-    const UnreadableArrangement& why = arrangement.error();
-    if (why.kind == UnreadableArrangement::Kind::newer) {
+    const Failure& why = arrangement.error();
+    if (why.kind == Kind::unreadable) {
         return error(Kind::unreadable,
                      fmt::format("{} is of a newer program ({}, this one knows {}); it is left as it is",
-                                 path_.string(), why.reason, arrangementVersion));
+                                 path_.string(), why.message, arrangementVersion));
     }
-    return Content{.arrangement = {}, .broken = BrokenFile{.bytes = *bytes, .reason = why.reason}};
+    return Content{.arrangement = {}, .broken = BrokenFile{.bytes = *bytes, .reason = why.message}};
 }
 
-platform::Expected<std::string, ArrangementError> ArrangementFile::setAside(const BrokenFile& broken) const {
+Outcome<std::string> ArrangementFile::setAside(const BrokenFile& broken) const {
     std::string copy;
     int number = 0;
     do {
@@ -98,7 +99,7 @@ platform::Expected<std::string, ArrangementError> ArrangementFile::setAside(cons
     return fmt::format("{} was broken ({}); it is kept as {}", path_.string(), broken.reason, copy);
 }
 
-Unexpected<ArrangementError> ArrangementFile::refusal(const BrokenFile& broken) const {
+Unexpected<Failure> ArrangementFile::refusal(const BrokenFile& broken) const {
     return error(Kind::unreadable, fmt::format("{} is broken ({}); it will be set aside when a widget is added",
                                                path_.string(), broken.reason));
 }

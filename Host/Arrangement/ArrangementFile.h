@@ -10,7 +10,7 @@
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 #include "Platform/Foundation/FileSystem.h"
 
 #include <chrono>
@@ -19,20 +19,6 @@
 #include <string>
 
 namespace host {
-
-struct ArrangementError {
-    enum class Kind {
-        /// The file is broken, of a newer version, or not to be read.
-        unreadable,
-        /// The change cannot be made to this arrangement.
-        refused,
-        /// The file or a copy of a broken one cannot be written, or the lock cannot be had.
-        unwritable,
-    };
-    Kind kind = Kind::unreadable;
-    /// One clear line.
-    std::string message;
-};
 
 class ArrangementFile {
   public:
@@ -44,18 +30,19 @@ class ArrangementFile {
 
     const std::filesystem::path& path() const { return path_; }
 
-    /// The arrangement as it is now; an empty one where there is no file. Changes nothing, waits for nobody. Any
-    /// thread.
-    platform::Expected<Arrangement, ArrangementError> load() const;
+    /// Returns the arrangement as it is now, an empty one if there is no file. Fails with `unreadable`. Changes nothing
+    /// and does not wait. Any thread.
+    platform::Outcome<Arrangement> load() const;
 
     struct Update {
         Arrangement arrangement;
         /// One line for the user where a broken file was set aside.
         std::optional<std::string> notice;
     };
-    /// Makes a change to the arrangement as it is when all changes before are done. On an error the file is as it was.
-    /// Waits for other changes until the lock's timeout, and for the disk; any thread.
-    platform::Expected<Update, ArrangementError> update(const ArrangementChange& change) const;
+    /// Makes a change to the arrangement as it is when all changes before are done. Fails with `usage` if the change
+    /// cannot be made, `unreadable`, or `unwritable` if the file, a copy of a broken one or the lock cannot be had; the
+    /// file is then as it was. Waits for other changes until the lock's timeout, and for the disk; any thread.
+    platform::Outcome<Update> update(const ArrangementChange& change) const;
 
   private:
     struct BrokenFile {
@@ -67,10 +54,10 @@ class ArrangementFile {
         Arrangement arrangement;
         std::optional<BrokenFile> broken;
     };
-    platform::Expected<Content, ArrangementError> read() const;
+    platform::Outcome<Content> read() const;
     /// Copies a broken file; the notice that says so.
-    platform::Expected<std::string, ArrangementError> setAside(const BrokenFile& broken) const;
-    platform::Unexpected<ArrangementError> refusal(const BrokenFile& broken) const;
+    platform::Outcome<std::string> setAside(const BrokenFile& broken) const;
+    platform::Unexpected<platform::Failure> refusal(const BrokenFile& broken) const;
 
     const platform::FileSystem& files_;
     std::filesystem::path path_;

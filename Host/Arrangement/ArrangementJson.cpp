@@ -13,6 +13,7 @@
 namespace host {
 namespace {
 
+using platform::Failure;
 using platform::JsonWriter;
 using platform::Unexpected;
 using simdjson::dom::array;
@@ -177,8 +178,8 @@ constexpr std::array<Member<Arrangement>, 5> arrangementMembers{
      {"renderingMode", readRenderingMode},
      {"instances", readInstances}}};
 
-Unexpected<UnreadableArrangement> broken(std::string reason) {
-    return {{UnreadableArrangement::Kind::broken, std::move(reason)}};
+Unexpected<Failure> broken(std::string reason) {
+    return {{Failure::Kind::malformed, std::move(reason)}};
 }
 
 void writeUnknown(JsonWriter& out, const UnknownMembers& members) {
@@ -209,7 +210,7 @@ void writeInstance(JsonWriter& out, const Instance& instance) {
 
 } // namespace
 
-platform::Expected<Arrangement, UnreadableArrangement> arrangementFromJson(std::string_view json) {
+platform::Outcome<Arrangement> arrangementFromJson(std::string_view json) {
     if (json.size() > greatestArrangementFile) {
         return broken(fmt::format("larger than {} bytes", greatestArrangementFile));
     }
@@ -224,8 +225,7 @@ platform::Expected<Arrangement, UnreadableArrangement> arrangementFromJson(std::
         return broken("\"version\": missing or not a version");
     }
     if (version > arrangementVersion) {
-        return Unexpected{
-            UnreadableArrangement{UnreadableArrangement::Kind::newer, fmt::format("version {}", version)}};
+        return Unexpected{Failure{Failure::Kind::unreadable, fmt::format("version {}", version)}};
     }
     if (members["instances"].error() != simdjson::SUCCESS) {
         return broken("\"instances\": missing");

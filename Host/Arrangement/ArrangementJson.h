@@ -14,7 +14,7 @@
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 
 #include <cstddef>
 #include <string>
@@ -28,14 +28,9 @@ inline constexpr int arrangementVersion = 1;
 /// A file with more bytes than this counts as broken.
 inline constexpr std::size_t greatestArrangementFile = std::size_t{1} << 20U;
 
-struct UnreadableArrangement {
-    enum class Kind { broken, newer };
-    Kind kind = Kind::broken;
-    /// What is wrong and where, in a few words.
-    std::string reason;
-};
-
-platform::Expected<Arrangement, UnreadableArrangement> arrangementFromJson(std::string_view json);
+/// Fails with `malformed` for a broken file and with `unreadable` for one of a newer version; the message says in a few
+/// words what is wrong and where.
+platform::Outcome<Arrangement> arrangementFromJson(std::string_view json);
 
 /// The file's whole content. It may be larger than what is read.
 std::string arrangementJson(const Arrangement& arrangement);

@@ -13,6 +13,7 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::Failure;
 using platform::FileDescriptor;
 using platform::Unexpected;
 
@@ -29,7 +30,7 @@ bool makeFolder(const fs::path& folder) {
 }
 
 /// The kernel itself would wait without a bound.
-bool lock(const FileDescriptor& file, std::chrono::milliseconds timeout) {
+bool acquire(const FileDescriptor& file, std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= deadline) {
@@ -40,24 +41,24 @@ bool lock(const FileDescriptor& file, std::chrono::milliseconds timeout) {
     return true;
 }
 
-Unexpected<LockError> cannotLock(const fs::path& path, int reason) {
+Unexpected<Failure> cannotLock(const fs::path& path, int reason) {
     if (reason == EWOULDBLOCK) {
-        return {{LockError::Kind::held, fmt::format("cannot lock {}: another process has it", path.string())}};
+        return {{Failure::Kind::unavailable, fmt::format("cannot lock {}: another process has it", path.string())}};
     }
     // strerror would answer in the user's language.
     const char* const words = strerrordesc_np(reason);
-    return {{LockError::Kind::impossible,
+    return {{Failure::Kind::unwritable,
              fmt::format("cannot lock {}: {}", path.string(), words != nullptr ? words : "unknown error")}};
 }
 
 } // namespace
 
-platform::Expected<FileLock, LockError> FileLock::take(const fs::path& path, std::chrono::milliseconds timeout) {
+platform::Outcome<FileLock> FileLock::lock(const fs::path& path, std::chrono::milliseconds timeout) {
     if (!makeFolder(path.parent_path())) {
         return cannotLock(path, errno);
     }
     FileDescriptor file(open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
-    if (!file.isOpen() || !lock(file, timeout)) {
+    if (!file.isOpen() || !acquire(file, timeout)) {
         return cannotLock(path, errno);
     }
     return FileLock(std::move(file));

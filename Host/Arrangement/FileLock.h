@@ -4,33 +4,24 @@
 // On the real disk only: what it is about is other processes.
 #pragma once
 
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 #include "Platform/Foundation/FileDescriptor.h"
 
 #include <chrono>
 #include <filesystem>
-#include <string>
 
 namespace host {
 
-struct LockError {
-    enum class Kind {
-        /// Another process has it.
-        held,
-        /// The file or its folder cannot be made.
-        impossible,
-    };
-    Kind kind = Kind::impossible;
-    /// In English: "cannot lock /home/ada/.config/widgethost/host.lock: Permission denied".
-    std::string message;
-};
-
 class FileLock {
   public:
-    /// Locks the file at `path`, until the lock ends. It is made if need be, and so are the folders above it, for the
-    /// user alone (mode 0700). Waits for whoever has it until the timeout; not at all where that is 0. Any thread.
-    static platform::Expected<FileLock, LockError> take(const std::filesystem::path& path,
-                                                        std::chrono::milliseconds timeout);
+    /// Locks the file at `path` for as long as the value lives. Makes the file if it is missing, and the folders above
+    /// it for the user alone (mode 0700). Waits until the timeout for another process that has the lock, then fails
+    /// with `unavailable`. Fails with `unwritable` if the file or a folder cannot be made. Any thread.
+    static platform::Outcome<FileLock> lock(const std::filesystem::path& path, std::chrono::milliseconds timeout);
+    /// The same without waiting.
+    static platform::Outcome<FileLock> tryLock(const std::filesystem::path& path) {
+        return lock(path, std::chrono::milliseconds(0));
+    }
 
   private:
     explicit FileLock(platform::FileDescriptor file) : file_(std::move(file)) {}

@@ -17,12 +17,8 @@ namespace {
 
 using platform::Unexpected;
 
-Failure failureOf(const ArrangementError& error) {
-    return {exitCodeOf(error.kind), error.message};
-}
-
 Failure usageFailure(std::string message) {
-    return {ExitCode::usage, std::move(message)};
+    return {Failure::Kind::usage, std::move(message)};
 }
 
 Outcome<ArrangementFile> arrangementFile() {
@@ -38,11 +34,7 @@ Outcome<Arrangement> currentArrangement() {
     if (!file) {
         return Unexpected{file.error()};
     }
-    auto arrangement = file->load();
-    if (!arrangement) {
-        return Unexpected{failureOf(arrangement.error())};
-    }
-    return *std::move(arrangement);
+    return file->load();
 }
 
 /// The arrangement after the change.
@@ -53,7 +45,7 @@ Outcome<Arrangement> carryOut(const ArrangementChange& change) {
     }
     auto update = file->update(change);
     if (!update) {
-        return Unexpected{failureOf(update.error())};
+        return Unexpected{update.error()};
     }
     if (update->notice) {
         fmt::print(stderr, "widgethost: {}\n", *update->notice);
@@ -113,7 +105,7 @@ std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edi
     }
     const auto instance = instanceWith(edit.id, *arrangement);
     if (!instance) {
-        return usageFailure(instance.error());
+        return instance.error();
     }
     auto connection = openExtensionNamed(instance->extension, choice);
     if (!connection) {

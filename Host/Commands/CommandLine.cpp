@@ -62,7 +62,7 @@ class CommandLine {
             return *code;
         }
         if (!command_) {
-            return finish(Failure{ExitCode::usage, "a command is missing (see widgethost --help)"});
+            return finish(Failure{Failure::Kind::usage, "a command is missing (see widgethost --help)"});
         }
         return finish(command_());
     }
@@ -179,7 +179,7 @@ class CommandLine {
         }
         const bool isPicture = renderRequest_.format == RenderFormat::png || renderRequest_.format == RenderFormat::pdf;
         if (isPicture && !renderRequest_.output && isatty(STDOUT_FILENO) != 0) {
-            return Failure{ExitCode::usage, "a picture is nothing for a terminal; name a file with -o"};
+            return Failure{Failure::Kind::usage, "a picture is nothing for a terminal; name a file with -o"};
         }
         return render(choice(), renderRequest_);
     }

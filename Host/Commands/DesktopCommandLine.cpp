@@ -32,7 +32,7 @@ Failure becomeDesktopOf(const std::string& home, const ExtensionChoice& choice) 
     }
     arguments.push_back(nullptr);
     execv((platform::programFolder() + "/widgethost-desktop").c_str(), arguments.data());
-    return {ExitCode::unavailable, fmt::format("cannot start again: {}", std::strerror(errno))};
+    return {Failure::Kind::unavailable, fmt::format("cannot start again: {}", std::strerror(errno))};
 }
 
 } // namespace
@@ -53,7 +53,7 @@ int runDesktopCommandLine(int argc, char** argv) {
                                   .home = realHome(choice.home),
                                   .presence = presence});
     if (!desktop) {
-        return finish(Failure{ExitCode::unavailable, desktop.error()});
+        return finish(Failure{Failure::Kind::unavailable, desktop.error()});
     }
     if (const auto failure = runHost(choice, **desktop, presence)) {
         return finish(failure);

@@ -95,7 +95,7 @@ std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) 
     }
     const bool isWell = std::none_of(findings.begin(), findings.end(),
                                      [](const Finding& each) { return each.state == Finding::State::problem; });
-    return isWell ? std::nullopt : std::optional(Failure{ExitCode::unavailable, ""});
+    return isWell ? std::nullopt : std::optional(Failure{Failure::Kind::unavailable, ""});
 }
 
 } // namespace host

@@ -9,7 +9,7 @@
 namespace host {
 
 /// Checks everything that widgets depend on and prints what it finds. Where something is a problem the command ends
-/// with `ExitCode::unavailable`. Takes little more than `checkPatience` when one
+/// with `Failure::Kind::unavailable`. Takes little more than `checkPatience` when one
 /// thing hangs, at most twice that and a moment for each extension.
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format);
 

@@ -19,7 +19,7 @@ using platform::Unexpected;
 constexpr std::chrono::milliseconds timeoutAmongSeveral{10'000};
 
 Failure unavailable(std::string message) {
-    return {ExitCode::unavailable, std::move(message)};
+    return {Failure::Kind::unavailable, std::move(message)};
 }
 
 /// Names failures of single extensions on standard error; but the last is the command's, if nothing `works`.
@@ -73,11 +73,11 @@ std::optional<Failure> useExtensions(const std::vector<Manifest>& manifests, con
     for (std::size_t i = 0; i < manifests.size(); ++i) {
         const auto isLast = describeAndUse(opened[i].first, opened[i].second);
         if (!isLast) {
-            if (isLast.error().code == ExitCode::cannotCreate) {
+            if (isLast.error().kind == Failure::Kind::unwritable) {
                 return isLast.error();
             }
             const std::string name = manifests.size() > 1 ? manifests[i].identifier + ": " : "";
-            failures.push_back({isLast.error().code, name + isLast.error().message});
+            failures.push_back({isLast.error().kind, name + isLast.error().message});
             continue;
         }
         works = true;
@@ -123,7 +123,7 @@ Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
 
 Failure failureOf(const ConnectionError& error) {
     const bool refused = error.kind == ConnectionError::Kind::refused;
-    return {refused ? ExitCode::usage : ExitCode::unavailable, error.message};
+    return {refused ? Failure::Kind::usage : Failure::Kind::unavailable, error.message};
 }
 
 std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExtension& use) {
@@ -153,7 +153,7 @@ Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const std
         return Unexpected{*std::move(failure)};
     }
     if (!found) {
-        return Unexpected{Failure{ExitCode::usage, unknownWidget(kind)}};
+        return Unexpected{Failure{Failure::Kind::usage, unknownWidget(kind)}};
     }
     return *std::move(found);
 }

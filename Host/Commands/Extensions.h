@@ -1,10 +1,10 @@
 // The extensions that a command speaks to: the one named on the command line, or those that are installed.
 #pragma once
 
-#include "Host/Commands/Failure.h"
 #include "Host/Connection/ExtensionConnection.h"
 #include "Host/Connection/Messages.h"
 #include "Host/Connection/Requests.h"
+#include "Platform/Foundation/Failure.h"
 
 #include <filesystem>
 #include <functional>
@@ -14,6 +14,9 @@
 #include <vector>
 
 namespace host {
+
+using platform::Failure;
+using platform::Outcome;
 
 struct ExtensionChoice {
     std::optional<std::filesystem::path> extension;
@@ -68,7 +71,7 @@ Outcome<Value> receive(ExtensionConnection& connection, std::int64_t id, Message
     }
     auto value = read(*answer);
     if (!value) {
-        return platform::Unexpected{Failure{ExitCode::unavailable, value.error()}};
+        return platform::Unexpected{Failure{Failure::Kind::unavailable, value.error()}};
     }
     return *std::move(value);
 }

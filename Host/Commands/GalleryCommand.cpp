@@ -114,7 +114,7 @@ std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryReque
     std::error_code failure;
     fs::create_directories(request.folder, failure);
     if (failure) {
-        return Failure{ExitCode::cannotCreate,
+        return Failure{Failure::Kind::unwritable,
                        fmt::format("cannot make {}: {}", request.folder.string(), failure.message())};
     }
     auto stopped = useExtensions(choice, [&](DescribedExtension& extension) -> Outcome<bool> {

@@ -38,7 +38,7 @@ std::optional<int> parseArguments(CLI::App& app, int argc, char** argv) {
     } catch (const CLI::Success& asked) {
         return app.exit(asked);
     } catch (const CLI::ParseError& error) {
-        return finish(Failure{ExitCode::usage, fmt::format("{} (see widgethost --help)", error.what())});
+        return finish(Failure{Failure::Kind::usage, fmt::format("{} (see widgethost --help)", error.what())});
     }
     return std::nullopt;
 }
@@ -47,7 +47,7 @@ int finish(const std::optional<Failure>& failure) {
     if (failure && !failure->message.empty()) {
         fmt::print(stderr, "widgethost: {}\n", failure->message);
     }
-    return static_cast<int>(failure ? failure->code : ExitCode::success);
+    return platform::exitCode(failure);
 }
 
 } // namespace host

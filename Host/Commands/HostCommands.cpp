@@ -24,8 +24,9 @@ std::optional<Failure> ask(const std::vector<std::string>& arguments) {
     const auto code = callRunningHost(arguments);
     if (!code) {
         const bool hasBus = code.error().reason == NoHost::Reason::noneRuns;
-        return Failure{ExitCode::unavailable, hasBus ? "no host runs in this session; start one with widgethost desktop"
-                                                     : "there is no session bus to reach a host by"};
+        return Failure{Failure::Kind::unavailable,
+                       hasBus ? "no host runs in this session; start one with widgethost desktop"
+                              : "there is no session bus to reach a host by"};
     }
     return saidAlready(*code);
 }
@@ -33,13 +34,13 @@ std::optional<Failure> ask(const std::vector<std::string>& arguments) {
 } // namespace
 
 std::optional<Failure> saidAlready(int code) {
-    return code == 0 ? std::nullopt : std::optional(Failure{static_cast<ExitCode>(code), ""});
+    return code == 0 ? std::nullopt : std::optional(Failure{static_cast<Failure::Kind>(code), ""});
 }
 
 Outcome<std::filesystem::path> configurationFolder() {
     const auto folder = userConfigFolder();
     if (!folder.is_absolute()) {
-        return Unexpected{Failure{ExitCode::configuration, "neither XDG_CONFIG_HOME nor HOME is an absolute path"}};
+        return Unexpected{Failure{Failure::Kind::unreadable, "neither XDG_CONFIG_HOME nor HOME is an absolute path"}};
     }
     return folder / "widgethost";
 }

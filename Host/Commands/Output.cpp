@@ -28,7 +28,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
 }
 
 Failure cannotWrite(const std::string& where) {
-    return {ExitCode::cannotCreate, fmt::format("cannot write {}: {}", where, std::strerror(errno))};
+    return {Failure::Kind::unwritable, fmt::format("cannot write {}: {}", where, std::strerror(errno))};
 }
 
 /// Devices and pipes are written to as they are; a file is replaced by one that is complete.

@@ -1,13 +1,15 @@
 // How a command's result is worded, and where it goes: standard output, or a file.
 #pragma once
 
-#include "Host/Commands/Failure.h"
+#include "Platform/Foundation/Failure.h"
 
 #include <filesystem>
 #include <optional>
 #include <string_view>
 
 namespace host {
+
+using platform::Failure;
 
 enum class TextFormat { people, json };
 

@@ -395,7 +395,7 @@ void Desktop::change(const ArrangementChange& change) {
     });
 }
 
-void Desktop::showUnsaved(const ArrangementError& error) {
+void Desktop::showUnsaved(const platform::Failure& error) {
     showFailure(localized("The change could not be saved"), error.message);
 }
 

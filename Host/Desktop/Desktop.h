@@ -70,7 +70,7 @@ class Desktop final : public HostDisplay, private TileHands {
     void showExamples();
     void edit(InstanceId id);
     void change(const ArrangementChange& change);
-    void showUnsaved(const ArrangementError& error);
+    void showUnsaved(const platform::Failure& error);
     const Tile* sessionTile(InstanceId id) const;
     DesktopTile* shownTile(InstanceId id);
 

@@ -2,7 +2,6 @@
 
 #include "Host/Arrangement/ArrangementJson.h"
 #include "Host/Connection/DeclaredChoices.h"
-#include "Host/Session/ExitCode.h"
 #include "Host/Session/HostApplication.h"
 
 #include <memory>
@@ -12,6 +11,7 @@ namespace host {
 namespace {
 
 using platform::Expected;
+using platform::Failure;
 using platform::Unexpected;
 
 struct Unref {
@@ -51,7 +51,7 @@ class Request : public std::enable_shared_from_this<Request> {
             return add(extension, *widgets);
         }
         if (pending_ == 0 && lacksWidget_) {
-            fail(ExitCode::usage, unknownWidget(instance_.kind));
+            fail({Failure::Kind::usage, unknownWidget(instance_.kind)});
         }
     }
 
@@ -59,7 +59,7 @@ class Request : public std::enable_shared_from_this<Request> {
         instance_.extension = extension;
         auto instance = declaredInstance(instance_, family_, widgets);
         if (!instance) {
-            return fail(ExitCode::usage, instance.error());
+            return fail({Failure::Kind::usage, instance.error()});
         }
         host_.change(Addition{*std::move(instance)},
                      [self = shared_from_this()](const HostApplication::Change& result) { self->changed(result); });
@@ -67,26 +67,26 @@ class Request : public std::enable_shared_from_this<Request> {
 
     void changed(const HostApplication::Change& result) {
         if (!result) {
-            return fail(exitCodeOf(result.error().kind), result.error().message);
+            return fail(result.error());
         }
         if (result->notice) {
             complain(*result->notice);
         }
         g_application_command_line_print(line_.get(), "%u\n", result->arrangement.instances.back().id);
-        end(ExitCode::success);
+        end(std::nullopt);
     }
 
     void complain(const std::string& message) {
         g_application_command_line_printerr(line_.get(), "widgethost: %s\n", message.c_str());
     }
 
-    void fail(ExitCode code, const std::string& message) {
-        complain(message);
-        end(code);
+    void fail(const Failure& failure) {
+        complain(failure.message);
+        end(failure);
     }
 
-    void end(ExitCode code) {
-        g_application_command_line_set_exit_status(line_.get(), static_cast<int>(code));
+    void end(const std::optional<Failure>& failure) {
+        g_application_command_line_set_exit_status(line_.get(), platform::exitCode(failure));
         line_.reset();
     }
 
@@ -133,13 +133,13 @@ int answerAdd(HostApplication& host, GApplicationCommandLine* line, const std::v
     const auto arrangement = words.size() > 2 ? arrangementFromJson(words[0]) : Arrangement();
     if (!arrangement || arrangement->instances.size() != 1) {
         g_application_command_line_printerr(line, "widgethost: this is no widget to add\n");
-        return static_cast<int>(ExitCode::usage);
+        return static_cast<int>(Failure::Kind::usage);
     }
     const auto family = words[1].empty() ? std::nullopt : std::optional(words[1]);
     std::make_shared<Request>(host, line, arrangement->instances.front(), family)
         ->ask({words.begin() + 2, words.end()});
     // A host that ends before it is done has added nothing that anybody knows of.
-    return static_cast<int>(ExitCode::unavailable);
+    return static_cast<int>(Failure::Kind::unavailable);
 }
 
 } // namespace host

@@ -2,7 +2,6 @@
 
 #include "Host/Connection/Landlock.h"
 #include "Host/Session/AddCommand.h"
-#include "Host/Session/ExitCode.h"
 #include "Host/Session/Explanation.h"
 #include "Host/Session/RunningHost.h"
 
@@ -18,8 +17,8 @@ namespace host {
 
 namespace {
 
-constexpr int usage = static_cast<int>(ExitCode::usage);
-constexpr int unavailable = static_cast<int>(ExitCode::unavailable);
+constexpr int usage = static_cast<int>(platform::Failure::Kind::usage);
+constexpr int unavailable = static_cast<int>(platform::Failure::Kind::unavailable);
 
 /// How long the end waits for what is still to be written.
 constexpr std::chrono::seconds finishTimeout{5};
@@ -85,10 +84,10 @@ void HostApplication::arrangementChanged(GFileMonitor* /*monitor*/, GFile* /*fil
 }
 
 void HostApplication::start() {
-    auto lock = FileLock::take(folder_ / "host.lock", std::chrono::milliseconds(0));
+    auto lock = FileLock::tryLock(folder_ / "host.lock");
     if (!lock) {
-        complain(lock.error().kind == LockError::Kind::held ? "another host runs on this arrangement"
-                                                            : lock.error().message);
+        complain(lock.error().kind == platform::Failure::Kind::unavailable ? "another host runs on this arrangement"
+                                                                           : lock.error().message);
         exitCode_ = unavailable;
         g_application_quit(application_);
         return;

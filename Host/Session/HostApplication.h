@@ -71,7 +71,7 @@ class HostApplication {
     const Session& session() const { return session_; }
 
     /// What was written, or why nothing was.
-    using Change = platform::Expected<ArrangementFile::Update, ArrangementError>;
+    using Change = platform::Outcome<ArrangementFile::Update>;
     /// Changes the arrangement, after all changes before: in its file, beside the main loop, and then on the display.
     /// `done` is told afterwards, from the main loop; where the host ends meanwhile, nobody is told. What fails changes
     /// nothing.

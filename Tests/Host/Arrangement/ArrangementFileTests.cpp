@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using Kind = ArrangementError::Kind;
+using Kind = platform::Failure::Kind;
 using Names = std::set<std::string>;
 using ::testing::AllOf;
 using ::testing::HasSubstr;
@@ -63,12 +63,12 @@ TEST_F(ArrangementFileTest, BeginsEmptyAndKeepsWhatIsChanged) {
     EXPECT_EQ(update->notice, std::nullopt);
     EXPECT_TRUE(*file.load() == update->arrangement);
     EXPECT_EQ(update->arrangement.instances.front().id, 2U);
-    EXPECT_EQ(failure(file, Removal{1}, Kind::refused), "there is no widget 1; there are 2");
+    EXPECT_EQ(failure(file, Removal{1}, Kind::usage), "there is no widget 1; there are 2");
     EXPECT_EQ(folder.names(), (Names{"arrangement.json", "arrangement.lock"}));
 }
 
 TEST_F(ArrangementFileTest, WaitsForAnothersLockOnlySoLong) {
-    const auto held = FileLock::take(folder.path("arrangement.lock"), 0ms);
+    const auto held = FileLock::tryLock(folder.path("arrangement.lock"));
     const ArrangementFile hasty(platform::DiskFileSystem::shared(), folder.path(""), 20ms);
     EXPECT_THAT(failure(hasty, addition, Kind::unwritable), HasSubstr("arrangement.lock: another process has it"));
     EXPECT_EQ(count(), 0U);
@@ -181,7 +181,7 @@ TEST_F(ArrangementFileTest, NeverGrowsBeyondWhatIsRead) {
     ASSERT_TRUE(file.update(addition));
     const std::string before = folder.content("arrangement.json");
     const Edit edit{1, {{"group", std::string(greatestArrangementFile, 'x')}}};
-    EXPECT_EQ(failure(file, edit, Kind::refused), "the arrangement would be larger than 1048576 bytes");
+    EXPECT_EQ(failure(file, edit, Kind::usage), "the arrangement would be larger than 1048576 bytes");
     EXPECT_EQ(folder.content("arrangement.json"), before);
 }
 

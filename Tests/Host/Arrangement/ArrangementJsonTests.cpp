@@ -38,7 +38,7 @@ std::string plain(const std::string& id, const std::string& more = "") {
 TEST(ArrangementJson, IsWrittenOneInstanceALineAndReadAgain) {
     EXPECT_EQ(arrangementJson(example), exampleJson);
     const auto read = arrangementFromJson(exampleJson);
-    ASSERT_TRUE(read) << read.error().reason;
+    ASSERT_TRUE(read) << read.error().message;
     EXPECT_TRUE(*read == example);
     EXPECT_EQ(arrangementJson({}), "{\"version\":1,\"nextId\":1,\"instances\":[\n]}\n");
     EXPECT_TRUE(*arrangementFromJson(arrangementJson({})) == Arrangement{});
@@ -109,8 +109,8 @@ TEST(ArrangementJson, TellsWhatIsWrong) {
               "\"instances\": no. 1: the position is not within ±100000"}}) {
         const auto read = arrangementFromJson(json);
         ASSERT_FALSE(read) << json;
-        EXPECT_EQ(read.error().kind, UnreadableArrangement::Kind::broken) << json;
-        EXPECT_EQ(read.error().reason, reason) << json;
+        EXPECT_EQ(read.error().kind, platform::Failure::Kind::malformed) << json;
+        EXPECT_EQ(read.error().message, reason) << json;
     }
 }
 
@@ -119,7 +119,7 @@ TEST(ArrangementJson, TellsANewerFormWhateverItLooksLike) {
                              R"({"version":3,"screens":{}})", R"({"x":1,"x":2,"version":2})"}) {
         const auto read = arrangementFromJson(json);
         ASSERT_FALSE(read) << json;
-        EXPECT_EQ(read.error().kind, UnreadableArrangement::Kind::newer) << json;
+        EXPECT_EQ(read.error().kind, platform::Failure::Kind::unreadable) << json;
     }
 }
 

@@ -28,7 +28,7 @@ void expectSecond(const ArrangementChange& change, Alter alter) {
     Arrangement expected = three();
     alter(expected.instances[1]);
     const auto found = changed(three(), change);
-    ASSERT_TRUE(found) << found.error();
+    ASSERT_TRUE(found) << found.error().message;
     EXPECT_TRUE(*found == expected);
 }
 
@@ -115,7 +115,7 @@ TEST(Arrangement, RefusesInWords) {
              {three(), Move{1, {-infinity, 0}, {}}, "the position is not within ±100000"}}) {
         const auto found = changed(arrangement, change);
         ASSERT_FALSE(found) << says;
-        EXPECT_EQ(found.error(), says);
+        EXPECT_EQ(found.error().message, says);
     }
 }
 

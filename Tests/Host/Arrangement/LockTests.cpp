@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 TEST(FileLock, MakesItsFoldersForTheUserAlone) {
     const platform::TemporaryFolder folder;
-    EXPECT_TRUE(FileLock::take(folder.path("a/b/lock"), 0ms));
+    EXPECT_TRUE(FileLock::tryLock(folder.path("a/b/lock")));
     for (const char* made : {"a", "a/b"}) {
         struct stat status {};
         ASSERT_EQ(stat(folder.path(made).c_str(), &status), 0) << made;
@@ -34,9 +34,9 @@ TEST(FileLock, SaysWhyItCannotBeHad) {
     for (const auto& [path, why] :
          {Row{"file/lock", "Not a directory"}, Row{"folder", "Is a directory"},
           Row{"link", "Too many levels of symbolic links"}, Row{"link/lock", "No such file or directory"}}) {
-        const auto lock = FileLock::take(folder.path(path), 0ms);
+        const auto lock = FileLock::tryLock(folder.path(path));
         ASSERT_FALSE(lock) << path;
-        EXPECT_EQ(lock.error().kind, LockError::Kind::impossible) << path;
+        EXPECT_EQ(lock.error().kind, platform::Failure::Kind::unwritable) << path;
         EXPECT_EQ(lock.error().message, "cannot lock " + folder.path(path) + ": " + why);
     }
 }

@@ -94,7 +94,7 @@ TEST_F(HostApplicationTest, ReadsOnceWhatIsChangedOnce) {
 }
 
 TEST_F(HostApplicationTest, WaitsForAnothersLockBesideItsLoop) {
-    auto lock = std::make_optional(FileLock::take(folder.path("arrangement.lock"), 0ms));
+    auto lock = std::make_optional(FileLock::tryLock(folder.path("arrangement.lock")));
     run({[&] { return change(addition); }, [&] { return change(Removal{7}); },
          [&] {
              EXPECT_THAT(results, IsEmpty());
