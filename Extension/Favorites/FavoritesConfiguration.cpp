@@ -24,10 +24,8 @@ std::vector<FavoritesGroupOption> FavoritesGroupQuery::entitiesFor(std::span<con
 }
 
 std::vector<FavoritesGroupOption> FavoritesGroupQuery::suggestedEntities() const {
-    std::vector options{FavoritesGroupOption::all()};
-    for (std::string& name : store_->groupNames()) {
-        options.push_back({std::move(name)});
-    }
+    auto options = entitiesFor(store_->groupNames());
+    options.insert(options.begin(), FavoritesGroupOption::all());
     return options;
 }
 

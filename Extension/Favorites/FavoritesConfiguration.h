@@ -1,6 +1,7 @@
 // What the user may choose for a Favorites widget: all favourites, or those of one group.
 #pragma once
 
+#include "Extension/Favorites/FavoritesItem.h"
 #include "Extension/Favorites/FavoritesStore.h"
 #include "Platform/Widgets/Intent.h"
 
@@ -18,9 +19,9 @@ struct FavoritesGroupOption {
     std::string id;
 
     static FavoritesGroupOption all() { return {allID}; }
-    /// "Favorites Group", in the user's language.
+    /// Returns "Favorites Group", in the user's language.
     static std::string typeDisplayRepresentation();
-    /// The option's title, in the user's language for all of them.
+    /// Returns the option's title, in the user's language for all groups.
     std::string displayRepresentation() const;
 
     friend bool operator==(const FavoritesGroupOption&, const FavoritesGroupOption&) = default;
@@ -31,11 +32,12 @@ class FavoritesGroupQuery {
   public:
     explicit FavoritesGroupQuery(const FavoritesStore& store = FavoritesStore::shared()) : store_(&store) {}
 
-    /// One option an identifier, in their order, whether there is such a group or not.
+    /// Returns one option an identifier, in their order, even if the file has no such group.
     std::vector<FavoritesGroupOption> entitiesFor(std::span<const std::string> identifiers) const;
-    /// All, then the file's groups in its order.
+    /// Returns all, then the file's groups in its order.
     std::vector<FavoritesGroupOption> suggestedEntities() const;
-    /// The suggestions whose id, or the title for all, contains `text` ignoring case; every one where `text` is empty.
+    /// Returns the suggestions whose id contains `text` ignoring case, or for all, whose title does; every suggestion
+    /// if `text` is empty.
     std::vector<FavoritesGroupOption> entitiesMatching(std::string_view text) const;
     FavoritesGroupOption defaultResult() const { return FavoritesGroupOption::all(); }
 
@@ -47,6 +49,10 @@ struct FavoritesIntent {
     FavoritesGroupOption group = FavoritesGroupOption::all();
 
     static platform::IntentDescription<FavoritesIntent> description();
+    /// A favourite outside of all groups is included with all of them alone.
+    bool includes(const FavoritesItem& item) const {
+        return group == FavoritesGroupOption::all() || item.groupName == group.id;
+    }
 };
 
 } // namespace foliovault

@@ -6,7 +6,6 @@
 #include "Platform/Foundation/Localization.h"
 
 #include <array>
-#include <span>
 #include <utility>
 
 namespace foliovault {
@@ -15,50 +14,16 @@ using namespace platform;
 
 namespace {
 
-using GroupName = std::optional<std::string>;
+constexpr std::array<std::string_view, 9> keys{"Path",  "UUID", "SIUUID", "Name",    "Date",
+                                               "Label", "Icon", "Type",   "Location"};
 
-/// The keys of an entry, those first that make it a favourite.
-enum Key : std::size_t {
-    path,
-    uuid,
-    smartGroup,
-    kindKeyCount,
-    name = kindKeyCount,
-    date,
-    label,
-    icon,
-    type,
-    location,
-    keyCount
-};
-constexpr std::array<std::string_view, keyCount> keys{"Path",  "UUID", "SIUUID", "Name",    "Date",
-                                                      "Label", "Icon", "Type",   "Location"};
-
-/// Whether the entry has what makes a favourite, without making one.
-bool isFavorite(const PropertyListValue& entry) {
-    const RecordFields fields(entry, std::span(keys).first<kindKeyCount>());
-    return fields.hasString(path) || fields.hasString(uuid) || fields.hasString(smartGroup);
-}
-
-/// Calls `visit` with what may be a favourite, and the name of its group: a group's children, or the entry itself.
-template <class Visit>
-void forEachChild(const PropertyListValue& entry, const std::string& untitled, Visit visit) {
-    const auto children = entry["Children"];
-    if (!children || !children->isArrayOfDictionaries()) {
-        visit(entry, GroupName());
-        return;
-    }
-    const auto name = entry["Name"];
-    const GroupName groupName = (name ? name->string() : std::nullopt).value_or(untitled);
-    children->forEachElement([&](const PropertyListValue& child) {
-        visit(child, groupName);
-        return true;
-    });
+/// Returns `path` with "~" for `home`. The prefix counts as text, so a home /home/a also shortens /home/ab/x: that is
+/// how the application shows paths.
+std::string abbreviated(const std::string& path, const std::string& home) {
+    return path.starts_with(home) ? "~" + path.substr(home.size()) : path;
 }
 
 } // namespace
-
-FavoritesStore::FavoritesStore(const Library& library) : file_(library, library.paths.favoritesURL, "FavoritesStore") {}
 
 const FavoritesStore& FavoritesStore::shared() {
     static const FavoritesStore store(Library::shared());
@@ -68,31 +33,27 @@ const FavoritesStore& FavoritesStore::shared() {
 std::vector<FavoritesItem> FavoritesStore::readFromPlist() const {
     std::vector<FavoritesItem> items;
     const std::string untitled = localized("Untitled");
-    file_.forEachRecord([&](const PropertyListValue& entry) {
-        forEachChild(entry, untitled, [&](const PropertyListValue& child, const GroupName& groupName) {
-            if (auto item = parseChild(child, groupName, untitled)) {
-                items.push_back(*std::move(item));
-            }
-        });
+    const auto append = [&](const PropertyListValue& entry, const std::optional<std::string>& groupName) {
+        if (auto item = parseChild(entry, groupName, untitled)) {
+            items.push_back(*std::move(item));
+        }
+        return true;
+    };
+    forEachRecord([&](const PropertyListValue& entry) {
+        const auto children = entry["Children"];
+        if (!children || !children->isArrayOfDictionaries()) {
+            append(entry, std::nullopt);
+            return;
+        }
+        const auto name = entry["Name"];
+        const std::optional groupName = (name ? name->string() : std::nullopt).value_or(untitled);
+        children->forEachElement([&](const PropertyListValue& child) { return append(child, groupName); });
     });
     return items;
 }
 
-ListExcerpt<FavoritesItem> FavoritesStore::readExcerpt(const GroupFilter& filter) const {
-    ListExcerpt<FavoritesItem> excerpt;
-    const std::string untitled = localized("Untitled");
-    file_.forEachRecord([&](const PropertyListValue& entry) {
-        forEachChild(entry, untitled, [&](const PropertyListValue& child, const GroupName& groupName) {
-            if (filter(groupName) && isFavorite(child)) {
-                excerpt.add([&] { return parseChild(child, groupName, untitled); });
-            }
-        });
-    });
-    return excerpt;
-}
-
 std::vector<std::string> FavoritesStore::groupNames() const {
-    return file_.convertEach([](const PropertyListValue& entry) {
+    return convertEach([](const PropertyListValue& entry) {
         const auto name = entry["Name"];
         return name && entry["Children"] ? name->string() : std::nullopt;
     });
@@ -100,46 +61,41 @@ std::vector<std::string> FavoritesStore::groupNames() const {
 
 std::optional<FavoritesItem> FavoritesStore::parseChild(const PropertyListValue& entry,
                                                         const std::optional<std::string>& groupName,
-                                                        const std::string& untitled) {
-    const RecordFields fields(entry, std::span(keys));
-    const auto favorite = [&](std::string_view kind, const std::string& identifier, std::string_view symbol,
-                              std::optional<std::string> place, const std::optional<std::string>& urlString,
-                              std::optional<std::string> databasePath) {
-        std::string id(kind);
-        if (groupName) {
-            id.append(*groupName).append("/");
-        }
-        id += identifier;
-        const auto isDatabase = databasePath ? IsDatabase::yes : IsDatabase::no;
-        return FavoritesItem(std::move(id), fields.string(name).value_or(untitled), parseDate(fields.value(date)),
-                             symbol, fields.integer(label).value_or(0), std::move(place), groupName, urlString,
-                             fields.data(icon), isDatabase, std::move(databasePath));
-    };
-
-    if (const auto file = fields.string(path)) {
-        const auto url = commandURL("open-path", "path", *file);
-        return favorite("db:", *file, "cylinder.split.1x2", std::nullopt,
-                        url ? std::optional(url->absoluteString()) : std::nullopt, *file);
+                                                        const std::string& untitled) const {
+    const RecordFields fields(entry, keys);
+    const std::string prefix = groupName ? *groupName + "/" : "";
+    FavoritesItem item{.name = fields.string("Name").value_or(untitled),
+                       .date = parseDate(fields["Date"]),
+                       .label = fields.integer("Label").value_or(0),
+                       .groupName = groupName,
+                       .iconData = fields.data("Icon")};
+    if (const auto path = fields.string("Path")) {
+        const auto url = commandURL("open-path", "path", *path);
+        item.id = "db:" + prefix + *path;
+        item.icon = "cylinder.split.1x2";
+        item.urlString = url ? std::optional(url->absoluteString()) : std::nullopt;
+        item.isDatabase = true;
+        item.displayDatabasePath = abbreviated(*path, realHome());
+    } else if (const auto identifier = fields.string("UUID")) {
+        item.id = "item:" + prefix + *identifier;
+        item.icon = DocumentType::sfSymbol(fields.integer("Type").value_or(0));
+        item.location = fields.string("Location");
+        item.urlString = "x-foliovault-item://" + *identifier;
+    } else if (const auto smartGroup = fields.string("SIUUID")) {
+        item.id = "si:" + prefix + *smartGroup;
+        item.icon = "gearshape.2";
+        item.urlString = "x-foliovault-smartgroup://" + *smartGroup;
+    } else {
+        return std::nullopt;
     }
-    if (const auto identifier = fields.string(uuid)) {
-        return favorite("item:", *identifier, DocumentType::sfSymbol(fields.integer(type).value_or(0)),
-                        fields.string(location), "x-foliovault-item://" + *identifier, std::nullopt);
-    }
-    if (const auto identifier = fields.string(smartGroup)) {
-        return favorite("si:", *identifier, "gearshape.2", std::nullopt, "x-foliovault-smartgroup://" + *identifier,
-                        std::nullopt);
-    }
-    return std::nullopt;
+    return item;
 }
 
 Date FavoritesStore::parseDate(const std::optional<PropertyListValue>& value) {
-    if (!value) {
-        return Date::distantPast();
+    if (const auto date = value ? value->date() : std::nullopt) {
+        return *date;
     }
-    if (const auto moment = value->date()) {
-        return *moment;
-    }
-    const auto seconds = value->number();
+    const auto seconds = value ? value->number() : std::nullopt;
     return seconds ? Date{*seconds} : Date::distantPast();
 }
 

@@ -1,4 +1,4 @@
-// Reads the application's Favorites.plist, afresh on every call.
+// Reads the application's Favorites.plist.
 //
 // The file's root is an array of dictionaries, each a favourite or a group of favourites:
 //
@@ -12,54 +12,39 @@
 //   "UUID"      record          text, its identifier; with "Type", an integer, and "Location", a text
 //   "SIUUID"    smart group     text, its identifier
 //
-// Log category "FavoritesStore". The store has no state: any thread, any number at once.
+// Log category "FavoritesStore".
 #pragma once
 
 #include "Extension/Favorites/FavoritesItem.h"
-#include "Extension/Shared/Library.h"
-#include "Extension/Shared/ListExcerpt.h"
-#include "Extension/Shared/PropertyListFile.h"
+#include "Extension/Shared/ListStore.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace foliovault {
 
-class FavoritesStore {
+class FavoritesStore : public ListStore {
   public:
-    explicit FavoritesStore(const Library& library);
+    explicit FavoritesStore(const Library& library)
+        : ListStore(library, library.paths.favoritesURL, "FavoritesStore") {}
 
     /// The store on the user's own file.
     static const FavoritesStore& shared();
 
-    std::optional<platform::PropertyList> loadPlist() const { return file_.load(); }
-
-    /// All favourites in the file's order.
+    /// Returns all favourites in the file's order.
     std::vector<FavoritesItem> readFromPlist() const;
 
-    using GroupFilter = std::function<bool(const std::optional<std::string>& groupName)>;
-
-    /// The favourites of the groups that pass `filter`; one without a group passes by its absence.
-    ListExcerpt<FavoritesItem> readExcerpt(const GroupFilter& filter) const;
-
-    /// The names of the groups that have one, in the file's order.
+    /// Returns the names of the groups that have one, in the file's order.
     std::vector<std::string> groupNames() const;
 
-    /// One entry as a favourite of `groupName`, with `untitled` as the name of a nameless one.
-    static std::optional<FavoritesItem> parseChild(const platform::PropertyListValue& entry,
-                                                   const std::optional<std::string>& groupName,
-                                                   const std::string& untitled);
+    /// Returns the entry as a favourite of `groupName`, or as `untitled` if it is nameless.
+    std::optional<FavoritesItem> parseChild(const platform::PropertyListValue& entry,
+                                            const std::optional<std::string>& groupName,
+                                            const std::string& untitled) const;
 
-    /// A date as it is, a number as seconds since the reference date, anything else as the distant past.
+    /// Returns a date as it is, a number as seconds since the reference date, anything else as the distant past.
     static platform::Date parseDate(const std::optional<platform::PropertyListValue>& value);
-
-    /// As `PropertyListFile::watches`.
-    std::vector<std::string> watches() const { return file_.watches(); }
-
-  private:
-    PropertyListFile file_;
 };
 
 } // namespace foliovault

@@ -1,16 +1,29 @@
 #include "Extension/Favorites/FavoritesWidget.h"
 
-#include "Extension/Favorites/FavoritesViews.h"
 #include "Extension/Shared/ListWidget.h"
+#include "Extension/Shared/ListWidgetBody.h"
+#include "Extension/Shared/MessageView.h"
 
 namespace foliovault {
 
-std::unique_ptr<platform::Widget> FavoritesWidget::body() const {
-    return listWidget<FavoritesEntryView>(kind, provider,
-                                          {.small = "Favorites Small",
-                                           .medium = "Favorites Medium",
-                                           .large = "Favorites Large",
-                                           .empty = "Favorites Empty"});
+using namespace platform;
+
+View FavoritesEntryView::body(const Environment& environment) const {
+    if (entry.items.empty()) {
+        return FavoritesEmptyView().body();
+    }
+    return ListWidgetBody<FavoritesItem>{.items = entry.items, .displayCount = entry.displayCount, .title = "Favorites"}
+        .body(environment);
+}
+
+View FavoritesEmptyView::body() const {
+    return MessageView{
+        .symbol = "star", .title = "No Favorites", .explanation = "Add favorites in FOLIOvault to see them here."}
+        .body();
+}
+
+std::unique_ptr<Widget> FavoritesWidget::body() const {
+    return listWidget<FavoritesEntryView>("FavoritesWidget", provider, "Favorites ");
 }
 
 } // namespace foliovault

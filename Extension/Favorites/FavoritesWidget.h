@@ -1,18 +1,32 @@
-// The Favorites widget, as it is declared to the host.
+// The Favorites widget: its entries, its pictures, and how it is declared to the host.
 #pragma once
 
-#include "Extension/Favorites/FavoritesProvider.h"
+#include "Extension/Favorites/FavoritesConfiguration.h"
+#include "Extension/Favorites/FavoritesItem.h"
+#include "Extension/Favorites/FavoritesStore.h"
+#include "Extension/Shared/ListProvider.h"
+#include "Platform/Views/View.h"
 #include "Platform/Widgets/Widget.h"
 
 #include <memory>
 
 namespace foliovault {
 
+using FavoritesEntry = ListEntry<FavoritesItem>;
+using FavoritesProvider = ListProvider<FavoritesEntry, FavoritesIntent, FavoritesStore>;
+
+/// The list, or the empty view if the entry has no items.
+struct FavoritesEntryView {
+    const FavoritesEntry& entry;
+    platform::View body(const platform::Environment& environment) const;
+};
+
+struct FavoritesEmptyView {
+    platform::View body() const;
+};
+
 struct FavoritesWidget {
-    static constexpr const char* kind = "FavoritesWidget";
-
     FavoritesProvider provider;
-
     std::unique_ptr<platform::Widget> body() const;
 };
 

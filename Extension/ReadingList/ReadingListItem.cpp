@@ -4,24 +4,9 @@
 #include "Extension/Shared/DocumentType.h"
 #include "Platform/Foundation/Clock.h"
 
-#include <utility>
-
 namespace foliovault {
 
 using namespace platform;
-
-ReadingListItem::ReadingListItem(std::string urlString, std::string title, bool isUnread, Date date, std::int64_t type,
-                                 std::optional<EncodedData> iconData)
-    : id(std::move(urlString)), title(std::move(title)), isUnread(isUnread), date(date), type(type),
-      iconData(std::move(iconData)), url(foliovaultOpenURL(id, "readinglist")) {}
-
-std::string_view ReadingListItem::typeIcon() const {
-    return DocumentType::sfSymbol(type);
-}
-
-std::string ReadingListItem::typeLabel() const {
-    return DocumentType::label(type);
-}
 
 std::optional<std::string> ReadingListItem::sourceHost() const {
     const auto address = URL::parse(id);
@@ -40,9 +25,17 @@ std::optional<std::string> ReadingListItem::sourceHost() const {
     return host;
 }
 
-std::string ReadingListItem::subtitle() const {
+std::optional<std::string> ReadingListItem::displaySubtitle() const {
     const auto host = sourceHost();
-    return host ? typeLabel() + " · " + *host : typeLabel();
+    return DocumentType::label(type) + (host ? " · " + *host : "");
+}
+
+std::string_view ReadingListItem::displayIcon() const {
+    return DocumentType::sfSymbol(type);
+}
+
+std::optional<URL> ReadingListItem::displayURL() const {
+    return foliovaultOpenURL(id, "readinglist");
 }
 
 std::optional<Color> ReadingListItem::dotColor() const {
@@ -50,19 +43,28 @@ std::optional<Color> ReadingListItem::dotColor() const {
 }
 
 const std::vector<ReadingListItem>& ReadingListItem::sampleItems() {
-    static const std::vector<ReadingListItem> items = [] {
-        const Date now = SystemClock::shared().now();
-        const auto none = std::nullopt;
-        return std::vector<ReadingListItem>{
-            {"x-foliovault-item://sample1", "Getting Started with FOLIOvault", true, now, 12, none},
-            {"x-foliovault-item://sample2", "Project Budget 2025", true, now.addingSeconds(-3600), 16, none},
-            {"x-foliovault-item://sample3", "Meeting Notes – Q1 Review", false, now.addingSeconds(-7200), 4, none},
-            {"x-foliovault-item://sample4", "Smart Rules & Automation Guide", true, now.addingSeconds(-86400), 12,
-             none},
-            {"x-foliovault-item://sample5", "Research Notes on Machine Learning", false, now.addingSeconds(-172800),
-             124, none},
-        };
-    }();
+    static const Date now = SystemClock::shared().now();
+    static const std::vector<ReadingListItem> items{
+        {.id = "x-foliovault-item://sample1", .title = "Getting Started with FOLIOvault", .date = now, .type = 12},
+        {.id = "x-foliovault-item://sample2",
+         .title = "Project Budget 2025",
+         .date = now.addingSeconds(-3600),
+         .type = 16},
+        {.id = "x-foliovault-item://sample3",
+         .title = "Meeting Notes – Q1 Review",
+         .isUnread = false,
+         .date = now.addingSeconds(-7200),
+         .type = 4},
+        {.id = "x-foliovault-item://sample4",
+         .title = "Smart Rules & Automation Guide",
+         .date = now.addingSeconds(-86400),
+         .type = 12},
+        {.id = "x-foliovault-item://sample5",
+         .title = "Research Notes on Machine Learning",
+         .isUnread = false,
+         .date = now.addingSeconds(-172800),
+         .type = 124},
+    };
     return items;
 }
 

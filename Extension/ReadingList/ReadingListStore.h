@@ -1,4 +1,4 @@
-// Reads the application's ReadingList.plist, afresh on every call.
+// Reads the application's ReadingList.plist.
 //
 // The file's root is an array of dictionaries, each an item:
 //
@@ -10,45 +10,26 @@
 //   "type"     integer, a document type's code; without it 0
 //   "icon"     data, an image file's bytes
 //
-// Log category "ReadingListStore". The store has no state: any thread, any number at once.
+// Log category "ReadingListStore".
 #pragma once
 
-#include "Extension/ReadingList/ReadingListConfiguration.h"
 #include "Extension/ReadingList/ReadingListItem.h"
-#include "Extension/Shared/Library.h"
-#include "Extension/Shared/ListExcerpt.h"
-#include "Extension/Shared/PropertyListFile.h"
+#include "Extension/Shared/ListStore.h"
 
-#include <cstdint>
-#include <string>
 #include <vector>
 
 namespace foliovault {
 
-/// What a filter leaves, and what there is without it.
-struct ReadingListExcerpt {
-    ListExcerpt<ReadingListItem> filtered;
-    std::int64_t sourceCount = 0;
-    std::int64_t unreadCount = 0;
-};
-
-class ReadingListStore {
+class ReadingListStore : public ListStore {
   public:
-    explicit ReadingListStore(const Library& library);
+    explicit ReadingListStore(const Library& library)
+        : ListStore(library, library.paths.readingListURL, "ReadingListStore") {}
 
     /// The store on the user's own file.
     static const ReadingListStore& shared();
 
-    /// All items in the file's order; an address that stands there twice makes two items.
+    /// Returns all items in the file's order; an address that stands there twice makes two items.
     std::vector<ReadingListItem> readFromPlist() const;
-
-    ReadingListExcerpt readExcerpt(ReadingListFilter filter) const;
-
-    /// As `PropertyListFile::watches`.
-    std::vector<std::string> watches() const { return file_.watches(); }
-
-  private:
-    PropertyListFile file_;
 };
 
 } // namespace foliovault

@@ -1,18 +1,53 @@
-// The Reading List widget, as it is declared to the host.
+// The Reading List widget: its entries, its pictures, and how it is declared to the host.
 #pragma once
 
-#include "Extension/ReadingList/ReadingListProvider.h"
+#include "Extension/ReadingList/ReadingListConfiguration.h"
+#include "Extension/ReadingList/ReadingListItem.h"
+#include "Extension/ReadingList/ReadingListStore.h"
+#include "Extension/Shared/ListProvider.h"
+#include "Platform/Views/View.h"
 #include "Platform/Widgets/Widget.h"
 
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace foliovault {
 
+struct ReadingListEntry : ListEntry<ReadingListItem> {
+    /// How many items are on the list, and how many of them are unread, whatever the filter.
+    std::int64_t sourceCount;
+    std::int64_t unreadCount;
+
+    ReadingListEntry(platform::Date date, const std::vector<ReadingListItem>& all, const ReadingListIntent& intent);
+};
+
+using ReadingListProvider = ListProvider<ReadingListEntry, ReadingListIntent, ReadingListStore>;
+
+/// The list; without items to show, what is the reason: the list is empty, or all of it is read.
+struct ReadingListEntryView {
+    const ReadingListEntry& entry;
+    platform::View body(const platform::Environment& environment) const;
+};
+
+/// The small family's header: the title, and the number of unread items in a badge, 0 too.
+struct ReadingListSmallHeader {
+    std::int64_t unreadCount;
+    platform::View body() const;
+};
+
+/// The list is empty.
+struct EmptyStateView {
+    platform::View body() const;
+};
+
+/// The list has items, and the filter leaves nothing of it.
+struct NoMatchView {
+    platform::View body() const;
+};
+
 struct ReadingListWidget {
-    static constexpr const char* kind = "ReadingListWidget";
-
     ReadingListProvider provider;
-
     std::unique_ptr<platform::Widget> body() const;
 };
 

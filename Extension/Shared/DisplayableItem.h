@@ -1,4 +1,4 @@
-// What an item must tell to be shown in a list widget.
+// What an item needs to be shown in a list widget.
 #pragma once
 
 #include "Platform/Foundation/EncodedData.h"
@@ -7,17 +7,18 @@
 
 #include <concepts>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace foliovault {
 
-/// The most items that an entry carries, however long the application's list is.
+/// The maximum number of items in an entry, however long the application's list is.
 inline constexpr std::size_t listEntryItemCap = 16;
 
-/// `id` identifies the item among the rows of a list. `displayIcon` is the symbol for where there is no icon image, no
-/// `displayURL` means that the row opens nothing, no `dotColor` that it has no dot.
+/// `id` identifies the item among the rows of a list, and equal items have equal ids. `displayIcon` is the symbol for
+/// an item without an icon image. A row without a `displayURL` opens nothing.
 template <class Item>
 concept DisplayableItem = std::equality_comparable<Item> && requires(const Item& item) {
     { item.id } -> std::convertible_to<std::string>;
@@ -30,3 +31,8 @@ concept DisplayableItem = std::equality_comparable<Item> && requires(const Item&
 };
 
 } // namespace foliovault
+
+template <foliovault::DisplayableItem Item>
+struct std::hash<Item> {
+    std::size_t operator()(const Item& item) const { return std::hash<std::string>{}(item.id); }
+};

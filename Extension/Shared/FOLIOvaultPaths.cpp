@@ -1,17 +1,9 @@
 #include "Extension/Shared/FOLIOvaultPaths.h"
 
 namespace foliovault {
-namespace {
-
-std::string realHomeOf(const platform::UserDatabase& users) {
-    auto recorded = users.recordedHome();
-    return recorded ? *std::move(recorded) : users.processHome();
-}
-
-} // namespace
 
 FOLIOvaultPaths::FOLIOvaultPaths(const platform::UserDatabase& users)
-    : realHome(realHomeOf(users)),
+    : realHome(users.recordedHome().value_or(users.processHome())),
       appSupportURL(platform::URL::filePath(realHome).appending("Library/Application Support/FOLIOvault")),
       favoritesURL(appSupportURL.appending("Favorites.plist")),
       readingListURL(appSupportURL.appending("ReadingList.plist")),

@@ -17,7 +17,7 @@ class FOLIOvaultPaths {
     explicit FOLIOvaultPaths(const platform::UserDatabase& users);
     static const FOLIOvaultPaths& shared();
 
-    /// As recorded; without a record the process's own home.
+    /// As recorded; without a record the process's home.
     const std::string realHome;
     const platform::URL appSupportURL;
     const platform::URL favoritesURL;

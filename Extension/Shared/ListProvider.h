@@ -1,23 +1,45 @@
-// Answers the host's requests for a list widget, whichever list it shows.
-//
-// The file is read afresh for every snapshot and timeline, none for a placeholder. A timeline has one entry, and asks
-// to be asked again after five minutes, or when the file changes.
+// What the list widgets answer a host's requests with: one entry, and one provider that makes it.
 #pragma once
 
+#include "Extension/Shared/DisplayableItem.h"
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Widgets/Timeline.h"
 
-#include <utility>
+#include <cstdint>
+#include <vector>
 
 namespace foliovault {
 
-/// `Entry` has a member `date`, which is set here, and says what is shown: `Entry::sample()` for a placeholder,
-/// `Entry::read(store, intent)` of the user's own. `Store::shared()` is the store on the user's own file.
+template <DisplayableItem Item>
+struct ListEntry {
+    platform::Date date;
+    /// The first `listEntryItemCap` items of those that the intent includes, in the list's order.
+    std::vector<Item> items;
+    /// How many the intent includes.
+    std::int64_t displayCount = 0;
+
+    /// `all` is the whole list; `intent.includes(item)` decides which of its items count.
+    template <class Intent>
+    ListEntry(platform::Date date, const std::vector<Item>& all, const Intent& intent) : date(date) {
+        for (const Item& item : all) {
+            if (intent.includes(item)) {
+                ++displayCount;
+                if (items.size() < listEntryItemCap) {
+                    items.push_back(item);
+                }
+            }
+        }
+    }
+};
+
+/// The file is read for every snapshot and timeline, and not for a placeholder, which shows the item's samples. A
+/// timeline has one entry; the host asks again after five minutes, or when the file changes.
 template <class EntryType, class IntentType, class Store>
 class ListProvider {
   public:
     using Entry = EntryType;
     using Intent = IntentType;
+    using Items = decltype(Entry::items);
 
     static constexpr double reloadSeconds = 300;
 
@@ -25,25 +47,19 @@ class ListProvider {
                           const platform::Clock& clock = platform::SystemClock::shared())
         : store_(&store), clock_(&clock) {}
 
-    Entry placeholder() const { return dated(Entry::sample()); }
-    Entry snapshot(const Intent& intent) const { return makeEntry(intent); }
+    Entry placeholder() const { return entryOf(Items::value_type::sampleItems(), {}); }
+    Entry snapshot(const Intent& intent) const { return entryOf(store_->readFromPlist(), intent); }
     platform::Timeline<Entry> timeline(const Intent& intent) const {
-        platform::Timeline<Entry> timeline;
-        timeline.entries.push_back(makeEntry(intent));
-        timeline.reload = {clock_->now().addingSeconds(reloadSeconds)};
-        timeline.watches = store_->watches();
-        return timeline;
+        return {.entries = {snapshot(intent)},
+                .reload = {clock_->now().addingSeconds(reloadSeconds)},
+                .watches = store_->watches()};
     }
 
-    /// An entry with nothing to show, for the preview of that.
-    Entry emptyEntry() const { return dated({}); }
+    /// Returns an entry without items, for the preview of it.
+    Entry emptyEntry() const { return entryOf({}, {}); }
 
   private:
-    Entry makeEntry(const Intent& intent) const { return dated(Entry::read(*store_, intent)); }
-    Entry dated(Entry entry) const {
-        entry.date = clock_->now();
-        return entry;
-    }
+    Entry entryOf(const Items& all, const Intent& intent) const { return Entry(clock_->now(), all, intent); }
 
     const Store* store_;
     const platform::Clock* clock_;

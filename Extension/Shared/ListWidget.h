@@ -9,19 +9,12 @@
 
 namespace foliovault {
 
-/// The names of a list widget's previews: the sample items in three families, and a list without items.
-struct ListPreviewNames {
-    std::string small;
-    std::string medium;
-    std::string large;
-    std::string empty;
-};
-
-/// The widget of that kind in all families, called and described as its intent is. `Provider` is a `ListProvider`,
-/// `EntryView` is made of an entry and has a `body(environment)`.
+/// Returns the widget of that kind in all families, with its intent's title and description. `Provider` is a
+/// `ListProvider`; `EntryView` is made of an entry and has a `body(environment)`. The previews, the samples in three
+/// families and an entry without items, are named after `previewPrefix`: "Favorites Small".
 template <class EntryView, class Provider>
 std::unique_ptr<platform::Widget> listWidget(std::string kind, const Provider& provider,
-                                             const ListPreviewNames& names) {
+                                             const std::string& previewPrefix) {
     using platform::WidgetFamily;
     using Entry = typename Provider::Entry;
     const auto intent = Provider::Intent::description();
@@ -34,10 +27,10 @@ std::unique_ptr<platform::Widget> listWidget(std::string kind, const Provider& p
                       const platform::Environment& environment) { return EntryView{entry}.body(environment); },
         .displayName = intent.title,
         .description = intent.description,
-        .previews = {{names.small, WidgetFamily::small, samples},
-                     {names.medium, WidgetFamily::medium, samples},
-                     {names.large, WidgetFamily::large, samples},
-                     {names.empty, WidgetFamily::small, nothing}},
+        .previews = {{previewPrefix + "Small", WidgetFamily::small, samples},
+                     {previewPrefix + "Medium", WidgetFamily::medium, samples},
+                     {previewPrefix + "Large", WidgetFamily::large, samples},
+                     {previewPrefix + "Empty", WidgetFamily::small, nothing}},
     });
 }
 

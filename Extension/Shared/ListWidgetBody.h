@@ -29,30 +29,41 @@ namespace foliovault {
 
 template <DisplayableItem Item>
 class ListWidgetBody {
+    using View = platform::View;
+    using Views = platform::Views;
+    using Items = std::span<const Item>;
+
   public:
     /// The entry's items, at most `listEntryItemCap` of them.
-    std::span<const Item> items;
+    Items items;
     /// How many there are in all.
     std::int64_t displayCount = 0;
     /// The header's title, in its English wording.
     const char* title = "";
-    std::string subtitle;
-    std::function<platform::View()> smallHeader;
-    std::function<platform::View(const Item&)> detailRow;
+    /// By default the number of items.
+    std::optional<std::string> subtitle = {};
+    /// By default the title.
+    std::function<View()> smallHeader = {};
+    /// By default a `DetailedItemRow`.
+    std::function<View(const Item&)> detailRow = {};
 
-    platform::View body(const platform::Environment& environment) const {
+    View body(const platform::Environment& environment) const {
         switch (environment.family) {
         case platform::WidgetFamily::small:
-            return smallView(environment);
-        case platform::WidgetFamily::large:
-            return largeView();
+            return column(4, {ownHeader(), platform::spacer(2)}, rows<CompactItemRow>(maxSmall, environment),
+                          moreLine(maxSmall));
+        case platform::WidgetFamily::large: {
+            const auto more = moreLine(maxLarge);
+            return column(0, {header()}, detailRows(firstItems(maxLarge), environment),
+                          more ? std::optional(more->padding({.top = 4})) : std::nullopt);
+        }
         case platform::WidgetFamily::extraLarge:
-            return extraLargeView();
+            return column(0, {header()}, {columns(environment)}, std::nullopt);
         case platform::WidgetFamily::medium:
         case platform::WidgetFamily::unknown:
             break;
         }
-        return mediumView(environment);
+        return column(0, {header()}, rows<StandardItemRow>(maxMedium, environment), moreLine(maxMedium));
     }
 
   private:
@@ -61,83 +72,69 @@ class ListWidgetBody {
     static constexpr std::size_t maxLarge = 7;
     static constexpr std::size_t maxXL = listEntryItemCap;
 
-    using View = platform::View;
-    using Views = platform::Views;
-    using Items = std::span<const Item>;
-
-    static constexpr platform::VStackOptions tightColumn{.alignment = platform::HorizontalAlignment::leading,
-                                                         .spacing = 0};
-
-    View smallView(const platform::Environment& environment) const {
-        Views parts{smallHeader(), platform::spacer(2)};
-        for (const Item& item : firstItems(maxSmall)) {
-            parts.push_back(linked(item, CompactItemRow{RowContent::of(item)}.body(environment)));
-        }
+    /// `parts` with `rows` under them, and `more` at the bottom.
+    static View column(double spacing, Views parts, Views rows, std::optional<View> more) {
+        parts.insert(parts.end(), rows.begin(), rows.end());
         parts.push_back(platform::spacer(0));
-        if (const auto line = moreLine(maxSmall)) {
-            parts.push_back(*line);
+        if (more) {
+            parts.push_back(*more);
         }
-        return platform::vStack({.alignment = platform::HorizontalAlignment::leading, .spacing = 4}, std::move(parts));
+        return stack(spacing, std::move(parts));
     }
 
-    View mediumView(const platform::Environment& environment) const {
-        Views parts{header()};
-        for (const Item& item : firstItems(maxMedium)) {
-            parts.push_back(linked(item, StandardItemRow{RowContent::of(item)}.body(environment)));
-        }
-        parts.push_back(platform::spacer(0));
-        if (const auto line = moreLine(maxMedium)) {
-            parts.push_back(*line);
-        }
-        return platform::vStack(tightColumn, std::move(parts));
+    static View stack(double spacing, Views parts) {
+        return platform::vStack({.alignment = platform::HorizontalAlignment::leading, .spacing = spacing},
+                                std::move(parts));
     }
 
-    View largeView() const {
-        Views parts{header()};
-        for (View& row : detailRows(firstItems(maxLarge))) {
-            parts.push_back(std::move(row));
-        }
-        parts.push_back(platform::spacer(0));
-        if (const auto line = moreLine(maxLarge)) {
-            parts.push_back(line->padding({.top = 4}));
-        }
-        return platform::vStack(tightColumn, std::move(parts));
+    View ownHeader() const {
+        return smallHeader ? smallHeader() : platform::text(platform::localized(title)).font(platform::headline);
     }
 
-    View extraLargeView() const {
-        const Items shown = firstItems(maxXL);
-        const Items left = shown.first((shown.size() + 1) / 2);
-        const Items right = shown.subspan(left.size());
-        const View columns = right.empty()
-                                 ? xlColumn(left)
-                                 : platform::hStack({.alignment = platform::VerticalAlignment::top, .spacing = 16},
-                                                    {xlColumn(left), platform::divider(), xlColumn(right)});
-        return platform::vStack(tightColumn, {header(), columns, platform::spacer(0)});
+    View header() const {
+        const auto count = [this] { return platform::localizedCount("%lld items", displayCount); };
+        return WidgetHeader{.title = title, .subtitle = subtitle ? *subtitle : count()}.body().padding({.bottom = 6});
     }
 
-    View xlColumn(Items column) const { return platform::vStack(tightColumn, detailRows(column)); }
-
-    /// One view an item: its detail row, and under all but the last a divider that starts past dot and icon.
-    Views detailRows(Items shown) const {
+    template <class Row>
+    Views rows(std::size_t count, const platform::Environment& environment) const {
         Views rows;
-        for (const Item& item : shown) {
-            Views parts{linked(item, detailRow(item))};
-            if (item.id != shown.back().id) {
-                parts.push_back(platform::divider().padding({.leading = 30}));
-            }
-            rows.push_back(platform::vStack(tightColumn, std::move(parts)));
+        for (const Item& item : firstItems(count)) {
+            rows.push_back(linked(item, Row{RowContent::of(item)}.body(environment)));
         }
         return rows;
     }
 
-    View header() const { return WidgetHeader{.title = title, .subtitle = subtitle}.body().padding({.bottom = 6}); }
+    View columns(const platform::Environment& environment) const {
+        const Items shown = firstItems(maxXL);
+        const Items left = shown.first((shown.size() + 1) / 2);
+        const Items right = shown.subspan(left.size());
+        const auto column = [&](Items part) { return stack(0, detailRows(part, environment)); };
+        return right.empty() ? column(left)
+                             : platform::hStack({.alignment = platform::VerticalAlignment::top, .spacing = 16},
+                                                {column(left), platform::divider(), column(right)});
+    }
 
-    std::optional<View> moreLine(std::size_t shownAtMost) const {
-        const auto maximum = static_cast<std::int64_t>(shownAtMost);
-        if (displayCount <= maximum) {
+    /// One view an item: its detail row, and under all but the last a divider that starts past dot and icon.
+    Views detailRows(Items shown, const platform::Environment& environment) const {
+        Views rows;
+        for (const Item& item : shown) {
+            View row = detailRow ? detailRow(item) : DetailedItemRow{RowContent::of(item)}.body(environment);
+            Views parts{linked(item, std::move(row))};
+            if (item.id != shown.back().id) {
+                parts.push_back(platform::divider().padding({.leading = 30}));
+            }
+            rows.push_back(stack(0, std::move(parts)));
+        }
+        return rows;
+    }
+
+    std::optional<View> moreLine(std::size_t maxRows) const {
+        const auto more = displayCount - static_cast<std::int64_t>(maxRows);
+        if (more <= 0) {
             return std::nullopt;
         }
-        return platform::text(platform::localizedCount("+%lld more", displayCount - maximum))
+        return platform::text(platform::localizedCount("+%lld more", more))
             .font(platform::caption2)
             .foreground(platform::secondary);
     }

@@ -3,23 +3,9 @@
 #include "Extension/Shared/DeepLink.h"
 #include "Platform/Foundation/Localization.h"
 
-#include <utility>
-
 namespace foliovault {
 
 using namespace platform;
-
-namespace {
-
-std::optional<URL> linkOf(std::string_view name) {
-    const auto url = commandURL("open-workspace", "name", name);
-    return url ? std::optional(taggedForWidget(*url, "workspaces")) : std::nullopt;
-}
-
-} // namespace
-
-WorkspaceItem::WorkspaceItem(std::string name, std::int64_t databaseCount, std::int64_t windowCount)
-    : id(name), name(std::move(name)), databaseCount(databaseCount), windowCount(windowCount), url(linkOf(id)) {}
 
 std::string WorkspaceItem::databases() const {
     return localizedCount("%lld databases", databaseCount);
@@ -29,13 +15,18 @@ std::string WorkspaceItem::windows() const {
     return localizedCount("%lld windows", windowCount);
 }
 
-std::optional<std::string> WorkspaceItem::displaySubtitle() const {
-    return databases() + " · " + windows();
+std::optional<URL> WorkspaceItem::displayURL() const {
+    const auto url = commandURL("open-workspace", "name", id);
+    return url ? std::optional(taggedForWidget(*url, "workspaces")) : std::nullopt;
 }
 
 const std::vector<WorkspaceItem>& WorkspaceItem::sampleItems() {
     static const std::vector<WorkspaceItem> items{
-        {"Research", 3, 2}, {"Writing", 1, 1}, {"Archive", 5, 1}, {"Inbox Review", 2, 3}};
+        {.id = "Research", .databaseCount = 3, .windowCount = 2},
+        {.id = "Writing", .databaseCount = 1, .windowCount = 1},
+        {.id = "Archive", .databaseCount = 5, .windowCount = 1},
+        {.id = "Inbox Review", .databaseCount = 2, .windowCount = 3},
+    };
     return items;
 }
 

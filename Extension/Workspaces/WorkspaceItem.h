@@ -1,6 +1,6 @@
 // One workspace: a saved arrangement of databases and windows, known by its name.
 //
-// An immutable value; workspaces are equal when all their fields are.
+// A value; workspaces are equal when all their fields are.
 #pragma once
 
 #include "Platform/Foundation/EncodedData.h"
@@ -8,7 +8,6 @@
 #include "Platform/Views/Style.h"
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,26 +21,22 @@ struct WorkspaceItem {
 
     /// The name.
     std::string id;
-    std::string name;
     /// What it opens and restores.
-    std::int64_t databaseCount;
-    std::int64_t windowCount;
-    /// What a click opens, tagged for this widget.
-    std::optional<platform::URL> url;
-
-    WorkspaceItem(std::string name, std::int64_t databaseCount, std::int64_t windowCount);
+    std::int64_t databaseCount = 0;
+    std::int64_t windowCount = 0;
 
     /// The counts in words, in the user's language: "3 databases" and "2 windows". English has the one form for every
     /// count.
     std::string databases() const;
     std::string windows() const;
 
-    const std::string& displayTitle() const { return name; }
+    const std::string& displayTitle() const { return id; }
     /// "3 databases · 2 windows".
-    std::optional<std::string> displaySubtitle() const;
+    std::optional<std::string> displaySubtitle() const { return databases() + " · " + windows(); }
     std::string_view displayIcon() const { return icon; }
     std::optional<platform::EncodedData> displayIconData() const { return std::nullopt; }
-    const std::optional<platform::URL>& displayURL() const { return url; }
+    /// Opens the workspace by its name, tagged for this widget.
+    std::optional<platform::URL> displayURL() const;
     std::optional<platform::Color> dotColor() const { return std::nullopt; }
 
     /// Four workspaces for placeholders and previews, made at first use.
@@ -51,11 +46,3 @@ struct WorkspaceItem {
 };
 
 } // namespace foliovault
-
-template <>
-struct std::hash<foliovault::WorkspaceItem> {
-    std::size_t operator()(const foliovault::WorkspaceItem& item) const {
-        return (std::hash<std::string>{}(item.name) * 31 + std::hash<std::int64_t>{}(item.databaseCount)) * 31 +
-               std::hash<std::int64_t>{}(item.windowCount);
-    }
-};
