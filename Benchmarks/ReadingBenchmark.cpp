@@ -73,13 +73,6 @@ void expectSome(Count count) {
     }
 }
 
-std::int64_t countOf(const foliovault::FavoritesStore& store) {
-    return store.readExcerpt([](const auto&) { return true; }).count;
-}
-std::int64_t countOf(const foliovault::ReadingListStore& store) {
-    return store.readExcerpt(foliovault::ReadingListFilter::all).filtered.count;
-}
-
 template <class Store>
 void measure(const char* path, int rounds) {
     std::ifstream file(path, std::ios::binary);
@@ -92,7 +85,6 @@ void measure(const char* path, int rounds) {
     benchmarks::timeByTurns(
         {
             {"everyRecord", [&] { expectSome(store.readFromPlist().size()); }},
-            {"timelineNeeds", [&] { expectSome(countOf(store)); }},
             {"libplist",
              [&] {
                  plist_t root = nullptr;

@@ -93,7 +93,6 @@ def reading(table, rounds):
             times = measured(BENCHMARKS / "reading_benchmark", name, file, rounds)
             entries = f"20,000 {name} entries, {size:.0f} MB {form}"
             table.row(f"`readFromPlist`, {entries}, over libplist", times["everyRecord"], times["libplist"], every)
-            table.row("count, filter and sixteen records of the same", times["timelineNeeds"], times["libplist"], 1 / 3)
             times = measured(BENCHMARKS / "start_benchmark", max(3, rounds // 2), request(kind), EXTENSION, "--", PYTHON, PEERS / "peer_timeline.py", file)
             table.row("a whole `timeline` from start, the same, over Python's plistlib", times["ours"], times["peer"], whole)
 
@@ -295,8 +294,8 @@ def memory_of_tips():
 def growth(rounds):
     """Time and memory of a reading list from sixteen entries to a hundred thousand: a table, and a picture of it."""
     print("\nA reading list that grows, an icon with each entry:\n")
-    print("| entries | file | `readFromPlist` | a timeline's needs | per MB of file | private memory of a timeline |\n| --- | --- | --- | --- | --- | --- |")
-    every, needs, held, sizes = ({form: {} for form in FORMS} for _ in range(4))
+    print("| entries | file | `readFromPlist` | per MB of file | private memory of a timeline |\n| --- | --- | --- | --- | --- |")
+    every, held, sizes = ({form: {} for form in FORMS} for _ in range(3))
     for form in FORMS:
         for count in (16, 100, 1_000, 10_000, 100_000):
             write(reading_list(count), form, READING_LIST)
@@ -306,14 +305,12 @@ def growth(rounds):
             with Watched() as extension:
                 before = extension.held()["Private_Dirty"]
                 peak = extension.peak_while_asking(request("ReadingListWidget"), 5)["Private_Dirty"]
-            all_ms, needs_ms = times["everyRecord"] * 1e3, times["timelineNeeds"] * 1e3
-            every[form][count], needs[form][count], held[form][count], sizes[form][count] = all_ms, needs_ms, peak, size * 1e6 / 2**20
-            print(f"| {count:,} {form} | {size:.3g} MB | {milliseconds(all_ms / 1e3)} | {milliseconds(needs_ms / 1e3)} | {all_ms / size:.3f} and {needs_ms / size:.3f} ms | +{peak - before:.1f} MiB |", flush=True)
+            every[form][count], held[form][count], sizes[form][count] = times["everyRecord"] * 1e3, peak, size * 1e6 / 2**20
+            print(f"| {count:,} {form} | {size:.3g} MB | {milliseconds(times['everyRecord'])} | {every[form][count] / size:.3f} ms | +{peak - before:.1f} MiB |", flush=True)
     READING_LIST.unlink()
     blue, orange, grey = "#0b62c4", "#c2570c", "#6e7781"
     GROWTH.write_text(growth_plot.drawn([
-        Panel("Time", "ms", [Line(f"{name}, {form}", colour, values[form], dashed=form == "XML")
-                             for name, colour, values in (("every item", blue, every), ("a timeline", orange, needs)) for form in FORMS]),
+        Panel("Time", "ms", [Line(f"every item, {form}", blue, every[form], dashed=form == "XML") for form in FORMS]),
         Panel("Private memory, beside the file", "MiB", [Line(f"{name}, {form}", colour, values[form], dashed=form == "XML")
                                 for name, colour, values in (("the file", grey, sizes), ("the extension", orange, held)) for form in FORMS])]),
         encoding="utf-8")

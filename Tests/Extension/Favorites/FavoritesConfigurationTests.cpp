@@ -9,7 +9,7 @@ namespace foliovault {
 namespace {
 
 using ::testing::ElementsAre;
-using FavoritesFile = testing::StoreFile<FavoritesStore>;
+using File = testing::StoreFile<FavoritesStore>;
 
 std::vector<std::string> ids(const std::vector<FavoritesGroupOption>& options) {
     std::vector<std::string> all;
@@ -19,38 +19,36 @@ std::vector<std::string> ids(const std::vector<FavoritesGroupOption>& options) {
     return all;
 }
 
-std::string group(const std::string& name) {
-    return "<dict><key>Name</key><string>" + name + "</string><key>Children</key><array/></dict>";
-}
-
-TEST(FavoritesGroupQuery, SuggestsAllAndThenTheFilesGroups) {
-    const FavoritesFile file = FavoritesFile::ofArray(group("Work") + group("Äpfel") + group("Work"));
+TEST(FavoritesGroupQuery, SuggestsAllAndThenTheGroupsThatHaveAName) {
+    const File file = File::ofArray(R"(
+        <dict><key>Name</key><string>Work</string><key>Children</key><array/></dict>
+        <dict><key>Children</key><array><dict><key>UUID</key><string>u</string></dict></array></dict>
+        <dict><key>Name</key><string>no group</string><key>UUID</key><string>u</string></dict>
+        <dict><key>Name</key><string>Äpfel</string><key>Children</key><false/></dict>
+        <dict><key>Name</key><integer>1</integer><key>Children</key><array/></dict>
+        <dict><key>Name</key><string>Work</string><key>Children</key><array/></dict>)");
     EXPECT_THAT(ids(FavoritesGroupQuery(file.store).suggestedEntities()), ElementsAre("_all", "Work", "Äpfel", "Work"));
-    const FavoritesFile absent;
-    EXPECT_THAT(ids(FavoritesGroupQuery(absent.store).suggestedEntities()), ElementsAre("_all"));
-    EXPECT_EQ(FavoritesGroupQuery(file.store).defaultResult().id, "_all");
+    EXPECT_THAT(ids(FavoritesGroupQuery(File().store).suggestedEntities()), ElementsAre("_all"));
 }
 
 TEST(FavoritesGroupQuery, FindsByIdAndByTheTitleOfAll) {
-    const FavoritesFile file = FavoritesFile::ofArray(group("Work") + group("ÄPFEL") + group("Hallway") + group("a_b"));
+    const File file("( { Name = Work; Children = (); }, { Name = \"ÄPFEL\"; Children = (); },"
+                    "  { Name = Hallway; Children = (); }, { Name = a_b; Children = (); } )");
     const FavoritesGroupQuery query(file.store);
     EXPECT_THAT(ids(query.entitiesMatching("")), ElementsAre("_all", "Work", "ÄPFEL", "Hallway", "a_b"));
     EXPECT_THAT(ids(query.entitiesMatching("ALL")), ElementsAre("_all", "Hallway"));
     EXPECT_THAT(ids(query.entitiesMatching("_")), ElementsAre("_all", "a_b"));
     EXPECT_THAT(ids(query.entitiesMatching("äpfel")), ElementsAre("ÄPFEL"));
     EXPECT_THAT(ids(query.entitiesMatching("apfel")), ElementsAre());
+    EXPECT_EQ(query.suggestedEntities().front().displayRepresentation(), "All");
+    EXPECT_EQ(FavoritesGroupOption{"_ALL"}.displayRepresentation(), "_ALL");
 }
 
 TEST(FavoritesGroupQuery, TakesIdentifiersAsTheyAre) {
-    const FavoritesFile absent;
+    const File absent;
     const std::vector<std::string> identifiers{"Gone", "_all", "Gone"};
     EXPECT_THAT(ids(FavoritesGroupQuery(absent.store).entitiesFor(identifiers)), ElementsAre("Gone", "_all", "Gone"));
     EXPECT_EQ(absent.readCount(), 0);
-}
-
-TEST(FavoritesGroupOption, IsTitledByItsName) {
-    EXPECT_EQ(FavoritesGroupOption::all().displayRepresentation(), "All");
-    EXPECT_EQ(FavoritesGroupOption{"_ALL"}.displayRepresentation(), "_ALL");
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 // A file of the library in memory, and the store that reads it.
 #pragma once
 
-#include "Extension/Favorites/FavoritesStore.h"
-#include "Extension/ReadingList/ReadingListStore.h"
-#include "Extension/Workspaces/WorkspaceStore.h"
+#include "Extension/Shared/ListStore.h"
 
 #include "Tests/Support/FakeUserDatabase.h"
 #include "Tests/Support/MemoryFileSystem.h"
@@ -14,22 +12,13 @@
 namespace foliovault::testing {
 
 template <class Store>
-inline const char* fileName = nullptr;
-template <>
-inline const char* fileName<FavoritesStore> = "Favorites.plist";
-template <>
-inline const char* fileName<ReadingListStore> = "ReadingList.plist";
-template <>
-inline const char* fileName<WorkspaceStore> = "OrderedWorkspaces.plist";
-
-template <class Store>
 struct StoreFile {
-    const std::string path = std::string("/home/ada/Library/Application Support/FOLIOvault/") + fileName<Store>;
     platform::MemoryFileSystem files;
     platform::RecordingLog log;
     FOLIOvaultPaths paths{platform::FakeUserDatabase("/home/ada")};
     Library library{paths, files, log};
     Store store{library};
+    const std::string path = "/home/ada/" + store.watches().at(0);
 
     /// No file at all.
     StoreFile() = default;
@@ -44,16 +33,5 @@ struct StoreFile {
 
     int readCount() const { return files.readCount(path); }
 };
-
-/// An XML dictionary of `members`, keys and values.
-inline std::string dictionary(const std::string& members) {
-    return "<dict>" + members + "</dict>";
-}
-inline std::string member(const std::string& key, const std::string& value) {
-    return "<key>" + key + "</key>" + value;
-}
-inline std::string textMember(const std::string& key, const std::string& text) {
-    return member(key, "<string>" + text + "</string>");
-}
 
 } // namespace foliovault::testing
