@@ -1,11 +1,11 @@
 #include "Host/Commands/RenderCommand.h"
 
 #include "Host/Commands/Output.h"
+#include "Host/Drawing/RenderedTile.h"
 #include "Host/Drawing/Renderer.h"
+#include "Host/Drawing/UserDirection.h"
 #include "Host/Layout/FramesJson.h"
 #include "Host/Layout/Measures.h"
-#include "Host/Pictures/FaceMaker.h"
-#include "Host/Pictures/UserDirection.h"
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/JsonWriter.h"
 

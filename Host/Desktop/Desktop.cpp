@@ -285,7 +285,7 @@ void Desktop::dragged(InstanceId id, Point distance) {
                 others.emplace(place.screen, place.frame);
             }
         }
-        drag_.emplace(shown->face(), shown->frame(), outputs_, std::move(others));
+        drag_.emplace(shown->rendered(), shown->frame(), outputs_, std::move(others));
         draggedId_ = id;
         shown->window().setGhostly(true);
     }

@@ -3,8 +3,8 @@
 #include "Host/Desktop/ClockTime.h"
 #include "Host/Desktop/WaitingView.h"
 #include "Host/Drawing/AppearanceNames.h"
+#include "Host/Drawing/Badges.h"
 #include "Host/Layout/Measures.h"
-#include "Host/Pictures/Badges.h"
 #include "Platform/Foundation/Localization.h"
 
 namespace host {
@@ -67,7 +67,7 @@ Size DesktopTile::size() const {
 void DesktopTile::put(const Output& output, const Rect& frame) {
     frame_ = frame;
     const bool hasOtherScale = std::exchange(output_, output).scale != output.scale;
-    if (window_.face().width == 0) {
+    if (window_.rendered().width == 0) {
         paint();
     } else if (hasOtherScale) {
         paintSoon();
@@ -105,7 +105,8 @@ void DesktopTile::show() {
 
 void DesktopTile::showPlaceholder(const platform::View& view) {
     if (shown_ == Shown::waiting) {
-        present(makeFace(view, familySize(instance_.family), style(Redaction::placeholder), around_.studio.renderer()));
+        present(
+            renderTile(view, familySize(instance_.family), style(Redaction::placeholder), around_.studio.renderer()));
     }
 }
 
@@ -135,13 +136,13 @@ void DesktopTile::say(const Message& message, guint milliseconds, std::function<
     afterMessage_ = std::move(then);
     const auto button =
         message.button.empty() ? std::nullopt : std::optional(MessageButton{message.button, message.button});
-    Face face = makeFace(messageView(message.title, message.texts, button), familySize(instance_.family),
-                         style(Redaction::none), around_.studio.renderer());
-    std::vector<TilePart> parts = partsOf(face, name());
+    RenderedTile rendered = renderTile(messageView(message.title, message.texts, button), familySize(instance_.family),
+                                       style(Redaction::none), around_.studio.renderer());
+    std::vector<TilePart> parts = tileParts(rendered, name());
     for (TilePart& part : parts) {
         part.act = part.act == TilePart::Act::open ? TilePart::Act::undo : part.act;
     }
-    window_.show(std::move(face), std::move(parts), name());
+    window_.show(std::move(rendered), std::move(parts), name());
     messageEnding_.after<&DesktopTile::messageEnded>(milliseconds, this);
 }
 
@@ -202,52 +203,54 @@ void DesktopTile::paint() {
     }
     const Tile* tile = around_.tile(instance_.id);
     if (tile != nullptr && tile->entry() != nullptr && shown_ == Shown::entry) {
-        present(entryFace(*tile->entry()));
+        present(renderEntry(*tile->entry()));
         return;
     }
     if (stored_) {
         if (reload_ < around_.clock.now() && !waiting_.isAwaited() && tile == nullptr) {
             waiting_.after<&DesktopTile::waitedLong>(patienceMilliseconds, this);
         }
-        present(entryFace(stored_->entry));
+        present(renderEntry(stored_->entry));
         return;
     }
     shown_ = Shown::waiting;
-    present(waitingFace());
+    present(renderWaiting());
 }
 
-Face DesktopTile::entryFace(const Entry& entry) {
-    Face face = makeFace(entry.view, familySize(instance_.family), style(Redaction::none), around_.studio.renderer());
-    face.widgetURL = entry.widgetURL;
-    return face;
+RenderedTile DesktopTile::renderEntry(const Entry& entry) {
+    RenderedTile rendered =
+        renderTile(entry.view, familySize(instance_.family), style(Redaction::none), around_.studio.renderer());
+    rendered.widgetURL = entry.widgetURL;
+    return rendered;
 }
 
-Face DesktopTile::waitingFace() {
-    return makeFace(waitingView(instance_.family), familySize(instance_.family), style(Redaction::placeholder),
-                    around_.studio.renderer());
+RenderedTile DesktopTile::renderWaiting() {
+    return renderTile(waitingView(instance_.family), familySize(instance_.family), style(Redaction::placeholder),
+                      around_.studio.renderer());
 }
 
-void DesktopTile::present(Face face) {
+void DesktopTile::present(RenderedTile rendered) {
     marks_ = marks();
-    std::vector<TilePart> parts = partsOf(face, name());
+    std::vector<TilePart> parts = tileParts(rendered, name());
     if (marks_ != Marks{}) {
-        parts.push_back(drawMarks(face));
+        parts.push_back(drawMarks(rendered));
     }
-    window_.show(std::move(face), std::move(parts), name());
+    window_.show(std::move(rendered), std::move(parts), name());
 }
 
 /// The part that the marks are, for the place where they were drawn.
-TilePart DesktopTile::drawMarks(Face& face) {
+TilePart DesktopTile::drawMarks(RenderedTile& rendered) {
     const std::string& text = marks_.asOf;
     const platform::View badge = !marks_.hasFailed ? asOfBadge(text)
                                  : text.empty()    ? failureMark()
                                                    : failedAsOfBadge(text);
     const Rect frame =
-        drawBadge(face, badge, Corner::bottomTrailing, style(Redaction::none), around_.studio.renderer());
+        drawBadge(rendered, badge, Corner::bottomTrailing, style(Redaction::none), around_.studio.renderer());
     if (!marks_.hasFailed) {
-        return {.part = {.role = LayoutPart::Role::text, .frame = frame, .name = text, .description = {}, .url = {}}};
+        return {
+            .part = {.role = AccessibleItem::Role::text, .frame = frame, .name = text, .description = {}, .url = {}}};
     }
-    return {.part = {.role = LayoutPart::Role::link,
+    return {.part = {.role = AccessibleItem::Role::link,
                      .frame = frame,
                      .name = localized("Could not be updated"),
                      .description = text,
@@ -284,7 +287,7 @@ DesktopTile::Marks DesktopTile::marks() const {
             .hasFailed = hasFailed};
 }
 
-FaceStyle DesktopTile::style(Redaction redaction) const {
+TileStyle DesktopTile::style(Redaction redaction) const {
     const DesktopLook& look = around_.settings.look();
     // The toolkit draws a window that reaches onto another screen for the finer one.
     const bool hasToolkits = output_.fine == nullptr && gtk_widget_get_realized(window_.widget()) != FALSE;

@@ -9,7 +9,7 @@
 #include "Host/Desktop/DesktopSettings.h"
 #include "Host/Desktop/Studio.h"
 #include "Host/Desktop/TileWindow.h"
-#include "Host/Pictures/FaceMaker.h"
+#include "Host/Drawing/RenderedTile.h"
 #include "Host/Session/EntryStore.h"
 #include "Host/Session/Session.h"
 
@@ -45,7 +45,7 @@ class DesktopTile {
     Size size() const;
     const Rect& frame() const { return frame_; }
     TileWindow& window() { return window_; }
-    const Face& face() const { return window_.face(); }
+    const RenderedTile& rendered() const { return window_.rendered(); }
 
     void put(const Output& output, const Rect& frame);
     /// Its screen is away, and so is every other.
@@ -91,14 +91,14 @@ class DesktopTile {
     /// Draws what is to be seen and shows it; soon, for several reasons at once.
     void paint();
     void paintSoon();
-    Face entryFace(const Entry& entry);
-    Face waitingFace();
-    /// Lays the marks over the face and shows it.
-    void present(Face face);
-    TilePart drawMarks(Face& face);
+    RenderedTile renderEntry(const Entry& entry);
+    RenderedTile renderWaiting();
+    /// Lays the marks over the picture and shows it.
+    void present(RenderedTile rendered);
+    TilePart drawMarks(RenderedTile& rendered);
     void save();
     Marks marks() const;
-    FaceStyle style(Redaction redaction) const;
+    TileStyle style(Redaction redaction) const;
     std::string name() const;
     void mark();
     void messageEnded();

@@ -26,7 +26,7 @@ DropTargets::Target::Target(DropTargets& all, Output on)
     window.put(output, output.screen.bounds);
 }
 
-void DropTargets::addSource(GtkWidget* widget, const Instance& instance, const FaceView& view) {
+void DropTargets::addSource(GtkWidget* widget, const Instance& instance, const TilePreview& view) {
     Source* source = sources_.emplace_back(std::make_unique<Source>(Source{this, instance, view})).get();
     gtk_drag_source_set(widget, GDK_BUTTON1_MASK, target(), 1, GDK_ACTION_COPY);
     g_signal_connect(widget, "drag-begin", G_CALLBACK(&DropTargets::begun), source);
@@ -37,11 +37,11 @@ void DropTargets::begun(GtkWidget* widget, GdkDragContext* context, gpointer sou
     const auto& begun = *static_cast<Source*>(source);
     DropTargets& self = *begun.targets;
     self.dragged_ = &begun;
-    const Face& face = begun.view.face();
+    const RenderedTile& rendered = begun.view.rendered();
     const int scale = gtk_widget_get_scale_factor(widget);
-    const SurfaceHandle icon(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, face.width, face.height));
+    const SurfaceHandle icon(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, rendered.width, rendered.height));
     const CairoHandle cairo(cairo_create(icon.get()));
-    paintTile(cairo.get(), face, {0, 0, static_cast<double>(face.width), static_cast<double>(face.height)},
+    paintTile(cairo.get(), rendered, {0, 0, static_cast<double>(rendered.width), static_cast<double>(rendered.height)},
               Backdrop::transparent);
     cairo_surface_set_device_scale(icon.get(), scale, scale);
     gtk_drag_set_icon_surface(context, icon.get());

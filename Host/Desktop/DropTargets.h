@@ -5,8 +5,8 @@
 
 #include "Host/Arrangement/Arrangement.h"
 #include "Host/Desktop/DesktopWindow.h"
-#include "Host/Desktop/FaceView.h"
 #include "Host/Desktop/Outputs.h"
+#include "Host/Desktop/TilePreview.h"
 
 #include <functional>
 #include <memory>
@@ -24,13 +24,13 @@ class DropTargets {
     DropTargets& operator=(const DropTargets&) = delete;
 
     /// Lets `instance` be dragged from `widget`, under its picture in `view`; both must live as long as the widget.
-    void addSource(GtkWidget* widget, const Instance& instance, const FaceView& view);
+    void addSource(GtkWidget* widget, const Instance& instance, const TilePreview& view);
 
   private:
     struct Source {
         DropTargets* targets;
         const Instance& instance;
-        const FaceView& view;
+        const TilePreview& view;
     };
     struct Target {
         Target(DropTargets& all, Output on);

@@ -5,9 +5,9 @@
 
 #include "Host/Desktop/Catalog.h"
 #include "Host/Desktop/DesktopSettings.h"
-#include "Host/Desktop/FaceView.h"
 #include "Host/Desktop/ParameterField.h"
 #include "Host/Desktop/Studio.h"
+#include "Host/Desktop/TilePreview.h"
 
 #include <functional>
 #include <memory>
@@ -41,7 +41,7 @@ class EditorWindow {
     std::function<void()> closed_;
     /// Before what is in it, which lets go of its widgets first.
     WindowHandle dialog_;
-    FaceView view_;
+    TilePreview view_;
     std::vector<std::unique_ptr<ParameterField>> fields_;
     /// Counts previews; only the last one's answer matters.
     int previews_ = 0;

@@ -31,7 +31,7 @@ struct GalleryWindow::Card {
         : instance(std::move(placed)), view(instance.family, name, studio, settings) {}
 
     Instance instance;
-    FaceView view;
+    TilePreview view;
     GalleryWindow* gallery = nullptr;
 };
 

@@ -5,8 +5,8 @@
 #include "Host/Desktop/Catalog.h"
 #include "Host/Desktop/DesktopSettings.h"
 #include "Host/Desktop/DropTargets.h"
-#include "Host/Desktop/FaceView.h"
 #include "Host/Desktop/Studio.h"
+#include "Host/Desktop/TilePreview.h"
 
 #include <functional>
 #include <memory>

@@ -5,8 +5,9 @@
 
 namespace host {
 
-TileDrag::TileDrag(const Face& face, const Rect& start, Outputs& outputs, std::multimap<std::size_t, Rect> others)
-    : face_(face), start_(start), outputs_(outputs), others_(std::move(others)),
+TileDrag::TileDrag(const RenderedTile& rendered, const Rect& start, Outputs& outputs,
+                   std::multimap<std::size_t, Rect> others)
+    : rendered_(rendered), start_(start), outputs_(outputs), others_(std::move(others)),
       window_(DesktopWindow::Level::front, DesktopWindow::Input::none, outputs.stacking(),
               [this](cairo_t* cairo) { draw(cairo); }) {}
 
@@ -30,7 +31,7 @@ void TileDrag::move(Point distance) {
 
 void TileDrag::draw(cairo_t* cairo) const {
     const double outset = window_.isBlended() ? shadowMargin : 0;
-    paintTile(cairo, face_, {outset, outset, place_.frame.width, place_.frame.height},
+    paintTile(cairo, rendered_, {outset, outset, place_.frame.width, place_.frame.height},
               window_.isBlended() ? Backdrop::transparent : Backdrop::opaque);
 }
 

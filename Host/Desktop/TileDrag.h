@@ -6,7 +6,7 @@
 
 #include "Host/Desktop/DesktopWindow.h"
 #include "Host/Desktop/Outputs.h"
-#include "Host/Pictures/Face.h"
+#include "Host/Drawing/RenderedTile.h"
 
 #include <cstddef>
 #include <map>
@@ -16,9 +16,10 @@ namespace host {
 
 class TileDrag {
   public:
-    /// `start` is where the tile lies, `others` where the other tiles lie, by the index of their outputs. `face` is
+    /// `start` is where the tile lies, `others` where the other tiles lie, by the index of their outputs. `rendered` is
     /// good as long as this.
-    TileDrag(const Face& face, const Rect& start, Outputs& outputs, std::multimap<std::size_t, Rect> others);
+    TileDrag(const RenderedTile& rendered, const Rect& start, Outputs& outputs,
+             std::multimap<std::size_t, Rect> others);
     TileDrag(const TileDrag&) = delete;
     TileDrag& operator=(const TileDrag&) = delete;
 
@@ -34,7 +35,7 @@ class TileDrag {
   private:
     void draw(cairo_t* cairo) const;
 
-    const Face& face_;
+    const RenderedTile& rendered_;
     Rect start_;
     const Outputs& outputs_;
     std::multimap<std::size_t, Rect> others_;

@@ -30,16 +30,16 @@ Rect outsetBy(const Rect& rect, double distance) {
 
 /// The frame, moved and stretched by less than a pixel so that pixels of the picture are pixels of the surface, where
 /// it has as many.
-Rect onPixels(cairo_t* cairo, const Face& face, Rect frame) {
+Rect onPixels(cairo_t* cairo, const RenderedTile& rendered, Rect frame) {
     double width = frame.width;
     double height = frame.height;
     cairo_user_to_device_distance(cairo, &width, &height);
-    if (std::abs(width - face.width) >= 1 || std::abs(height - face.height) >= 1) {
+    if (std::abs(width - rendered.width) >= 1 || std::abs(height - rendered.height) >= 1) {
         return frame;
     }
     cairo_user_to_device(cairo, &frame.x, &frame.y);
-    frame = {std::round(frame.x), std::round(frame.y), static_cast<double>(face.width),
-             static_cast<double>(face.height)};
+    frame = {std::round(frame.x), std::round(frame.y), static_cast<double>(rendered.width),
+             static_cast<double>(rendered.height)};
     cairo_device_to_user(cairo, &frame.x, &frame.y);
     cairo_device_to_user_distance(cairo, &frame.width, &frame.height);
     return frame;
@@ -72,26 +72,26 @@ void paintShadow(cairo_t* cairo, const Rect& frame, double radius) {
 
 } // namespace
 
-void paintTile(cairo_t* cairo, const Face& face, const Rect& frame, Backdrop backdrop, double alpha) {
-    if (face.width <= 0 || face.height <= 0) {
+void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, Backdrop backdrop, double alpha) {
+    if (rendered.width <= 0 || rendered.height <= 0) {
         return;
     }
-    const Rect place = onPixels(cairo, face, frame);
-    const double unit = place.width * face.scale / face.width;
+    const Rect place = onPixels(cairo, rendered, frame);
+    const double unit = place.width * rendered.scale / rendered.width;
     if (backdrop == Backdrop::opaque) {
-        setSource(cairo, groundOf(face.appearance.scheme));
+        setSource(cairo, groundOf(rendered.appearance.scheme));
         cairo_rectangle(cairo, place.x, place.y, place.width, place.height);
         cairo_fill(cairo);
     } else if (alpha == 1) {
         paintShadow(cairo, place, cornerRadius * unit);
     }
     // Cairo only reads what it is given as a source.
-    auto* pixels = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(face.pixels.data()));
-    const SurfaceHandle picture(
-        cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_ARGB32, face.width, face.height, face.width * 4));
+    auto* pixels = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(rendered.pixels.data()));
+    const SurfaceHandle picture(cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_ARGB32, rendered.width,
+                                                                    rendered.height, rendered.width * 4));
     cairo_save(cairo);
     cairo_translate(cairo, place.x, place.y);
-    cairo_scale(cairo, place.width / face.width, place.height / face.height);
+    cairo_scale(cairo, place.width / rendered.width, place.height / rendered.height);
     cairo_set_source_surface(cairo, picture.get(), 0, 0);
     cairo_paint_with_alpha(cairo, alpha);
     cairo_restore(cairo);

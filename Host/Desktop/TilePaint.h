@@ -3,8 +3,8 @@
 
 #include "Host/Drawing/Appearance.h"
 #include "Host/Drawing/Handles.h"
+#include "Host/Drawing/RenderedTile.h"
 #include "Host/Layout/Geometry.h"
-#include "Host/Pictures/Face.h"
 
 namespace host {
 
@@ -15,7 +15,7 @@ inline constexpr double shadowMargin = 16;
 enum class Backdrop { transparent, opaque };
 
 /// The picture in `frame`, on its shadow or on an opaque ground; `alpha` below 1 for one that is not quite there.
-void paintTile(cairo_t* cairo, const Face& face, const Rect& frame, Backdrop backdrop, double alpha = 1);
+void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, Backdrop backdrop, double alpha = 1);
 
 /// What the pointer is on.
 void paintHover(cairo_t* cairo, const Rect& frame, ColorScheme scheme);

@@ -14,8 +14,8 @@ void showHand(GtkWidget* button, gpointer /*unused*/) {
     gdk_window_set_cursor(gtk_button_get_event_window(GTK_BUTTON(button)), hand.get());
 }
 
-GtkWidget* makePart(const LayoutPart& part) {
-    const bool isLink = part.role == LayoutPart::Role::link;
+GtkWidget* makePart(const AccessibleItem& part) {
+    const bool isLink = part.role == AccessibleItem::Role::link;
     GtkWidget* widget = isLink ? gtk_button_new() : gtk_drawing_area_new();
     if (isLink) {
         // What it looks like is in the picture.
@@ -31,13 +31,13 @@ GtkWidget* makePart(const LayoutPart& part) {
     atk_object_set_name(accessible, part.name.c_str());
     atk_object_set_description(accessible, part.description.c_str());
     switch (part.role) {
-    case LayoutPart::Role::heading:
+    case AccessibleItem::Role::heading:
         atk_object_set_role(accessible, ATK_ROLE_HEADING);
         break;
-    case LayoutPart::Role::text:
+    case AccessibleItem::Role::text:
         atk_object_set_role(accessible, ATK_ROLE_LABEL);
         break;
-    case LayoutPart::Role::link:
+    case AccessibleItem::Role::link:
         atk_object_set_role(accessible, ATK_ROLE_LINK);
         break;
     }
@@ -46,18 +46,18 @@ GtkWidget* makePart(const LayoutPart& part) {
 
 } // namespace
 
-std::vector<TilePart> partsOf(const Face& face, const std::string& name) {
+std::vector<TilePart> tileParts(const RenderedTile& rendered, const std::string& name) {
     std::vector<TilePart> parts;
-    if (face.widgetURL) {
-        parts.push_back({.part = {.role = LayoutPart::Role::link,
-                                  .frame = {0, 0, face.width / face.scale, face.height / face.scale},
+    if (rendered.widgetURL) {
+        parts.push_back({.part = {.role = AccessibleItem::Role::link,
+                                  .frame = {0, 0, rendered.width / rendered.scale, rendered.height / rendered.scale},
                                   .name = name,
                                   .description = {},
-                                  .url = *face.widgetURL},
+                                  .url = *rendered.widgetURL},
                          .act = TilePart::Act::open});
     }
-    for (const LayoutPart& part : face.parts) {
-        const bool isLink = part.role == LayoutPart::Role::link;
+    for (const AccessibleItem& part : rendered.items) {
+        const bool isLink = part.role == AccessibleItem::Role::link;
         parts.push_back({part, isLink ? TilePart::Act::open : TilePart::Act::nothing});
     }
     return parts;
@@ -102,12 +102,12 @@ void TileWindow::put(const Output& output, const Rect& frame) {
     }
 }
 
-void TileWindow::show(Face face, std::vector<TilePart> parts, const std::string& name) {
+void TileWindow::show(RenderedTile rendered, std::vector<TilePart> parts, const std::string& name) {
     const std::vector<TilePart>& last = nextParts_ ? *nextParts_ : parts_;
     const bool hasOtherParts =
         !std::equal(parts.begin(), parts.end(), last.begin(), last.end(),
                     [](const TilePart& a, const TilePart& b) { return a.act == b.act && a.part == b.part; });
-    face_ = std::move(face);
+    rendered_ = std::move(rendered);
     gtk_window_set_title(GTK_WINDOW(widget()), name.c_str());
     if (hasOtherParts) {
         nextParts_ = std::move(parts);
@@ -175,7 +175,7 @@ void TileWindow::scaleNoticed(GParamSpec* /*property*/) {
 }
 
 void TileWindow::draw(cairo_t* cairo) {
-    paintTile(cairo, face_, {outset_, outset_, frame_.width, frame_.height},
+    paintTile(cairo, rendered_, {outset_, outset_, frame_.width, frame_.height},
               window_.isBlended() ? Backdrop::transparent : Backdrop::opaque, isGhostly_ ? .35 : 1);
     if (const auto hovered = hoveredPart(); hovered && !isDragged_ && !isWhole(*hovered)) {
         paintHover(cairo, inWindow(parts_[*hovered].part.frame), scheme_);
@@ -267,7 +267,7 @@ void TileWindow::clicked(GtkButton* button, gpointer self) {
 }
 
 bool TileWindow::isWhole(std::size_t part) const {
-    return parts_[part].part.frame.width * face_.scale >= face_.width;
+    return parts_[part].part.frame.width * rendered_.scale >= rendered_.width;
 }
 
 Rect TileWindow::inWindow(const Rect& points) const {
@@ -292,7 +292,7 @@ std::optional<std::size_t> TileWindow::hoveredPart() const {
 }
 
 std::optional<std::string> TileWindow::urlOf(std::optional<std::size_t> part) const {
-    return part && parts_[*part].act == TilePart::Act::open ? parts_[*part].part.url : face_.widgetURL;
+    return part && parts_[*part].act == TilePart::Act::open ? parts_[*part].part.url : rendered_.widgetURL;
 }
 
 } // namespace host

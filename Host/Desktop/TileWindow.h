@@ -1,13 +1,13 @@
-// The window of one tile: shows its face, says what can be clicked, and what was.
+// The window of one tile: shows its picture, says what can be clicked, and what was.
 //
-// The face's parts are widgets of the toolkit that draw nothing: so the keyboard goes from link to link as in every
+// The tile's items are widgets of the toolkit that draw nothing: so the keyboard goes from link to link as in every
 // window, and assistive technology finds each with its name, its place and what it does. A drag may begin on any of
 // them: the window's own gesture sees the pointer first.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
 #include "Host/Desktop/DesktopWindow.h"
-#include "Host/Pictures/Face.h"
+#include "Host/Drawing/RenderedTile.h"
 
 #include <cairo.h>
 
@@ -28,13 +28,13 @@ struct TilePart {
         /// Takes the removal of the tile back.
         undo,
     };
-    LayoutPart part;
+    AccessibleItem part;
     Act act = Act::nothing;
 };
 
-/// The parts of a face, with links that open; first of all the tile itself where it has a link of its own, called
+/// The items of a rendered tile, with links that open; first the tile itself if it has a link of its own, called
 /// `name`.
-std::vector<TilePart> partsOf(const Face& face, const std::string& name);
+std::vector<TilePart> tileParts(const RenderedTile& rendered, const std::string& name);
 
 /// What a tile's user does.
 class TileHands {
@@ -65,8 +65,8 @@ class TileWindow {
     void hide() { window_.hide(); }
 
     /// The tile's picture from now on. `name` is what the widget is called.
-    void show(Face face, std::vector<TilePart> parts, const std::string& name);
-    const Face& face() const { return face_; }
+    void show(RenderedTile rendered, std::vector<TilePart> parts, const std::string& name);
+    const RenderedTile& rendered() const { return rendered_; }
 
     /// A tile that is dragged leaves its shape behind.
     void setGhostly(bool isGhostly);
@@ -95,7 +95,7 @@ class TileWindow {
     void makeParts();
     void shape();
     /// Points to the window's units.
-    double unit() const { return face_.width > 0 ? frame_.width / (face_.width / face_.scale) : 1; }
+    double unit() const { return rendered_.width > 0 ? frame_.width / (rendered_.width / rendered_.scale) : 1; }
     Rect inWindow(const Rect& points) const;
     /// Whether the part is the tile itself.
     bool isWhole(std::size_t part) const;
@@ -108,7 +108,7 @@ class TileWindow {
     TileHands& hands_;
     DesktopWindow window_;
     GtkWidget* fixed_;
-    Face face_;
+    RenderedTile rendered_;
     std::vector<TilePart> parts_;
     /// Those that are to take their place once no button is down.
     std::optional<std::vector<TilePart>> nextParts_;

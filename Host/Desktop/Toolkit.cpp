@@ -2,7 +2,7 @@
 
 #include "Host/Desktop/LayerShell.h"
 #include "Host/Desktop/Objects.h"
-#include "Host/Pictures/UserDirection.h"
+#include "Host/Drawing/UserDirection.h"
 #include "Platform/Foundation/Localization.h"
 
 #include <clocale>

@@ -1,4 +1,4 @@
-#include "Host/Pictures/Badges.h"
+#include "Host/Drawing/Badges.h"
 
 #include "Host/Layout/Measures.h"
 #include "Platform/Views/Shape.h"
@@ -18,14 +18,14 @@ class BadgeTest : public testing::Test {
   protected:
     Renderer renderer;
 
-    Face face(const FaceStyle& style, const platform::View& view = platform::text("")) {
-        return makeFace(view, medium, style, renderer);
+    RenderedTile rendered(const TileStyle& style, const platform::View& view = platform::text("")) {
+        return renderTile(view, medium, style, renderer);
     }
 };
 
 /// The styles that badges are drawn in.
-std::vector<FaceStyle> styles() {
-    std::vector<FaceStyle> all;
+std::vector<TileStyle> styles() {
+    std::vector<TileStyle> all;
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
         for (const Contrast contrast : {Contrast::normal, Contrast::high}) {
             for (const Redaction redaction : {Redaction::none, Redaction::placeholder}) {
@@ -40,12 +40,12 @@ std::vector<FaceStyle> styles() {
 }
 
 TEST_F(BadgeTest, ChangesItsOwnPixelsAndNoOthers) {
-    for (FaceStyle style : styles()) {
+    for (TileStyle style : styles()) {
         for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
             for (const Corner corner : {Corner::bottomTrailing, Corner::topTrailing}) {
                 style.direction = direction;
-                const Face before = face(style);
-                Face after = before;
+                const RenderedTile before = rendered(style);
+                RenderedTile after = before;
                 const Rect frame = drawBadge(after, asOfBadge("as of 10:42"), corner, style, renderer);
                 // From the edge on the trailing side, and from the upper or the lower one.
                 const double fromSide = direction == Direction::leftToRight ? medium.width - frame.right() : frame.x;
@@ -77,10 +77,11 @@ TEST_F(BadgeTest, ChangesItsOwnPixelsAndNoOthers) {
 }
 
 TEST_F(BadgeTest, LetsNothingShineThrough) {
-    for (const FaceStyle& style : styles()) {
+    for (const TileStyle& style : styles()) {
         for (const platform::View& badge : {asOfBadge("as of 10:42"), failedAsOfBadge("as of 10:42"), failureMark()}) {
-            Face plain = face(style);
-            Face busy = face(style, platform::circle(platform::Color::red).frame({.width = 2000, .height = 2000}));
+            RenderedTile plain = rendered(style);
+            RenderedTile busy =
+                rendered(style, platform::circle(platform::Color::red).frame({.width = 2000, .height = 2000}));
             const Rect frame = drawBadge(plain, badge, Corner::bottomTrailing, style, renderer);
             EXPECT_EQ(drawBadge(busy, badge, Corner::bottomTrailing, style, renderer), frame);
             ASSERT_NE(plain.pixels, busy.pixels);
@@ -99,10 +100,10 @@ TEST_F(BadgeTest, LetsNothingShineThrough) {
 }
 
 TEST_F(BadgeTest, SaysWhatItSaysOnPlaceholdersToo) {
-    const FaceStyle redacted{.appearance = {.redaction = Redaction::placeholder}, .scale = 2};
+    const TileStyle redacted{.appearance = {.redaction = Redaction::placeholder}, .scale = 2};
     std::set<std::vector<std::uint32_t>> pictures;
     for (const char* text : {"as of 10:00", "as of 00:10"}) {
-        Face one = face(redacted);
+        RenderedTile one = rendered(redacted);
         drawBadge(one, asOfBadge(text), Corner::bottomTrailing, redacted, renderer);
         pictures.insert(one.pixels);
     }
@@ -116,17 +117,17 @@ TEST_F(BadgeTest, StaysOnTheTileHoweverLongItIs) {
             words += script;
         }
         for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
-            const FaceStyle style{.scale = 2, .direction = direction};
-            Face one = face(style);
+            const TileStyle style{.scale = 2, .direction = direction};
+            RenderedTile one = rendered(style);
             const Rect frame = drawBadge(one, asOfBadge(words), Corner::bottomTrailing, style, renderer);
             EXPECT_GE(frame.x, badgeInset);
             EXPECT_LE(frame.right(), medium.width - badgeInset);
             EXPECT_GT(frame.width, 300);
         }
     }
-    Face none;
+    RenderedTile none;
     EXPECT_EQ(drawBadge(none, failureMark(), Corner::topTrailing, {}, renderer), Rect());
-    Face tiny = makeFace(platform::text(""), {12, 12}, {}, renderer);
+    RenderedTile tiny = renderTile(platform::text(""), {12, 12}, {}, renderer);
     EXPECT_EQ(drawBadge(tiny, failureMark(), Corner::topTrailing, {}, renderer), Rect());
 }
 
@@ -136,21 +137,21 @@ TEST_F(BadgeTest, MessagesFitTheSmallestTile) {
         MessageButton{"Undo", "x:undo"});
     for (const char* family : {"small", "medium", "large"}) {
         const Size size = familySize(family);
-        const Face made = makeFace(message, size, {}, renderer);
-        ASSERT_EQ(made.parts.size(), 4U);
-        EXPECT_EQ(made.parts[0].role, LayoutPart::Role::heading);
-        EXPECT_EQ(made.parts[1].name, "Install the application that it belongs to.");
-        EXPECT_EQ(made.parts[2].name, "The next attempt is at 10:42.");
-        EXPECT_GE(made.parts[2].frame.y, made.parts[1].frame.bottom());
-        EXPECT_EQ(made.parts[3].url, "x:undo");
-        EXPECT_EQ(made.parts[3].name, "Undo");
-        for (const LayoutPart& part : made.parts) {
+        const RenderedTile made = renderTile(message, size, {}, renderer);
+        ASSERT_EQ(made.items.size(), 4U);
+        EXPECT_EQ(made.items[0].role, AccessibleItem::Role::heading);
+        EXPECT_EQ(made.items[1].name, "Install the application that it belongs to.");
+        EXPECT_EQ(made.items[2].name, "The next attempt is at 10:42.");
+        EXPECT_GE(made.items[2].frame.y, made.items[1].frame.bottom());
+        EXPECT_EQ(made.items[3].url, "x:undo");
+        EXPECT_EQ(made.items[3].name, "Undo");
+        for (const AccessibleItem& part : made.items) {
             EXPECT_GE(part.frame.x, contentMargin - 1e-6);
             EXPECT_GE(part.frame.y, contentMargin - 1e-6);
             EXPECT_LE(part.frame.bottom(), size.height - contentMargin + 1e-6);
         }
     }
-    EXPECT_EQ(makeFace(messageView("Removed", {}), medium, {}, renderer).parts.size(), 1U);
+    EXPECT_EQ(renderTile(messageView("Removed", {}), medium, {}, renderer).items.size(), 1U);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "Host/Pictures/UserDirection.h"
+#include "Host/Drawing/UserDirection.h"
 
 #include "Platform/Foundation/Icu.h"
 #include "Platform/Foundation/Localization.h"

@@ -1,4 +1,4 @@
-#include "Host/Layout/LayoutParts.h"
+#include "Host/Layout/AccessibleItems.h"
 
 #include "Platform/Views/Node.h"
 #include "Tests/Host/Layout/FakeMeasurers.h"
@@ -15,7 +15,7 @@ std::string partsIn(const View& view, Size size = {364, 170}) {
     FakeTexts texts;
     FakeImages images;
     std::string lines;
-    for (const LayoutPart& part : partsOf(layOut(view, size, texts, images))) {
+    for (const AccessibleItem& part : accessibleItems(layOut(view, size, texts, images))) {
         constexpr std::array<const char*, 3> roles{"heading ", "text ", "link "};
         lines += roles.at(static_cast<std::size_t>(part.role)) + part.name;
         lines += part.description.empty() ? "" : " | " + part.description;
@@ -25,7 +25,7 @@ std::string partsIn(const View& view, Size size = {364, 170}) {
     return lines;
 }
 
-TEST(LayoutParts, NameWhatIsOnAWidgetInReadingOrder) {
+TEST(AccessibleItems, NameWhatIsOnAWidgetInReadingOrder) {
     struct Case {
         View view;
         const char* parts;
@@ -64,25 +64,25 @@ TEST(LayoutParts, NameWhatIsOnAWidgetInReadingOrder) {
     }
 }
 
-TEST(LayoutParts, SayWhatHadNoRoom) {
+TEST(AccessibleItems, SayWhatHadNoRoom) {
     EXPECT_EQ(partsIn(text("words that are cut in so small a place").lineLimit(1), {80, 60}),
               "text words that are cut in so small a place\n");
     const View narrow = text("broken in\nlines").link("x:");
     EXPECT_EQ(partsIn(narrow, {60, 170}), "link broken in\nlines -> x:\n");
 }
 
-TEST(LayoutParts, KeepWithinBoundsAndCharacters) {
+TEST(AccessibleItems, KeepWithinBoundsAndCharacters) {
     std::string umlauts = "x";
-    for (std::size_t i = 0; i < longestPartText; ++i) {
+    for (std::size_t i = 0; i < maxItemText; ++i) {
         umlauts += "ü";
     }
     FakeTexts texts;
     FakeImages images;
     const View view = vStack({}, {text(umlauts), text(umlauts), text(umlauts)}).link("x:" + umlauts);
-    const auto parts = partsOf(layOut(view, {170, 170}, texts, images));
+    const auto parts = accessibleItems(layOut(view, {170, 170}, texts, images));
     ASSERT_EQ(parts.size(), 1U);
-    EXPECT_EQ(parts[0].name, umlauts.substr(0, longestPartText - 1));
-    EXPECT_EQ(parts[0].description, umlauts.substr(0, longestPartText - 1));
+    EXPECT_EQ(parts[0].name, umlauts.substr(0, maxItemText - 1));
+    EXPECT_EQ(parts[0].description, umlauts.substr(0, maxItemText - 1));
     EXPECT_EQ(parts[0].url, "x:" + umlauts);
 }
 

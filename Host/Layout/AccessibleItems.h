@@ -10,7 +10,7 @@
 namespace host {
 
 /// Something on a widget that has a name.
-struct LayoutPart {
+struct AccessibleItem {
     enum class Role { heading, text, link };
     Role role = Role::text;
     /// In points.
@@ -21,11 +21,11 @@ struct LayoutPart {
     std::string description;
     /// Of a link, else empty.
     std::string url;
-    friend bool operator==(const LayoutPart&, const LayoutPart&) = default;
+    friend bool operator==(const AccessibleItem&, const AccessibleItem&) = default;
 };
 
-/// Bytes of a part's name, and of its description. What is longer is cut between characters.
-inline constexpr std::size_t longestPartText = 2048;
+/// Bytes of an item's name, and of its description. What is longer is cut between characters.
+inline constexpr std::size_t maxItemText = 2048;
 
 /// In reading order.
 ///
@@ -34,6 +34,6 @@ inline constexpr std::size_t longestPartText = 2048;
 ///
 /// Of the texts in no link, those in a style for titles (headline, title3, largeTitle) are headings, described by the
 /// texts that follow in the same row, such as a count.
-std::vector<LayoutPart> partsOf(const WidgetLayout& layout);
+std::vector<AccessibleItem> accessibleItems(const WidgetLayout& layout);
 
 } // namespace host

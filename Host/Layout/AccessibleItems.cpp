@@ -1,4 +1,4 @@
-#include "Host/Layout/LayoutParts.h"
+#include "Host/Layout/AccessibleItems.h"
 
 #include <string_view>
 #include <utility>
@@ -7,10 +7,10 @@ namespace host {
 namespace {
 
 std::string shortened(std::string_view text) {
-    if (text.size() <= longestPartText) {
+    if (text.size() <= maxItemText) {
         return std::string(text);
     }
-    std::size_t end = longestPartText;
+    std::size_t end = maxItemText;
     while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80) {
         --end;
     }
@@ -35,7 +35,7 @@ class PartList {
   public:
     explicit PartList(const WidgetLayout& layout) : layout_(layout), places_(layout.links.size()) {}
 
-    std::vector<LayoutPart> take() && {
+    std::vector<AccessibleItem> take() && {
         for (const LayoutItem& item : layout_.items) {
             if (item.link) {
                 addLinks(*item.link + 1);
@@ -46,11 +46,11 @@ class PartList {
             }
         }
         addLinks(layout_.links.size());
-        for (LayoutPart& part : parts_) {
+        for (AccessibleItem& part : parts_) {
             part.name = shortened(part.name.empty() ? part.url : part.name);
             part.description = shortened(part.description);
         }
-        std::erase_if(parts_, [](const LayoutPart& part) { return part.name.empty(); });
+        std::erase_if(parts_, [](const AccessibleItem& part) { return part.name.empty(); });
         return std::move(parts_);
     }
 
@@ -60,7 +60,7 @@ class PartList {
         for (; begun_ < end; ++begun_) {
             const LayoutLink& link = layout_.links[begun_];
             places_[begun_] = parts_.size();
-            parts_.push_back({.role = LayoutPart::Role::link, .frame = link.frame, .url = link.url});
+            parts_.push_back({.role = AccessibleItem::Role::link, .frame = link.frame, .url = link.url});
         }
     }
 
@@ -68,25 +68,25 @@ class PartList {
         if (item.link) {
             addTo(parts_[places_[*item.link]], text);
         } else if (isTitle(item.font.style)) {
-            parts_.push_back({.role = LayoutPart::Role::heading, .frame = item.frame, .name = text});
-        } else if (!parts_.empty() && parts_.back().role == LayoutPart::Role::heading &&
+            parts_.push_back({.role = AccessibleItem::Role::heading, .frame = item.frame, .name = text});
+        } else if (!parts_.empty() && parts_.back().role == AccessibleItem::Role::heading &&
                    isBeside(item.frame, parts_.back().frame)) {
             addTo(parts_.back(), text);
         } else {
-            parts_.push_back({.role = LayoutPart::Role::text, .frame = item.frame, .name = text});
+            parts_.push_back({.role = AccessibleItem::Role::text, .frame = item.frame, .name = text});
         }
     }
 
-    static void addTo(LayoutPart& part, const std::string& text) {
+    static void addTo(AccessibleItem& part, const std::string& text) {
         if (part.name.empty()) {
             part.name = text;
-        } else if (part.description.size() <= longestPartText) {
+        } else if (part.description.size() <= maxItemText) {
             part.description += (part.description.empty() ? "" : ", ") + text;
         }
     }
 
     const WidgetLayout& layout_;
-    std::vector<LayoutPart> parts_;
+    std::vector<AccessibleItem> parts_;
     /// Where among the parts each link is that has begun.
     std::vector<std::size_t> places_;
     std::size_t begun_ = 0;
@@ -94,7 +94,7 @@ class PartList {
 
 } // namespace
 
-std::vector<LayoutPart> partsOf(const WidgetLayout& layout) {
+std::vector<AccessibleItem> accessibleItems(const WidgetLayout& layout) {
     return PartList(layout).take();
 }
 

@@ -1,4 +1,4 @@
-#include "Host/Pictures/Badges.h"
+#include "Host/Drawing/Badges.h"
 
 #include "Host/Drawing/PixelGrid.h"
 #include "Platform/Views/Stack.h"
@@ -63,10 +63,11 @@ View messageView(std::string title, std::vector<std::string> texts, std::optiona
     return platform::vStack({.spacing = 12}, std::move(all));
 }
 
-Rect drawBadge(Face& face, const View& badge, Corner corner, const FaceStyle& style, Renderer& renderer) {
-    const PixelGrid grid(face.scale);
-    const Size room{face.width / face.scale - 2 * badgeInset, face.height / face.scale - 2 * badgeInset};
-    if (face.pixels.empty() || room.width <= 0 || room.height <= 0) {
+Rect drawBadge(RenderedTile& rendered, const View& badge, Corner corner, const TileStyle& style, Renderer& renderer) {
+    const PixelGrid grid(rendered.scale);
+    const Size room{rendered.width / rendered.scale - 2 * badgeInset,
+                    rendered.height / rendered.scale - 2 * badgeInset};
+    if (rendered.pixels.empty() || room.width <= 0 || room.height <= 0) {
         return {};
     }
     WidgetLayout layout = layOutAlone(badge, room, renderer.texts(), renderer.images());
@@ -76,16 +77,16 @@ Rect drawBadge(Face& face, const View& badge, Corner corner, const FaceStyle& st
     const double width = grid.edge(layout.size.width);
     const double height = grid.edge(layout.size.height);
     const double inset = grid.edge(badgeInset);
-    const Point origin{style.direction == Direction::rightToLeft ? inset : face.width - inset - width,
-                       corner == Corner::topTrailing ? inset : face.height - inset - height};
+    const Point origin{style.direction == Direction::rightToLeft ? inset : rendered.width - inset - width,
+                       corner == Corner::topTrailing ? inset : rendered.height - inset - height};
     // It is to be read whatever it stands on, a placeholder too.
     Appearance appearance = style.appearance;
     appearance.redaction = Redaction::none;
-    renderer.drawBadge({.pixels = face.pixels.data(),
-                        .width = static_cast<std::uint32_t>(face.width),
-                        .height = static_cast<std::uint32_t>(face.height)},
-                       origin, layout, appearance, face.scale);
-    return {origin.x / face.scale, origin.y / face.scale, width / face.scale, height / face.scale};
+    renderer.drawBadge({.pixels = rendered.pixels.data(),
+                        .width = static_cast<std::uint32_t>(rendered.width),
+                        .height = static_cast<std::uint32_t>(rendered.height)},
+                       origin, layout, appearance, rendered.scale);
+    return {origin.x / rendered.scale, origin.y / rendered.scale, width / rendered.scale, height / rendered.scale};
 }
 
 } // namespace host

@@ -2,7 +2,7 @@
 // tile's place, a short message. Texts come from the caller, in the user's language.
 #pragma once
 
-#include "Host/Pictures/FaceMaker.h"
+#include "Host/Drawing/RenderedTile.h"
 
 #include <optional>
 #include <string>
@@ -35,9 +35,10 @@ enum class Corner { bottomTrailing, topTrailing };
 /// How far a badge stands from the tile's edges, in points.
 inline constexpr double badgeInset = 8;
 
-/// Draws `badge` into a corner of the face's picture, at its own size, on an opaque capsule; one that is too large for
-/// the tile is cut as texts are. `style` is the one that the face was made in. The face's parts stay as they are.
-/// Answers where the badge is, in points; nothing of any size where the face has no picture.
-Rect drawBadge(Face& face, const platform::View& badge, Corner corner, const FaceStyle& style, Renderer& renderer);
+/// Draws `badge` into a corner of the picture, at its own size, on an opaque capsule; one that is too large for the
+/// tile is cut as texts are. `style` is the one that the tile was rendered in. Its items stay unchanged. Returns where
+/// the badge is, in points; an empty rectangle if the tile has no picture.
+Rect drawBadge(RenderedTile& rendered, const platform::View& badge, Corner corner, const TileStyle& style,
+               Renderer& renderer);
 
 } // namespace host

@@ -4,23 +4,23 @@
 #include "Host/Connection/Messages.h"
 #include "Host/Desktop/DesktopSettings.h"
 #include "Host/Desktop/Studio.h"
-#include "Host/Pictures/FaceMaker.h"
+#include "Host/Drawing/RenderedTile.h"
 
 #include <optional>
 #include <string>
 
 namespace host {
 
-class FaceView {
+class TilePreview {
   public:
     /// Shows a placeholder at first. `studio` and `settings` must outlive this.
-    FaceView(std::string family, std::string name, Studio& studio, const DesktopSettings& settings);
-    FaceView(const FaceView&) = delete;
-    FaceView& operator=(const FaceView&) = delete;
-    ~FaceView();
+    TilePreview(std::string family, std::string name, Studio& studio, const DesktopSettings& settings);
+    TilePreview(const TilePreview&) = delete;
+    TilePreview& operator=(const TilePreview&) = delete;
+    ~TilePreview();
 
     GtkWidget* widget() const { return area_.get(); }
-    const Face& face() const { return face_; }
+    const RenderedTile& rendered() const { return rendered_; }
     /// Of the tile, without its shadow, in the window's units.
     Size size() const;
 
@@ -37,7 +37,7 @@ class FaceView {
     const DesktopSettings& settings_;
     ObjectHandle<GtkWidget> area_;
     std::optional<Entry> entry_;
-    Face face_;
+    RenderedTile rendered_;
 };
 
 } // namespace host

@@ -1,4 +1,4 @@
-#include "Host/Desktop/FaceView.h"
+#include "Host/Desktop/TilePreview.h"
 
 #include "Host/Desktop/TilePaint.h"
 #include "Host/Desktop/WaitingView.h"
@@ -8,7 +8,7 @@
 
 namespace host {
 
-FaceView::FaceView(std::string family, std::string name, Studio& studio, const DesktopSettings& settings)
+TilePreview::TilePreview(std::string family, std::string name, Studio& studio, const DesktopSettings& settings)
     : family_(std::move(family)), studio_(studio), settings_(settings),
       area_(GTK_WIDGET(g_object_ref_sink(gtk_drawing_area_new()))) {
     AtkObject* accessible = gtk_widget_get_accessible(widget());
@@ -16,44 +16,45 @@ FaceView::FaceView(std::string family, std::string name, Studio& studio, const D
     atk_object_set_name(accessible, name.c_str());
     gtk_widget_set_halign(widget(), GTK_ALIGN_CENTER);
     gtk_widget_set_valign(widget(), GTK_ALIGN_START);
-    connect<&FaceView::draw>(widget(), "draw", this);
-    connect<&FaceView::scaleNoticed>(widget(), "notify::scale-factor", this);
+    connect<&TilePreview::draw>(widget(), "draw", this);
+    connect<&TilePreview::scaleNoticed>(widget(), "notify::scale-factor", this);
     restyle();
 }
 
-FaceView::~FaceView() {
+TilePreview::~TilePreview() {
     g_signal_handlers_disconnect_by_data(widget(), this);
 }
 
-void FaceView::show(const Entry& entry) {
+void TilePreview::show(const Entry& entry) {
     entry_ = entry;
     restyle();
 }
 
-void FaceView::restyle() {
+void TilePreview::restyle() {
     const DesktopLook& look = settings_.look();
-    const FaceStyle style{.appearance = {.scheme = look.scheme,
+    const TileStyle style{.appearance = {.scheme = look.scheme,
                                          .redaction = entry_ ? Redaction::none : Redaction::placeholder,
                                          .contrast = look.contrast,
                                          .accent = look.accent},
                           .scale = gtk_widget_get_scale_factor(widget()) * look.textScale,
                           .direction = look.direction};
-    face_ = makeFace(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, studio_.renderer());
+    rendered_ =
+        renderTile(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, studio_.renderer());
     const auto withShadow = [](double length) { return static_cast<int>(std::ceil(length + 2 * shadowMargin)); };
     gtk_widget_set_size_request(widget(), withShadow(size().width), withShadow(size().height));
     gtk_widget_queue_draw(widget());
 }
 
-Size FaceView::size() const {
+Size TilePreview::size() const {
     return settings_.tileSize(family_);
 }
 
-void FaceView::scaleNoticed(GParamSpec* /*property*/) {
+void TilePreview::scaleNoticed(GParamSpec* /*property*/) {
     restyle();
 }
 
-gboolean FaceView::draw(cairo_t* cairo) {
-    paintTile(cairo, face_, {shadowMargin, shadowMargin, size().width, size().height}, Backdrop::transparent);
+gboolean TilePreview::draw(cairo_t* cairo) {
+    paintTile(cairo, rendered_, {shadowMargin, shadowMargin, size().width, size().height}, Backdrop::transparent);
     return TRUE;
 }
 

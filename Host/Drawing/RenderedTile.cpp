@@ -1,0 +1,25 @@
+#include "Host/Drawing/RenderedTile.h"
+
+namespace host {
+
+WidgetLayout layOut(const platform::View& view, Size size, Direction direction, Renderer& renderer) {
+    WidgetLayout layout = layOut(view, size, renderer.texts(), renderer.images());
+    if (direction == Direction::rightToLeft) {
+        mirror(layout);
+    }
+    return layout;
+}
+
+RenderedTile renderTile(const platform::View& view, Size size, const TileStyle& style, Renderer& renderer) {
+    const WidgetLayout layout = layOut(view, size, style.direction, renderer);
+    RenderedTile rendered{.scale = style.scale, .appearance = style.appearance};
+    const PixelView picture = renderer.pixels(layout, style.appearance, style.scale, rendered.pixels);
+    rendered.width = static_cast<int>(picture.width);
+    rendered.height = static_cast<int>(picture.height);
+    if (style.appearance.redaction == Redaction::none) {
+        rendered.items = accessibleItems(layout);
+    }
+    return rendered;
+}
+
+} // namespace host
