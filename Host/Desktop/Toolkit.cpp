@@ -70,7 +70,6 @@ std::optional<std::string> startToolkit() {
     // What desktops know windows by: the name of the desktop entry, which has the icon.
     constexpr const char* identifier = "net.foliovault.WidgetHost";
     g_set_prgname(identifier);
-    gdk_set_program_class(identifier);
     gtk_window_set_default_icon_name(identifier);
     g_log_set_writer_func(&writeLog, nullptr, nullptr);
     chooseDisplay();
@@ -78,6 +77,8 @@ std::optional<std::string> startToolkit() {
     if (!initialize()) {
         return "there is no display to show widgets on";
     }
+    // The toolkit's start gives the name a capital letter.
+    gdk_set_program_class(identifier);
     // The toolkit would go by its own translations, which need a generated locale.
     gtk_widget_set_default_direction(userDirection() == Direction::rightToLeft ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
     const ObjectHandle<GtkCssProvider> provider(gtk_css_provider_new());

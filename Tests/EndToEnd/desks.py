@@ -17,9 +17,11 @@ from x_world import XWorld
 
 @dataclasses.dataclass(frozen=True)
 class Desk:
-    """`packages` are Debian's. `commands` start it: first what manages windows, then what else it takes, last what draws the desktop where
-    something does. In them, {tell} is a program that tells the world the display's variables, {config} a file with `config` in it.
-    `workspace` is the command that switches to one, `key` leaves what is shown at first, `lacks` are the checks that have no meaning there."""
+    """`packages` are Debian's, as in a Depends field. `commands` start the desk: first what manages windows, last what draws the desktop, if
+    `draws_desktop`. In them, {tell} is a program that passes on the display's variables, {config} a file with `config` in it.
+    `workspace` is the command that switches to one, `set_scale` the one for a scale while programs run, `key` leaves what is shown at first.
+    `lacks` are the checks that have no meaning there.
+    """
     name: str
     packages: str = ""
     commands: tuple = ()
@@ -31,26 +33,34 @@ class Desk:
     lacks: tuple = ()
     variables: tuple = ()
     key: str = ""
+    scales: tuple = (2, 3)
+    set_scale: str = ""
+
+    def all_lacks(self):
+        is_whole = self.name != "sway"
+        return {*self.lacks, *(["desktop restarted"] if not is_whole or not self.draws_desktop else []),
+                *(["manager restarted", "rival"] if not is_whole or self.is_nested else []), *(["screens"] if self.is_nested else [])}
 
 
 NESTED = (("MUTTER_DEBUG_DUMMY_MODE_SPECS", f"{WIDTH}x{HEIGHT}"),)
 DESKS = {desk.name: desk for desk in (
-    Desk("sway", "sway swaybg grim", draws_desktop=False, lacks=("show desktop",)),
-    Desk("labwc", "labwc xwayland", ("labwc -s {tell}",), draws_desktop=False, is_nested=True, lacks=("show desktop",),
-         variables=(("WLR_BACKENDS", "x11"), ("WLR_RENDERER", "pixman"))),
-    Desk("KDE Wayland", "kwin-wayland plasma-workspace-wayland plasma-desktop qtwayland5 xwayland",
+    Desk("sway", "sway, swaybg, grim", draws_desktop=False, lacks=("show desktop",), scales=(1.25, 1.6, 2), set_scale="yes"),
+    Desk("labwc", "labwc, xwayland, wlr-randr", ("labwc -s {tell}",), draws_desktop=False, is_nested=True, lacks=("show desktop", "name"),
+         scales=(1.25, 1.6, 2), set_scale="wlr-randr --output X11-1 --scale {}", variables=(("WLR_BACKENDS", "x11"), ("WLR_RENDERER", "pixman"))),
+    Desk("KDE Wayland", "kwin-wayland, plasma-workspace, plasma-workspace-wayland | plasma-desktop, plasma-desktop, qtwayland5 | qt6-wayland, xwayland, libkf5screen-bin | libkscreen-bin",
          (f"kwin_wayland --xwayland --width {WIDTH} --height {HEIGHT} {{tell}}", "plasmashell"), is_nested=True,
-         lacks=("show desktop",)),
-    Desk("KDE X11", "kwin-x11 plasma-desktop plasma-workspace", ("kwin_x11", "plasmashell"), blends=False),
-    Desk("GNOME, mutter", "mutter xwayland", ("mutter --nested --wayland -- {tell}",), draws_desktop=False, is_nested=True, variables=NESTED),
-    Desk("GNOME Shell", "gnome-shell xwayland", ("gnome-shell --nested --wayland",), draws_desktop=False, is_nested=True, variables=NESTED,
-         key="Escape"),
-    Desk("XFCE", "xfwm4 xfdesktop4 xfce4-settings", ("xfwm4 --compositor=on", "xfdesktop")),
-    Desk("MATE", "marco caja mate-settings-daemon", ("marco --composite", "caja -n --force-desktop")),
-    Desk("Cinnamon", "cinnamon muffin nemo", ("cinnamon", "nemo-desktop")),
-    Desk("LXQt", "openbox xcompmgr pcmanfm-qt qt6-qpa-plugins", ("openbox", "xcompmgr", "pcmanfm-qt --desktop --profile=lxqt")),
-    Desk("openbox", "openbox xcompmgr", ("openbox", "xcompmgr"), draws_desktop=False),
-    Desk("i3", "i3-wm", ("i3 -c {config}",), draws_desktop=False, blends=False, workspace="i3-msg workspace {}", lacks=("show desktop",),
+         lacks=("show desktop", "name"), scales=(1.25, 1.5, 2), set_scale="kscreen-doctor output.1.scale.{}"),
+    Desk("KDE X11", "kwin-x11, plasma-desktop, plasma-workspace", ("kwin_x11", "plasmashell"), blends=False),
+    Desk("GNOME, mutter", "mutter, xwayland", ("mutter --nested --wayland -- {tell}",), draws_desktop=False, is_nested=True, variables=NESTED,
+         lacks=("resolution",)),
+    Desk("GNOME Shell", "gnome-shell, xwayland", ("gnome-shell --nested --wayland",), draws_desktop=False, is_nested=True, variables=NESTED,
+         key="Escape", lacks=("resolution",)),
+    Desk("XFCE", "xfwm4, xfdesktop4, xfce4-settings", ("xfwm4 --compositor=on", "xfdesktop")),
+    Desk("MATE", "marco, caja, mate-settings-daemon", ("marco --composite", "caja -n --force-desktop")),
+    Desk("Cinnamon", "cinnamon, muffin, nemo", ("cinnamon", "nemo-desktop")),
+    Desk("LXQt", "openbox, xcompmgr, pcmanfm-qt, qt6-qpa-plugins", ("openbox", "xcompmgr", "pcmanfm-qt --desktop --profile=lxqt")),
+    Desk("openbox", "openbox, xcompmgr", ("openbox", "xcompmgr"), draws_desktop=False),
+    Desk("i3", "i3-wm", ("i3 -c {config}",), draws_desktop=False, blends=False, workspace="i3-msg workspace {}", lacks=("show desktop", "rival"),
          config="font pango:monospace 8\n"),
     # It keeps what lies on the desktop on the first of its screens.
     Desk("icewm", "icewm", ("icewm",), draws_desktop=False, blends=False, lacks=("screens",)),
@@ -160,6 +170,17 @@ class DeskWorld(XWorld):
             self.ask_manager("_NET_NUMBER_OF_DESKTOPS", 2)
             self.ask_manager("_NET_CURRENT_DESKTOP", number)
 
+    def set_scale(self, output, scale):
+        self.run(*self.desk.set_scale.format(scale).split())
+
+    def resize(self, name, width, height):
+        if not self.desk.is_nested:
+            return super().resize(name, width, height)
+        with self.connection(self.server) as display:
+            window = max(display.screen().root.query_tree().children, key=lambda each: each.get_geometry().width)
+            window.configure(width=width, height=height)
+            display.sync()
+
     def show_desktop(self, is_shown):
         self.ask_manager("_NET_SHOWING_DESKTOP", int(is_shown))
 
@@ -181,6 +202,6 @@ def world_of(name):
 
 
 if __name__ == "__main__":
-    # The packages of these desks, or of all, a line each.
+    # Prints the packages of these desks, or of all, a line each.
     for each in sys.argv[1:] or DESKS:
         print(DESKS[each].packages)

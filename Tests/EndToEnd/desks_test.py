@@ -1,7 +1,7 @@
-"""Tiles on the desks that people have: they stay where they belong, and take what is meant for them, whatever is done around them.
+"""Tiles on the desks that people have: they keep their places and their layer, and take the clicks on them, whatever is done around them.
 
-desks_test.py --table FOLDER [NAME…] prints what holds on each desk, or on those that are named, and leaves a picture of each in a
-folder, and one of what did not hold.
+desks_test.py --table FOLDER [NAME…] prints what holds on each desk, or on the named ones. It leaves a picture of each desk in the folder,
+and one of each check that fails.
 """
 
 import contextlib
@@ -10,24 +10,26 @@ import sys
 import tempfile
 import time
 import unittest
+from configparser import ConfigParser
 from pathlib import Path
 
 from desks import DESKS, world_of
 from desktop import DesktopTest, Placed
-from support import wait_until
+from support import PROJECT, wait_until
 from worlds import LinkRecorder
 
 FAVOURITES, TIPS, READING = Placed(1, place=(120, 96)), Placed(2, "TipsWidget", "small", (600, 96)), Placed(3, "ReadingListWidget", "medium", (120, 400))
 TILES = (FAVOURITES, TIPS, READING)
+APPLICATION = "net.foliovault.WidgetHost"
 # Where the desktop is empty, and a place of a tile without a link.
 EMPTY, HEADING = (900, 560), (60, 20)
 SECONDS = 12
-# Those that CI has, with one that something else draws the desktop of.
+# Those that CI has, with one where another program draws the desktop.
 TESTED = ("sway", "GNOME, mutter", "LXQt")
 
 
 class DeskTest(DesktopTest):
-    """Each check leaves the desk as it was, but for the last."""
+    """Each check leaves the desk as it was, except for the last one."""
 
     def begin(self):
         self.make_world()
@@ -41,16 +43,45 @@ class DeskTest(DesktopTest):
         for box, picture in self.pictures:
             wait_until(lambda: self.is_shown(picture, box), f"{why}: the tile at {box[:2]}", SECONDS)
 
-    def x11_windows(self):
-        return [each for each in self.world.windows() if each.process == self.desktop.pid] if hasattr(self.world, "server") else []
+    def at(self, tile, place=HEADING):
+        return tile.place[0] + place[0], tile.place[1] + place[1]
+
+    @contextlib.contextmanager
+    def program(self, name, *arguments, why="with it closed", **more):
+        """One of this folder, as long as the context lasts."""
+        process = self.world.start(sys.executable, "-B", Path(__file__).with_name(name), *arguments, **more)
+        try:
+            yield process
+        finally:
+            process.kill()
+            process.wait()
+        self.shown(why)
+
+    def window(self, width, height, colour):
+        return self.program("plain_window.py", width, height, *colour, why="without the window", **self.world.plain)
 
     def check_start(self):
         self.shown("at the start")
         self.assertEqual(self.complaints(), [])
 
     def check_in_no_list(self):
-        for window in self.x11_windows():
-            self.assertLessEqual({"SKIP_TASKBAR", "SKIP_PAGER"}, set(window.states))
+        for window in self.world.windows():
+            if window.process == self.desktop.pid:
+                self.assertLessEqual({"SKIP_TASKBAR", "SKIP_PAGER"}, set(window.states))
+
+    def check_name(self):
+        """Docks and window switchers find the name and the icon by it."""
+        self.tell("desktop")
+        gallery = lambda: [each for each in self.world.windows() if each.title == "Widgets"]
+        try:
+            self.assertEqual(wait_until(gallery, "the gallery", SECONDS)[0].application, APPLICATION)
+        finally:
+            self.world.close_window(self.desktop.pid)
+        wait_until(lambda: not gallery(), "the end of the gallery", SECONDS)
+        self.shown("without the gallery")
+        entry = ConfigParser(interpolation=None)
+        entry.read(PROJECT / "Resources" / "Desktop" / f"{APPLICATION}.desktop")
+        self.assertEqual((entry["Desktop Entry"]["StartupWMClass"], entry["Desktop Entry"]["Icon"]), (APPLICATION, APPLICATION))
 
     def check_desktop_clicked(self):
         self.world.click(*EMPTY)
@@ -64,59 +95,38 @@ class DeskTest(DesktopTest):
         self.shown("after the desktop's menu")
 
     def check_under_windows(self):
-        x, y, width, height = FAVOURITES.box()
-        colour = (0, 160, 0)
-        window = self.world.open_window_over(x + 150, y + 20, 260, 200, colour)
-        try:
-            self.world.click(x + HEADING[0], y + HEADING[1])
-            self.world.rest()
-            time.sleep(.3)
-            self.assertEqual(self.world.pixel(x + 200, y + 60), colour, "after a click on the tile")
-            self.world.click(*EMPTY)
-            time.sleep(.3)
-            self.assertEqual(self.world.pixel(x + 200, y + 60), colour, "after a click on the desktop")
-        finally:
-            window.kill()
-            window.wait()
-        self.shown("without the window")
+        (x, y), colour = FAVOURITES.place, (0, 160, 0)
+        seen = lambda: self.world.pixel(x + 200, y + 60) == colour
+        with self.window(260, 200, colour) as window:
+            self.world.place_window(window.pid, x + 150, y + 20, 260, 200)
+            for place in (None, self.at(FAVOURITES), EMPTY):
+                place and self.world.click(*place)
+                self.world.rest()
+                place and time.sleep(.3)
+                wait_until(seen, f"the window after a click at {place}", SECONDS)
 
     def check_under_fullscreen(self):
         colour = (160, 0, 160)
-        window = self.world.start(sys.executable, "-B", Path(__file__).with_name("plain_window.py"), 0, 0, *colour, **self.world.plain)
-        try:
+        with self.window(0, 0, colour):
             for x, y in ((200, 150), (650, 150)):
                 wait_until(lambda: self.world.pixel(x, y) == colour, "the window over the tile", SECONDS)
-        finally:
-            window.kill()
-            window.wait()
-        self.shown("without the window")
 
     def check_show_desktop(self):
-        window = self.world.open_window_over(200, 150, 300, 200)
-        try:
-            self.world.show_desktop(True)
-            self.shown("with the desktop shown")
-            self.world.show_desktop(False)
-        finally:
-            window.kill()
-            window.wait()
-        self.shown("afterwards")
+        with self.window(300, 200, (0, 160, 0)) as window:
+            self.world.place_window(window.pid, 200, 150, 300, 200)
+            for is_shown in (True, False):
+                self.world.show_desktop(is_shown)
+                is_shown and self.shown("with the desktop shown")
 
     def check_rival(self):
         """Another program that raises itself wins, instead of both doing so for ever."""
         said = self.world.folder / "rival"
-        with open(said, "wb") as output:
-            rival = self.world.start(sys.executable, "-B", Path(__file__).with_name("rival_window.py"), stdout=output)
-        try:
+        with open(said, "wb") as output, self.program("rival_window.py", why="without the rival", stdout=output):
             wait_until(lambda: said.stat().st_size, "the rival", SECONDS)
             time.sleep(2)
             before = said.stat().st_size
             time.sleep(1)
             self.assertEqual(said.stat().st_size, before, "they go on raising themselves")
-        finally:
-            rival.kill()
-            rival.wait()
-        self.shown("without the rival")
 
     def check_workspaces(self):
         for number in (1, 0):
@@ -124,15 +134,10 @@ class DeskTest(DesktopTest):
             self.shown(f"on workspace {number + 1}")
 
     def check_link(self):
-        for url, x, y in [*self.links(FAVOURITES)[1:2], (self.tip_url(), *self.at(TIPS, (85, 150)))]:
+        tip = json.loads(self.rendered(TIPS, "--format", "tree"))["content"]["widgetURL"]
+        for url, x, y in (self.links(FAVOURITES)[1], (tip, *self.at(TIPS, (85, 150)))):
             self.world.click(x, y)
             self.assertEqual(self.recorder.wait_for_link(), url)
-
-    def tip_url(self):
-        return json.loads(self.rendered(TIPS, "--format", "tree"))["content"]["widgetURL"]
-
-    def at(self, tile, place=HEADING):
-        return tile.place[0] + place[0], tile.place[1] + place[1]
 
     def check_keyboard(self):
         self.world.click(*self.at(READING))
@@ -153,7 +158,7 @@ class DeskTest(DesktopTest):
         self.shown("after the menu")
 
     def check_shadow(self):
-        """Neither a click nor a drag there is the tile's."""
+        """Clicks and drags there are the desktop's."""
         x, y, width, height = FAVOURITES.box()
         before = self.arrangement.read_bytes()
         self.world.drag((x + width // 2, y + height + 8), (x + width // 2 + 100, y + height + 120))
@@ -188,32 +193,64 @@ class DeskTest(DesktopTest):
         self.shown("back in its place")
         self.assertEqual(len(self.recorder.links()), self.recorder.seen, "a link was opened")
 
-    def check_screens(self):
-        """One more, both exchanged, it unplugged and plugged in again."""
-        world = self.world
-        first, second = world.outputs()[0].name, world.add_output()
-        there = Placed(2, "TipsWidget", "small", (200, 200), second)
-        try:
-            self.tell("move", 2, 200, 200, "--output", second)
-            self.tell("move", 1, *FAVOURITES.place, "--output", first)
-            place = lambda: (next(each.x for each in world.outputs() if each.name == second) + 200, 200, *there.box()[2:])
-            time.sleep(2)
-            self.assertTrue(self.is_tile(place()), "on the second screen")
-            if hasattr(world, "server"):
-                world.swap(first, second)
-                time.sleep(2)
-                self.assertTrue(self.is_tile(place()), "on the exchanged screen")
-                world.swap(second, first)
-        finally:
-            world.remove_output(second)
-            self.tell("move", 2, *TIPS.place, "--output", first)
-        self.shown("on the only screen")
-
     def is_tile(self, box):
         """Whether something with a tile's outline is there, whatever is behind it."""
         picture = self.world.screenshot()
         inside, outside = picture.pixel(box[0] + box[2] // 2, box[1] + 6), picture.pixel(box[0] + box[2] // 2, box[1] - 24)
         return inside != outside and min(inside) > 120
+
+    def check_screens(self):
+        """A second one comes, changes its side, is unplugged and comes back. The tile on it goes along."""
+        world = self.world
+        first, second = world.outputs()[0].name, world.add_output()
+        box = lambda: (world.output(second).x + 200, 200, *TIPS.box()[2:])
+        there = lambda what: wait_until(lambda: self.is_tile(box()), f"the tile on {what}", SECONDS)
+        try:
+            self.tell("move", TIPS.id, 200, 200, "--output", second)
+            self.tell("move", FAVOURITES.id, *FAVOURITES.place, "--output", first)
+            there("the second screen")
+            if hasattr(world, "server"):
+                world.swap(first, second)
+                there("the exchanged screen")
+                world.swap(second, first)
+            world.remove_output(second)
+            # It is pulled to a free place of the first screen, below the others' heads.
+            wait_until(lambda: self.is_shown(*reversed(self.pictures[0])), "the tile of the first screen", SECONDS)
+            world.bring_back(second)
+            there("the screen that came back")
+        finally:
+            world.remove_output(second)
+            self.tell("move", TIPS.id, *TIPS.place, "--output", first)
+        self.shown("on the only screen")
+
+    def check_resolution(self):
+        """The last one is that of the same screen on its side."""
+        output, before = self.world.outputs()[0], self.arrangement.read_bytes()
+        try:
+            for width, height in ((1024, 768), (640, 480), (output.height, output.width)):
+                self.world.resize(output.name, width, height)
+                tiles = [tile for tile in TILES if tile.place[0] + tile.box()[2] <= width and tile.place[1] + tile.box()[3] <= height]
+                for tile in tiles:
+                    wait_until(lambda: self.is_tile(tile.box()), f"{tile.kind} at {width} by {height}", SECONDS)
+        finally:
+            self.world.resize(output.name, output.width, output.height)
+        self.shown("at the old resolution")
+        self.assertEqual(self.arrangement.read_bytes(), before)
+
+    def check_scale(self):
+        # A nested desk has names of its own for its screens.
+        output = None if self.world.desk.is_nested else self.world.outputs()[0].name
+        tile = Placed(1, place=(40, 40), output=output)
+        self.arrange(tile)
+        for scale in (*self.world.desk.scales, 1):
+            if self.world.desk.set_scale:
+                self.world.set_scale(tile.output, scale)
+            else:
+                self.end()
+                self.start(GDK_SCALE=str(scale))
+            self.sees(tile, scale=scale)
+        self.arrange(*TILES)
+        self.shown("at scale 1")
 
     def check_desktop_restarted(self):
         number = len(self.world.parts) - 1
@@ -246,16 +283,12 @@ class DeskTest(DesktopTest):
         self.assertLessEqual(self.complaints(), ["widgethost: the display is gone"])
 
     def results(self, pictures):
-        """What each check found, in their order: empty where it holds, None where there is nothing to try it on."""
+        """What each check found, in their order: empty where it holds, None where it has no meaning."""
         self.begin()
-        desk, is_whole = self.world.desk, bool(self.world.parts)
-        lacks = {*desk.lacks, *(["desktop restarted"] if not (is_whole and desk.draws_desktop) else []),
-                 *(["manager restarted"] if not is_whole or desk.is_nested else []), *(["screens"] if desk.is_nested else []),
-                 *(["rival"] if not is_whole or desk.is_nested or desk.name == "i3" else [])}
-        found = {}
+        desk, found = self.world.desk, {}
         for name, check in [(name[6:].replace("_", " "), check) for name, check in vars(DeskTest).items() if name.startswith("check_")]:
             try:
-                found[name] = None if name in lacks else check(self) or ""
+                found[name] = None if name in desk.all_lacks() else check(self) or ""
             except Exception as error:
                 found[name] = f"{type(error).__name__}: {error}".splitlines()[0]
                 self.keep_picture(pictures / f"{desk.name} - {name}.png")

@@ -76,8 +76,11 @@ class DesktopTest(unittest.TestCase):
         (self.library / name).write_bytes(plistlib.dumps(items, fmt=plistlib.FMT_BINARY))
 
     def arrange(self, *placed, **more):
+        """Whole at once, since a running desktop reads it."""
         self.arrangement.parent.mkdir(exist_ok=True)
-        self.arrangement.write_text(json.dumps({"version": 1, "nextId": len(placed) + 1, "instances": [each.member() for each in placed], **more}))
+        fresh = self.arrangement.with_name("fresh")
+        fresh.write_text(json.dumps({"version": 1, "nextId": len(placed) + 1, "instances": [each.member() for each in placed], **more}))
+        os.replace(fresh, self.arrangement)
 
     def arranged(self):
         """The arrangement's members by their ids."""

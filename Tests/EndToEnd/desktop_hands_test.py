@@ -54,55 +54,6 @@ class Hands:
         self.sees(FAVOURITES)
         self.end()
 
-    def test_the_menu(self):
-        self.make_world(accessible=True)
-        self.arrange(FAVOURITES)
-        self.start()
-        self.sees(FAVOURITES)
-        self.world.click(*at(FAVOURITES))
-        for key in ("Menu", "shift+F10"):
-            self.world.key(key)
-            self.assertEqual([each.name for each in self.menu()],
-                             ["Edit…", "Size", "Reload", "Remove", "Add Widgets…", "Colors", "Lock"])
-            self.world.key("Escape")
-            wait_until(lambda: not self.accessible().find_all("menu"), "the end of the menu")
-
-        url, x, y = self.links(FAVOURITES)[1]
-        self.world.click(x, y, button=3)
-        self.choose("Copy Link")
-        clipboard = Path(__file__).with_name("read_clipboard.py")
-        wait_until(lambda: self.world.run(sys.executable, "-B", clipboard).decode() == url, "the link in the clipboard")
-
-        self.write(favourites(3))
-        self.world.click(x, y, button=3)
-        self.choose("Reload")
-        self.world.move(1, 1)
-        self.sees(FAVOURITES)
-
-        self.world.click(x, y, button=3)
-        self.choose("Size", "Large")
-        large = Placed(1, family="large", place=FAVOURITES.place)
-        self.world.move(1, 1)
-        self.sees(large)
-        self.assertEqual(self.arranged()[1]["family"], "large")
-
-        before = self.arranged()
-        self.world.click(x, y, button=3)
-        self.choose("Remove")
-        undo = self.accessible().find("link", "Undo")
-        self.assertEqual(self.arranged(), {})
-        inset = 16 if self.shines_through() else 0
-        self.world.click(*at(FAVOURITES, (undo.extents[0] - inset + undo.extents[2] // 2, undo.extents[1] - inset + undo.extents[3] // 2)))
-        self.world.move(1, 1)
-        self.sees(large)
-        self.assertEqual(self.arranged(), before)
-
-        self.world.click(x, y, button=3)
-        self.choose("Remove")
-        wait_until(lambda: self.is_clear(large.box()), "the end of the tile")
-        self.assertEqual(self.arranged(), {})
-        self.end()
-
     def test_dragging(self):
         self.make_world(accessible=True)
         other = Placed(2, "WorkspacesWidget", "small", (600, 296))
@@ -156,6 +107,59 @@ class Hands:
         self.assertEqual(self.stamp(), stamp)
         self.end()
 
+
+class Wayland(Hands, DesktopTest):
+    kind = WaylandWorld
+
+    def test_the_menu(self):
+        self.make_world(accessible=True)
+        self.arrange(FAVOURITES)
+        self.start()
+        self.sees(FAVOURITES)
+        self.world.click(*at(FAVOURITES))
+        for key in ("Menu", "shift+F10"):
+            self.world.key(key)
+            self.assertEqual([each.name for each in self.menu()],
+                             ["Edit…", "Size", "Reload", "Remove", "Add Widgets…", "Colors", "Lock"])
+            self.world.key("Escape")
+            wait_until(lambda: not self.accessible().find_all("menu"), "the end of the menu")
+
+        url, x, y = self.links(FAVOURITES)[1]
+        self.world.click(x, y, button=3)
+        self.choose("Copy Link")
+        clipboard = Path(__file__).with_name("read_clipboard.py")
+        wait_until(lambda: self.world.run(sys.executable, "-B", clipboard).decode() == url, "the link in the clipboard")
+
+        self.write(favourites(3))
+        self.world.click(x, y, button=3)
+        self.choose("Reload")
+        self.world.move(1, 1)
+        self.sees(FAVOURITES)
+
+        self.world.click(x, y, button=3)
+        self.choose("Size", "Large")
+        large = Placed(1, family="large", place=FAVOURITES.place)
+        self.world.move(1, 1)
+        self.sees(large)
+        self.assertEqual(self.arranged()[1]["family"], "large")
+
+        before = self.arranged()
+        self.world.click(x, y, button=3)
+        self.choose("Remove")
+        undo = self.accessible().find("link", "Undo")
+        self.assertEqual(self.arranged(), {})
+        inset = 16 if self.shines_through() else 0
+        self.world.click(*at(FAVOURITES, (undo.extents[0] - inset + undo.extents[2] // 2, undo.extents[1] - inset + undo.extents[3] // 2)))
+        self.world.move(1, 1)
+        self.sees(large)
+        self.assertEqual(self.arranged(), before)
+
+        self.world.click(x, y, button=3)
+        self.choose("Remove")
+        wait_until(lambda: self.is_clear(large.box()), "the end of the tile")
+        self.assertEqual(self.arranged(), {})
+        self.end()
+
     def test_what_is_not_written(self):
         """The tile lies where it was dropped as long as that waits for another process; what fails changes nothing."""
         self.make_world(accessible=True)
@@ -188,10 +192,6 @@ class Hands:
             self.sees(moved)
             self.assertEqual(self.arranged(), before)
         self.end()
-
-
-class Wayland(Hands, DesktopTest):
-    kind = WaylandWorld
 
 
 class X11(Hands, DesktopTest):

@@ -9,13 +9,15 @@ from pathlib import Path
 
 from desktop import IDENTIFIER, DesktopTest, Placed
 from support import HOST, favourites, wait_until
-from worlds import WaylandWorld, XWorld
+from worlds import WaylandWorld
 
 PLACE = (104, 80)
 REST_SECONDS = 3
 
 
-class Life:
+class Life(DesktopTest):
+    kind = WaylandWorld
+
     def test_commands_reach_it(self):
         self.make_world()
         self.arrange()
@@ -97,14 +99,6 @@ class Life:
             except OSError:
                 pass  # It has ended meanwhile.
         return found
-
-
-class Wayland(Life, DesktopTest):
-    kind = WaylandWorld
-
-
-class X11(Life, DesktopTest):
-    kind = XWorld
 
 
 if __name__ == "__main__":

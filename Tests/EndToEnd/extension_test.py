@@ -3,7 +3,6 @@
 import json
 import os
 import plistlib
-import signal
 import socket
 import subprocess
 import unittest
@@ -50,17 +49,6 @@ class Answers(HomeTest):
             tinted = extension.timeline(mode="tinted")["entries"][0]["content"]["view"]
             self.assertFalse([node for node in nodes(tinted) if node["type"] == "image"])
 
-    def test_groups_are_offered(self):
-        self.write([{"Name": "Äpfel", "Children": []}, {"Name": "Work", "Children": []}])
-        with Extension(self.environment(LANG="en_GB.UTF-8")) as extension:
-            def ids(**more):
-                answer = extension.call("options", kind="FavoritesWidget", parameter="group", **more)["result"]
-                self.assertEqual(answer["default"], {"id": "_all", "title": "All"})
-                return [option["id"] for option in answer["options"]]
-            self.assertEqual(ids(), ["_all", "Äpfel", "Work"])
-            self.assertEqual(ids(matching="ÄPF"), ["Äpfel"])
-            self.assertEqual(ids(identifiers=["Gone"]), ["Gone"])
-
     def test_germans_read_german_wherever_the_machine_comes_from(self):
         self.write(favourites(9))
         german, english = ("Favoriten", "+2 weitere"), ("Favorites", "+2 more")
@@ -84,36 +72,6 @@ class Answers(HomeTest):
                              ["Small", "Favorites Small", "Workspaces Small", "Tips Small", "Tips Empty"])
             self.assertEqual(process.wait(10), 0)
         ours.close()
-
-
-class Lists(HomeTest):
-    def test_the_reading_list_can_be_filtered(self):
-        items = [{"title": f"Page {i}", "URL": f"https://www.example.org/{i}", "unread": i % 3 == 0} for i in range(30)]
-        with Extension(self.environment()) as extension:
-            self.assertIn("No Items", texts(extension.timeline(kind="ReadingListWidget")["entries"][0]))
-            self.write(items, name="ReadingList.plist")
-            for choices, more, first in (({}, "+23 more", "Page 0"), ({"filter": "unreadOnly"}, "+3 more", "Page 0")):
-                shown = texts(extension.timeline(kind="ReadingListWidget", **choices)["entries"][0])
-                self.assertEqual((shown[0], shown[1], shown[2], shown[-1]), ("Reading List", "10 unread", first, more))
-            self.write([{**item, "unread": False} for item in items], name="ReadingList.plist")
-            self.assertEqual(texts(extension.timeline(kind="ReadingListWidget", filter="unreadOnly")["entries"][0]), ["All Read"])
-            wrong = extension.call("timeline", kind="ReadingListWidget", configuration={"filter": "unreadonly"}, environment={"family": "small"})
-            self.assertEqual(wrong["error"]["code"], -32602)
-            self.assertIn('"unreadOnly"', wrong["error"]["message"])
-            small = extension.timeline("small", kind="ReadingListWidget")["entries"][0]
-            self.assertEqual(texts(small)[:2], ["Reading List", "0"])
-            links = [node["url"] for node in nodes(small["content"]["view"]) if node["type"] == "link"]
-            self.assertEqual(links[0], "x-foliovault://open-url?location=https://www.example.org/0&widget=readinglist")
-
-    def test_workspaces_are_counted(self):
-        inside = {"databases": ["a", 1, {}], "windows": [{}]}
-        with Extension(self.environment(LANG="de_DE.UTF-8")) as german, Extension(self.environment()) as english:
-            self.write([{"Name": "A & B", "workspace": inside}, {"name": "none"}, {"Name": "Bare"}], name="OrderedWorkspaces.plist")
-            entry, = english.timeline("medium", kind="WorkspacesWidget")["entries"]
-            self.assertEqual(texts(entry), ["Workspaces", "2 items", "A & B", "3 databases · 1 windows", "Bare", "0 databases · 0 windows"])
-            links = [node["url"] for node in nodes(entry["content"]["view"]) if node["type"] == "link"]
-            self.assertEqual(links[0], "x-foliovault://open-workspace?name=A%20%26%20B&widget=workspaces")
-            self.assertIn("3 Datenbanken · 1 Fenster", texts(german.timeline("medium", kind="WorkspacesWidget")["entries"][0]))
 
 
 class Longest(HomeTest):
@@ -158,15 +116,6 @@ class Lifetime(HomeTest):
             ids = sorted(str(json.loads(answer)["id"]) for answer in done.stdout.splitlines())
             self.assertEqual(ids, ["1", "None"], line[:10])
 
-    def test_a_closed_output_ends_it_quietly(self):
-        process = subprocess.Popen([EXTENSION], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                   env=self.environment())
-        process.stdout.close()
-        self.assertEqual(process.wait(10), 0)
-        self.assertEqual(process.stderr.read(), b"")
-        process.stdin.close()
-        process.stderr.close()
-
     @unittest.skipIf(os.environ.get("SANITIZED"), "sanitizers bring libraries of their own")
     def test_nothing_is_loaded_that_a_list_does_not_need(self):
         self.write(favourites(3))
@@ -183,25 +132,6 @@ class Lifetime(HomeTest):
     def libraries(extension):
         with open(f"/proc/{extension.process.pid}/maps", encoding="utf-8") as maps:
             return {line.split()[-1].rsplit("/", 1)[-1] for line in maps if ".so" in line}
-
-    def test_signals_are_those_of_any_process(self):
-        with Extension(self.environment()) as extension:
-            extension.call("describe")
-            extension.process.send_signal(signal.SIGTERM)
-            self.assertEqual(extension.process.wait(10), -signal.SIGTERM)
-
-
-class EveryFamily(HomeTest):
-    def test_shows_its_rows(self):
-        for name in LISTS.values():
-            self.write([{"Name": f"{i}", "UUID": f"U{i}", "title": f"{i}", "URL": f"x:{i}"} for i in range(20)], name=name)
-        with Extension(self.environment()) as extension:
-            for kind in LISTS:
-                rows = {}
-                for family in (*FAMILIES, "wallSized"):
-                    view = extension.timeline(family, kind=kind)["entries"][0]["content"]["view"]
-                    rows[family] = sum(node["type"] == "link" for node in nodes(view))
-                self.assertEqual(rows, {"small": 4, "medium": 5, "large": 7, "extraLarge": 16, "wallSized": 5}, kind)
 
 
 if __name__ == "__main__":

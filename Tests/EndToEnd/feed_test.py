@@ -38,23 +38,16 @@ class Blog:
     def __init__(self, seed):
         self.random = random.Random(seed)
 
-    def words(self, most):
-        return " ".join(self.random.choice(WORDS) for _ in range(self.random.randint(1, most)))
-
-    def quoted(self, text):
-        """As text of an element: escaped, or as a section."""
-        if self.random.random() < .5:
-            return f"<![CDATA[{text}]]>"
-        return escape(text, {"'": "&#39;", "💡": "&#x1F4A1;"})
+    def words(self, count):
+        return " ".join(self.random.choices(WORDS, k=self.random.randint(1, count)))
 
     def html(self):
-        text = "".join(self.random.choice(HTML_PIECES) if self.random.random() < .5 else self.words(4)
-                       for _ in range(self.random.randint(0, 80)))
-        return text + "<p>end</p>"
+        return "".join(self.random.choice((*HTML_PIECES, self.words(4))) for _ in range(self.random.randint(0, 80))) + "<p>end</p>"
 
     def element(self, name, text):
         blank = self.random.choice(("", "", "\n", " \t"))
-        return f"<{name}>{blank}{self.quoted(text)}{blank}</{name}>"
+        quoted = self.random.choice((f"<![CDATA[{text}]]>", escape(text, {"'": "&#39;", "💡": "&#x1F4A1;"})))
+        return f"<{name}>{blank}{quoted}{blank}</{name}>"
 
     def item(self, number):
         moment = datetime(2025, 1, 1, tzinfo=timezone.utc) + timedelta(minutes=self.random.randrange(10**6))
@@ -64,14 +57,12 @@ class Blog:
         if self.random.random() < .8:
             fields.append(f'<guid isPermaLink="false">{number}</guid>')
         fields += [self.element("category", name) for name in self.random.sample(("Tips", "tips", "TIPS", "News", "tip", "Größe"), 2)]
-        if self.random.random() < .5:
-            fields.append(f"<dc:creator>{self.words(2)}</dc:creator><media:thumbnail url='x'/>")
         self.random.shuffle(fields)
         return "<item>" + "\n".join(fields) + "</item>"
 
     def feed(self):
         items = "".join(self.item(number) for number in range(self.random.randint(0, 20)))
-        return ('<rss version="2.0" xmlns:dc="http://purl.org/dc/elements/1.1/" xmlns:media="http://search.yahoo.com/mrss/">'
+        return ('<rss version="2.0">'
                 f"<channel><title>Blog</title><link>https://a.example</link><description>{self.words(9)}</description>{items}</channel></rss>")
 
 
@@ -87,18 +78,12 @@ def judged(document):
 class Feeds(unittest.TestCase):
     maxDiff = None
 
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = Path(folder.name)
-
     def tips(self, documents):
-        files = []
-        for number, document in enumerate(documents):
-            files.append(self.folder / f"{number}.xml")
-            files[-1].write_bytes(document)
-        done = subprocess.run([PROBE, *files], capture_output=True, check=True)
-        return [json.loads(line) for line in done.stdout.splitlines()]
+        with tempfile.TemporaryDirectory() as folder:
+            files = [Path(folder, f"{number}.xml") for number in range(len(documents))]
+            for file, document in zip(files, documents):
+                file.write_bytes(document)
+            return [json.loads(line) for line in subprocess.run([PROBE, *files], capture_output=True, check=True).stdout.splitlines()]
 
     def test_tips_are_those_that_feedparser_sees(self):
         documents = [f'<?xml version="1.0" encoding="UTF-8"?>\n{Blog(seed).feed()}'.encode() for seed in range(200)]

@@ -8,7 +8,7 @@ import time
 import unittest
 
 from desktop import DesktopTest, Placed
-from support import favourites, wait_until
+from support import wait_until
 from worlds import WaylandWorld
 
 FAVOURITES, OTHER = Placed(1, place=(120, 80)), Placed(2, family="large", place=(560, 80))

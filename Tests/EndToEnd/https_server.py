@@ -12,7 +12,6 @@ A page is a function of the request's handler; those below make the usual ones. 
 the proxy, has its certificate, unless `names` says which names alone the server has one for. Each connection has a thread.
 """
 
-import gzip
 import http.server
 import os
 import socket
@@ -202,10 +201,6 @@ def body(content, status=200, **headers):
     return page
 
 
-def gzipped(content):
-    return body(gzip.compress(content), Content_Encoding="gzip")
-
-
 def redirect(address, status=302):
     return body(b"elsewhere", status=status, Location=address)
 
@@ -235,42 +230,13 @@ def forever(start, piece, seconds=0):
     return page
 
 
-def cut(content, announced):
-    """Only the beginning of what was announced, and then the connection ends."""
+def stop(content, announced, closes=False):
+    """The beginning of a body of the announced length. Then the connection closes or stays silent."""
     def page(handler):
         handler.start(200, Content_Length=announced)
         handler.wfile.write(content)
         handler.close_connection = True
-    return page
-
-
-def stall(content, announced):
-    """The same, and then the connection stays open without a word."""
-    def page(handler):
-        handler.start(200, Content_Length=announced)
-        handler.wfile.write(content)
-        handler.pause(None)
-    return page
-
-
-def until_the_end(content):
-    """A body that is as long as the connection, which ends in due form."""
-    def page(handler):
-        handler.start(200, Connection="close")
-        handler.wfile.write(content)
-        handler.request.settimeout(5)
-        handler.request = handler.request.unwrap()
-    return page
-
-
-def flood(size):
-    """That many bytes, which nothing announces."""
-    def page(handler):
-        handler.start(200, Connection="close")
-        block = bytes(1 << 16)
-        for _ in range(size // len(block)):
-            handler.wfile.write(block)
-        handler.close_connection = True
+        closes or handler.pause(None)
     return page
 
 

@@ -73,7 +73,8 @@ class WaylandWorld(World):
             for child in node["nodes"] + node["floating_nodes"]:
                 yield from walk(child)
             if node.get("pid") and node["type"] in ("con", "floating_con"):
-                yield Window(node["name"] or "", node["pid"], *(node["rect"][key] for key in ("x", "y", "width", "height")))
+                yield Window(node["name"] or "", node["pid"], *(node["rect"][key] for key in ("x", "y", "width", "height")),
+                             application=node.get("app_id") or "")
         return list(walk(self.ask(GET_TREE)))
 
     def place_window(self, process, x, y, width, height):
@@ -112,6 +113,9 @@ class WaylandWorld(World):
                 for y in (output.y + 1, output.y):
                     self.command(f"output {name} position {output.x} {y}")
         wait_until(is_drawn, f"a picture of {name}")
+
+    def resize(self, name, width, height):
+        self.command(f"output {name} mode {width}x{height}")
 
     def set_scale(self, output, scale):
         self.command(f"output {output} scale {scale}")

@@ -32,20 +32,22 @@ class Output:
 
 @dataclasses.dataclass(frozen=True)
 class Window:
-    """An ordinary window, or on X11 any that the window manager lists, from the lowest up; `kind` and `states` are empty on Wayland."""
+    """An ordinary window, or on X11 any that the window manager lists, from the lowest up. `application` is what docks know it by. `kind`
+    and `states` are empty on Wayland."""
     title: str
     process: int
     x: int
     y: int
     width: int
     height: int
+    application: str = ""
     kind: str = ""
     states: tuple = ()
 
 
 class World:
     """A desktop of its own without a screen. What a test needs more is in the two kinds, WaylandWorld and XWorld: each has `outputs`,
-    `windows`, `place_window`, `close_window`, `screenshot`, `add_output`, `remove_output`, `bring_back` and `set_scale`.
+    `windows`, `place_window`, `close_window`, `screenshot`, `add_output`, `remove_output`, `bring_back`, `resize` and `set_scale`.
 
     `home` is the user's, made up where none is given. With `accessible`, programs in it can be read by assistive technology.
     `wallpaper` is the screen's picture before anything else is on it.

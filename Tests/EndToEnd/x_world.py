@@ -33,7 +33,7 @@ Section "Monitor"
     Identifier "monitor"
     HorizSync 5-1000
     VertRefresh 5-200
-    Modeline "{width}x{height}" 83.50 {width} 1352 1480 1680 {height} 803 809 831
+    Modeline "{width}x{height}" {timings}
 EndSection
 Section "Screen"
     Identifier "screen"
@@ -56,6 +56,11 @@ DPI = 96 * 1024
 SOCKETS = Path("/tmp/.X11-unix")
 
 
+def timings(width, height):
+    """The numbers of a modeline."""
+    return f"83.50 {width} {width + 72} {width + 200} {width + 400} {height} {height + 3} {height + 9} {height + 31}"
+
+
 class XWorld(World):
     """With `compositing`, windows may be translucent."""
     KIND = "x11"
@@ -68,7 +73,7 @@ class XWorld(World):
 
     def start_display(self):
         configuration = self.folder / "server"
-        configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT))
+        configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT, timings=timings(WIDTH, HEIGHT)))
         if os.getuid() == 0 and not SOCKETS.exists():
             # Nested servers trust it as root's or their own user's alone.
             SOCKETS.mkdir()
@@ -135,15 +140,15 @@ class XWorld(World):
         windows = []
         for number in re.findall("0x[0-9a-f]+", listed):
             try:
-                said = self.run("xprop", "-id", number, "_NET_WM_NAME", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE").decode()
+                said = self.run("xprop", "-id", number, "_NET_WM_NAME", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE", "WM_CLASS").decode()
                 place = dict(re.findall(r"(\w+)=(-?\d+)", self.run("xdotool", "getwindowgeometry", "--shell", number).decode()))
             except AssertionError:
                 continue  # It was closed meanwhile.
-            title = re.search(r'_NET_WM_NAME.* = "(.*)"', said)
-            process = re.search(r"_NET_WM_PID.* = (\d+)", said)
-            window = Window(title[1] if title else "", int(process[1]) if process else 0, *(int(place[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")),
-                            "".join(re.findall("_NET_WM_WINDOW_TYPE_(\\w+)", said)[:1]), tuple(re.findall("_NET_WM_STATE_(\\w+)", said)))
-            windows.append((number, window))
+            found = lambda pattern: re.findall(pattern, said, re.MULTILINE) or [""]
+            windows.append((number, Window(
+                title=found('^_NET_WM_NAME.* = "(.*)"')[0], process=int(found(r"^_NET_WM_PID.* = (\d+)")[0] or 0),
+                **{name.lower(): int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")}, application=found('^WM_CLASS.* "(.*)"$')[0],
+                kind=found("_NET_WM_WINDOW_TYPE_(\\w+)")[0], states=tuple(filter(None, found("_NET_WM_STATE_(\\w+)"))))))
         return windows
 
     def ordinary_window(self, process):
@@ -198,6 +203,13 @@ class XWorld(World):
         self.run("xrandr", "--output", name, "--mode", f"{WIDTH}x{HEIGHT}", "--pos", f"{self.places[name]}x0")
         self.after_change()
         assert name in {each.name for each in self.outputs()}
+
+    def resize(self, name, width, height):
+        if f"{width}x{height} " not in self.run("xrandr", variables=self.server).decode():
+            self.run("xrandr", "--newmode", f"{width}x{height}", *timings(width, height).split(), variables=self.server)
+            self.run("xrandr", "--addmode", name, f"{width}x{height}", variables=self.server)
+        self.run("xrandr", "--output", name, "--mode", f"{width}x{height}", variables=self.server)
+        self.after_change()
 
     def swap(self, left, right):
         """Has `right` be at the left, and `left` at its right."""
