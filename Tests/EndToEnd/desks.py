@@ -1,11 +1,13 @@
 """The desks that people have, and how each is started without a screen."""
 
+import contextlib
 import dataclasses
 import re
 import shutil
 import sys
 import time
 
+import Xlib.error
 import Xlib.X
 
 from picture import Picture
@@ -49,7 +51,7 @@ DESKS = {desk.name: desk for desk in (
          scales=(1.25, 1.6, 2), set_scale="wlr-randr --output X11-1 --scale {}", variables=(("WLR_BACKENDS", "x11"), ("WLR_RENDERER", "pixman"))),
     Desk("KDE Wayland", "kwin-wayland, plasma-workspace, plasma-workspace-wayland | plasma-desktop, plasma-desktop, qtwayland5 | qt6-wayland, xwayland, libkf5screen-bin | libkscreen-bin",
          (f"kwin_wayland --xwayland --width {WIDTH} --height {HEIGHT} {{tell}}", "plasmashell"), is_nested=True,
-         lacks=("show desktop", "name"), scales=(1.25, 1.5, 2), set_scale="kscreen-doctor output.1.scale.{}"),
+         lacks=("show desktop", "name"), scales=(1.25, 1.5, 2), set_scale="env XDG_SESSION_TYPE=wayland QT_QPA_PLATFORM=wayland KSCREEN_BACKEND_INPROCESS=1 kscreen-doctor output.1.scale.{}"),
     Desk("KDE X11", "kwin-x11, plasma-desktop, plasma-workspace", ("kwin_x11", "plasmashell"), blends=False),
     Desk("GNOME, mutter", "mutter, xwayland", ("mutter --nested --wayland -- {tell}",), draws_desktop=False, is_nested=True, variables=NESTED,
          lacks=("resolution",)),
@@ -109,10 +111,11 @@ class DeskWorld(XWorld):
         """Whether a window of the desktop type is there; not all window managers list those of others."""
         with self.connection() as display:
             names = lambda atom: display.intern_atom(f"_NET_WM_WINDOW_TYPE{atom}")
-            frames = display.screen().root.query_tree().children
-            windows = [*frames, *(window for frame in frames for window in frame.query_tree().children)]
-            kinds = (window.get_full_property(names(""), Xlib.X.AnyPropertyType) for window in windows)
-            return any(kind and names("_DESKTOP") in kind.value for kind in kinds)
+            with contextlib.suppress(Xlib.error.BadWindow):  # one that has just been closed
+                frames = display.screen().root.query_tree().children
+                windows = [*frames, *(window for frame in frames for window in frame.query_tree().children)]
+                kinds = (window.get_full_property(names(""), Xlib.X.AnyPropertyType) for window in windows)
+                return any(kind and names("_DESKTOP") in kind.value for kind in kinds)
 
     def start_part(self, number):
         words = self.words[number]
@@ -148,19 +151,26 @@ class DeskWorld(XWorld):
         """Whatever the desk draws, once it has come to rest."""
         self.draw_wallpaper()
         self.rest()
-        if self.desk.key:
-            time.sleep(3)
-            self.key(self.desk.key)
         seen = lambda: self.screenshot().crop(0, 0, WIDTH - 200, HEIGHT - 100)
         if self.desk.is_nested and self.desk.draws_desktop:
             wait_until(lambda: seen().difference(Picture.plain(WIDTH - 200, HEIGHT - 100, (0, 0, 0)), 4), "the desktop's picture", 60)
-        pictures = [None]
 
-        def is_still():
-            time.sleep(.5)
-            pictures.append(seen())
-            return len(pictures) > 6 and all(pictures[-1].difference(each) is None for each in pictures[-6:])
-        wait_until(is_still, "the desk to come to rest", 90)
+        def still():
+            pictures = []
+
+            def is_still():
+                time.sleep(.5)
+                pictures.append(seen())
+                return len(pictures) > 6 and all(pictures[-1].difference(each) is None for each in pictures[-6:])
+            wait_until(is_still, "the desk to come to rest", 90)
+            return pictures[-1]
+        picture = still()
+        while self.desk.key:
+            before = picture
+            self.key(self.desk.key)
+            picture = still()
+            if picture.difference(before) is None:
+                break
         return self.screenshot()
 
     def switch_workspace(self, number):

@@ -240,16 +240,21 @@ class DeskTest(DesktopTest):
     def check_scale(self):
         # A nested desk has names of its own for its screens.
         output = None if self.world.desk.is_nested else self.world.outputs()[0].name
-        tile = Placed(1, place=(40, 40), output=output)
+        tile = Placed(1, family="small", place=(40, 40), output=output)
+        # Xwayland takes the pointer for where it last saw it. This place no tile will have.
+        self.world.move(TIPS.place[0] + 160, TIPS.place[1] + 90)
+        self.world.rest()
         self.arrange(tile)
-        for scale in (*self.world.desk.scales, 1):
-            if self.world.desk.set_scale:
-                self.world.set_scale(tile.output, scale)
-            else:
-                self.end()
-                self.start(GDK_SCALE=str(scale))
-            self.sees(tile, scale=scale)
-        self.arrange(*TILES)
+        try:
+            for scale in (*self.world.desk.scales, 1):
+                if self.world.desk.set_scale:
+                    self.world.set_scale(tile.output, scale)
+                else:
+                    self.end()
+                    self.start(GDK_SCALE=str(scale))
+                self.sees(tile, scale=scale)
+        finally:
+            self.arrange(*TILES)
         self.shown("at scale 1")
 
     def check_desktop_restarted(self):
