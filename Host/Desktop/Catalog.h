@@ -19,12 +19,11 @@ class Catalog {
 
     explicit Catalog(ReadManifests readManifests) : readManifests_(std::move(readManifests)) {}
 
-    /// Asks the extension what it has, through the host; `done` is told the widgets, or why there are none, from the
-    /// main loop.
+    /// Asks the extension for its widgets; calls `done` from the main loop with them, or with the reason for a failure.
     using Described = std::function<void(const Message<std::vector<WidgetInfo>>& widgets)>;
     void describe(HostApplication& host, const std::string& extension, Described done);
 
-    /// The widget as it was described last; null before that.
+    /// The widget as last described; null before that.
     const WidgetInfo* widget(const std::string& extension, const std::string& kind) const;
 
     /// The identifiers of the installed extensions, in the order of their manifests. Broken manifests are left out.

@@ -4,11 +4,8 @@
 #include "Host/Desktop/EditorWindow.h"
 #include "Host/Desktop/Examples.h"
 #include "Host/Desktop/GalleryWindow.h"
-#include "Host/Desktop/LinkOpener.h"
-#include "Host/Desktop/Menu.h"
 #include "Host/Desktop/TileMenu.h"
 #include "Host/Desktop/Toolkit.h"
-#include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/FileSystem.h"
 #include "Platform/Foundation/Localization.h"
 
@@ -20,13 +17,6 @@ using platform::Expected;
 using platform::localized;
 using platform::Unexpected;
 
-namespace {
-
-constexpr guint refusalMilliseconds = 4000;
-constexpr guint undoMilliseconds = 8000;
-
-} // namespace
-
 Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Options options) {
     if (const auto failure = startToolkit()) {
         return Unexpected{*failure};
@@ -37,34 +27,29 @@ Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Options options) {
 Desktop::Desktop(Options options)
     : home_(std::move(options.home)), presence_(options.presence),
       entries_(platform::DiskFileSystem::shared(), tileFolder()), catalog_(std::move(options.readManifests)),
-      settings_([this] { restyle(); }),
-      outputs_([this] { place(); }), around_{.studio = studio_,
-                                             .entries = entries_,
-                                             .settings = settings_,
-                                             .catalog = catalog_,
-                                             .clock = platform::SystemClock::shared(),
-                                             .hands = *this,
-                                             .stacking = outputs_.stacking(),
-                                             .tile = [this](InstanceId id) { return sessionTile(id); },
-                                             .workLater =
-                                                 [this](std::function<void()> work) {
-                                                     host_->workLater(std::move(work));
-                                                 }} {
-    // It reads the fonts beside this, until the first tile is to be drawn.
-    studio_.renderer();
+      settings_([this] { restyle(); }), outputs_([this] { place(); }) {
+    // Starts to read the fonts in the background.
+    renderers_.renderer();
 }
 
 Desktop::~Desktop() = default;
 
 void Desktop::started(HostApplication& host) {
     host_ = &host;
+    context_.emplace(TileContext{.host = host,
+                                 .renderers = renderers_,
+                                 .entries = entries_,
+                                 .settings = settings_,
+                                 .catalog = catalog_,
+                                 .delegate = *this,
+                                 .stacking = outputs_.stacking()});
     if (presence_ == Presence::foreground) {
-        firstSight_.whenIdle<&Desktop::lookAround>(this);
+        startupIdle_.idle<&Desktop::showGalleryIfEmpty>(this);
     }
 }
 
-/// Whoever starts a desktop without widgets wants some.
-void Desktop::lookAround() {
+/// A desktop without widgets shows what there is to add.
+void Desktop::showGalleryIfEmpty() {
     if (tiles_.empty()) {
         showGallery();
     }
@@ -73,12 +58,12 @@ void Desktop::lookAround() {
 void Desktop::arrangementChanged(const Arrangement& arrangement) {
     arrangement_ = arrangement;
     for (const Move& move : moves_) {
-        // Somebody else may have removed the tile.
+        // The tile may have been removed meanwhile.
         if (auto moved = changed(arrangement_, move)) {
             arrangement_ = *std::move(moved);
         }
     }
-    std::map<InstanceId, std::unique_ptr<DesktopTile>> kept;
+    std::map<InstanceId, std::unique_ptr<TileController>> kept;
     std::set<std::string> unknown;
     std::set<InstanceId> ids;
     for (const Instance& instance : arrangement_.instances) {
@@ -91,7 +76,7 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
             continue;
         }
         const auto& tile =
-            *kept.emplace(instance.id, std::make_unique<DesktopTile>(instance, arrangement.renderingMode, around_))
+            *kept.emplace(instance.id, std::make_unique<TileController>(instance, arrangement.renderingMode, *context_))
                  .first->second;
         if (catalog_.widget(tile.instance().extension, tile.instance().kind) == nullptr) {
             unknown.insert(instance.extension);
@@ -102,8 +87,7 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
     }
     for (auto& [id, tile] : std::exchange(tiles_, std::move(kept))) {
         if (removing_.contains(id)) {
-            tile->say({.title = localized("Removed"), .texts = {}, .button = localized("Undo")}, undoMilliseconds,
-                      [this, id = id] { removed_.erase(id); });
+            tile->showRemoved([this, id = id] { removed_.erase(id); });
             removed_.emplace(id, std::move(tile));
         }
     }
@@ -114,7 +98,7 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
     host_->workLater([entries = entries_, ids = std::move(ids)] { entries.keepOnly(ids); });
     place();
     for (const auto& [id, tile] : tiles_) {
-        if (tile->isWaiting() && sessionTile(id) == nullptr) {
+        if (tile->isWaiting() && host_->session().tile(id) == nullptr) {
             askForPlaceholder(tile->instance());
         }
     }
@@ -141,21 +125,20 @@ bool Desktop::activate() {
 
 void Desktop::shutDown() {
     for (const auto& [id, tile] : tiles_) {
-        tile->keep();
+        tile->saveState();
     }
 }
 
-void Desktop::tileUpdated(const Tile& tile, TileUpdate update) {
-    if (DesktopTile* shown = shownTile(tile.instance().id); shown != nullptr) {
+void Desktop::tileUpdated(const Tile& updated, TileUpdate update) {
+    if (TileController* shown = tile(updated.instance().id); shown != nullptr) {
         shown->updated(update);
     }
 }
 
-/// Puts every tile where it belongs on the screens that there are.
+/// Puts every tile where it belongs on the present screens.
 void Desktop::place() {
     places_ = placeTiles(tilesToPlace(), outputs_.screens());
     if (places_.empty()) {
-        // The tiles wait for a screen.
         for (const auto& [id, tile] : tiles_) {
             tile->hide();
         }
@@ -163,7 +146,7 @@ void Desktop::place() {
     for (const PlacedTile& place : places_) {
         tiles_.at(place.id)->put(outputs_.all()[place.screen], place.frame);
     }
-    keepingPlaces_.whenIdle<&Desktop::keepPlaces>(this);
+    savingPlacements_.idle<&Desktop::savePlacements>(this);
 }
 
 std::vector<TileToPlace> Desktop::tilesToPlace() const {
@@ -174,12 +157,12 @@ std::vector<TileToPlace> Desktop::tilesToPlace() const {
     return tiles;
 }
 
-/// A tile that was given a free place stays there.
-void Desktop::keepPlaces() {
+/// Writes the free places that tiles were given, so that they stay there.
+void Desktop::savePlacements() {
     const auto places = places_;
     for (const PlacedTile& place : places) {
         if (place.source == PlacedTile::Source::chosen) {
-            // An arrangement that cannot be written is no news to anybody who did nothing.
+            // Ignores errors: the user did not ask for this write.
             moveTile(moveTo(place.id, place.screen, place.frame), [](const auto& /*result*/) {});
         }
     }
@@ -190,7 +173,7 @@ Move Desktop::moveTo(InstanceId id, std::size_t screen, const Rect& frame) const
     return {.id = id, .position = {frame.x - on.bounds.x, frame.y - on.bounds.y}, .output = on.name};
 }
 
-/// Has the tile lie there at once.
+/// Moves the tile at once, and then writes its place.
 void Desktop::moveTile(const Move& move, std::function<void(const HostApplication::Change& result)> done) {
     moves_.push_back(move);
     arrangementChanged(host_->arrangement());
@@ -223,58 +206,36 @@ void Desktop::askForPlaceholder(const Instance& instance) {
                [this, id = instance.id](const Expected<std::string, std::string>& answer) {
                    const auto entries =
                        answer ? readEntries(*answer) : Message<std::vector<Entry>>(Unexpected{answer.error()});
-                   DesktopTile* shown = shownTile(id);
+                   TileController* shown = tile(id);
                    if (entries && shown != nullptr && shown->isWaiting()) {
                        shown->showPlaceholder(entries->front().view);
                    }
                });
 }
 
-void Desktop::activated(InstanceId id, const TilePart& part) {
-    DesktopTile* shown = shownTile(id);
-    switch (part.act) {
-    case TilePart::Act::open:
-        if (shown != nullptr && !openLink(part.part.url)) {
-            shown->say({.title = localized("Nothing opens this link"), .texts = {part.part.url}, .button = {}},
-                       refusalMilliseconds, nullptr);
-        }
-        break;
-    case TilePart::Act::explain:
-        if (shown != nullptr) {
-            shown->explain();
-        }
-        break;
-    case TilePart::Act::undo:
-        restore(id);
-        break;
-    case TilePart::Act::nothing:
-        break;
-    }
-}
-
-void Desktop::menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) {
-    DesktopTile* shown = shownTile(id);
+void Desktop::menuRequested(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) {
+    TileController* shown = tile(id);
     if (shown == nullptr) {
         return;
     }
     const Instance instance = shown->instance();
-    // What it knows is from the last time; the next time it knows what is there now.
+    // For the next time; this menu goes by the last description.
     catalog_.describe(*host_, instance.extension, [](const auto& /*widgets*/) {});
     const TileMenuState state{.instance = instance,
                               .widget = catalog_.widget(instance.extension, instance.kind),
                               .url = url,
                               .isLocked = arrangement_.locked,
                               .renderingMode = arrangement_.renderingMode};
-    const TileMenuActs acts{.edit = [this, id] { edit(id); },
-                            .reload = [this, id] { host_->reload(id); },
-                            .remove = [this, id] { remove(id); },
-                            .addWidgets = [this] { showGallery(); },
-                            .change = [this](const ArrangementChange& wanted) { change(wanted); }};
-    popUpMenu(shown->window().widget(), event, tileMenu(state, acts));
+    popUpTileMenu(shown->window().widget(), event, state,
+                  {.edit = [this, id] { edit(id); },
+                   .reload = [this, id] { host_->reload(id); },
+                   .remove = [this, id] { remove(id); },
+                   .addWidgets = [this] { showGallery(); },
+                   .change = [this](const ArrangementChange& wanted) { change(wanted); }});
 }
 
 void Desktop::dragged(InstanceId id, Point distance) {
-    DesktopTile* shown = shownTile(id);
+    TileController* shown = tile(id);
     if (arrangement_.locked || shown == nullptr || places_.empty()) {
         return;
     }
@@ -285,25 +246,25 @@ void Desktop::dragged(InstanceId id, Point distance) {
                 others.emplace(place.screen, place.frame);
             }
         }
-        drag_.emplace(shown->rendered(), shown->frame(), outputs_, std::move(others));
+        drag_.emplace(shown->window().rendered(), shown->frame(), outputs_, std::move(others));
         draggedId_ = id;
-        shown->window().setGhostly(true);
+        shown->window().setDimmed(true);
     }
     drag_->move(distance);
 }
 
-void Desktop::dragEnded(InstanceId id, bool dropped) {
+void Desktop::dragEnded(InstanceId id, DragEnd end) {
     if (!drag_ || draggedId_ != id) {
         return;
     }
     const TileDrag::Place place = drag_->place();
     drag_.reset();
-    DesktopTile* shown = shownTile(id);
+    TileController* shown = tile(id);
     if (shown == nullptr) {
         return;
     }
-    shown->window().setGhostly(false);
-    if (dropped && place.output < outputs_.all().size()) {
+    shown->window().setDimmed(false);
+    if (end == DragEnd::dropped && place.output < outputs_.all().size()) {
         moveTile(moveTo(id, place.output, place.frame), [this](const HostApplication::Change& result) {
             if (!result) {
                 arrangementChanged(host_->arrangement());
@@ -313,18 +274,9 @@ void Desktop::dragEnded(InstanceId id, bool dropped) {
     }
 }
 
-void Desktop::seen(InstanceId id) {
-    if (DesktopTile* shown = shownTile(id); shown != nullptr) {
-        shown->seen();
-    }
-    // Before the tiles are drawn anew: colours may come from it.
-    readingTheme_.whenIdle<&DesktopSettings::readTheme>(&settings_, G_PRIORITY_DEFAULT_IDLE - 1);
-}
-
-void Desktop::scaleChanged(InstanceId id) {
-    if (DesktopTile* shown = shownTile(id); shown != nullptr) {
-        shown->restyle();
-    }
+void Desktop::firstDrawn() {
+    // Before the tiles are drawn anew: their colours may come from it.
+    readingTheme_.idle<&DesktopSettings::readTheme>(&settings_, G_PRIORITY_DEFAULT_IDLE - 1);
 }
 
 void Desktop::remove(InstanceId id) {
@@ -339,7 +291,7 @@ void Desktop::remove(InstanceId id) {
     });
 }
 
-void Desktop::restore(InstanceId id) {
+void Desktop::undoRequested(InstanceId id) {
     const auto found = removed_.find(id);
     if (found != removed_.end()) {
         const Instance instance = found->second->instance();
@@ -351,7 +303,7 @@ void Desktop::showGallery() {
     if (!gallery_) {
         settings_.readTheme();
         gallery_ = std::make_unique<GalleryWindow>(
-            *host_, catalog_, studio_, settings_, outputs_,
+            *host_, catalog_, renderers_, settings_, outputs_,
             [this](const Instance& instance) { change(Addition{.instance = instance}); }, [this] { gallery_.reset(); });
         if (const auto notice = libraryNotice(catalog_.missingFolders(home_))) {
             gallery_->say(*notice, examplesFolder() ? [this] { showExamples(); } : std::function<void()>());
@@ -371,7 +323,7 @@ void Desktop::showExamples() {
 }
 
 void Desktop::edit(InstanceId id) {
-    DesktopTile* shown = shownTile(id);
+    TileController* shown = tile(id);
     const WidgetInfo* widget =
         shown == nullptr ? nullptr : catalog_.widget(shown->instance().extension, shown->instance().kind);
     if (widget == nullptr) {
@@ -380,7 +332,7 @@ void Desktop::edit(InstanceId id) {
     auto& editor = editors_[id];
     if (!editor) {
         editor = std::make_unique<EditorWindow>(
-            *host_, *widget, shown->instance(), studio_, settings_,
+            *host_, *widget, shown->instance(), renderers_, settings_,
             [this, id](const Settings& settings) { change(Edit{.id = id, .settings = settings}); },
             [this, id] { editors_.erase(id); });
     }
@@ -399,11 +351,7 @@ void Desktop::showUnsaved(const platform::Failure& error) {
     showFailure(localized("The change could not be saved"), error.message);
 }
 
-const Tile* Desktop::sessionTile(InstanceId id) const {
-    return host_ == nullptr ? nullptr : host_->session().tile(id);
-}
-
-DesktopTile* Desktop::shownTile(InstanceId id) {
+TileController* Desktop::tile(InstanceId id) {
     const auto found = tiles_.find(id);
     return found == tiles_.end() ? nullptr : found->second.get();
 }

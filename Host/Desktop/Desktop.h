@@ -1,14 +1,14 @@
 // The host's desktop: a window for every placed widget, where the user left it.
 //
-// It shows what the session has and turns what hands do into changes of the arrangement, which come back to it like
-// everybody else's. One thread, the main loop's.
+// Shows what the session has, and turns what the user does into changes of the arrangement, which come back like those
+// of commands. Main thread only.
 #pragma once
 
 #include "Host/Desktop/Catalog.h"
 #include "Host/Desktop/DesktopSettings.h"
-#include "Host/Desktop/DesktopTile.h"
 #include "Host/Desktop/Outputs.h"
-#include "Host/Desktop/Studio.h"
+#include "Host/Desktop/RendererCache.h"
+#include "Host/Desktop/TileController.h"
 #include "Host/Desktop/TileDrag.h"
 #include "Host/Session/HostApplication.h"
 
@@ -24,7 +24,7 @@ namespace host {
 class GalleryWindow;
 class EditorWindow;
 
-class Desktop final : public HostDisplay, private TileHands {
+class Desktop final : public HostDisplay, private TileDelegate {
   public:
     struct Options {
         Catalog::ReadManifests readManifests;
@@ -36,7 +36,7 @@ class Desktop final : public HostDisplay, private TileHands {
     static platform::Expected<std::unique_ptr<Desktop>, std::string> open(Options options);
     ~Desktop() override;
 
-    /// After the host has ended: a home with examples, which the user wants to see instead.
+    /// After the host has ended: a home with examples, if the user asked for them.
     const std::optional<std::filesystem::path>& examplesWanted() const { return examplesWanted_; }
 
     void started(HostApplication& host) override;
@@ -44,62 +44,60 @@ class Desktop final : public HostDisplay, private TileHands {
     void findPlace(Instance& instance) override;
     bool activate() override;
     void shutDown() override;
-    void tileUpdated(const Tile& tile, TileUpdate update) override;
+    void tileUpdated(const Tile& updated, TileUpdate update) override;
 
   private:
     explicit Desktop(Options options);
 
-    void activated(InstanceId id, const TilePart& part) override;
-    void menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) override;
+    void menuRequested(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) override;
     void dragged(InstanceId id, Point distance) override;
-    void dragEnded(InstanceId id, bool dropped) override;
-    void seen(InstanceId id) override;
-    void scaleChanged(InstanceId id) override;
+    void dragEnded(InstanceId id, DragEnd end) override;
+    void undoRequested(InstanceId id) override;
+    void firstDrawn() override;
 
-    void lookAround();
+    void showGalleryIfEmpty();
     void place();
     std::vector<TileToPlace> tilesToPlace() const;
-    void keepPlaces();
+    void savePlacements();
     Move moveTo(InstanceId id, std::size_t screen, const Rect& frame) const;
     void moveTile(const Move& move, std::function<void(const HostApplication::Change& result)> done);
     void restyle();
     void askForPlaceholder(const Instance& instance);
     void remove(InstanceId id);
-    void restore(InstanceId id);
     void showGallery();
     void showExamples();
     void edit(InstanceId id);
     void change(const ArrangementChange& change);
     void showUnsaved(const platform::Failure& error);
-    const Tile* sessionTile(InstanceId id) const;
-    DesktopTile* shownTile(InstanceId id);
+    TileController* tile(InstanceId id);
 
     HostApplication* host_ = nullptr;
     std::filesystem::path home_;
     Presence presence_;
     std::optional<std::filesystem::path> examplesWanted_;
-    Studio studio_;
+    RendererCache renderers_;
     EntryStore entries_;
     Catalog catalog_;
     DesktopSettings settings_;
     Outputs outputs_;
-    TileSurroundings around_;
+    /// Set once the host has started.
+    std::optional<TileContext> context_;
     Arrangement arrangement_;
-    std::map<InstanceId, std::unique_ptr<DesktopTile>> tiles_;
-    /// Those that the user removes, until that is written.
+    std::map<InstanceId, std::unique_ptr<TileController>> tiles_;
+    /// The tiles that the user removes, until that is written.
     std::set<InstanceId> removing_;
-    /// Removed tiles as long as that can be taken back.
-    std::map<InstanceId, std::unique_ptr<DesktopTile>> removed_;
-    /// Those that are still to be written, in their order: tiles lie there already.
+    /// Removed tiles as long as that can be undone.
+    std::map<InstanceId, std::unique_ptr<TileController>> removed_;
+    /// Moves that are not written yet, in their order: the tiles lie there already.
     std::vector<Move> moves_;
     std::vector<PlacedTile> places_;
     std::optional<TileDrag> drag_;
     InstanceId draggedId_ = 0;
     std::unique_ptr<GalleryWindow> gallery_;
     std::map<InstanceId, std::unique_ptr<EditorWindow>> editors_;
-    LaterCall keepingPlaces_;
-    LaterCall firstSight_;
-    LaterCall readingTheme_;
+    ScheduledCall savingPlacements_;
+    ScheduledCall startupIdle_;
+    ScheduledCall readingTheme_;
 };
 
 } // namespace host

@@ -10,32 +10,21 @@
 namespace host {
 namespace {
 
-constexpr const char* portalName = "org.freedesktop.portal.Desktop";
-constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
-constexpr const char* portalInterface = "org.freedesktop.portal.Settings";
 constexpr const char* appearanceNamespace = "org.freedesktop.appearance";
 
 constexpr double usualDpi = 96;
 constexpr double dpiUnit = 1024;
-/// A tile that is larger or smaller than this is of no use to anybody.
-constexpr double smallestTextScale = 0.5;
-constexpr double greatestTextScale = 3;
+constexpr double minTextScale = 0.5;
+constexpr double maxTextScale = 3;
 
-/// What the user sets in place of the desktop's theme; empty for nothing.
-std::string userTheme() {
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here sets variables
-    const char* chosen = std::getenv("GTK_THEME");
-    return chosen == nullptr ? "" : chosen;
-}
-
-/// The name of the theme, and of its variant after a colon, as GTK_THEME has it.
+/// The name of the theme, and after a colon of its variant. The user's GTK_THEME replaces the desktop's.
 std::string themeName(GtkSettings* settings) {
-    if (std::string chosen = userTheme(); !chosen.empty()) {
+    if (const char* chosen = g_getenv("GTK_THEME"); chosen != nullptr) {
         return chosen;
     }
     char* name = nullptr;
     g_object_get(settings, "gtk-theme-name", &name, nullptr);
-    return takeText(name);
+    return stringFromOwned(name);
 }
 
 bool isDark(std::string_view theme) {
@@ -46,10 +35,10 @@ bool isDark(std::string_view theme) {
 double textScaleOf(GtkSettings* settings) {
     int dpi = -1;
     g_object_get(settings, "gtk-xft-dpi", &dpi, nullptr);
-    return dpi <= 0 ? 1 : std::clamp(dpi / dpiUnit / usualDpi, smallestTextScale, greatestTextScale);
+    return dpi <= 0 ? 1 : std::clamp(dpi / dpiUnit / usualDpi, minTextScale, maxTextScale);
 }
 
-/// The colour in which the theme shows what is selected.
+/// The theme's colour of selections.
 Rgba themeAccent() {
     const std::unique_ptr<GtkWidgetPath, decltype(&gtk_widget_path_unref)> path(gtk_widget_path_new(),
                                                                                 &gtk_widget_path_unref);
@@ -61,6 +50,8 @@ Rgba themeAccent() {
     return {color.red, color.green, color.blue, 1};
 }
 
+using VariantHandle = std::unique_ptr<GVariant, Releaser<g_variant_unref>>;
+
 std::optional<Rgba> colorOf(GVariant* value) {
     if (g_variant_is_of_type(value, G_VARIANT_TYPE("(ddd)")) == FALSE) {
         return std::nullopt;
@@ -68,7 +59,7 @@ std::optional<Rgba> colorOf(GVariant* value) {
     Rgba color;
     g_variant_get(value, "(ddd)", &color.red, &color.green, &color.blue);
     const auto isComponent = [](double component) { return component >= 0 && component <= 1; };
-    // Anything else stands for no choice.
+    // Other values mean no choice.
     const bool isColor = isComponent(color.red) && isComponent(color.green) && isComponent(color.blue);
     return isColor ? std::optional(color) : std::nullopt;
 }
@@ -76,8 +67,8 @@ std::optional<Rgba> colorOf(GVariant* value) {
 } // namespace
 
 DesktopSettings::DesktopSettings(std::function<void()> changed)
-    : changed_(std::move(changed)), toolkit_(gtk_settings_get_default()), isThemeRead_(!userTheme().empty()),
-      cancelling_(g_cancellable_new()) {
+    : changed_(std::move(changed)), toolkit_(gtk_settings_get_default()),
+      isThemeRead_(g_getenv("GTK_THEME") != nullptr), cancellable_(g_cancellable_new()) {
     gboolean prefersDark = FALSE;
     g_object_get(toolkit_, "gtk-application-prefer-dark-theme", &prefersDark, nullptr);
     themePrefersDark_ = prefersDark != FALSE;
@@ -85,77 +76,67 @@ DesktopSettings::DesktopSettings(std::function<void()> changed)
     look_ = currentLook();
     connect<&DesktopSettings::themeChanged>(toolkit_, "notify::gtk-theme-name", this);
     connect<&DesktopSettings::themeChanged>(toolkit_, "notify::gtk-xft-dpi", this);
-    g_bus_get(G_BUS_TYPE_SESSION, cancelling_.get(), &DesktopSettings::connected, this);
+    g_dbus_proxy_new_for_bus(G_BUS_TYPE_SESSION, G_DBUS_PROXY_FLAGS_DO_NOT_LOAD_PROPERTIES, nullptr,
+                             "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+                             "org.freedesktop.portal.Settings", cancellable_.get(), &DesktopSettings::onProxy, this);
 }
 
 DesktopSettings::~DesktopSettings() {
-    g_cancellable_cancel(cancelling_.get());
-    if (subscription_ != 0) {
-        g_dbus_connection_signal_unsubscribe(bus_.get(), subscription_);
+    g_cancellable_cancel(cancellable_.get());
+    if (proxy_) {
+        g_signal_handlers_disconnect_by_data(proxy_.get(), this);
     }
     g_signal_handlers_disconnect_by_data(toolkit_, this);
 }
 
-void DesktopSettings::connected(GObject* /*source*/, GAsyncResult* result, gpointer self) {
-    GError* error = nullptr;
-    ObjectHandle<GDBusConnection> bus(g_bus_get_finish(result, &error));
-    if (!bus) {
-        // Cancelled means that nobody is there any more.
-        g_error_free(error);
+void DesktopSettings::onProxy(GObject* /*source*/, GAsyncResult* result, gpointer self) {
+    ObjectHandle<GDBusProxy> proxy(g_dbus_proxy_new_for_bus_finish(result, nullptr));
+    if (!proxy) {
+        // There is no bus, or this is destroyed.
         return;
     }
     auto& settings = *static_cast<DesktopSettings*>(self);
-    settings.bus_ = std::move(bus);
-    settings.subscription_ = g_dbus_connection_signal_subscribe(
-        settings.bus_.get(), portalName, portalInterface, "SettingChanged", portalPath, appearanceNamespace,
-        G_DBUS_SIGNAL_FLAGS_NONE, &DesktopSettings::portalChanged, self, nullptr);
+    settings.proxy_ = std::move(proxy);
+    connect<&DesktopSettings::onSignal>(settings.proxy_.get(), "g-signal", &settings);
     const std::array<const char*, 2> namespaces{appearanceNamespace, nullptr};
-    g_dbus_connection_call(settings.bus_.get(), portalName, portalPath, portalInterface, "ReadAll",
-                           g_variant_new("(^as)", namespaces.data()), G_VARIANT_TYPE("(a{sa{sv}})"),
-                           G_DBUS_CALL_FLAGS_NONE, -1, settings.cancelling_.get(), &DesktopSettings::answered, self);
+    g_dbus_proxy_call(settings.proxy_.get(), "ReadAll", g_variant_new("(^as)", namespaces.data()),
+                      G_DBUS_CALL_FLAGS_NONE, -1, settings.cancellable_.get(), &DesktopSettings::onAnswer, self);
 }
 
-void DesktopSettings::answered(GObject* source, GAsyncResult* result, gpointer self) {
-    GError* error = nullptr;
-    GVariant* answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error);
-    if (answer == nullptr) {
-        g_error_free(error);
+void DesktopSettings::onAnswer(GObject* source, GAsyncResult* result, gpointer self) {
+    const VariantHandle answer(g_dbus_proxy_call_finish(G_DBUS_PROXY(source), result, nullptr));
+    if (!answer || g_variant_is_of_type(answer.get(), G_VARIANT_TYPE("(a{sa{sv}})")) == FALSE) {
         return;
     }
     auto& settings = *static_cast<DesktopSettings*>(self);
-    GVariant* all = g_variant_get_child_value(answer, 0);
-    GVariant* ours = g_variant_lookup_value(all, appearanceNamespace, G_VARIANT_TYPE("a{sv}"));
-    if (ours != nullptr) {
-        GVariantIter values;
-        g_variant_iter_init(&values, ours);
+    const VariantHandle all(g_variant_get_child_value(answer.get(), 0));
+    if (const VariantHandle values(g_variant_lookup_value(all.get(), appearanceNamespace, G_VARIANT_TYPE_VARDICT));
+        values) {
+        GVariantIter iterator;
+        g_variant_iter_init(&iterator, values.get());
         const char* key = nullptr;
         GVariant* value = nullptr;
-        while (g_variant_iter_loop(&values, "{&sv}", &key, &value) != FALSE) {
+        while (g_variant_iter_loop(&iterator, "{&sv}", &key, &value) != FALSE) {
             settings.take(key, value);
         }
-        g_variant_unref(ours);
     }
-    g_variant_unref(all);
-    g_variant_unref(answer);
     settings.refresh();
 }
 
-void DesktopSettings::portalChanged(GDBusConnection* /*bus*/, const char* /*sender*/, const char* /*path*/,
-                                    const char* /*interface*/, const char* /*signal*/, GVariant* parameters,
-                                    gpointer self) {
-    if (g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ssv)")) == FALSE) {
+void DesktopSettings::onSignal(const char* /*sender*/, const char* signal, GVariant* parameters) {
+    if (std::string_view(signal) != "SettingChanged" ||
+        g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ssv)")) == FALSE) {
         return;
     }
     const char* group = nullptr;
     const char* key = nullptr;
     GVariant* value = nullptr;
     g_variant_get(parameters, "(&s&sv)", &group, &key, &value);
-    auto& settings = *static_cast<DesktopSettings*>(self);
+    const VariantHandle owned(value);
     if (std::string_view(group) == appearanceNamespace) {
-        settings.take(key, value);
-        settings.refresh();
+        take(key, value);
+        refresh();
     }
-    g_variant_unref(value);
 }
 
 void DesktopSettings::take(const char* key, GVariant* value) {
@@ -188,7 +169,7 @@ void DesktopSettings::readTheme() {
     refresh();
 }
 
-/// Whether that is news, with which the toolkit has read its theme; told what it knows, it would, too.
+/// Sets GTK's dark preference; true if it changed. GTK reads its theme on every set, so sets it only on change.
 bool DesktopSettings::setToolkitScheme() {
     const bool isToBeDark = portal_.scheme ? *portal_.scheme == ColorScheme::dark : themePrefersDark_;
     if (std::exchange(isToolkitDark_, isToBeDark) == isToBeDark) {

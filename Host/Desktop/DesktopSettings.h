@@ -1,8 +1,8 @@
-// What the user chose for the whole desktop that bears on how tiles look: colour scheme, contrast, accent colour, size
-// of text, direction.
+// The user's choices for the whole desktop that tiles follow: colour scheme, contrast, accent colour, size of text,
+// direction.
 //
-// From the settings portal (org.freedesktop.portal.Settings, namespace org.freedesktop.appearance) where there is one,
-// else from the toolkit's theme; followed while running. The toolkit's own windows are told of a dark scheme too.
+// From the settings portal (org.freedesktop.portal.Settings, namespace org.freedesktop.appearance), else from GTK's
+// theme; followed while running. GTK's own windows get the dark scheme too.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
@@ -20,7 +20,7 @@ struct DesktopLook {
     ColorScheme scheme = ColorScheme::light;
     Contrast contrast = Contrast::normal;
     Rgba accent;
-    /// How much larger than usual texts are to be; tiles grow as a whole, so that nothing is cut.
+    /// Tiles grow as a whole with it, so that no text is cut.
     double textScale = 1;
     Direction direction = Direction::leftToRight;
     bool operator==(const DesktopLook&) const = default;
@@ -28,33 +28,29 @@ struct DesktopLook {
 
 class DesktopSettings {
   public:
-    /// `changed` is called from the main loop when the look is another. What the portal says comes a moment later than
-    /// this; until then the theme counts.
+    /// `changed` is called from the main loop when the look changes. The theme counts until the portal has answered.
     explicit DesktopSettings(std::function<void()> changed);
     DesktopSettings(const DesktopSettings&) = delete;
     DesktopSettings& operator=(const DesktopSettings&) = delete;
     ~DesktopSettings();
 
     const DesktopLook& look() const { return look_; }
-    /// Of a tile of the family, in the desktop's units.
+    /// The size of a tile in the desktop's units.
     Size tileSize(const std::string& family) const;
 
-    /// Has the toolkit read the theme for windows other than tiles. It may be that only then the accent colour is
-    /// known.
+    /// Makes GTK read the theme, for windows other than tiles. The accent colour may be known only then.
     void readTheme();
 
   private:
-    /// What the portal has said.
     struct Portal {
         std::optional<ColorScheme> scheme;
         std::optional<Contrast> contrast;
         std::optional<Rgba> accent;
     };
 
-    static void connected(GObject* source, GAsyncResult* result, gpointer self);
-    static void answered(GObject* source, GAsyncResult* result, gpointer self);
-    static void portalChanged(GDBusConnection* bus, const char* sender, const char* path, const char* interface,
-                              const char* signal, GVariant* parameters, gpointer self);
+    static void onProxy(GObject* source, GAsyncResult* result, gpointer self);
+    static void onAnswer(GObject* source, GAsyncResult* result, gpointer self);
+    void onSignal(const char* sender, const char* signal, GVariant* parameters);
     void themeChanged(GParamSpec* property);
     void take(const char* key, GVariant* value);
     void refresh();
@@ -68,9 +64,8 @@ class DesktopSettings {
     bool isToolkitDark_;
     Portal portal_;
     DesktopLook look_;
-    ObjectHandle<GCancellable> cancelling_;
-    ObjectHandle<GDBusConnection> bus_;
-    guint subscription_ = 0;
+    ObjectHandle<GCancellable> cancellable_;
+    ObjectHandle<GDBusProxy> proxy_;
 };
 
 } // namespace host

@@ -9,8 +9,7 @@
 namespace host {
 namespace {
 
-/// The first one that gives the keyboard to surfaces on the desktop when they are clicked, as to other windows; those
-/// before have one word for that and for keeping it from all others, which holds for higher layers only.
+/// The first version that gives the keyboard on a click. In earlier ones "exclusive" means that for the lower layers.
 constexpr guint onDemandVersion = 4;
 
 int whole(double length) {
@@ -29,7 +28,7 @@ GtkLayerShellKeyboardMode keyboardMode(DesktopWindow::Input input) {
 
 DesktopWindow::DesktopWindow(Level level, Input input, Stacking& stacking, Paint paint)
     : stacking_(stacking), paint_(std::move(paint)), way_(stacking.way()),
-      // What is in front for the time of a drag needs no window manager.
+      // The front level needs no window manager.
       window_(gtk_window_new(level == Level::front && way_ != Stacking::Way::layerShell ? GTK_WINDOW_POPUP
                                                                                         : GTK_WINDOW_TOPLEVEL)) {
     GtkWindow* window = GTK_WINDOW(window_.get());
@@ -43,7 +42,7 @@ DesktopWindow::DesktopWindow(Level level, Input input, Stacking& stacking, Paint
         gtk_layer_init_for_window(window);
         gtk_layer_set_namespace(window, "widgethost");
         gtk_layer_set_layer(window, level == Level::front ? GTK_LAYER_SHELL_LAYER_TOP : GTK_LAYER_SHELL_LAYER_BOTTOM);
-        gtk_layer_set_exclusive_zone(window, -1);
+        // Without an exclusive zone of its own it lies beside panels, and margins count from their edges.
         gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_LEFT, TRUE);
         gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_TOP, TRUE);
         gtk_layer_set_keyboard_mode(window, keyboardMode(input));
@@ -57,7 +56,7 @@ DesktopWindow::DesktopWindow(Level level, Input input, Stacking& stacking, Paint
         gtk_window_set_skip_pager_hint(window, TRUE);
         gtk_window_set_focus_on_map(window, FALSE);
         gtk_window_set_accept_focus(window, input == Input::all);
-        // The window manager is to put it where it is said to be, not where it finds room.
+        // Keeps the window manager from placing it where it finds room.
         gtk_window_set_gravity(window, GDK_GRAVITY_STATIC);
         connect<&DesktopWindow::realized>(window_.get(), "realize", this);
         stacking_.add(window_.get());
@@ -67,7 +66,7 @@ DesktopWindow::DesktopWindow(Level level, Input input, Stacking& stacking, Paint
                                                                                        &cairo_region_destroy);
         gtk_widget_input_shape_combine_region(window_.get(), nothing.get());
     }
-    // The compositor closes a layer's surface when its screen goes; whether there is another is said by `put`.
+    // The compositor closes a layer surface with its screen; `put` shows it again on another.
     g_signal_connect(window_.get(), "delete-event", G_CALLBACK(&gtk_widget_hide_on_delete), nullptr);
     connect<&DesktopWindow::draw>(window_.get(), "draw", this);
     connect<&DesktopWindow::unmapped>(window_.get(), "unmap", this);
@@ -79,11 +78,11 @@ DesktopWindow::~DesktopWindow() {
 }
 
 void DesktopWindow::put(const Output& output, const Rect& frame) {
-    // The same place is another in pixels where the scale is another.
+    // At another scale the same place has other pixels.
     const bool isElsewhere = output.monitor != output_.monitor || output.scale != output_.scale ||
                              frame.x != frame_.x || frame.y != frame_.y;
     if (std::exchange(way_, stacking_.way()) != way_) {
-        // A window manager asks only when a window comes whether it is to be managed.
+        // X11 decides only when a window is mapped whether it is managed.
         gtk_widget_hide(window_.get());
         gtk_widget_unrealize(window_.get());
     }
@@ -95,8 +94,8 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     if (isElsewhere || !isVisible) {
         move(output, frame);
     }
-    if (isElsewhere && output.fine != nullptr) {
-        // Its edges may be rounded otherwise there.
+    if (isElsewhere && output.fractional != nullptr) {
+        // Its edges may be rounded differently there.
         gtk_widget_queue_draw(window_.get());
     }
     output_ = output;
@@ -104,7 +103,7 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     if (!isVisible) {
         gtk_widget_show(window_.get());
         if (way_ != Stacking::Way::layerShell) {
-            // Some window managers look at this only once the window is there.
+            // Some window managers only follow this once the window is mapped.
             move(output, frame);
         }
         if (isUnmanaged()) {
@@ -113,7 +112,7 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     }
 }
 
-/// Whether it lies below all others because nobody but itself says where it lies.
+/// Whether the window lowers itself, since no window manager does.
 bool DesktopWindow::isUnmanaged() const {
     return way_ == Stacking::Way::unmanaged &&
            gtk_window_get_window_type(GTK_WINDOW(window_.get())) != GTK_WINDOW_POPUP;
@@ -158,29 +157,29 @@ gboolean DesktopWindow::draw(cairo_t* cairo) {
     cairo_set_operator(cairo, CAIRO_OPERATOR_CLEAR);
     cairo_paint(cairo);
     cairo_restore(cairo);
-    if (paint_ && !drawFinely()) {
+    if (paint_ && !drawFractional()) {
         paint_(cairo);
     }
-    // Whatever the window contains has nothing to draw.
+    // The children draw nothing.
     return TRUE;
 }
 
-/// Whether it could, and the toolkit is to show nothing.
-bool DesktopWindow::drawFinely() {
-    if (output_.fine == nullptr) {
-        fine_.reset();
+/// False if GTK must draw the content instead.
+bool DesktopWindow::drawFractional() {
+    if (output_.fractional == nullptr) {
+        fractional_.reset();
         return false;
     }
-    if (!fine_) {
-        fine_.emplace(*output_.fine, gtk_widget_get_window(window_.get()));
+    if (!fractional_) {
+        fractional_.emplace(*output_.fractional, gtk_widget_get_window(window_.get()));
     }
     const Rect& screen = output_.screen.bounds;
     const Rect onScreen{std::round(frame_.x - screen.x), std::round(frame_.y - screen.y), std::round(frame_.width),
                         std::round(frame_.height)};
-    if (!fine_->show(onScreen, output_.scale, paint_)) {
-        fine_.reset();
+    if (!fractional_->show(onScreen, output_.scale, paint_)) {
+        fractional_.reset();
     }
-    return fine_.has_value();
+    return fractional_.has_value();
 }
 
 } // namespace host

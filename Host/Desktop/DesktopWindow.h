@@ -1,10 +1,10 @@
 // A window without frame that lies on the desktop, under all windows of applications, on every workspace.
 //
-// How it is kept there, `Stacking` says. It takes the keyboard only when clicked. Where windows on the desktop are
-// blended with what lies below, it is clear until something is drawn on it.
+// `Stacking` keeps it there. It takes the keyboard only when clicked. It is transparent until something is drawn on it,
+// where the desktop blends windows.
 #pragma once
 
-#include "Host/Desktop/FineSurface.h"
+#include "Host/Desktop/FractionalScaleSurface.h"
 #include "Host/Desktop/Objects.h"
 #include "Host/Desktop/Outputs.h"
 #include "Host/Desktop/Stacking.h"
@@ -17,20 +17,20 @@ namespace host {
 class DesktopWindow {
   public:
     enum class Level {
-        /// Under windows.
+        /// Under all windows.
         desktop,
-        /// Over them, while something is dragged.
+        /// Over them, during a drag.
         front,
     };
     enum class Input {
         all,
-        /// The pointer goes through to what is below.
+        /// The pointer reaches what is below.
         none,
     };
 
     using Paint = std::function<void(cairo_t* cairo)>;
 
-    /// `stacking` must outlive this. `paint` draws what is in it, in its units; without any it stays clear.
+    /// `stacking` must outlive this. `paint` draws the content, in the window's units; without it the window is clear.
     DesktopWindow(Level level, Input input, Stacking& stacking, Paint paint = nullptr);
     DesktopWindow(const DesktopWindow&) = delete;
     DesktopWindow& operator=(const DesktopWindow&) = delete;
@@ -45,7 +45,7 @@ class DesktopWindow {
 
     /// Whether what lies below shines through.
     bool isBlended() const;
-    /// Takes the keyboard, at `time` of a click in it, where no window manager gives it.
+    /// Takes the keyboard, at `time` of a click, if no window manager does that.
     void takeKeyboard(guint32 time) const;
 
   private:
@@ -53,17 +53,17 @@ class DesktopWindow {
     bool isUnmanaged() const;
     void realized();
     gboolean draw(cairo_t* cairo);
-    bool drawFinely();
-    void unmapped() { fine_.reset(); }
+    bool drawFractional();
+    void unmapped() { fractional_.reset(); }
 
     Stacking& stacking_;
     Paint paint_;
     Stacking::Way way_;
     WindowHandle window_;
-    /// Where it is, and how large; no monitor where it is nowhere.
+    /// Has no monitor while the window is hidden.
     Output output_;
     Rect frame_;
-    std::optional<FineSurface> fine_;
+    std::optional<FractionalScaleSurface> fractional_;
 };
 
 } // namespace host

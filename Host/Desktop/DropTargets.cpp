@@ -54,7 +54,7 @@ void DropTargets::ended(GtkWidget* /*widget*/, GdkDragContext* /*context*/, gpoi
     DropTargets& self = *static_cast<Source*>(source)->targets;
     self.dragged_ = nullptr;
     // Not from within what they are told.
-    self.hiding_.whenIdle<&DropTargets::hide>(&self);
+    self.hiding_.idle<&DropTargets::hide>(&self);
 }
 
 void DropTargets::hide() {

@@ -49,7 +49,7 @@ class DropTargets {
     std::vector<std::unique_ptr<Source>> sources_;
     std::vector<std::unique_ptr<Target>> targets_;
     const Source* dragged_ = nullptr;
-    LaterCall hiding_;
+    ScheduledCall hiding_;
 };
 
 } // namespace host

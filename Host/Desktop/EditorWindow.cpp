@@ -16,11 +16,11 @@ constexpr int leastWidth = 440;
 
 } // namespace
 
-EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, const Instance& instance, Studio& studio,
-                           const DesktopSettings& settings, std::function<void(const Settings& chosen)> apply,
-                           std::function<void()> closed)
+EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, const Instance& instance,
+                           RendererCache& renderers, const DesktopSettings& settings,
+                           std::function<void(const Settings& chosen)> apply, std::function<void()> closed)
     : host_(host), instance_(instance), apply_(std::move(apply)), closed_(std::move(closed)), dialog_(gtk_dialog_new()),
-      view_(instance.family, widget.displayName, studio, settings) {
+      view_(instance.family, widget.displayName, renderers, settings) {
     GtkWindow* window = GTK_WINDOW(dialog_.get());
     gtk_window_set_title(window, widget.displayName.c_str());
     gtk_window_set_position(window, GTK_WIN_POS_CENTER);
@@ -69,7 +69,7 @@ void EditorWindow::preview() {
                                .family = instance_.family,
                                .configuration = {instance_.configuration.begin(), instance_.configuration.end()}};
     host_.ask(instance_.extension, methodName(request.method), paramsOf(request),
-              lifetime_.whileAlive([this, number = ++previews_](const auto& answer) {
+              lifetime_.weakly([this, number = ++previews_](const auto& answer) {
                   const auto entries = answer ? readEntries(*answer) : platform::Unexpected{answer.error()};
                   if (entries && number == previews_) {
                       view_.show(*entryAt(*entries, platform::SystemClock::shared().now()));

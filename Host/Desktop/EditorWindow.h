@@ -6,7 +6,7 @@
 #include "Host/Desktop/Catalog.h"
 #include "Host/Desktop/DesktopSettings.h"
 #include "Host/Desktop/ParameterField.h"
-#include "Host/Desktop/Studio.h"
+#include "Host/Desktop/RendererCache.h"
 #include "Host/Desktop/TilePreview.h"
 
 #include <functional>
@@ -19,7 +19,7 @@ class EditorWindow {
   public:
     /// `apply` is told what was chosen otherwise than before, when the user is done; `closed` is called at the end, and
     /// may end this. Everything else but the values must outlive this.
-    EditorWindow(HostApplication& host, const WidgetInfo& widget, const Instance& instance, Studio& studio,
+    EditorWindow(HostApplication& host, const WidgetInfo& widget, const Instance& instance, RendererCache& renderers,
                  const DesktopSettings& settings, std::function<void(const Settings& chosen)> apply,
                  std::function<void()> closed);
     EditorWindow(const EditorWindow&) = delete;

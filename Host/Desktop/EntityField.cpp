@@ -64,7 +64,7 @@ void EntityField::ask(const std::string& matching) {
     }
     out.endObject();
     host_.ask(instance_.extension, "options", params,
-              lifetime_.whileAlive([this, isWhole = matching.empty(), number = ++questions_](const auto& answer) {
+              lifetime_.weakly([this, isWhole = matching.empty(), number = ++questions_](const auto& answer) {
                   const auto options = answer ? readOptions(*answer) : platform::Unexpected{answer.error()};
                   if (options && number == questions_) {
                       list(*options, isWhole);

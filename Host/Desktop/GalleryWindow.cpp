@@ -27,18 +27,18 @@ constexpr double rowWidth = 752;
 } // namespace
 
 struct GalleryWindow::Card {
-    Card(Instance placed, const std::string& name, Studio& studio, const DesktopSettings& settings)
-        : instance(std::move(placed)), view(instance.family, name, studio, settings) {}
+    Card(Instance placed, const std::string& name, RendererCache& renderers, const DesktopSettings& settings)
+        : instance(std::move(placed)), view(instance.family, name, renderers, settings) {}
 
     Instance instance;
     TilePreview view;
     GalleryWindow* gallery = nullptr;
 };
 
-GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, Studio& studio, const DesktopSettings& settings,
-                             Outputs& outputs, Add add, std::function<void()> closed)
-    : host_(host), catalog_(catalog), studio_(studio), settings_(settings), drop_(outputs, add), add_(std::move(add)),
-      closed_(std::move(closed)), window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
+GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, RendererCache& renderers,
+                             const DesktopSettings& settings, Outputs& outputs, Add add, std::function<void()> closed)
+    : host_(host), catalog_(catalog), renderers_(renderers), settings_(settings), drop_(outputs, add),
+      add_(std::move(add)), closed_(std::move(closed)), window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
       box_(gtk_box_new(GTK_ORIENTATION_VERTICAL, 0)), stack_(gtk_stack_new()) {
     GtkWindow* window = GTK_WINDOW(window_.get());
     gtk_window_set_title(window, localized("Widgets").c_str());
@@ -95,7 +95,7 @@ void GalleryWindow::restyle() {
 
 void GalleryWindow::ask(const std::string& extension) {
     catalog_.describe(host_, extension,
-                      lifetime_.whileAlive([this, extension](const Message<std::vector<WidgetInfo>>& widgets) {
+                      lifetime_.weakly([this, extension](const Message<std::vector<WidgetInfo>>& widgets) {
                           if (!widgets) {
                               sayNothing(localized("An extension does not say what widgets it has."), widgets.error());
                               return;
@@ -138,7 +138,7 @@ void GalleryWindow::addWidget(const std::string& extension, const WidgetInfo& wi
 GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& widget) {
     const std::string title = familyTitle(instance.family);
     auto& card = *cards_.emplace_back(
-        std::make_unique<Card>(instance, fmt::format("{}, {}", widget.displayName, title), studio_, settings_));
+        std::make_unique<Card>(instance, fmt::format("{}, {}", widget.displayName, title), renderers_, settings_));
     card.gallery = this;
 
     GtkWidget* button = gtk_button_new_with_label(localized("Add").c_str());
@@ -169,7 +169,7 @@ GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& w
                                .family = instance.family,
                                .configuration = {}};
     host_.ask(instance.extension, methodName(request.method), paramsOf(request),
-              lifetime_.whileAlive([&card](const platform::Expected<std::string, std::string>& answer) {
+              lifetime_.weakly([&card](const platform::Expected<std::string, std::string>& answer) {
                   const auto entries = answer ? readEntries(*answer) : platform::Unexpected{answer.error()};
                   if (entries) {
                       card.view.show(*entryAt(*entries, platform::SystemClock::shared().now()));

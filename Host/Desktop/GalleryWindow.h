@@ -5,7 +5,7 @@
 #include "Host/Desktop/Catalog.h"
 #include "Host/Desktop/DesktopSettings.h"
 #include "Host/Desktop/DropTargets.h"
-#include "Host/Desktop/Studio.h"
+#include "Host/Desktop/RendererCache.h"
 #include "Host/Desktop/TilePreview.h"
 
 #include <functional>
@@ -20,7 +20,7 @@ class GalleryWindow {
 
     /// `add` places a widget, `closed` is called when the user closes the window, and may end this. Everything else
     /// must outlive this.
-    GalleryWindow(HostApplication& host, Catalog& catalog, Studio& studio, const DesktopSettings& settings,
+    GalleryWindow(HostApplication& host, Catalog& catalog, RendererCache& renderers, const DesktopSettings& settings,
                   Outputs& outputs, Add add, std::function<void()> closed);
     GalleryWindow(const GalleryWindow&) = delete;
     GalleryWindow& operator=(const GalleryWindow&) = delete;
@@ -45,7 +45,7 @@ class GalleryWindow {
 
     HostApplication& host_;
     Catalog& catalog_;
-    Studio& studio_;
+    RendererCache& renderers_;
     const DesktopSettings& settings_;
     DropTargets drop_;
     Add add_;

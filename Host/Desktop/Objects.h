@@ -1,4 +1,4 @@
-// GObjects and widgets as values that let go of themselves, and their signals as calls of methods.
+// Owners of GTK windows, signals as calls of methods, and calls by the main loop.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -14,19 +14,19 @@ namespace host {
 struct DestroyWindow {
     void operator()(GtkWidget* window) const { gtk_widget_destroy(window); }
 };
-/// A window of its own, which lives as long as this.
+/// Owns a toplevel window.
 using WindowHandle = std::unique_ptr<GtkWidget, DestroyWindow>;
 
 struct FreeMemory {
     void operator()(gpointer memory) const { g_free(memory); }
 };
-/// The text of a string that the caller is to free; empty for none.
-inline std::string takeText(char* text) {
+/// Takes a string that the caller must free; empty for null.
+inline std::string stringFromOwned(char* text) {
     const std::unique_ptr<char, FreeMemory> owned(text);
     return owned ? std::string(owned.get()) : std::string();
 }
 
-/// The C function that a signal calls for a method: without the object that sends it, which the receiver knows.
+/// The C function that a signal calls for a method, which does not get the sender.
 template <auto Method>
 struct SignalCall;
 template <class Self, class Result, class... Arguments, Result (Self::*Method)(Arguments...)>
@@ -42,17 +42,17 @@ struct SignalCall<Method> {
     }
 };
 
-/// Has `sender` call the method at its signal. Whichever of both ends first, `self` must be disconnected or outlive it.
+/// Calls the method at the signal. `self` must outlive `sender` or be disconnected.
 template <auto Method, class Self>
 gulong connect(gpointer sender, const char* signal, Self* self) {
     return g_signal_connect(sender, signal, G_CALLBACK(&SignalCall<Method>::call), self);
 }
 
-/// What an answer is for may be gone when it comes: a call that is made only as long as its receiver has this.
+/// Makes calls that do nothing once this is destroyed, for answers that come later than their receiver lives.
 class Lifetime {
   public:
     template <class Call>
-    auto whileAlive(Call call) const {
+    auto weakly(Call call) const {
         return [token = std::weak_ptr<int>(token_), call = std::move(call)](const auto&... arguments) {
             if (!token.expired()) {
                 call(arguments...);
@@ -64,22 +64,22 @@ class Lifetime {
     std::shared_ptr<int> token_ = std::make_shared<int>();
 };
 
-/// A call that the main loop makes later, once; not at all if this ends before or it is put off anew.
-class LaterCall {
+/// A call that the main loop makes once, later. Destroying this, or scheduling anew, cancels it.
+class ScheduledCall {
   public:
     using Call = void (*)(gpointer self);
 
-    LaterCall() = default;
-    LaterCall(const LaterCall&) = delete;
-    LaterCall& operator=(const LaterCall&) = delete;
-    ~LaterCall() { cancel(); }
+    ScheduledCall() = default;
+    ScheduledCall(const ScheduledCall&) = delete;
+    ScheduledCall& operator=(const ScheduledCall&) = delete;
+    ~ScheduledCall() { cancel(); }
 
-    /// Calls the method as soon as there is nothing of greater priority to do.
+    /// Calls the method once no source of a higher priority is ready.
     template <auto Method, class Self>
-    void whenIdle(Self* self, int priority = G_PRIORITY_DEFAULT_IDLE) {
+    void idle(Self* self, int priority = G_PRIORITY_DEFAULT_IDLE) {
         start<Method>(g_idle_source_new(), self, priority);
     }
-    /// Calls the method when so many milliseconds have passed.
+    /// Calls the method after so many milliseconds.
     template <auto Method, class Self>
     void after(guint milliseconds, Self* self) {
         start<Method>(g_timeout_source_new(milliseconds), self, G_PRIORITY_DEFAULT);
@@ -90,7 +90,7 @@ class LaterCall {
             g_source_unref(source);
         }
     }
-    bool isAwaited() const { return source_ != nullptr; }
+    bool isPending() const { return source_ != nullptr; }
 
   private:
     template <auto Method, class Self>
@@ -100,15 +100,15 @@ class LaterCall {
         self_ = self;
         call_ = [](gpointer receiver) { (static_cast<Self*>(receiver)->*Method)(); };
         g_source_set_priority(source, priority);
-        g_source_set_callback(source, &LaterCall::due, this, nullptr);
+        g_source_set_callback(source, &ScheduledCall::due, this, nullptr);
         g_source_attach(source, nullptr);
     }
     static gboolean due(gpointer later) {
-        auto& self = *static_cast<LaterCall*>(later);
+        auto& self = *static_cast<ScheduledCall*>(later);
         const Call call = self.call_;
         gpointer receiver = self.self_;
         self.cancel();
-        // It may end what this belongs to.
+        // May destroy this.
         call(receiver);
         return G_SOURCE_REMOVE;
     }

@@ -1,6 +1,6 @@
 #include "Host/Desktop/Outputs.h"
 
-#include "Host/Desktop/FineSurface.h"
+#include "Host/Desktop/FractionalScaleSurface.h"
 
 #include <fmt/format.h>
 #include <gdk/gdkwayland.h>
@@ -12,76 +12,50 @@
 namespace host {
 namespace {
 
+/// Compositors take scales in steps of this fraction.
+constexpr double scaleSteps = 120;
+
 Rect rectOf(const GdkRectangle& rectangle) {
     return {static_cast<double>(rectangle.x), static_cast<double>(rectangle.y), static_cast<double>(rectangle.width),
             static_cast<double>(rectangle.height)};
 }
 
 std::string nameOf(int number) {
-    // The one way to a connector's name in this toolkit, on Wayland and on X.
+    // GTK 3 has the connector's name in no other way.
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
-    std::string name = takeText(gdk_screen_get_monitor_plug_name(gdk_screen_get_default(), number));
+    std::string name = stringFromOwned(gdk_screen_get_monitor_plug_name(gdk_screen_get_default(), number));
     G_GNUC_END_IGNORE_DEPRECATIONS
     return name.empty() ? fmt::format("screen-{}", number + 1) : name;
 }
 
 } // namespace
 
-std::vector<Output> Outputs::present() const {
-    if (stacking_.way() == Stacking::Way::none) {
-        return {};
-    }
-    GdkDisplay* display = gdk_display_get_default();
-    std::vector<Output> outputs;
-    const GdkMonitor* primary = gdk_display_get_primary_monitor(display);
-    for (int number = 0; number < gdk_display_get_n_monitors(display); ++number) {
-        GdkMonitor* monitor = gdk_display_get_monitor(display, number);
-        GdkRectangle bounds;
-        GdkRectangle area;
-        gdk_monitor_get_geometry(monitor, &bounds);
-        gdk_monitor_get_workarea(monitor, &area);
-        // A monitor that has just come may not have said its size yet.
-        if (bounds.width > 0 && bounds.height > 0) {
-            Output output{.screen = {.name = nameOf(number), .bounds = rectOf(bounds), .area = rectOf(area)},
-                          .monitor = monitor,
-                          .scale = std::max(1.0, static_cast<double>(gdk_monitor_get_scale_factor(monitor)))};
-            const auto exact = wayland_ ? wayland_->scale(output.screen.name) : std::nullopt;
-            if (exact && *exact != std::floor(*exact) && FineSurface::isPossible(*wayland_)) {
-                output.scale = *exact;
-                output.fine = &*wayland_;
-            }
-            outputs.insert(monitor == primary ? outputs.begin() : outputs.end(), output);
-        }
-    }
-    return outputs;
-}
-
 Outputs::Outputs(std::function<void()> changed)
     : changed_(std::move(changed)), stacking_([this] { stackingChanged(); }) {
     GdkDisplay* display = gdk_display_get_default();
     if (stacking_.way() == Stacking::Way::layerShell) {
-        wayland_.emplace(gdk_wayland_display_get_wl_display(display), [this] { notice(); });
+        wayland_.emplace(gdk_wayland_display_get_wl_display(display), [this] { refreshSoon(); });
     }
-    outputs_ = present();
-    connect<&Outputs::noticeMonitor>(display, "monitor-added", this);
-    connect<&Outputs::noticeMonitor>(display, "monitor-removed", this);
-    connect<&Outputs::notice>(gdk_screen_get_default(), "monitors-changed", this);
-    connect<&Outputs::notice>(gdk_screen_get_default(), "size-changed", this);
+    connect<&Outputs::onMonitor>(display, "monitor-added", this);
+    connect<&Outputs::onMonitor>(display, "monitor-removed", this);
+    connect<&Outputs::refreshSoon>(gdk_screen_get_default(), "monitors-changed", this);
+    connect<&Outputs::refreshSoon>(gdk_screen_get_default(), "size-changed", this);
     if (GDK_IS_X11_DISPLAY(display) != FALSE) {
         GdkWindow* root = gdk_get_default_root_window();
         gdk_window_set_events(root, static_cast<GdkEventMask>(gdk_window_get_events(root) | GDK_PROPERTY_CHANGE_MASK));
-        gdk_window_add_filter(root, &Outputs::noticeWorkarea, this);
+        gdk_window_add_filter(root, &Outputs::onRootProperty, this);
     }
-    refresh();
+    watchMonitors();
+    outputs_ = present();
 }
 
 Outputs::~Outputs() {
-    for (const auto& monitor : followed_) {
-        g_signal_handlers_disconnect_by_data(monitor.get(), this);
+    for (const Monitor& each : monitors_) {
+        g_signal_handlers_disconnect_by_data(each.monitor.get(), this);
     }
     g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
     g_signal_handlers_disconnect_by_data(gdk_screen_get_default(), this);
-    gdk_window_remove_filter(gdk_get_default_root_window(), &Outputs::noticeWorkarea, this);
+    gdk_window_remove_filter(gdk_get_default_root_window(), &Outputs::onRootProperty, this);
 }
 
 std::vector<Screen> Outputs::screens() const {
@@ -92,26 +66,22 @@ std::vector<Screen> Outputs::screens() const {
     return screens;
 }
 
-void Outputs::noticeMonitor(GdkMonitor* /*monitor*/) {
-    notice();
-}
-void Outputs::noticeProperty(GParamSpec* /*property*/) {
-    notice();
+void Outputs::onMonitor(GdkMonitor* /*monitor*/) {
+    refreshSoon();
 }
 
-/// What panels leave is the window manager's to say, which it does when it has seen them or the screen itself change:
-/// later than the toolkit, which does not tell of it.
-GdkFilterReturn Outputs::noticeWorkarea(GdkXEvent* event, GdkEvent* /*unused*/, gpointer self) {
-    const auto* told = static_cast<const XEvent*>(event);
-    if (told->type == PropertyNotify && told->xproperty.atom == gdk_x11_get_xatom_by_name("_NET_WORKAREA")) {
-        static_cast<Outputs*>(self)->notice();
+/// The window manager sets the work area after a change of screens or panels, and GDK has no signal for that.
+GdkFilterReturn Outputs::onRootProperty(GdkXEvent* event, GdkEvent* /*unused*/, gpointer self) {
+    const auto* notice = static_cast<const XEvent*>(event);
+    if (notice->type == PropertyNotify && notice->xproperty.atom == gdk_x11_get_xatom_by_name("_NET_WORKAREA")) {
+        static_cast<Outputs*>(self)->refreshSoon();
     }
     return GDK_FILTER_CONTINUE;
 }
 
-/// A change of screens comes as many small ones; it is known before anything is drawn for it.
-void Outputs::notice() {
-    refreshing_.whenIdle<&Outputs::refresh>(this, G_PRIORITY_HIGH_IDLE - 1);
+/// A change of screens comes as many small ones; refreshes once for all, before anything is drawn.
+void Outputs::refreshSoon() {
+    refreshing_.idle<&Outputs::refresh>(this, G_PRIORITY_HIGH_IDLE - 1);
 }
 
 void Outputs::stackingChanged() {
@@ -120,23 +90,85 @@ void Outputs::stackingChanged() {
 }
 
 void Outputs::refresh() {
-    for (const auto& monitor : followed_) {
-        g_signal_handlers_disconnect_by_data(monitor.get(), this);
-    }
-    followed_.clear();
-    GdkDisplay* display = gdk_display_get_default();
-    for (int number = 0; number < gdk_display_get_n_monitors(display); ++number) {
-        GdkMonitor* monitor = gdk_display_get_monitor(display, number);
-        followed_.emplace_back(GDK_MONITOR(g_object_ref(monitor)));
-        for (const char* signal : {"notify::geometry", "notify::workarea", "notify::scale-factor"}) {
-            connect<&Outputs::noticeProperty>(monitor, signal, this);
-        }
-    }
+    watchMonitors();
     auto outputs = present();
     if (outputs != outputs_) {
         outputs_ = std::move(outputs);
         changed_();
     }
+}
+
+void Outputs::watchMonitors() {
+    GdkDisplay* display = gdk_display_get_default();
+    std::vector<Monitor> monitors;
+    for (int number = 0; number < gdk_display_get_n_monitors(display); ++number) {
+        GdkMonitor* monitor = gdk_display_get_monitor(display, number);
+        const auto known = std::find_if(monitors_.begin(), monitors_.end(),
+                                        [&](const Monitor& each) { return each.monitor.get() == monitor; });
+        if (known != monitors_.end()) {
+            monitors.push_back(std::move(*known));
+            continue;
+        }
+        monitors.push_back({.monitor = ObjectHandle<GdkMonitor>(GDK_MONITOR(g_object_ref(monitor))), .area = nullptr});
+        for (const char* signal : {"notify::geometry", "notify::workarea", "notify::scale-factor"}) {
+            connect<&Outputs::onProperty>(monitor, signal, this);
+        }
+    }
+    for (const Monitor& gone : std::exchange(monitors_, std::move(monitors))) {
+        if (gone.monitor) {
+            g_signal_handlers_disconnect_by_data(gone.monitor.get(), this);
+        }
+    }
+    if (wayland_) {
+        // After the tiles.
+        watchingWorkAreas_.idle<&Outputs::watchWorkAreas>(this, G_PRIORITY_LOW);
+    }
+}
+
+void Outputs::watchWorkAreas() {
+    for (Monitor& each : monitors_) {
+        if (!each.area) {
+            each.area = std::make_unique<WorkArea>(each.monitor.get(), [this] { refreshSoon(); });
+        }
+    }
+}
+
+Output Outputs::describe(int number, const Monitor& monitor) const {
+    GdkRectangle bounds;
+    GdkRectangle area;
+    gdk_monitor_get_geometry(monitor.monitor.get(), &bounds);
+    gdk_monitor_get_workarea(monitor.monitor.get(), &area);
+    if (monitor.area && monitor.area->size().width > 0 && monitor.area->size().height > 0) {
+        area.width = static_cast<int>(monitor.area->size().width);
+        area.height = static_cast<int>(monitor.area->size().height);
+    }
+    Output output{.screen = {.name = nameOf(number), .bounds = rectOf(bounds), .area = rectOf(area)},
+                  .monitor = monitor.monitor.get(),
+                  .scale = std::max(1.0, static_cast<double>(gdk_monitor_get_scale_factor(monitor.monitor.get())))};
+    const int pixels = wayland_ && bounds.width > 0 ? wayland_->pixelWidth(output.screen.name) : 0;
+    // GDK's size in units is rounded.
+    const double scale = pixels > 0 ? std::round(scaleSteps * pixels / bounds.width) / scaleSteps : 1;
+    if (scale != std::floor(scale) && FractionalScaleSurface::isPossible(*wayland_)) {
+        output.scale = scale;
+        output.fractional = &*wayland_;
+    }
+    return output;
+}
+
+std::vector<Output> Outputs::present() const {
+    std::vector<Output> outputs;
+    if (stacking_.way() == Stacking::Way::none) {
+        return outputs;
+    }
+    const GdkMonitor* primary = gdk_display_get_primary_monitor(gdk_display_get_default());
+    for (std::size_t number = 0; number < monitors_.size(); ++number) {
+        const Output output = describe(static_cast<int>(number), monitors_[number]);
+        // A new monitor may not have sent its size yet.
+        if (output.screen.bounds.width > 0 && output.screen.bounds.height > 0) {
+            outputs.insert(output.monitor == primary ? outputs.begin() : outputs.end(), output);
+        }
+    }
+    return outputs;
 }
 
 } // namespace host

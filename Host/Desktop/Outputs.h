@@ -1,12 +1,14 @@
-// The screens that are there, by their names at the graphics card, and how windows are kept on their desktops.
+// The screens by their connectors' names, and how windows are kept on the desktop there.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
 #include "Host/Desktop/Stacking.h"
 #include "Host/Desktop/WaylandObjects.h"
+#include "Host/Desktop/WorkArea.h"
 #include "Host/Placement/Placement.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,45 +16,58 @@
 namespace host {
 
 struct Output {
+    /// On Wayland its area is where windows of the desktop have their places, so it begins at the bounds' corner, and
+    /// only its size says that there are panels.
     Screen screen;
     /// Lives as long as the output is there.
     GdkMonitor* monitor = nullptr;
-    /// Device pixels for each of the desktop's units.
+    /// Device pixels per unit of the desktop.
     double scale = 1;
-    /// Where the toolkit knows no such scale, what surfaces for it are made of.
-    const WaylandObjects* fine = nullptr;
+    /// For surfaces at a fractional scale; null if the scale is an integer.
+    const WaylandObjects* fractional = nullptr;
     bool operator==(const Output&) const = default;
 };
 
 class Outputs {
   public:
-    /// `changed` is called from the main loop when there are others, or one has another place, size or scale, or
-    /// windows are kept there in another way.
+    /// `changed` is called from the main loop when outputs come, go or change, and when windows are kept on the desktop
+    /// in another way.
     explicit Outputs(std::function<void()> changed);
     Outputs(const Outputs&) = delete;
     Outputs& operator=(const Outputs&) = delete;
     ~Outputs();
 
-    /// None where windows cannot be kept on the desktop.
+    /// The primary one first. Empty if windows cannot be kept on the desktop.
     const std::vector<Output>& all() const { return outputs_; }
     std::vector<Screen> screens() const;
     Stacking& stacking() { return stacking_; }
 
   private:
-    void noticeMonitor(GdkMonitor* monitor);
-    void noticeProperty(GParamSpec* property);
-    static GdkFilterReturn noticeWorkarea(GdkXEvent* event, GdkEvent* unused, gpointer self);
-    void notice();
+    struct Monitor {
+        ObjectHandle<GdkMonitor> monitor;
+        /// Only on Wayland.
+        std::unique_ptr<WorkArea> area;
+    };
+
+    void onMonitor(GdkMonitor* monitor);
+    void onProperty(GParamSpec* /*property*/) { refreshSoon(); }
+    static GdkFilterReturn onRootProperty(GdkXEvent* event, GdkEvent* unused, gpointer self);
+    void refreshSoon();
     void refresh();
+    void watchMonitors();
+    void watchWorkAreas();
     void stackingChanged();
+    Output describe(int number, const Monitor& monitor) const;
     std::vector<Output> present() const;
 
     std::function<void()> changed_;
     Stacking stacking_;
     std::optional<WaylandObjects> wayland_;
+    /// In GDK's order.
+    std::vector<Monitor> monitors_;
     std::vector<Output> outputs_;
-    std::vector<ObjectHandle<GdkMonitor>> followed_;
-    LaterCall refreshing_;
+    ScheduledCall refreshing_;
+    ScheduledCall watchingWorkAreas_;
 };
 
 } // namespace host

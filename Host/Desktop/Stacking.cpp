@@ -4,6 +4,7 @@
 #include "Host/Layout/Geometry.h"
 
 #include <gdk/gdkx.h>
+#include <gtk-layer-shell.h>
 
 #include <algorithm>
 #include <cstring>
@@ -13,15 +14,15 @@
 namespace host {
 namespace {
 
-/// Nobody clicks so soon again: what is above by then has raised itself.
-constexpr gint64 answerMicroseconds = 100'000;
+/// A user does not click again so soon: another program has raised its window.
+constexpr gint64 contestMicroseconds = 100'000;
 constexpr int maxContested = 10;
 
 Atom atom(const char* name) {
     return gdk_x11_get_xatom_by_name(name);
 }
 
-/// Windows of other programs may be gone by the time that they are asked for.
+/// Ignores errors: windows of other programs may be gone already.
 class ErrorTrap {
   public:
     ErrorTrap() { gdk_x11_display_error_trap_push(gdk_display_get_default()); }
@@ -30,7 +31,7 @@ class ErrorTrap {
     ErrorTrap& operator=(const ErrorTrap&) = delete;
 };
 
-/// A property's bytes as the server's library has them: numbers are longs. Empty where there is none.
+/// A property's bytes, as Xlib has them: numbers are longs. Empty if the window lacks the property.
 std::string property(Window window, const char* name) {
     const ErrorTrap trap;
     Atom type = None;
@@ -65,14 +66,14 @@ Window root() {
     return gdk_x11_get_default_root_xwindow();
 }
 
-/// The window that a window manager leaves a sign of itself on; one that has gone may have left the other sign.
+/// The window manager's window. A manager that has ended may have left the root's property behind.
 std::optional<Window> managersWindow() {
     constexpr const char* sign = "_NET_SUPPORTING_WM_CHECK";
     const auto window = numbers(root(), sign);
     return window.size() == 1 && numbers(window[0], sign) == window ? std::optional<Window>(window[0]) : std::nullopt;
 }
 
-/// In the server's pixels; empty where it is gone.
+/// In the server's pixels; empty if the window is gone.
 Rect placeOf(Window window) {
     const ErrorTrap trap;
     Display* display = gdk_x11_get_default_xdisplay();
@@ -97,13 +98,11 @@ bool isX11() {
     return GDK_IS_X11_DISPLAY(gdk_display_get_default()) != FALSE;
 }
 
-/// Until there is a window manager that says otherwise.
+/// Holds until an X11 window manager says otherwise.
 Stacking::Way firstWay() {
-    if (isX11()) {
-        return Stacking::Way::desktopWindows;
-    }
-    const auto version = layerShellVersion();
-    return version && *version > 0 ? Stacking::Way::layerShell : Stacking::Way::none;
+    return isX11()                             ? Stacking::Way::desktopWindows
+           : gtk_layer_is_supported() != FALSE ? Stacking::Way::layerShell
+                                               : Stacking::Way::none;
 }
 
 } // namespace
@@ -113,50 +112,50 @@ Stacking::Stacking(std::function<void()> changed) : changed_(std::move(changed))
         GdkWindow* window = gdk_get_default_root_window();
         gdk_window_set_events(window,
                               static_cast<GdkEventMask>(gdk_window_get_events(window) | GDK_PROPERTY_CHANGE_MASK));
-        gdk_window_add_filter(window, &Stacking::noticeProperty, this);
-        connect<&Stacking::noticeManager>(gdk_screen_get_default(), "composited-changed", this);
+        gdk_window_add_filter(window, &Stacking::onRootProperty, this);
+        connect<&Stacking::onManagerChanged>(gdk_screen_get_default(), "composited-changed", this);
     }
-    const auto tell = std::exchange(changed_, nullptr);
-    look();
-    changed_ = tell;
+    const auto callback = std::exchange(changed_, nullptr);
+    update();
+    changed_ = callback;
 }
 
 Stacking::~Stacking() {
     if (isX11()) {
-        gdk_window_remove_filter(gdk_get_default_root_window(), &Stacking::noticeProperty, this);
+        gdk_window_remove_filter(gdk_get_default_root_window(), &Stacking::onRootProperty, this);
         g_signal_handlers_disconnect_by_data(gdk_screen_get_default(), this);
     }
 }
 
-GdkFilterReturn Stacking::noticeProperty(GdkXEvent* event, GdkEvent* /*unused*/, gpointer self) {
-    const auto* told = static_cast<const XEvent*>(event);
-    if (told->type != PropertyNotify) {
+GdkFilterReturn Stacking::onRootProperty(GdkXEvent* event, GdkEvent* /*unused*/, gpointer self) {
+    const auto* notice = static_cast<const XEvent*>(event);
+    if (notice->type != PropertyNotify) {
         return GDK_FILTER_CONTINUE;
     }
     auto& stacking = *static_cast<Stacking*>(self);
-    const Atom changed = told->xproperty.atom;
+    const Atom changed = notice->xproperty.atom;
     if (changed == atom("_NET_CLIENT_LIST_STACKING")) {
-        stacking.raising_.whenIdle<&Stacking::raise>(&stacking, G_PRIORITY_HIGH_IDLE - 1);
+        stacking.raising_.idle<&Stacking::raise>(&stacking, G_PRIORITY_HIGH_IDLE - 1);
     } else if (changed == atom("_NET_SUPPORTED") || changed == atom("_NET_SUPPORTING_WM_CHECK")) {
-        stacking.noticeManager();
+        stacking.onManagerChanged();
     }
     return GDK_FILTER_CONTINUE;
 }
 
-void Stacking::noticeManager() {
-    looking_.whenIdle<&Stacking::look>(this, G_PRIORITY_HIGH_IDLE - 1);
+void Stacking::onManagerChanged() {
+    updating_.idle<&Stacking::update>(this, G_PRIORITY_HIGH_IDLE - 1);
 }
 
-/// Finds out what the window manager knows; while there is none, what the last one knew holds.
-void Stacking::look() {
+/// Asks the window manager what it supports. Without one, the last answer holds.
+void Stacking::update() {
     const Way before = way_;
     bool blends = gdk_screen_is_composited(gdk_screen_get_default()) != FALSE;
     if (const auto manager = isX11() ? managersWindow() : std::nullopt) {
-        // Under a Wayland compositor the server puts unmanaged windows above all others.
+        // XWayland shows unmanaged windows above all others.
         way_ = names(root(), "_NET_SUPPORTED", "_NET_WM_WINDOW_TYPE_DESKTOP") ? Way::desktopWindows
                : layerShellVersion()                                          ? Way::none
                                                                               : Way::unmanaged;
-        // It draws windows of the desktop type opaque.
+        // KWin draws windows of the desktop type opaque.
         blends = blends && property(*manager, "_NET_WM_NAME") != "KWin";
     }
     if (way_ == Way::none && (before != Way::none || !changed_)) {
@@ -170,7 +169,7 @@ void Stacking::look() {
     }
 }
 
-/// Whether the desktop is drawn over one of the windows here.
+/// Whether a window that draws the desktop covers one of ours.
 bool Stacking::isBuried() const {
     std::vector<Window> own;
     for (GtkWidget* window : windows_) {
@@ -184,7 +183,7 @@ bool Stacking::isBuried() const {
             below.push_back(placeOf(window));
         } else if (!below.empty()) {
             if (!names(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP")) {
-                // Those of applications begin here.
+                // The windows of applications begin here.
                 return false;
             }
             const Rect place = placeOf(window);
@@ -201,14 +200,14 @@ void Stacking::raise() {
         return;
     }
     const gint64 now = g_get_monotonic_time();
-    contested_ = now - raised_ < answerMicroseconds ? contested_ + 1 : 0;
+    contested_ = now - raised_ < contestMicroseconds ? contested_ + 1 : 0;
     if (contested_ >= maxContested) {
         return;
     }
     for (GtkWidget* widget : windows_) {
         if (gtk_widget_get_mapped(widget) != FALSE) {
             GdkWindow* window = gtk_widget_get_window(widget);
-            // Some window managers raise only what its user was at last.
+            // Some window managers raise only the window that was used last.
             gdk_x11_window_set_user_time(window, gdk_x11_get_server_time(window));
             gdk_window_raise(window);
         }

@@ -1,9 +1,8 @@
-// How windows are kept on the desktop, under all others: what the display has for that, and the order among those that
-// lie there.
+// How windows are kept on the desktop, under all others, and in which order.
 //
-// Under X11 a file manager or a shell often draws the desktop and its icons in a window of the desktop type, too, and
-// window managers raise it when it is clicked. The windows added here are then raised above it again: once for each
-// change of the others, and never above windows that only lie beside them.
+// On X11 a file manager or a shell often draws the desktop and its icons in a window of the desktop type, too, and
+// window managers raise it on a click. The windows added here are then raised above it again: once for each change of
+// the stacking order, and never above windows that do not cover them.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
@@ -21,13 +20,13 @@ class Stacking {
         layerShell,
         /// Windows of the desktop type.
         desktopWindows,
-        /// Windows that the window manager leaves alone, below all others: it does not know the desktop type.
+        /// Override-redirect windows, lowered below all others: the window manager does not support the desktop type.
         unmanaged,
-        /// There is none: they would lie over all others.
+        /// No windows: they would lie over all others.
         none,
     };
 
-    /// `changed` is called from the main loop when the way is another one, or windows can be translucent or no more.
+    /// `changed` is called from the main loop when the way or `isBlended` changes.
     explicit Stacking(std::function<void()> changed);
     Stacking(const Stacking&) = delete;
     Stacking& operator=(const Stacking&) = delete;
@@ -37,14 +36,14 @@ class Stacking {
     /// Whether what lies below windows on the desktop shines through them.
     bool isBlended() const { return isBlended_; }
 
-    /// Keeps a GtkWindow on the desktop until it is removed; only needed where the way is `desktopWindows`.
+    /// Keeps a GtkWindow on the desktop until it is removed; has an effect on X11 only.
     void add(GtkWidget* window) { windows_.push_back(window); }
     void remove(GtkWidget* window) { std::erase(windows_, window); }
 
   private:
-    static GdkFilterReturn noticeProperty(GdkXEvent* event, GdkEvent* unused, gpointer self);
-    void noticeManager();
-    void look();
+    static GdkFilterReturn onRootProperty(GdkXEvent* event, GdkEvent* unused, gpointer self);
+    void onManagerChanged();
+    void update();
     void raise();
     bool isBuried() const;
 
@@ -52,8 +51,8 @@ class Stacking {
     std::vector<GtkWidget*> windows_;
     Way way_;
     bool isBlended_ = false;
-    LaterCall looking_;
-    LaterCall raising_;
+    ScheduledCall updating_;
+    ScheduledCall raising_;
     /// Of the steady clock, in microseconds.
     gint64 raised_ = 0;
     int contested_ = 0;

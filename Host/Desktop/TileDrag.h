@@ -1,7 +1,7 @@
-// A tile on its way to another place.
+// A tile that is being dragged.
 //
-// The tile's own window stays, faint, where it was, because the pointer is followed in its coordinates; what moves is a
-// window of the drag's own that shows where the tile would come to lie.
+// The tile's own window stays in its place, dimmed, because the pointer's coordinates are relative to it. Another
+// window shows where the tile would be dropped.
 #pragma once
 
 #include "Host/Desktop/DesktopWindow.h"

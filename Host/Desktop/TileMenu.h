@@ -1,28 +1,27 @@
-// What a tile's menu has.
+// A tile's menu.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
 #include "Host/Connection/Messages.h"
-#include "Host/Desktop/Menu.h"
+#include "Host/Desktop/Objects.h"
 
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace host {
 
 struct TileMenuState {
     Instance instance;
-    /// As the extension describes it; null where that is not known.
+    /// As the extension describes it; null if that is not known.
     const WidgetInfo* widget = nullptr;
-    /// The link that the menu was asked for on.
+    /// The link under the pointer or with the focus.
     std::optional<std::string> url;
     bool isLocked = false;
     std::string renderingMode;
 };
 
-struct TileMenuActs {
+struct TileMenuActions {
     std::function<void()> edit;
     std::function<void()> reload;
     std::function<void()> remove;
@@ -30,7 +29,9 @@ struct TileMenuActs {
     std::function<void(const ArrangementChange& change)> change;
 };
 
-std::vector<MenuEntry> tileMenu(const TileMenuState& state, const TileMenuActs& acts);
+/// Opens the menu over the window `widget`: at the pointer, or at what has the focus if `event` is a key's.
+void popUpTileMenu(GtkWidget* widget, const GdkEvent* event, const TileMenuState& state,
+                   const TileMenuActions& actions);
 
 /// What people call a family.
 std::string familyTitle(const std::string& family);

@@ -8,8 +8,9 @@
 
 namespace host {
 
-TilePreview::TilePreview(std::string family, std::string name, Studio& studio, const DesktopSettings& settings)
-    : family_(std::move(family)), studio_(studio), settings_(settings),
+TilePreview::TilePreview(std::string family, std::string name, RendererCache& renderers,
+                         const DesktopSettings& settings)
+    : family_(std::move(family)), renderers_(renderers), settings_(settings),
       area_(GTK_WIDGET(g_object_ref_sink(gtk_drawing_area_new()))) {
     AtkObject* accessible = gtk_widget_get_accessible(widget());
     atk_object_set_role(accessible, ATK_ROLE_IMAGE);
@@ -39,7 +40,7 @@ void TilePreview::restyle() {
                           .scale = gtk_widget_get_scale_factor(widget()) * look.textScale,
                           .direction = look.direction};
     rendered_ =
-        renderTile(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, studio_.renderer());
+        renderTile(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, renderers_.renderer());
     const auto withShadow = [](double length) { return static_cast<int>(std::ceil(length + 2 * shadowMargin)); };
     gtk_widget_set_size_request(widget(), withShadow(size().width), withShadow(size().height));
     gtk_widget_queue_draw(widget());

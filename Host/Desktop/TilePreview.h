@@ -3,7 +3,7 @@
 
 #include "Host/Connection/Messages.h"
 #include "Host/Desktop/DesktopSettings.h"
-#include "Host/Desktop/Studio.h"
+#include "Host/Desktop/RendererCache.h"
 #include "Host/Drawing/RenderedTile.h"
 
 #include <optional>
@@ -13,8 +13,8 @@ namespace host {
 
 class TilePreview {
   public:
-    /// Shows a placeholder at first. `studio` and `settings` must outlive this.
-    TilePreview(std::string family, std::string name, Studio& studio, const DesktopSettings& settings);
+    /// Shows a placeholder at first. `renderers` and `settings` must outlive this.
+    TilePreview(std::string family, std::string name, RendererCache& renderers, const DesktopSettings& settings);
     TilePreview(const TilePreview&) = delete;
     TilePreview& operator=(const TilePreview&) = delete;
     ~TilePreview();
@@ -33,7 +33,7 @@ class TilePreview {
     void scaleNoticed(GParamSpec* property);
 
     std::string family_;
-    Studio& studio_;
+    RendererCache& renderers_;
     const DesktopSettings& settings_;
     ObjectHandle<GtkWidget> area_;
     std::optional<Entry> entry_;

@@ -18,7 +18,7 @@ GtkWidget* makePart(const AccessibleItem& part) {
     const bool isLink = part.role == AccessibleItem::Role::link;
     GtkWidget* widget = isLink ? gtk_button_new() : gtk_drawing_area_new();
     if (isLink) {
-        // What it looks like is in the picture.
+        // The picture has its look.
         gtk_style_context_add_class(gtk_widget_get_style_context(widget), "tile-part");
         gtk_widget_set_focus_on_click(widget, FALSE);
         // For the window's gesture.
@@ -49,23 +49,23 @@ GtkWidget* makePart(const AccessibleItem& part) {
 std::vector<TilePart> tileParts(const RenderedTile& rendered, const std::string& name) {
     std::vector<TilePart> parts;
     if (rendered.widgetURL) {
-        parts.push_back({.part = {.role = AccessibleItem::Role::link,
+        parts.push_back({.item = {.role = AccessibleItem::Role::link,
                                   .frame = {0, 0, rendered.width / rendered.scale, rendered.height / rendered.scale},
                                   .name = name,
                                   .description = {},
                                   .url = *rendered.widgetURL},
-                         .act = TilePart::Act::open});
+                         .action = TilePart::Action::open});
     }
     for (const AccessibleItem& part : rendered.items) {
         const bool isLink = part.role == AccessibleItem::Role::link;
-        parts.push_back({part, isLink ? TilePart::Act::open : TilePart::Act::nothing});
+        parts.push_back({part, isLink ? TilePart::Action::open : TilePart::Action::none});
     }
     return parts;
 }
 
-TileWindow::TileWindow(InstanceId id, TileHands& hands, Stacking& stacking)
-    : id_(id), hands_(hands), window_(DesktopWindow::Level::desktop, DesktopWindow::Input::all, stacking,
-                                      [this](cairo_t* cairo) { draw(cairo); }),
+TileWindow::TileWindow(Handlers handlers, Stacking& stacking)
+    : handlers_(std::move(handlers)), window_(DesktopWindow::Level::desktop, DesktopWindow::Input::all, stacking,
+                                              [this](cairo_t* cairo) { draw(cairo); }),
       fixed_(gtk_fixed_new()), drag_(gtk_gesture_drag_new(widget())) {
     gtk_container_add(GTK_CONTAINER(widget()), fixed_);
     gtk_widget_show(fixed_);
@@ -80,7 +80,7 @@ TileWindow::TileWindow(InstanceId id, TileHands& hands, Stacking& stacking)
     connect<&TileWindow::focusChanged>(widget(), "focus-in-event", this);
     connect<&TileWindow::focusChanged>(widget(), "focus-out-event", this);
     connect<&TileWindow::focusMoved>(widget(), "set-focus", this);
-    connect<&TileWindow::scaleNoticed>(widget(), "notify::scale-factor", this);
+    connect<&TileWindow::onScaleChanged>(widget(), "notify::scale-factor", this);
     connect<&TileWindow::shape>(widget(), "map", this);
 }
 
@@ -95,7 +95,7 @@ void TileWindow::put(const Output& output, const Rect& frame) {
         frame.width != frame_.width || frame.height != frame_.height || hadShadow != window_.isBlended();
     frame_ = frame;
     window_.put(output, {frame.x - outset_, frame.y - outset_, frame.width + 2 * outset_, frame.height + 2 * outset_});
-    takeParts();
+    applyParts();
     if (isResized) {
         makeParts();
         gtk_widget_queue_draw(widget());
@@ -104,30 +104,28 @@ void TileWindow::put(const Output& output, const Rect& frame) {
 
 void TileWindow::show(RenderedTile rendered, std::vector<TilePart> parts, const std::string& name) {
     const std::vector<TilePart>& last = nextParts_ ? *nextParts_ : parts_;
-    const bool hasOtherParts =
-        !std::equal(parts.begin(), parts.end(), last.begin(), last.end(),
-                    [](const TilePart& a, const TilePart& b) { return a.act == b.act && a.part == b.part; });
+    const bool hasOtherParts = parts != last;
     rendered_ = std::move(rendered);
     gtk_window_set_title(GTK_WINDOW(widget()), name.c_str());
     if (hasOtherParts) {
         nextParts_ = std::move(parts);
-        takeParts();
+        applyParts();
     }
     gtk_widget_queue_draw(widget());
 }
 
-void TileWindow::setGhostly(bool isGhostly) {
-    isGhostly_ = isGhostly;
+void TileWindow::setDimmed(bool isDimmed) {
+    isDimmed_ = isDimmed;
     gtk_widget_queue_draw(widget());
 }
 
-void TileWindow::setMarks(const Rgba& accent, ColorScheme scheme) {
+void TileWindow::setHighlight(const Rgba& accent, ColorScheme scheme) {
     accent_ = accent;
     scheme_ = scheme;
 }
 
-/// They have no place before the tile has, and a button that is down must hear when it is let go.
-void TileWindow::takeParts() {
+/// Parts have no place before the tile has, and a button that is down must see its release.
+void TileWindow::applyParts() {
     if (nextParts_ && frame_.width > 0 && gtk_gesture_is_active(drag_.get()) == FALSE) {
         parts_ = *std::exchange(nextParts_, std::nullopt);
         makeParts();
@@ -142,8 +140,8 @@ void TileWindow::makeParts() {
     }
     widgets_.clear();
     for (const TilePart& part : parts_) {
-        GtkWidget* each = makePart(part.part);
-        const Rect frame = inWindow(part.part.frame);
+        GtkWidget* each = makePart(part.item);
+        const Rect frame = inWindow(part.item.frame);
         gtk_widget_set_size_request(each, std::max(1, static_cast<int>(frame.width)),
                                     std::max(1, static_cast<int>(frame.height)));
         gtk_fixed_put(GTK_FIXED(fixed_), each, static_cast<int>(frame.x), static_cast<int>(frame.y));
@@ -154,15 +152,15 @@ void TileWindow::makeParts() {
         gtk_widget_show(each);
         widgets_.push_back(each);
     }
-    // Whoever is on a row stays there when the list below changes.
+    // The focus stays on its row when the list below changes.
     if (focused && *focused < widgets_.size()) {
         gtk_widget_grab_focus(widgets_[*focused]);
     }
     shape();
 }
 
-/// Where nothing shines through, the window itself has round corners; where it does, the shadow takes no clicks. The
-/// toolkit forgets this whenever a part comes to the screen.
+/// An opaque window gets round corners; on a translucent one the shadow takes no clicks. GTK resets this whenever a
+/// part is realized.
 void TileWindow::shape() {
     const bool isBlended = window_.isBlended();
     const RegionHandle outline = roundedRegion({outset_, outset_, frame_.width, frame_.height}, cornerRadius * unit());
@@ -170,27 +168,27 @@ void TileWindow::shape() {
     gtk_widget_input_shape_combine_region(widget(), isBlended ? outline.get() : nullptr);
 }
 
-void TileWindow::scaleNoticed(GParamSpec* /*property*/) {
-    hands_.scaleChanged(id_);
+void TileWindow::onScaleChanged(GParamSpec* /*property*/) {
+    handlers_.scaleChanged();
 }
 
 void TileWindow::draw(cairo_t* cairo) {
     paintTile(cairo, rendered_, {outset_, outset_, frame_.width, frame_.height},
-              window_.isBlended() ? Backdrop::transparent : Backdrop::opaque, isGhostly_ ? .35 : 1);
+              window_.isBlended() ? Backdrop::transparent : Backdrop::opaque, isDimmed_ ? .35 : 1);
     if (const auto hovered = hoveredPart(); hovered && !isDragged_ && !isWhole(*hovered)) {
-        paintHover(cairo, inWindow(parts_[*hovered].part.frame), scheme_);
+        paintHover(cairo, inWindow(parts_[*hovered].item.frame), scheme_);
     }
     if (const auto focused = focusedPart(); focused && gtk_window_has_toplevel_focus(GTK_WINDOW(widget())) != FALSE) {
-        paintFocus(cairo, inWindow(parts_[*focused].part.frame), accent_);
+        paintFocus(cairo, inWindow(parts_[*focused].item.frame), accent_);
     }
-    if (!std::exchange(isSeen_, true)) {
-        hands_.seen(id_);
+    if (!std::exchange(isDrawn_, true)) {
+        handlers_.firstDrawn();
     }
 }
 
 gboolean TileWindow::pressed(GdkEvent* event) {
     if (gdk_event_triggers_context_menu(event) != FALSE) {
-        hands_.menuWanted(id_, urlOf(partOf(gtk_get_event_widget(event))), event);
+        handlers_.menuRequested(urlOf(partOf(gtk_get_event_widget(event))), event);
         return TRUE;
     }
     return FALSE;
@@ -205,22 +203,22 @@ void TileWindow::dragMoved(double x, double y) {
         return;
     }
     if (!std::exchange(isDragged_, true)) {
-        // From here on it is no click.
+        // From here on it is not a click.
         gtk_gesture_set_state(drag_.get(), GTK_EVENT_SEQUENCE_CLAIMED);
     }
-    hands_.dragged(id_, {x, y});
+    handlers_.dragged({x, y});
 }
 
 void TileWindow::dragFinished(double /*x*/, double /*y*/) {
-    takingParts_.whenIdle<&TileWindow::takeParts>(this);
+    applyingParts_.idle<&TileWindow::applyParts>(this);
     if (std::exchange(isDragged_, false)) {
-        hands_.dragEnded(id_, true);
+        handlers_.dragEnded(DragEnd::dropped);
     }
 }
 
 void TileWindow::dragCancelled(GdkEventSequence* /*sequence*/) {
     if (std::exchange(isDragged_, false)) {
-        hands_.dragEnded(id_, false);
+        handlers_.dragEnded(DragEnd::cancelled);
     }
 }
 
@@ -243,7 +241,7 @@ gboolean TileWindow::keyPressed(GdkEvent* event) {
         }
         [[fallthrough]];
     case GDK_KEY_Menu:
-        hands_.menuWanted(id_, urlOf(focusedPart()), event);
+        handlers_.menuRequested(urlOf(focusedPart()), event);
         return TRUE;
     default:
         return FALSE;
@@ -261,13 +259,13 @@ void TileWindow::focusMoved(GtkWidget* /*focused*/) const {
 
 void TileWindow::clicked(GtkButton* button, gpointer self) {
     auto& tile = *static_cast<TileWindow*>(self);
-    // It may be the end of the part.
+    // May destroy the part.
     const TilePart part = tile.parts_[*tile.partOf(GTK_WIDGET(button))];
-    tile.hands_.activated(tile.id_, part);
+    tile.handlers_.activated(part);
 }
 
 bool TileWindow::isWhole(std::size_t part) const {
-    return parts_[part].part.frame.width * rendered_.scale >= rendered_.width;
+    return parts_[part].item.frame.width * rendered_.scale >= rendered_.width;
 }
 
 Rect TileWindow::inWindow(const Rect& points) const {
@@ -292,7 +290,7 @@ std::optional<std::size_t> TileWindow::hoveredPart() const {
 }
 
 std::optional<std::string> TileWindow::urlOf(std::optional<std::size_t> part) const {
-    return part && parts_[*part].act == TilePart::Act::open ? parts_[*part].part.url : rendered_.widgetURL;
+    return part && parts_[*part].action == TilePart::Action::open ? parts_[*part].item.url : rendered_.widgetURL;
 }
 
 } // namespace host

@@ -1,81 +1,80 @@
-// The window of one tile: shows its picture, says what can be clicked, and what was.
+// The window of one tile: shows its picture and reports what the user does with it.
 //
-// The tile's items are widgets of the toolkit that draw nothing: so the keyboard goes from link to link as in every
-// window, and assistive technology finds each with its name, its place and what it does. A drag may begin on any of
+// The parts of the picture are GTK widgets that draw nothing, so the keyboard goes from link to link as in every
+// window, and assistive technology finds each with its name, its place and its action. A drag may begin on any of
 // them: the window's own gesture sees the pointer first.
 #pragma once
 
-#include "Host/Arrangement/Arrangement.h"
 #include "Host/Desktop/DesktopWindow.h"
 #include "Host/Drawing/RenderedTile.h"
 
 #include <cairo.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace host {
 
-/// Something on a tile, and what it does.
+/// Something on a tile, and what a click on it does.
 struct TilePart {
-    enum class Act {
-        nothing,
-        /// Opens the part's link.
+    enum class Action {
+        none,
+        /// Opens the item's link.
         open,
-        /// Says why the tile could not be brought up to date.
+        /// Shows why the tile could not be updated.
         explain,
-        /// Takes the removal of the tile back.
+        /// Undoes the removal of the tile.
         undo,
     };
-    AccessibleItem part;
-    Act act = Act::nothing;
+    AccessibleItem item;
+    Action action = Action::none;
+    bool operator==(const TilePart&) const = default;
 };
 
 /// The items of a rendered tile, with links that open; first the tile itself if it has a link of its own, called
 /// `name`.
 std::vector<TilePart> tileParts(const RenderedTile& rendered, const std::string& name);
 
-/// What a tile's user does.
-class TileHands {
-  public:
-    virtual ~TileHands() = default;
-    virtual void activated(InstanceId id, const TilePart& part) = 0;
-    /// `url` is that of the link under the pointer, or with the focus, or the tile's own. `event` is what asked.
-    virtual void menuWanted(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) = 0;
-    /// A drag: begun, `distance` from where it began, ended. `dropped` where the tile is to lie there now.
-    virtual void dragged(InstanceId id, Point distance) = 0;
-    virtual void dragEnded(InstanceId id, bool dropped) = 0;
-    /// The tile is on the screen for the first time.
-    virtual void seen(InstanceId id) = 0;
-    /// The screen has another scale now, or is composited otherwise.
-    virtual void scaleChanged(InstanceId id) = 0;
-};
+enum class DragEnd { dropped, cancelled };
 
 class TileWindow {
   public:
-    /// `hands` and `stacking` must outlive this.
-    TileWindow(InstanceId id, TileHands& hands, Stacking& stacking);
+    /// All are required.
+    struct Handlers {
+        std::function<void(const TilePart& part)> activated;
+        /// `url` is that of the link under the pointer or with the focus, else the tile's own.
+        std::function<void(const std::optional<std::string>& url, const GdkEvent* event)> menuRequested;
+        /// `distance` is from where the drag began.
+        std::function<void(Point distance)> dragged;
+        std::function<void(DragEnd end)> dragEnded;
+        std::function<void()> firstDrawn;
+        /// The screen has another scale.
+        std::function<void()> scaleChanged;
+    };
+
+    /// `stacking` must outlive this.
+    TileWindow(Handlers handlers, Stacking& stacking);
     TileWindow(const TileWindow&) = delete;
     TileWindow& operator=(const TileWindow&) = delete;
     ~TileWindow();
 
-    /// Where it lies on the desktop of all screens, without its shadow.
+    /// `frame` is on the desktop of all screens, without the shadow.
     void put(const Output& output, const Rect& frame);
     void hide() { window_.hide(); }
 
-    /// The tile's picture from now on. `name` is what the widget is called.
+    /// `name` is what the widget is called.
     void show(RenderedTile rendered, std::vector<TilePart> parts, const std::string& name);
     const RenderedTile& rendered() const { return rendered_; }
 
-    /// A tile that is dragged leaves its shape behind.
-    void setGhostly(bool isGhostly);
-    /// How the focus and what the pointer is on are marked.
-    void setMarks(const Rgba& accent, ColorScheme scheme);
+    void setDimmed(bool isDimmed);
+    /// The colours of the focus and of what is under the pointer.
+    void setHighlight(const Rgba& accent, ColorScheme scheme);
 
     GtkWidget* widget() const { return window_.widget(); }
     /// Whether it has been on the screen.
-    bool isSeen() const { return isSeen_; }
+    bool isDrawn() const { return isDrawn_; }
     int deviceScale() const { return gtk_widget_get_scale_factor(window_.widget()); }
 
   private:
@@ -89,9 +88,9 @@ class TileWindow {
     gboolean keyPressed(GdkEvent* event);
     gboolean focusChanged(GdkEvent* event) const;
     void focusMoved(GtkWidget* focused) const;
-    void scaleNoticed(GParamSpec* property);
+    void onScaleChanged(GParamSpec* property);
 
-    void takeParts();
+    void applyParts();
     void makeParts();
     void shape();
     /// Points to the window's units.
@@ -104,26 +103,25 @@ class TileWindow {
     std::optional<std::size_t> hoveredPart() const;
     std::optional<std::string> urlOf(std::optional<std::size_t> part) const;
 
-    InstanceId id_;
-    TileHands& hands_;
+    Handlers handlers_;
     DesktopWindow window_;
     GtkWidget* fixed_;
     RenderedTile rendered_;
     std::vector<TilePart> parts_;
-    /// Those that are to take their place once no button is down.
+    /// Replace the parts once no button is down.
     std::optional<std::vector<TilePart>> nextParts_;
-    /// The widgets of the parts, in their order; the container has them.
+    /// The widgets of the parts, in their order; owned by the container.
     std::vector<GtkWidget*> widgets_;
     Rect frame_;
-    /// What the shadow takes on each side.
+    /// The shadow's width on each side.
     double outset_ = 0;
     Rgba accent_;
     ColorScheme scheme_ = ColorScheme::light;
-    bool isSeen_ = false;
-    bool isGhostly_ = false;
+    bool isDrawn_ = false;
+    bool isDimmed_ = false;
     ObjectHandle<GtkGesture> drag_;
     bool isDragged_ = false;
-    LaterCall takingParts_;
+    ScheduledCall applyingParts_;
 };
 
 } // namespace host

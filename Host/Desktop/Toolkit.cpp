@@ -14,7 +14,7 @@ extern "C" void tiles_register_resource();
 namespace host {
 namespace {
 
-/// A variable that the toolkit is to see, but not the applications that this process starts; a user's own value stands.
+/// Sets a variable for GTK, but not for the applications that this process starts. Keeps the user's own value.
 class Variable {
   public:
     // NOLINTBEGIN(concurrency-mt-unsafe): before all threads
@@ -34,7 +34,7 @@ class Variable {
     const char* name_;
 };
 
-/// Where the compositor has no layer shell, only an X server can keep windows under others. A user's own choice holds.
+/// Prefers X11 if the compositor has no layer shell. Keeps the user's own choice.
 void chooseDisplay() {
     // NOLINTNEXTLINE(concurrency-mt-unsafe): before all threads
     if (getenv("GDK_BACKEND") == nullptr) {
@@ -43,7 +43,7 @@ void chooseDisplay() {
     }
 }
 
-/// The toolkit tells of one thing in this way: that the display is gone, after which it ends the process with 1.
+/// GTK's one message of this level is that the display is gone, after which it exits with 1.
 GLogWriterOutput writeLog(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer data) {
     if ((level & G_LOG_LEVEL_MESSAGE) != 0) {
         g_printerr("widgethost: the display is gone\n");
@@ -53,9 +53,9 @@ GLogWriterOutput writeLog(GLogLevelFlags level, const GLogField* fields, gsize c
 }
 
 bool initialize() {
-    // OpenGL the toolkit would load at once on X, with more memory than all the rest.
+    // On X11 GTK would load OpenGL at once, which takes more memory than all the rest.
     const Variable graphics("GDK_GL", "disable");
-    // Its own theme takes longer to read than the tiles to draw, which need none of it.
+    // Reading the desktop's theme takes longer than drawing the tiles, which do not use it.
     const Variable theme("GTK_THEME", "WidgethostTiles");
     return gtk_init_check(nullptr, nullptr) != FALSE;
 }
@@ -63,11 +63,11 @@ bool initialize() {
 } // namespace
 
 std::optional<std::string> startToolkit() {
-    // The toolkit's own way complains where the user's locale is not generated on this machine.
+    // GTK would complain about a locale that is not generated on this machine.
     gtk_disable_setlocale();
     setlocale(LC_ALL, ""); // NOLINT(concurrency-mt-unsafe): before all threads
     platform::startLocalization("widgethost");
-    // What desktops know windows by: the name of the desktop entry, which has the icon.
+    // Desktops find the icon of a window by the name of its desktop entry.
     constexpr const char* identifier = "net.foliovault.WidgetHost";
     g_set_prgname(identifier);
     gtk_window_set_default_icon_name(identifier);
@@ -77,9 +77,9 @@ std::optional<std::string> startToolkit() {
     if (!initialize()) {
         return "there is no display to show widgets on";
     }
-    // The toolkit's start gives the name a capital letter.
+    // GTK's start gives the name a capital letter.
     gdk_set_program_class(identifier);
-    // The toolkit would go by its own translations, which need a generated locale.
+    // GTK would go by its own translations, which need a generated locale.
     gtk_widget_set_default_direction(userDirection() == Direction::rightToLeft ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
     const ObjectHandle<GtkCssProvider> provider(gtk_css_provider_new());
     gtk_css_provider_load_from_resource(provider.get(), "/org/gtk/libgtk/theme/WidgethostTiles/gtk.css");

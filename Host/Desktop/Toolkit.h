@@ -1,4 +1,4 @@
-// Starting the toolkit, and its own small windows.
+// Starts GTK and shows its message window.
 #pragma once
 
 #include <optional>
@@ -6,12 +6,12 @@
 
 namespace host {
 
-/// Connects to the display of the environment, in the user's language. Nothing where that is done; else why not, in one
-/// clear line. Call once, at start, before other threads. The toolkit then has the style of tiles alone, but for a
-/// user's GTK_THEME; DesktopSettings has it read the theme.
+/// Connects to the display of the environment, in the user's language. Returns one line that says why that failed, if
+/// it did. Requires that there are no other threads. GTK has only the style of tiles then, unless the user sets
+/// GTK_THEME; `DesktopSettings::readTheme` makes it read the desktop's theme.
 std::optional<std::string> startToolkit();
 
-/// Tells the user what could not be done, in a window: in the user's words, and the reason in the system's.
+/// Shows a window with what failed, in the user's language, and the system's reason.
 void showFailure(const std::string& message, const std::string& reason);
 
 } // namespace host

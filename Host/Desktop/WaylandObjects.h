@@ -1,16 +1,13 @@
-// What a Wayland compositor has that the toolkit makes no use of: the exact scales of its screens, of which the toolkit
-// knows the next whole number, and what surfaces for them are made of.
+// Wayland objects that GTK does not offer: for fractional scales of screens, and for surfaces at those scales.
 #pragma once
 
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include <viewporter-client-protocol.h>
 #include <wayland-client.h>
-#include <xdg-output-unstable-v1-client-protocol.h>
 
 namespace host {
 
@@ -26,24 +23,22 @@ struct DestroyWaylandObject {
     void operator()(wl_subsurface* object) const { wl_subsurface_destroy(object); }
     void operator()(wp_viewporter* object) const { wp_viewporter_destroy(object); }
     void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }
-    void operator()(zxdg_output_manager_v1* object) const { zxdg_output_manager_v1_destroy(object); }
-    void operator()(zxdg_output_v1* object) const { zxdg_output_v1_destroy(object); }
 };
 template <class Object>
 using WaylandHandle = std::unique_ptr<Object, DestroyWaylandObject>;
 
 class WaylandObjects {
   public:
-    /// `changed` is called from the main loop when a screen may have another scale, and first when they are known.
+    /// `changed` is called from the main loop when a screen may have another resolution, and first when all are known.
     WaylandObjects(wl_display* display, std::function<void()> changed);
     WaylandObjects(const WaylandObjects&) = delete;
     WaylandObjects& operator=(const WaylandObjects&) = delete;
     ~WaylandObjects();
 
-    /// Device pixels for each unit of the screen with that name, where it is known.
-    std::optional<double> scale(const std::string& screen) const;
+    /// Device pixels across the screen with that name; 0 if unknown.
+    int pixelWidth(const std::string& screen) const;
 
-    /// Null where the compositor does not have them; they come with the first scales.
+    /// Null if the compositor does not have them; known with the first screens.
     wl_subcompositor* subcompositor() const { return subcompositor_.get(); }
     wl_shm* sharedMemory() const { return sharedMemory_.get(); }
     wp_viewporter* viewporter() const { return viewporter_.get(); }
@@ -51,8 +46,7 @@ class WaylandObjects {
   private:
     struct Screen;
 
-    void appeared(std::uint32_t number, const std::string& interface, std::uint32_t version);
-    void describeScreens();
+    void onGlobal(std::uint32_t number, const std::string& interface, std::uint32_t version);
     template <class Object>
     WaylandHandle<Object> bind(std::uint32_t number, const wl_interface& interface, std::uint32_t version) {
         return WaylandHandle<Object>(
@@ -64,7 +58,6 @@ class WaylandObjects {
     WaylandHandle<wl_subcompositor> subcompositor_;
     WaylandHandle<wl_shm> sharedMemory_;
     WaylandHandle<wp_viewporter> viewporter_;
-    WaylandHandle<zxdg_output_manager_v1> describer_;
     /// By the compositor's numbers.
     std::map<std::uint32_t, std::unique_ptr<Screen>> screens_;
 };

@@ -4,6 +4,7 @@ import unittest
 
 from desktop import DesktopTest, Placed
 from settings_portal import SettingsPortal
+from support import SIZES, wait_until
 from worlds import WaylandWorld, XWorld
 
 PLACE = (104, 80)
@@ -78,6 +79,31 @@ class Wayland(DesktopTest):
         self.sees(moved, scale=1.6)
         self.world.remove_output(second)
         self.sees(Placed(1, place=(24, 24), output=first), scale=1.6)
+        self.end()
+
+    def test_panels_come_and_go(self):
+        """Tiles lie beside panels, and their places count from the corner that those leave."""
+        self.make_world()
+        output = self.world.outputs()[0]
+        width, height = SIZES["small"]
+        near, far = Placed(1, place=(100, 40)), Placed(2, "WorkspacesWidget", "small", (output.width - width - 8, output.height - height - 8))
+        self.arrange(near, far)
+        self.start()
+        self.sees(near)
+        self.sees(far)
+        panels = self.world.add_panel("top", 60), self.world.add_panel("left", 50)
+        self.sees(Placed(1, place=(150, 100)))
+        self.sees(Placed(2, "WorkspacesWidget", "small", (output.width - width, output.height - height)))
+        self.world.drag((210, 120), (214, 160))
+        self.world.rest()
+        self.sees(Placed(1, place=(154, 140)))
+        moved = Placed(1, place=(104, 80), output=output.name)
+        wait_until(lambda: self.arranged()[1] == moved.member(), "the place to be written")
+        for panel in panels:
+            panel.close()
+        self.sees(moved)
+        self.sees(far)
+        self.assertEqual(self.arranged()[2], far.member())
         self.end()
 
 

@@ -63,7 +63,7 @@ class Shown(DesktopTest):
     def test_failures_are_marked_and_explained(self):
         self.make_world(accessible=True)
         self.arrange(FAVOURITES)
-        self.start()
+        self.start(WIDGETHOST_MESSAGE_MILLISECONDS="5000")
         self.sees(FAVOURITES)
         shown = self.expected(self.rendered(FAVOURITES), FAVOURITES.box())
         wait_until(lambda: not self.children(), "the extension to rest")

@@ -10,6 +10,7 @@ from pathlib import Path
 from picture import Picture
 from support import wait_until
 from wayland_hands import WaylandHands
+from wayland_panel import WaylandPanel
 from world import HEIGHT, WIDTH, Output, Window, World
 
 CONFIGURATION = """
@@ -116,6 +117,10 @@ class WaylandWorld(World):
 
     def resize(self, name, width, height):
         self.command(f"output {name} mode {width}x{height}")
+
+    def add_panel(self, edge, thickness):
+        """Ends when it is closed."""
+        return WaylandPanel(self.socket, edge, thickness)
 
     def set_scale(self, output, scale):
         self.command(f"output {output} scale {scale}")

@@ -1,4 +1,4 @@
-#include "Host/Desktop/FineSurface.h"
+#include "Host/Desktop/FractionalScaleSurface.h"
 
 #include "Host/Drawing/Handles.h"
 #include "Host/Drawing/PixelGrid.h"
@@ -26,11 +26,11 @@ wl_compositor* compositorOf(GdkWindow* window) {
 
 } // namespace
 
-bool FineSurface::isPossible(const WaylandObjects& objects) {
+bool FractionalScaleSurface::isPossible(const WaylandObjects& objects) {
     return objects.subcompositor() != nullptr && objects.sharedMemory() != nullptr && objects.viewporter() != nullptr;
 }
 
-FineSurface::FineSurface(const WaylandObjects& objects, GdkWindow* window)
+FractionalScaleSurface::FractionalScaleSurface(const WaylandObjects& objects, GdkWindow* window)
     : objects_(objects), surface_(wl_compositor_create_surface(compositorOf(window))),
       place_(wl_subcompositor_get_subsurface(objects.subcompositor(), surface_.get(),
                                              gdk_wayland_window_get_wl_surface(window))),
@@ -39,8 +39,8 @@ FineSurface::FineSurface(const WaylandObjects& objects, GdkWindow* window)
     wl_surface_set_input_region(surface_.get(), nothing.get());
 }
 
-bool FineSurface::show(const Rect& frame, double scale, const std::function<void(cairo_t*)>& paint) {
-    // As the compositor finds the pixels that a window takes.
+bool FractionalScaleSurface::show(const Rect& frame, double scale, const std::function<void(cairo_t*)>& paint) {
+    // The compositor rounds a window's edges in the same way.
     const Rect pixels = PixelGrid(scale).rect(frame);
     const int width = static_cast<int>(pixels.width);
     const int height = static_cast<int>(pixels.height);
@@ -66,8 +66,9 @@ bool FineSurface::show(const Rect& frame, double scale, const std::function<void
     const WaylandHandle<wl_shm_pool> pool(
         wl_shm_create_pool(objects_.sharedMemory(), file.get(), static_cast<std::int32_t>(bytes)));
     wl_buffer* buffer = wl_shm_pool_create_buffer(pool.get(), 0, width, height, stride, WL_SHM_FORMAT_ARGB8888);
-    static constexpr wl_buffer_listener listener{
-        .release = [](void* self, wl_buffer* released) { static_cast<FineSurface*>(self)->release(released); }};
+    static constexpr wl_buffer_listener listener{.release = [](void* self, wl_buffer* released) {
+        static_cast<FractionalScaleSurface*>(self)->release(released);
+    }};
     wl_buffer_add_listener(buffer, &listener, this);
     buffers_.emplace_back(buffer);
     wl_surface_attach(surface_.get(), buffer, 0, 0);
@@ -79,7 +80,7 @@ bool FineSurface::show(const Rect& frame, double scale, const std::function<void
     return true;
 }
 
-void FineSurface::release(wl_buffer* buffer) {
+void FractionalScaleSurface::release(wl_buffer* buffer) {
     std::erase_if(buffers_, [buffer](const auto& each) { return each.get() == buffer; });
 }
 

@@ -1,4 +1,4 @@
-#include "Host/Desktop/Studio.h"
+#include "Host/Desktop/RendererCache.h"
 
 #include "Host/Drawing/FontRelease.h"
 
@@ -7,17 +7,16 @@
 namespace host {
 namespace {
 
-/// As long after the last picture: another often follows.
-constexpr guint openMilliseconds = 2000;
+constexpr guint timeoutMilliseconds = 2000;
 
 } // namespace
 
-Renderer& Studio::renderer() {
-    closing_.after<&Studio::close>(openMilliseconds, this);
+Renderer& RendererCache::renderer() {
+    clearing_.after<&RendererCache::clear>(timeoutMilliseconds, this);
     return renderer_ ? *renderer_ : renderer_.emplace();
 }
 
-void Studio::close() {
+void RendererCache::clear() {
     renderer_.reset();
     releaseUnusedFonts();
     malloc_trim(0);

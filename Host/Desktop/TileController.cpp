@@ -1,0 +1,355 @@
+#include "Host/Desktop/TileController.h"
+
+#include "Host/Desktop/WaitingView.h"
+#include "Host/Drawing/AppearanceNames.h"
+#include "Host/Drawing/Badges.h"
+#include "Host/Layout/Measures.h"
+#include "Platform/Foundation/Calendar.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/LocalizedDate.h"
+
+namespace host {
+
+using platform::localized;
+
+namespace {
+
+/// How long an outdated picture shows no age while an answer is awaited.
+constexpr guint gracePeriodMilliseconds = 1500;
+constexpr guint refusalMilliseconds = 4000;
+constexpr guint undoMilliseconds = 8000;
+constexpr guint explanationMilliseconds = 12'000;
+
+/// How long a message is shown. Tests set it for all messages by WIDGETHOST_MESSAGE_MILLISECONDS.
+guint messageTimeout(guint milliseconds) {
+    const char* set = g_getenv("WIDGETHOST_MESSAGE_MILLISECONDS");
+    return set == nullptr ? milliseconds : static_cast<guint>(g_ascii_strtoull(set, nullptr, 10));
+}
+
+platform::Date now() {
+    return platform::SystemClock::shared().now();
+}
+
+/// The time of day, "10:42" or "10:42 AM" as the locale has it; for another day than today, its date. Local time.
+std::string shortMoment(platform::Date date) {
+    const bool isToday = platform::localDayNumber(date) == platform::localDayNumber(now());
+    return isToday ? platform::localizedTime(date) : platform::localizedDate(date);
+}
+
+/// `format` with `value` in place of its "%s".
+std::string filledIn(const std::string& format, const std::string& value) {
+    std::string text = format;
+    if (const auto place = text.find("%s"); place != std::string::npos) {
+        text.replace(place, 2, value);
+    }
+    return text;
+}
+
+/// For a reader who can do nothing about it; `widgethost explain` says more.
+std::string inWords(NoAnswer::Cause cause) {
+    switch (cause) {
+    case NoAnswer::Cause::notStarted:
+        return localized("The extension could not be started.");
+    case NoAnswer::Cause::lost:
+        return localized("The extension stopped without an answer.");
+    case NoAnswer::Cause::unusable:
+        break;
+    }
+    return localized("The extension gave no usable answer.");
+}
+
+/// Opens `url` with the desktop's application for its scheme. False if there is none or it did not start.
+bool openLink(const std::string& url) {
+    GError* error = nullptr;
+    if (gtk_show_uri_on_window(nullptr, url.c_str(), gtk_get_current_event_time(), &error) == FALSE) {
+        g_clear_error(&error);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+TileController::TileController(Instance instance, const std::string& renderingMode, const TileContext& context)
+    : context_(context), instance_(std::move(instance)), renderingMode_(renderingMode),
+      window_({.activated = [this](const TilePart& part) { activated(part); },
+               .menuRequested =
+                   [this](const std::optional<std::string>& url, const GdkEvent* event) {
+                       context_.delegate.menuRequested(instance_.id, url, event);
+                   },
+               .dragged = [this](Point distance) { context_.delegate.dragged(instance_.id, distance); },
+               .dragEnded = [this](DragEnd end) { context_.delegate.dragEnded(instance_.id, end); },
+               .firstDrawn = [this] { firstDrawn(); },
+               .scaleChanged = [this] { restyle(); }},
+              context.stacking),
+      stored_(context.entries.load(instance_, renderingMode)) {
+    if (stored_) {
+        shown_ = Shown::stored;
+        made_ = stored_->made;
+        reload_ = stored_->reload;
+    }
+    updateHighlight();
+}
+
+void TileController::updateHighlight() {
+    window_.setHighlight(context_.settings.look().accent, context_.settings.look().scheme);
+}
+
+void TileController::put(const Output& output, const Rect& frame) {
+    frame_ = frame;
+    const bool hasOtherScale = std::exchange(output_, output).scale != output.scale;
+    if (window_.rendered().width == 0) {
+        paint();
+    } else if (hasOtherScale) {
+        paintSoon();
+    }
+    window_.put(output, frame);
+    if (std::exchange(isOffscreen_, false) && std::exchange(needsRepaint_, false)) {
+        paint();
+    }
+}
+
+void TileController::hide() {
+    isOffscreen_ = true;
+    window_.hide();
+}
+
+void TileController::change(const Instance& instance, const std::string& renderingMode) {
+    const Instance before = std::exchange(instance_, instance);
+    const std::string mode = std::exchange(renderingMode_, renderingMode);
+    if (before.family != instance_.family || before.kind != instance_.kind) {
+        // The picture does not fit any more; the answer to the new request will.
+        shown_ = Shown::nothing;
+        stored_.reset();
+        paint();
+    } else if (mode != renderingMode_) {
+        paintSoon();
+    }
+}
+
+void TileController::showEntry() {
+    shown_ = Shown::entry;
+    stored_.reset();
+    paintSoon();
+    saving_.idle<&TileController::save>(this);
+}
+
+void TileController::showPlaceholder(const platform::View& view) {
+    if (shown_ == Shown::nothing) {
+        present(render(view, Redaction::placeholder));
+    }
+}
+
+void TileController::updated(TileUpdate update) {
+    const Tile* current = tile();
+    const bool isGood = current != nullptr && current->entry() != nullptr && !current->history().lastFailure;
+    if (isGood) {
+        made_ = current->history().lastSuccess->date;
+        reload_ = current->schedule().due();
+        isSaved_ = false;
+    }
+    // The session may have had the entry all along.
+    if (update == TileUpdate::entry || (isGood && shown_ != Shown::entry)) {
+        showEntry();
+    } else if (badges() != badges_) {
+        paintSoon();
+    }
+}
+
+void TileController::restyle() {
+    updateHighlight();
+    paintSoon();
+}
+
+void TileController::activated(const TilePart& part) {
+    switch (part.action) {
+    case TilePart::Action::open:
+        if (!openLink(part.item.url)) {
+            showMessage({.title = localized("Nothing opens this link"),
+                         .texts = {part.item.url},
+                         .button = {},
+                         .milliseconds = refusalMilliseconds});
+        }
+        break;
+    case TilePart::Action::explain:
+        explain();
+        break;
+    case TilePart::Action::undo:
+        context_.delegate.undoRequested(instance_.id);
+        break;
+    case TilePart::Action::none:
+        break;
+    }
+}
+
+void TileController::showRemoved(std::function<void()> done) {
+    showMessage(
+        {.title = localized("Removed"), .texts = {}, .button = localized("Undo"), .milliseconds = undoMilliseconds},
+        std::move(done));
+}
+
+void TileController::showMessage(const Message& message, std::function<void()> done) {
+    showsMessage_ = true;
+    afterMessage_ = std::move(done);
+    const auto button =
+        message.button.empty() ? std::nullopt : std::optional(MessageButton{message.button, message.button});
+    RenderedTile rendered = render(messageView(message.title, message.texts, button), Redaction::none);
+    std::vector<TilePart> parts = tileParts(rendered, name());
+    for (TilePart& part : parts) {
+        part.action = part.action == TilePart::Action::open ? TilePart::Action::undo : part.action;
+    }
+    window_.show(std::move(rendered), std::move(parts), name());
+    messageEnding_.after<&TileController::messageEnded>(messageTimeout(message.milliseconds), this);
+}
+
+void TileController::messageEnded() {
+    showsMessage_ = false;
+    if (const auto done = std::exchange(afterMessage_, nullptr)) {
+        // May destroy this.
+        done();
+        return;
+    }
+    paint();
+}
+
+void TileController::explain() {
+    const Tile* current = tile();
+    if (current == nullptr || !current->history().lastFailure) {
+        return;
+    }
+    showMessage({.title = localized("Could not be updated"),
+                 .texts = {inWords(current->history().lastFailure->why.cause),
+                           filledIn(localized("The next attempt is at %s."), shortMoment(current->schedule().due()))},
+                 .button = {},
+                 .milliseconds = explanationMilliseconds});
+}
+
+void TileController::saveState() {
+    if (!isSaved_ || saving_.isPending()) {
+        save();
+    }
+}
+
+void TileController::paintSoon() {
+    if (!window_.isDrawn()) {
+        // What there is comes to the screen first: the first new picture waits for the fonts.
+        needsRepaint_ = true;
+        return;
+    }
+    painting_.idle<&TileController::paint>(this, G_PRIORITY_HIGH_IDLE);
+}
+
+void TileController::firstDrawn() {
+    if (std::exchange(needsRepaint_, false)) {
+        // After the other tiles have come, too.
+        painting_.idle<&TileController::paint>(this);
+    }
+    context_.delegate.firstDrawn();
+}
+
+void TileController::paint() {
+    if (showsMessage_) {
+        return;
+    }
+    if (isOffscreen_) {
+        // GTK cannot even make widgets without a screen.
+        needsRepaint_ = true;
+        return;
+    }
+    const Tile* current = tile();
+    const bool hasEntry = current != nullptr && current->entry() != nullptr && shown_ == Shown::entry;
+    if (!hasEntry && !stored_) {
+        shown_ = Shown::nothing;
+        present(render(waitingView(instance_.family), Redaction::placeholder));
+        return;
+    }
+    if (!hasEntry && reload_ < now() && !waiting_.isPending() && current == nullptr) {
+        waiting_.after<&TileController::waitedLong>(gracePeriodMilliseconds, this);
+    }
+    const Entry& entry = hasEntry ? *current->entry() : stored_->entry;
+    RenderedTile rendered = render(entry.view, Redaction::none);
+    rendered.widgetURL = entry.widgetURL;
+    present(std::move(rendered));
+}
+
+RenderedTile TileController::render(const platform::View& view, Redaction redaction) {
+    return renderTile(view, familySize(instance_.family), style(redaction), context_.renderers.renderer());
+}
+
+void TileController::present(RenderedTile rendered) {
+    badges_ = badges();
+    std::vector<TilePart> parts = tileParts(rendered, name());
+    if (badges_ != Badges{}) {
+        parts.push_back(drawBadges(rendered));
+    }
+    window_.show(std::move(rendered), std::move(parts), name());
+}
+
+TilePart TileController::drawBadges(RenderedTile& rendered) {
+    const std::string& text = badges_.asOf;
+    const platform::View badge = !badges_.hasFailed ? asOfBadge(text)
+                                 : text.empty()     ? failureMark()
+                                                    : failedAsOfBadge(text);
+    const Rect frame =
+        drawBadge(rendered, badge, Corner::bottomTrailing, style(Redaction::none), context_.renderers.renderer());
+    if (!badges_.hasFailed) {
+        return {
+            .item = {.role = AccessibleItem::Role::text, .frame = frame, .name = text, .description = {}, .url = {}}};
+    }
+    return {.item = {.role = AccessibleItem::Role::link,
+                     .frame = frame,
+                     .name = localized("Could not be updated"),
+                     .description = text,
+                     .url = {}},
+            .action = TilePart::Action::explain};
+}
+
+void TileController::save() {
+    const Tile* current = tile();
+    if (current == nullptr || current->entry() == nullptr || current->awaited() || current->history().lastFailure) {
+        // The entry may answer an older request.
+        return;
+    }
+    isSaved_ = true;
+    context_.host.workLater([entries = context_.entries, instance = instance_, mode = renderingMode_,
+                             stored = StoredEntry{*current->entry(), made_, reload_}] {
+        if (const auto failure = entries.save(instance, mode, stored)) {
+            // A missing cache costs a moment at the next start, and the user can do nothing about it.
+            g_debug("%s", failure->description.c_str());
+        }
+    });
+}
+
+TileController::Badges TileController::badges() const {
+    const Tile* current = tile();
+    const bool hasFailed = current != nullptr && current->history().lastFailure.has_value();
+    const bool isPast = shown_ != Shown::nothing && reload_ < now();
+    // While the answer may come any moment, an outdated picture needs no badge.
+    const bool isAwaited = current == nullptr || (current->awaited() && !hasFailed);
+    const bool hasWaited = !waiting_.isPending() && shown_ == Shown::stored && current != nullptr;
+    const bool isOld = isPast && (!isAwaited || hasWaited);
+    return {.asOf = isOld ? filledIn(localized("as of %s"), shortMoment(made_)) : "", .hasFailed = hasFailed};
+}
+
+TileStyle TileController::style(Redaction redaction) const {
+    const DesktopLook& look = context_.settings.look();
+    // GTK draws a window that reaches onto another screen at the larger of both scales.
+    const bool usesToolkitScale = output_.fractional == nullptr && gtk_widget_get_realized(window_.widget()) != FALSE;
+    const double scale = usesToolkitScale ? std::max<double>(output_.scale, window_.deviceScale()) : output_.scale;
+    const auto mode = valueNamed<DrawingMode>(renderingMode_, drawingModeNames);
+    return {.appearance = {.scheme = look.scheme,
+                           .mode = mode.value_or(DrawingMode::fullColor),
+                           .redaction = redaction,
+                           .contrast = look.contrast,
+                           .accent = look.accent},
+            .scale = scale * look.textScale,
+            .direction = look.direction};
+}
+
+std::string TileController::name() const {
+    const WidgetInfo* widget = context_.catalog.widget(instance_.extension, instance_.kind);
+    return widget == nullptr ? instance_.kind : widget->displayName;
+}
+
+} // namespace host
