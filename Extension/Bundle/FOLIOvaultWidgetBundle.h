@@ -11,7 +11,7 @@ namespace foliovault {
 struct FOLIOvaultWidgetBundle {
     std::vector<std::unique_ptr<platform::Widget>> body() const;
 
-    /// Runs the bundle under its host; answers the process's exit code.
+    /// Runs the bundle under its host. Returns the process's exit code.
     static int main();
 };
 

@@ -5,7 +5,7 @@ import os
 import subprocess
 import unittest
 
-from support import CANNOT_CREATE, CONFIGURATION, EXTENSION, HOST, OK, UNAVAILABLE, USAGE, HostTest, SessionBus, host
+from support import CANNOT_CREATE, CONFIGURATION, EXTENSION, HOST, KINDS, OK, UNAVAILABLE, USAGE, HostTest, SessionBus, host
 
 
 class ArrangementTest(HostTest):
@@ -60,7 +60,7 @@ class Commands(ArrangementTest):
     def test_check_choices_against_what_the_extension_declares(self):
         self.add("ReadingListWidget")
         before = self.arrangement.read_bytes()
-        rows = [(("add", "ClockWidget"), 'no kind "ClockWidget"; accepted: "ReadingListWidget", "FavoritesWidget", "WorkspacesWidget", "TipsWidget"'),
+        rows = [(("add", "ClockWidget"), 'no kind "ClockWidget"; accepted: ' + ", ".join(f'"{kind}"' for kind in KINDS)),
                 (("add", "TipsWidget", "--family", "tiny"), 'no family "tiny"; accepted: "small", "medium", "large", "extraLarge"'),
                 (("add", "TipsWidget", "--set", "mode=x"), 'no choice of "mode" "x"; accepted: "latestTip", "tipOfTheDay"'),
                 (("add", "TipsWidget", "--set", "filter=all"), 'no parameter "filter"; accepted: "mode"'),

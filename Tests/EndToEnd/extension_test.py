@@ -8,7 +8,7 @@ import subprocess
 import unittest
 from datetime import datetime, timedelta, timezone
 
-from support import EXTENSION, FAMILIES, LISTS, PNG, Extension, HomeTest, favourites, nodes, texts
+from support import EXTENSION, FAMILIES, KINDS, LISTS, PNG, Extension, HomeTest, favourites, nodes, texts
 
 
 class Answers(HomeTest):
@@ -88,7 +88,7 @@ class Longest(HomeTest):
             tip = {"title": endless, "description": endless * 60, "link": f"https://example.org/{endless}", "pubDate": 0, "guid": "1"}
             (caches / "tips_cache.json").write_text(json.dumps({"timestamp": 1e12, "tips": [tip]}, ensure_ascii=False))
             with Extension(self.environment()) as extension:
-                for kind in (*LISTS, "TipsWidget"):
+                for kind in KINDS:
                     for family in FAMILIES:
                         extension.send("timeline", kind=kind, configuration={}, environment={"family": family})
                         self.assertTrue(8000 < len(extension.process.stdout.readline()) < 8 << 20, (kind, family, character))

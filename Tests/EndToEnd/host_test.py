@@ -7,14 +7,14 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from support import CANNOT_CREATE, EXTENSION, HOST, LISTS, NO_WEB, OK, SANITIZING, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
+from support import CANNOT_CREATE, EXTENSION, HOST, KINDS, NO_WEB, OK, SANITIZING, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
 
 class Commands(HostTest):
     def test_describe_and_options(self):
         self.write([{"Name": "Work", "Children": favourites(2)}])
         described = json.loads(self.succeed("describe", "--json"))
         self.assertEqual(described["identifier"], "net.foliovault.widgets")
-        self.assertEqual([widget["kind"] for widget in described["widgets"]], [*LISTS, "TipsWidget"])
+        self.assertEqual([widget["kind"] for widget in described["widgets"]], [*KINDS])
         people = self.succeed("describe").decode()
         self.assertIn("small, medium, large, extraLarge", people)
         options = json.loads(self.succeed("options", "FavoritesWidget", "group", "--matching", "work", "--json"))
@@ -86,7 +86,7 @@ class WrongArguments(HostTest):
                 (("render", "FavoritesWidget", "--scale", "0"), "scale"), (("render", "FavoritesWidget", "--scale", "x"), "scale"),
                 (("render", "FavoritesWidget", "--set", "group"), "NAME=VALUE"), (("render", "FavoritesWidget", "--format", "gif"), "gif"),
                 (("render", "FavoritesWidget", "--set", "colour=red"), "accepted: \"group\""),
-                (("render", "ClockWidget"), "accepted: \"ReadingListWidget\", \"FavoritesWidget\", \"WorkspacesWidget\", \"TipsWidget\""), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
+                (("render", "ClockWidget"), "accepted: " + ", ".join(f'"{kind}"' for kind in KINDS)), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
                 (("render", "FavoritesWidget", "--preview", "x", "--request", "snapshot"), "preview"),
                 (("options", "FavoritesWidget", "colour"), "group"), (("options", "FavoritesWidget"), "PARAMETER"),
                 (("describe", "more"), "more"), (("--home", "/nowhere/at/all", "describe"), "home")]

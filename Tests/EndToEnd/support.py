@@ -19,6 +19,8 @@ SIZES = {"small": (170, 170), "medium": (364, 170), "large": (364, 364), "extraL
 FAMILIES = tuple(SIZES)
 # The list widgets by kind, with the file of the library that each shows.
 LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites.plist", "WorkspacesWidget": "OrderedWorkspaces.plist"}
+# All widgets, in the order in which hosts list them.
+KINDS = (*LISTS, "TipsWidget")
 # What a sanitized program is told.
 SANITIZING = {name: os.environ[name] for name in ("LSAN_OPTIONS", "ASAN_OPTIONS") if name in os.environ}
 # A proxy that nobody runs: tests do not leave this machine.
