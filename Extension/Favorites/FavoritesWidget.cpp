@@ -1,6 +1,5 @@
 #include "Extension/Favorites/FavoritesWidget.h"
 
-#include "Extension/Shared/ListWidget.h"
 #include "Extension/Shared/ListWidgetBody.h"
 #include "Extension/Shared/MessageView.h"
 

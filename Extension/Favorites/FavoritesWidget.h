@@ -4,9 +4,7 @@
 #include "Extension/Favorites/FavoritesConfiguration.h"
 #include "Extension/Favorites/FavoritesItem.h"
 #include "Extension/Favorites/FavoritesStore.h"
-#include "Extension/Shared/ListProvider.h"
-#include "Platform/Views/View.h"
-#include "Platform/Widgets/Widget.h"
+#include "Extension/Shared/ListWidget.h"
 
 #include <memory>
 

@@ -15,7 +15,10 @@
 
 #include "Extension/ReadingList/ReadingListItem.h"
 #include "Extension/Shared/ListStore.h"
+#include "Extension/Shared/RecordFields.h"
 
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace foliovault {
@@ -26,10 +29,29 @@ class ReadingListStore : public ListStore {
         : ListStore(library, library.paths.readingListURL, "ReadingListStore") {}
 
     /// The store on the user's own file.
-    static const ReadingListStore& shared();
+    static const ReadingListStore& shared() {
+        static const ReadingListStore store(Library::shared());
+        return store;
+    }
 
     /// Returns all items in the file's order; an address that stands there twice makes two items.
-    std::vector<ReadingListItem> readFromPlist() const;
+    std::vector<ReadingListItem> readFromPlist() const {
+        return convertEach([](const platform::PropertyListValue& record) -> std::optional<ReadingListItem> {
+            static constexpr std::array<std::string_view, 6> keys{"title", "URL", "unread", "date", "type", "icon"};
+            const RecordFields fields(record, keys);
+            auto title = fields.string("title");
+            auto address = fields.string("URL");
+            if (!title || !address) {
+                return std::nullopt;
+            }
+            return ReadingListItem{.id = *std::move(address),
+                                   .title = *std::move(title),
+                                   .isUnread = fields.boolean("unread").value_or(true),
+                                   .date = fields.date("date").value_or(platform::Date::distantPast()),
+                                   .type = fields.integer("type").value_or(0),
+                                   .iconData = fields.data("icon")};
+        });
+    }
 };
 
 } // namespace foliovault

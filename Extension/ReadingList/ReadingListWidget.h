@@ -4,9 +4,7 @@
 #include "Extension/ReadingList/ReadingListConfiguration.h"
 #include "Extension/ReadingList/ReadingListItem.h"
 #include "Extension/ReadingList/ReadingListStore.h"
-#include "Extension/Shared/ListProvider.h"
-#include "Platform/Views/View.h"
-#include "Platform/Widgets/Widget.h"
+#include "Extension/Shared/ListWidget.h"
 
 #include <cstdint>
 #include <memory>

@@ -8,6 +8,9 @@ namespace foliovault {
 inline constexpr const char* extensionIdentifier = "net.foliovault.widgets";
 
 /// The log that all stores write to, with the extension's identifier as subsystem.
-const platform::Log& extensionLog();
+inline const platform::Log& extensionLog() {
+    static const platform::SystemLog log(extensionIdentifier);
+    return log;
+}
 
 } // namespace foliovault

@@ -1,83 +1,119 @@
 // The rows in which lists show an item, and what rows are made of.
 //
-// A row is dot, icon and text from leading to trailing; the families use larger rows as they have more room. An item
-// without a dot keeps its place, so that texts stay aligned.
+// A row is dot, icon and text from leading to trailing; larger families have larger rows. An item without a dot keeps
+// the space for it, so that texts stay aligned.
 #pragma once
 
 #include "Extension/Shared/DisplayableItem.h"
+#include "Platform/Views/Image.h"
+#include "Platform/Views/Shape.h"
+#include "Platform/Views/Spacer.h"
 #include "Platform/Views/Stack.h"
-#include "Platform/Views/View.h"
+#include "Platform/Views/Symbol.h"
+#include "Platform/Views/Text.h"
 #include "Platform/Widgets/Environment.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace foliovault {
 
 /// The item's own picture in full colour, else its symbol; `size` points wide and high. A picture stored in more than
-/// `greatestIconSize` bytes is no icon: sixteen of that size are what an answer to the host may hold.
+/// `maxIconSize` bytes is no icon: an answer to the host has room for sixteen of that size.
 struct ItemIconView {
-    static constexpr std::size_t greatestIconSize = std::size_t{256} << 10U;
+    static constexpr std::size_t maxIconSize = std::size_t{256} << 10U;
 
     std::optional<platform::EncodedData> data;
     std::string_view sfSymbol;
     double size = 0;
 
-    platform::View body(const platform::Environment& environment) const;
+    platform::View body(const platform::Environment& environment) const {
+        const platform::View icon = platform::symbol(sfSymbol).foreground(platform::secondary);
+        const bool showsPicture = data && data->storedSize() <= maxIconSize &&
+                                  environment.renderingMode == platform::RenderingMode::fullColor;
+        return (showsPicture ? platform::image(*data, icon) : icon).frame({.width = size, .height = size});
+    }
 };
 
-/// A dot `size` points wide, or the room for it.
+/// A dot `size` points wide, or the space for it.
 struct AccentDot {
     std::optional<platform::Color> color;
     double size = 0;
 
-    platform::View body(const platform::Environment& environment) const;
+    platform::View body(const platform::Environment& environment) const {
+        const platform::View dot = (color ? platform::circle(*color) : platform::clear()).frame({size, size});
+        return !color || environment.renderingMode == platform::RenderingMode::fullColor ? dot : dot.accentable();
+    }
 };
 
-/// The content as a link to `url`, or as it is where there is none. `id` is that of the item.
+/// The content as a link to `url`, or as it is without one. `id` is that of the item.
 struct LinkedItem {
     std::optional<platform::URL> url;
     std::string id;
     platform::View content;
 
-    platform::View body() const;
+    platform::View body() const { return url ? content.link(url->absoluteString(), id) : content; }
 };
 
-/// What a row needs of its item, taken out of it once.
-struct RowContent {
-    std::string title;
-    std::optional<std::string> subtitle;
-    std::string_view icon;
-    std::optional<platform::EncodedData> iconData;
-    std::optional<platform::Color> dotColor;
+/// The dot and the icon that a row starts with.
+template <DisplayableItem Item>
+platform::Views dotAndIcon(const Item& item, double dotSize, double iconSize, platform::Font iconFont,
+                           const platform::Environment& environment) {
+    return {AccentDot{.color = item.dotColor(), .size = dotSize}.body(environment),
+            ItemIconView{.data = item.displayIconData(), .sfSymbol = item.displayIcon(), .size = iconSize}
+                .body(environment)
+                .font(iconFont)
+                .frame({.width = iconSize})};
+}
 
-    template <DisplayableItem Item>
-    static RowContent of(const Item& item) {
-        return {.title = item.displayTitle(),
-                .subtitle = item.displaySubtitle(),
-                .icon = item.displayIcon(),
-                .iconData = item.displayIconData(),
-                .dotColor = item.dotColor()};
+/// Title alone, in the small family.
+template <DisplayableItem Item>
+struct CompactItemRow {
+    const Item& item;
+
+    platform::View body(const platform::Environment& environment) const {
+        using namespace platform;
+        Views parts = dotAndIcon(item, 5, 12, caption2, environment);
+        parts.push_back(text(item.displayTitle()).font(caption).lineLimit(1).foreground(primary));
+        return hStack({.spacing = 4}, std::move(parts));
     }
 };
 
-/// Title alone, in the small family.
-struct CompactItemRow {
-    RowContent item;
-    platform::View body(const platform::Environment& environment) const;
-};
-
 /// Title, and the subtitle at the trailing edge; in the medium family.
+template <DisplayableItem Item>
 struct StandardItemRow {
-    RowContent item;
-    platform::View body(const platform::Environment& environment) const;
+    const Item& item;
+
+    platform::View body(const platform::Environment& environment) const {
+        using namespace platform;
+        Views parts = dotAndIcon(item, 6, 16, callout, environment);
+        parts.push_back(text(item.displayTitle()).font(callout).lineLimit(1).foreground(primary));
+        parts.push_back(spacer());
+        if (const auto subtitle = item.displaySubtitle()) {
+            parts.push_back(text(*subtitle).font(caption2).foreground(tertiary));
+        }
+        return hStack({.spacing = 6}, std::move(parts)).padding({.top = 3, .bottom = 3});
+    }
 };
 
 /// The subtitle under the title; in the large families.
+template <DisplayableItem Item>
 struct DetailedItemRow {
-    RowContent item;
-    platform::View body(const platform::Environment& environment) const;
+    const Item& item;
+
+    platform::View body(const platform::Environment& environment) const {
+        using namespace platform;
+        Views lines{text(item.displayTitle()).font(callout).lineLimit(1).foreground(primary)};
+        if (const auto subtitle = item.displaySubtitle()) {
+            lines.push_back(text(*subtitle).font(caption2).lineLimit(1).foreground(secondary));
+        }
+        Views parts = dotAndIcon(item, 6, 18, callout, environment);
+        parts.push_back(vStack({.alignment = HorizontalAlignment::leading, .spacing = 1}, std::move(lines)));
+        parts.push_back(spacer());
+        return hStack({.spacing = 8}, std::move(parts)).padding({.top = 3, .bottom = 3});
+    }
 };
 
 } // namespace foliovault

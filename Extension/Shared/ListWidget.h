@@ -1,13 +1,73 @@
-// Declares a list widget to the host: what is the same for every list, around what is the widget's own.
+// What is the same in every list widget: one entry, one provider that makes it, and how the widget is declared to the
+// host.
 #pragma once
 
+#include "Extension/Shared/DisplayableItem.h"
+#include "Platform/Foundation/Clock.h"
 #include "Platform/Widgets/Widget.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace foliovault {
+
+template <DisplayableItem Item>
+struct ListEntry {
+    platform::Date date;
+    /// The first `listEntryItemCap` items of those that the intent includes, in the list's order.
+    std::vector<Item> items;
+    /// How many the intent includes.
+    std::int64_t displayCount = 0;
+
+    /// `all` is the whole list; `intent.includes(item)` decides which of its items count.
+    template <class Intent>
+    ListEntry(platform::Date date, const std::vector<Item>& all, const Intent& intent) : date(date) {
+        for (const Item& item : all) {
+            if (intent.includes(item)) {
+                ++displayCount;
+                if (items.size() < listEntryItemCap) {
+                    items.push_back(item);
+                }
+            }
+        }
+    }
+};
+
+/// The file is read for every snapshot and timeline, and not for a placeholder, which shows the item's samples. A
+/// timeline has one entry; the host asks again after five minutes, or when the file changes.
+template <class EntryType, class IntentType, class Store>
+class ListProvider {
+  public:
+    using Entry = EntryType;
+    using Intent = IntentType;
+    using Items = decltype(Entry::items);
+
+    static constexpr double reloadSeconds = 300;
+
+    explicit ListProvider(const Store& store = Store::shared(),
+                          const platform::Clock& clock = platform::SystemClock::shared())
+        : store_(&store), clock_(&clock) {}
+
+    Entry placeholder() const { return entryOf(Items::value_type::sampleItems(), {}); }
+    Entry snapshot(const Intent& intent) const { return entryOf(store_->readFromPlist(), intent); }
+    platform::Timeline<Entry> timeline(const Intent& intent) const {
+        return {.entries = {snapshot(intent)},
+                .reload = {clock_->now().addingSeconds(reloadSeconds)},
+                .watches = store_->watches()};
+    }
+
+    /// Returns an entry without items, for the preview of it.
+    Entry emptyEntry() const { return entryOf({}, {}); }
+
+  private:
+    Entry entryOf(const Items& all, const Intent& intent) const { return Entry(clock_->now(), all, intent); }
+
+    const Store* store_;
+    const platform::Clock* clock_;
+};
 
 /// Returns the widget of that kind in all families, with its intent's title and description. `Provider` is a
 /// `ListProvider`; `EntryView` is made of an entry and has a `body(environment)`. The previews, the samples in three

@@ -11,12 +11,7 @@
 #include "Extension/Shared/DisplayableItem.h"
 #include "Extension/Shared/ItemRows.h"
 #include "Extension/Shared/WidgetHeader.h"
-#include "Platform/Foundation/Localization.h"
 #include "Platform/Views/Divider.h"
-#include "Platform/Views/Spacer.h"
-#include "Platform/Views/Stack.h"
-#include "Platform/Views/Text.h"
-#include "Platform/Widgets/Environment.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -96,11 +91,11 @@ class ListWidgetBody {
         return WidgetHeader{.title = title, .subtitle = subtitle ? *subtitle : count()}.body().padding({.bottom = 6});
     }
 
-    template <class Row>
+    template <template <class> class Row>
     Views rows(std::size_t count, const platform::Environment& environment) const {
         Views rows;
         for (const Item& item : firstItems(count)) {
-            rows.push_back(linked(item, Row{RowContent::of(item)}.body(environment)));
+            rows.push_back(linked(item, Row<Item>{item}.body(environment)));
         }
         return rows;
     }
@@ -119,7 +114,7 @@ class ListWidgetBody {
     Views detailRows(Items shown, const platform::Environment& environment) const {
         Views rows;
         for (const Item& item : shown) {
-            View row = detailRow ? detailRow(item) : DetailedItemRow{RowContent::of(item)}.body(environment);
+            View row = detailRow ? detailRow(item) : DetailedItemRow<Item>{item}.body(environment);
             Views parts{linked(item, std::move(row))};
             if (item.id != shown.back().id) {
                 parts.push_back(platform::divider().padding({.leading = 30}));

@@ -1,7 +1,12 @@
 // What a widget says when it has nothing to show: a large symbol, a title, and what to do about it.
 #pragma once
 
-#include "Platform/Views/View.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Views/Stack.h"
+#include "Platform/Views/Symbol.h"
+#include "Platform/Views/Text.h"
+
+#include <utility>
 
 namespace foliovault {
 
@@ -12,7 +17,20 @@ struct MessageView {
     const char* title;
     const char* explanation = nullptr;
 
-    platform::View body() const;
+    platform::View body() const {
+        using namespace platform;
+        Views parts{
+            platform::symbol(symbol).font(largeTitle).foreground(symbolForeground),
+            text(localized(title)).font(headline).foreground(secondary),
+        };
+        if (explanation != nullptr) {
+            parts.push_back(text(localized(explanation))
+                                .font(caption)
+                                .foreground(tertiary)
+                                .textAlignment(HorizontalAlignment::center));
+        }
+        return vStack({.spacing = 8}, std::move(parts));
+    }
 };
 
 } // namespace foliovault

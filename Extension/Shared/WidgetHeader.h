@@ -1,7 +1,10 @@
 // The line above the rows: the widget's title, and a short subtitle at the trailing edge.
 #pragma once
 
-#include "Platform/Views/View.h"
+#include "Platform/Foundation/Localization.h"
+#include "Platform/Views/Spacer.h"
+#include "Platform/Views/Stack.h"
+#include "Platform/Views/Text.h"
 
 #include <string>
 
@@ -13,7 +16,12 @@ struct WidgetHeader {
     /// Shown as it stands.
     std::string subtitle;
 
-    platform::View body() const;
+    platform::View body() const {
+        using namespace platform;
+        return hStack(
+            {.alignment = VerticalAlignment::firstTextBaseline},
+            {text(localized(title)).font(headline), spacer(), text(subtitle).font(caption).foreground(secondary)});
+    }
 };
 
 } // namespace foliovault

@@ -3,8 +3,9 @@
 // A value; workspaces are equal when all their fields are.
 #pragma once
 
+#include "Extension/Shared/DeepLink.h"
 #include "Platform/Foundation/EncodedData.h"
-#include "Platform/Foundation/URL.h"
+#include "Platform/Foundation/Localization.h"
 #include "Platform/Views/Style.h"
 
 #include <cstdint>
@@ -27,8 +28,8 @@ struct WorkspaceItem {
 
     /// The counts in words, in the user's language: "3 databases" and "2 windows". English has the one form for every
     /// count.
-    std::string databases() const;
-    std::string windows() const;
+    std::string databases() const { return platform::localizedCount("%lld databases", databaseCount); }
+    std::string windows() const { return platform::localizedCount("%lld windows", windowCount); }
 
     const std::string& displayTitle() const { return id; }
     /// "3 databases · 2 windows".
@@ -36,11 +37,22 @@ struct WorkspaceItem {
     std::string_view displayIcon() const { return icon; }
     std::optional<platform::EncodedData> displayIconData() const { return std::nullopt; }
     /// Opens the workspace by its name, tagged for this widget.
-    std::optional<platform::URL> displayURL() const;
+    std::optional<platform::URL> displayURL() const {
+        const auto url = commandURL("open-workspace", "name", id);
+        return url ? std::optional(taggedForWidget(*url, "workspaces")) : std::nullopt;
+    }
     std::optional<platform::Color> dotColor() const { return std::nullopt; }
 
     /// Four workspaces for placeholders and previews, made at first use.
-    static const std::vector<WorkspaceItem>& sampleItems();
+    static const std::vector<WorkspaceItem>& sampleItems() {
+        static const std::vector<WorkspaceItem> items{
+            {.id = "Research", .databaseCount = 3, .windowCount = 2},
+            {.id = "Writing", .databaseCount = 1, .windowCount = 1},
+            {.id = "Archive", .databaseCount = 5, .windowCount = 1},
+            {.id = "Inbox Review", .databaseCount = 2, .windowCount = 3},
+        };
+        return items;
+    }
 
     friend bool operator==(const WorkspaceItem&, const WorkspaceItem&) = default;
 };

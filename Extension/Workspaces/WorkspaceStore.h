@@ -12,8 +12,11 @@
 #pragma once
 
 #include "Extension/Shared/ListStore.h"
+#include "Extension/Shared/RecordFields.h"
 #include "Extension/Workspaces/WorkspaceItem.h"
 
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace foliovault {
@@ -24,10 +27,32 @@ class WorkspaceStore : public ListStore {
         : ListStore(library, library.paths.workspacesURL, "WorkspaceStore") {}
 
     /// The store on the user's own file.
-    static const WorkspaceStore& shared();
+    static const WorkspaceStore& shared() {
+        static const WorkspaceStore store(Library::shared());
+        return store;
+    }
 
     /// Returns all workspaces in the file's order; a name that stands there twice makes two.
-    std::vector<WorkspaceItem> readFromPlist() const;
+    std::vector<WorkspaceItem> readFromPlist() const {
+        return convertEach([](const platform::PropertyListValue& record) -> std::optional<WorkspaceItem> {
+            static constexpr std::array<std::string_view, 2> keys{"Name", "workspace"};
+            const RecordFields fields(record, keys);
+            auto name = fields.string("Name");
+            if (!name) {
+                return std::nullopt;
+            }
+            return WorkspaceItem{.id = *std::move(name),
+                                 .databaseCount = elementCount(fields["workspace"], "databases"),
+                                 .windowCount = elementCount(fields["workspace"], "windows")};
+        });
+    }
+
+  private:
+    static std::int64_t elementCount(const std::optional<platform::PropertyListValue>& workspace,
+                                     std::string_view key) {
+        const auto value = workspace ? (*workspace)[key] : std::nullopt;
+        return value ? static_cast<std::int64_t>(value->arrayCount().value_or(0)) : 0;
+    }
 };
 
 } // namespace foliovault

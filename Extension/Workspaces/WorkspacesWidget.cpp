@@ -1,6 +1,5 @@
 #include "Extension/Workspaces/WorkspacesWidget.h"
 
-#include "Extension/Shared/ListWidget.h"
 #include "Extension/Shared/ListWidgetBody.h"
 #include "Extension/Shared/MessageView.h"
 #include "Platform/Views/Symbol.h"

@@ -1,12 +1,10 @@
 // The Workspaces widget: its entries, its pictures, and how it is declared to the host.
 #pragma once
 
-#include "Extension/Shared/ListProvider.h"
+#include "Extension/Shared/ListWidget.h"
 #include "Extension/Workspaces/WorkspaceItem.h"
 #include "Extension/Workspaces/WorkspaceStore.h"
 #include "Extension/Workspaces/WorkspacesConfiguration.h"
-#include "Platform/Views/View.h"
-#include "Platform/Widgets/Widget.h"
 
 #include <memory>
 
