@@ -31,13 +31,10 @@ std::vector<FavoritesGroupOption> FavoritesGroupQuery::suggestedEntities() const
 
 std::vector<FavoritesGroupOption> FavoritesGroupQuery::entitiesMatching(std::string_view text) const {
     auto options = suggestedEntities();
-    if (!text.empty()) {
-        std::erase_if(options, [text](const FavoritesGroupOption& option) {
-            const bool titleCounts = option == FavoritesGroupOption::all();
-            return !localizedCaseInsensitiveContains(option.id, text) &&
-                   !(titleCounts && localizedCaseInsensitiveContains(option.displayRepresentation(), text));
-        });
-    }
+    std::erase_if(options, [text](const FavoritesGroupOption& option) {
+        return !text.empty() && !localizedCaseInsensitiveContains(option.id, text) &&
+               !localizedCaseInsensitiveContains(option.displayRepresentation(), text);
+    });
     return options;
 }
 
