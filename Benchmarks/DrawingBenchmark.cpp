@@ -4,6 +4,7 @@
 
 #include "Benchmarks/Rounds.h"
 
+#include "Host/Drawing/PngFile.h"
 #include "Host/Drawing/Renderer.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Views/ViewReader.h"
@@ -97,19 +98,11 @@ int main(int argc, char** argv) {
     host::Renderer renderer;
     const host::WidgetLayout layout =
         host::layOut(*view, host::familySize("large"), renderer.texts(), renderer.images());
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 728, 728);
     benchmarks::timeByTurns(
         {
-            {"picture", [&] { expectPicture(renderer.png(layout, {}, scale)); }},
+            {"picture", [&] { expectPicture(host::pngFile(renderer.pixels(layout, {}, scale))); }},
             {"plainPicture", [&] { expectPicture(plainPicture(layout)); }},
-            {"drawing",
-             [&] {
-                 cairo_t* cairo = cairo_create(surface);
-                 cairo_scale(cairo, scale, scale);
-                 renderer.draw(cairo, layout, {}, scale);
-                 cairo_destroy(cairo);
-             }},
+            {"drawing", [&] { renderer.pixels(layout, {}, scale); }},
         },
         std::atoi(argv[2]));
-    cairo_surface_destroy(surface);
 }

@@ -2,13 +2,13 @@
 
 #include "Host/Commands/GalleryPage.h"
 #include "Host/Commands/Output.h"
+#include "Host/Drawing/PngFile.h"
 #include "Host/Drawing/RenderedTile.h"
 #include "Host/Drawing/Renderer.h"
 #include "Host/Drawing/UserDirection.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Foundation/Clock.h"
 
-#include <array>
 #include <fmt/format.h>
 #include <future>
 #include <utility>
@@ -30,15 +30,11 @@ struct Awaited {
 /// Encodes and writes one picture while the next is drawn.
 class PictureFiles {
   public:
-    /// What the next picture is drawn on, while the last is still being written from the other.
-    Room<std::uint32_t>& canvas() { return canvases_[turn_]; }
-
-    /// Starts to write what was drawn on `canvas()`. A failure is of a picture before.
-    std::optional<Failure> write(const PixelView& picture, fs::path file) {
-        turn_ = 1 - turn_;
+    /// Starts to write. Returns the failure of a picture before.
+    std::optional<Failure> write(PixelBuffer picture, fs::path file) {
         auto failure = finish();
-        writing_ = std::async(std::launch::async, [this, picture, file = std::move(file)] {
-            return writeOutput(encoder_.encode(picture), file);
+        writing_ = std::async(std::launch::async, [picture = std::move(picture), file = std::move(file)]() mutable {
+            return writeOutput(pngFile(std::move(picture)), file);
         });
         return failure;
     }
@@ -47,10 +43,6 @@ class PictureFiles {
     std::optional<Failure> finish() { return writing_.valid() ? writing_.get() : std::nullopt; }
 
   private:
-    std::array<Room<std::uint32_t>, 2> canvases_;
-    std::size_t turn_ = 0;
-    PngEncoder encoder_;
-    /// The last member, so that it is waited for before the others go.
     std::future<std::optional<Failure>> writing_;
 };
 
@@ -89,9 +81,8 @@ class GalleryPainter {
         const WidgetLayout layout = layOut(entry.view, familySize(awaited.family), direction_, renderer_);
         for (const ColorScheme scheme : request_.schemes) {
             const Appearance appearance{.scheme = scheme, .contrast = request_.contrast};
-            const PixelView picture = renderer_.pixels(layout, appearance, scale, files_.canvas());
             auto name = GalleryPage::pictureName(awaited.kind, awaited.family, scheme);
-            if (auto failure = files_.write(picture, request_.folder / name)) {
+            if (auto failure = files_.write(renderer_.pixels(layout, appearance, scale), request_.folder / name)) {
                 return failure;
             }
         }

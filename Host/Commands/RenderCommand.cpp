@@ -1,6 +1,7 @@
 #include "Host/Commands/RenderCommand.h"
 
 #include "Host/Commands/Output.h"
+#include "Host/Drawing/PngFile.h"
 #include "Host/Drawing/RenderedTile.h"
 #include "Host/Drawing/Renderer.h"
 #include "Host/Drawing/UserDirection.h"
@@ -48,7 +49,7 @@ std::string picture(const Entry& entry, const RenderRequest& request, const std:
     case RenderFormat::tree:
         break;
     }
-    return renderer.png(layout, request.appearance, request.scale);
+    return pngFile(renderer.pixels(layout, request.appearance, request.scale));
 }
 
 } // namespace

@@ -82,10 +82,9 @@ Rect drawBadge(RenderedTile& rendered, const View& badge, Corner corner, const T
     // It is to be read whatever it stands on, a placeholder too.
     Appearance appearance = style.appearance;
     appearance.redaction = Redaction::none;
-    renderer.drawBadge({.pixels = rendered.pixels.data(),
-                        .width = static_cast<std::uint32_t>(rendered.width),
-                        .height = static_cast<std::uint32_t>(rendered.height)},
-                       origin, layout, appearance, rendered.scale);
+    PixelBuffer picture{.pixels = std::move(rendered.pixels), .width = rendered.width, .height = rendered.height};
+    renderer.drawBadge(picture, origin, layout, appearance, rendered.scale);
+    rendered.pixels = std::move(picture.pixels);
     return {origin.x / rendered.scale, origin.y / rendered.scale, width / rendered.scale, height / rendered.scale};
 }
 

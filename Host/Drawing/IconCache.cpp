@@ -9,8 +9,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t keptBytes = std::size_t{32} << 20;
-constexpr std::size_t keptPicturesOfOne = 4;
+constexpr std::size_t maxBytes = std::size_t{32} << 20;
 /// Enough for an icon on any screen; what is drawn larger is decoded again.
 constexpr int usualLongestSide = 128;
 
@@ -64,60 +63,36 @@ SurfaceHandle drawnPicture(GdkPixbuf* pixels, const IconRequest& request) {
 } // namespace
 
 std::optional<Size> IconCache::imageSize(const platform::EncodedData& data) {
-    const Entry& known = entry(data, usualLongestSide);
-    return known.image ? std::optional(known.image->size) : std::nullopt;
+    const auto& image = entry(data, usualLongestSide).image;
+    return image ? std::optional(image->size) : std::nullopt;
 }
 
-cairo_surface_t* IconCache::picture(const platform::EncodedData& data, const IconRequest& request) {
-    Entry& known = entry(data, std::max({request.width, request.height, usualLongestSide}));
-    if (!known.image) {
-        return nullptr;
-    }
-    auto& pictures = known.pictures;
-    const auto found =
-        std::find_if(pictures.begin(), pictures.end(), [&](const Picture& p) { return p.request == request; });
-    if (found != pictures.end()) {
-        pictures.splice(pictures.begin(), pictures, found);
-    } else {
-        pictures.push_front({request, drawnPicture(known.image->pixels.get(), request)});
-        pictures.resize(std::min(pictures.size(), keptPicturesOfOne));
-    }
-    return pictures.front().surface.get();
+SurfaceHandle IconCache::picture(const platform::EncodedData& data, const IconRequest& request) {
+    const auto& image = entry(data, std::max({request.width, request.height, usualLongestSide})).image;
+    return image ? drawnPicture(image->pixels.get(), request) : nullptr;
 }
 
-IconCache::Entry& IconCache::entry(const platform::EncodedData& data, int longestSide) {
-    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) {
+const IconCache::Entry& IconCache::entry(const platform::EncodedData& data, int longestSide) {
+    const auto known = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) {
         // Two forms that differ in length are compared by decoding both, which costs more than to keep an image twice.
-        return e.data.storedSize() == data.storedSize() && e.data == data;
+        return e.data.storedSize() == data.storedSize() && e.data == data && e.isEnoughFor(longestSide);
     });
-    if (found != entries_.end()) {
-        entries_.splice(entries_.begin(), entries_, found);
-    } else {
-        entries_.push_front({data, std::nullopt, 0, {}, 0});
+    if (known != entries_.end()) {
+        return *known;
     }
-    Entry& entry = entries_.front();
-    const bool isTooSmall = entry.image && longestSide > entry.longestSide &&
-                            std::max(entry.image->size.width, entry.image->size.height) > entry.longestSide;
-    if (found == entries_.end() || isTooSmall) {
-        decode(entry, longestSide);
+    if (bytes_ > maxBytes) {
+        entries_.clear();
+        bytes_ = 0;
     }
-    return entry;
+    const platform::Data bytes = data.decoded();
+    const Entry& made = entries_.emplace_back(
+        Entry{.data = data, .image = decodeImage(bytes.bytes(), longestSide), .longestSide = longestSide});
+    bytes_ += bytes.size() + (made.image ? gdk_pixbuf_get_byte_length(made.image->pixels.get()) : 0);
+    return made;
 }
 
-void IconCache::decode(Entry& entry, int longestSide) {
-    const platform::Data bytes = entry.data.decoded();
-    entry.image = decodeImage(bytes.bytes(), longestSide);
-    entry.longestSide = longestSide;
-    entry.pictures.clear();
-
-    weight_ -= entry.weight;
-    entry.weight =
-        sizeof(Entry) + bytes.size() + (entry.image ? gdk_pixbuf_get_byte_length(entry.image->pixels.get()) : 0);
-    weight_ += entry.weight;
-    while (weight_ > keptBytes && entries_.size() > 1) {
-        weight_ -= entries_.back().weight;
-        entries_.pop_back();
-    }
+bool IconCache::Entry::isEnoughFor(int side) const {
+    return !image || side <= longestSide || std::max(image->size.width, image->size.height) <= longestSide;
 }
 
 } // namespace host

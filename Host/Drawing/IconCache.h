@@ -1,7 +1,6 @@
-// The images of widgets: decoded once, scaled once for each size they are drawn in, and kept while they are in use.
+// The images of widgets, each decoded once.
 //
-// What is kept is bounded by its bytes, with what was longest not asked for let go first. That bytes are no image is
-// remembered too. One thread at a time.
+// When it holds too many bytes it starts anew. That bytes are no image is remembered too. One thread at a time.
 #pragma once
 
 #include "Host/Drawing/Desaturation.h"
@@ -10,8 +9,8 @@
 #include "Host/Layout/TextMeasurer.h"
 
 #include <cstddef>
-#include <list>
 #include <optional>
+#include <vector>
 
 namespace host {
 
@@ -21,37 +20,29 @@ struct IconRequest {
     int height = 0;
     double cornerRadius = 0;
     Tone tone = Tone::color;
-    friend bool operator==(const IconRequest&, const IconRequest&) = default;
 };
 
 class IconCache final : public ImageMeasurer {
   public:
     std::optional<Size> imageSize(const platform::EncodedData& data) override;
 
-    /// The image scaled to exactly the size that is asked for. Null if it is none; good until the next call.
-    cairo_surface_t* picture(const platform::EncodedData& data, const IconRequest& request);
+    /// Returns the image scaled to exactly the requested size; null if it is none.
+    SurfaceHandle picture(const platform::EncodedData& data, const IconRequest& request);
 
   private:
-    struct Picture {
-        IconRequest request;
-        SurfaceHandle surface;
-    };
     struct Entry {
         platform::EncodedData data;
         std::optional<DecodedImage> image;
         /// The longest side that `image` was decoded for.
         int longestSide = 0;
-        /// The last asked for is the first.
-        std::list<Picture> pictures;
-        std::size_t weight = 0;
+
+        bool isEnoughFor(int side) const;
     };
 
-    Entry& entry(const platform::EncodedData& data, int longestSide);
-    void decode(Entry& entry, int longestSide);
+    const Entry& entry(const platform::EncodedData& data, int longestSide);
 
-    /// The last asked for is the first.
-    std::list<Entry> entries_;
-    std::size_t weight_ = 0;
+    std::vector<Entry> entries_;
+    std::size_t bytes_ = 0;
 };
 
 } // namespace host

@@ -4,6 +4,7 @@
 #include "Host/Layout/Measures.h"
 
 #include <algorithm>
+#include <hb-ot.h>
 #include <pango/pangocairo.h>
 #include <variant>
 
@@ -18,12 +19,19 @@ constexpr double blockDescent = 0.04;
 
 /// An icon's corners are as round as those of the sheet in a document symbol.
 constexpr double iconRadiusShare = 0.14;
-constexpr double greatestIconRadius = 4;
-/// Pixels of an image for one unit where it is embedded into outlines.
+constexpr double maxIconRadius = 4;
+/// Pixels of an image for one unit if it is embedded into a file of any size.
 constexpr double embeddedDensity = 2;
+/// Device pixels per point.
+constexpr double minGlyphScale = 2;
 
 Group groupOf(const LayoutItem& item) {
     return item.accented ? Group::accent : Group::plain;
+}
+
+bool hasColors(PangoFont* font) {
+    hb_face_t* const face = hb_font_get_face(pango_font_get_hb_font(font));
+    return hb_ot_color_has_png(face) != 0 || hb_ot_color_has_layers(face) != 0 || hb_ot_color_has_svg(face) != 0;
 }
 
 /// What an item may touch: accents and overhangs reach beyond a text's own lines.
@@ -40,11 +48,7 @@ Rect reach(const LayoutItem& item) {
 
 void Painter::paint(const WidgetLayout& layout) {
     const TileBackground tile(layout.size, grid_);
-    if (medium_ == Medium::pixels) {
-        tile.paintPixels(cairo_, palette_, box_.corners);
-    } else {
-        tile.paintOutlined(cairo_, palette_, palette_.tile());
-    }
+    tile.paint(cairo_, palette_, palette_.tile());
     for (const LayoutItem& item : layout.items) {
         const bool sticksOut = !tile.holds(grid_.rect(reach(item)));
         if (sticksOut) {
@@ -59,7 +63,7 @@ void Painter::paint(const WidgetLayout& layout) {
 }
 
 void Painter::paintBadge(const WidgetLayout& layout) {
-    TileBackground(layout.size, grid_).paintOutlined(cairo_, palette_, palette_.badge());
+    TileBackground(layout.size, grid_).paint(cairo_, palette_, palette_.badge());
     for (const LayoutItem& item : layout.items) {
         paint(item);
     }
@@ -71,49 +75,63 @@ void Painter::paint(const LayoutItem& item) {
 
 void Painter::paint(const TextItem& text, const LayoutItem& item) {
     const Rgba color = foreground(item);
-    double top = item.frame.y;
+    Point origin{0, item.frame.y + text.text.baseline};
+    int index = 0;
     for (const TextLine& line : text.text.lines) {
         const double spare = item.frame.width - line.width;
         const double indent = text.alignment == platform::HorizontalAlignment::leading  ? 0
                               : text.alignment == platform::HorizontalAlignment::center ? spare / 2
                                                                                         : spare;
-        paintLine(line, item.font, {item.frame.x + indent, top + text.text.baseline}, color);
-        top += text.lineHeight;
+        origin.x = item.frame.x + indent;
+        if (isRedacted()) {
+            const double size = textMeasures(item.font).size;
+            paintBlock({origin.x, origin.y - blockAscent * size, line.width, (blockAscent + blockDescent) * size},
+                       color);
+        } else {
+            cairo_save(cairo_);
+            cairo_translate(cairo_, grid_.edge(origin.x), grid_.edge(origin.y));
+            cairo_scale(cairo_, grid_.scale(), grid_.scale());
+            paintLine(*pango_layout_get_line_readonly(text.text.shaped->layout.get(), index), color);
+            cairo_restore(cairo_);
+        }
+        origin.y += text.lineHeight;
+        ++index;
     }
 }
 
-void Painter::paintLine(const TextLine& line, platform::Font font, Point origin, const Rgba& color) {
-    if (isRedacted()) {
-        const double size = textMeasures(font).size;
-        paintBlock({origin.x, origin.y - blockAscent * size, line.width, (blockAscent + blockDescent) * size}, color);
-        return;
-    }
+void Painter::paintLine(const PangoLayoutLine& line, const Rgba& color) {
+    // Some versions of cairo put glyphs on whole pixels: at small scales, letters would stand unevenly.
+    const bool asPaths = medium_ == Medium::pixels && grid_.scale() < minGlyphScale;
+    const char* const text = pango_layout_get_text(line.layout);
     setSource(cairo_, color);
-    const double x = grid_.edge(origin.x);
-    const double y = grid_.edge(origin.y);
-    if (medium_ == Medium::outlines) {
-        cairo_save(cairo_);
-        cairo_translate(cairo_, x, y);
-        cairo_scale(cairo_, grid_.scale(), grid_.scale());
-        const ShapedLine& shaped = box_.typesetter.line(line.text, font);
-        double left = 0;
-        for (const auto& run : shaped.runs()) {
-            cairo_move_to(cairo_, left, 0);
-            pango_cairo_show_glyph_item(cairo_, shaped.text().c_str(), run.get());
-            left += static_cast<double>(pango_glyph_string_get_width(run->glyphs)) / PANGO_SCALE;
+    double x = 0;
+    for (const GSList* each = line.runs; each != nullptr; each = each->next) {
+        auto* const run = static_cast<PangoLayoutRun*>(each->data);
+        cairo_move_to(cairo_, x, 0);
+        if (hasColors(run->item->analysis.font)) {
+            paintColoredRun(*run, text, color.alpha);
+        } else if (asPaths) {
+            pango_cairo_glyph_string_path(cairo_, run->item->analysis.font, run->glyphs);
+            cairo_fill(cairo_);
+        } else {
+            pango_cairo_show_glyph_item(cairo_, text, run);
         }
-        cairo_restore(cairo_);
-        return;
+        x += static_cast<double>(pango_glyph_string_get_width(run->glyphs)) / PANGO_SCALE;
     }
-    const Tone tone = palette_.isGray() ? Tone::gray : Tone::color;
-    const TextPicture& picture = box_.texts.picture(line.text, font, grid_.scale(), tone);
-    if (picture.mask) {
-        cairo_mask_surface(cairo_, picture.mask.get(), x + picture.left, y + picture.top);
+}
+
+void Painter::paintColoredRun(PangoLayoutRun& run, const char* text, double alpha) {
+    cairo_push_group(cairo_);
+    pango_cairo_show_glyph_item(cairo_, text, &run);
+    if (palette_.isGray() && medium_ == Medium::pixels) {
+        desaturate(cairo_get_group_target(cairo_));
     }
-    if (picture.colors) {
-        cairo_set_source_surface(cairo_, picture.colors.get(), x + picture.left, y + picture.top);
-        cairo_paint_with_alpha(cairo_, color.alpha);
-    }
+    cairo_pattern_t* const group = cairo_pop_group(cairo_);
+    cairo_save(cairo_);
+    cairo_set_source(cairo_, group);
+    cairo_paint_with_alpha(cairo_, alpha);
+    cairo_restore(cairo_);
+    cairo_pattern_destroy(group);
 }
 
 void Painter::paint(const SymbolItem& symbol, const LayoutItem& item) {
@@ -124,19 +142,19 @@ void Painter::paint(const SymbolItem& symbol, const LayoutItem& item) {
     }
     setSource(cairo_, foreground(item));
     const Rect square = grid_.centered(item.frame, {side, side});
-    if (medium_ == Medium::outlines) {
+    if (medium_ == Medium::vector) {
         cairo_save(cairo_);
         cairo_translate(cairo_, square.x, square.y);
-        box_.symbols.stroke(cairo_, symbol.symbol, square.width);
+        caches_.symbols.stroke(cairo_, symbol.symbol, square.width);
         cairo_restore(cairo_);
         return;
     }
-    cairo_mask_surface(cairo_, box_.symbols.mask(symbol.symbol, static_cast<int>(square.width)),
+    cairo_mask_surface(cairo_, caches_.symbols.mask(symbol.symbol, static_cast<int>(square.width)),
                        square.x - SymbolSet::maskMargin, square.y - SymbolSet::maskMargin);
 }
 
 void Painter::paint(const ImageItem& image, const LayoutItem& item) {
-    const auto pixels = box_.icons.imageSize(image.data);
+    const auto pixels = caches_.icons.imageSize(image.data);
     if (!pixels) {
         return;
     }
@@ -149,20 +167,20 @@ void Painter::paint(const ImageItem& image, const LayoutItem& item) {
         return;
     }
     const Rect rect = grid_.centered(item.frame, size);
-    const double density = medium_ == Medium::outlines ? embeddedDensity : 1;
-    const double radius =
-        std::min(greatestIconRadius * grid_.scale(), iconRadiusShare * std::min(rect.width, rect.height));
-    cairo_surface_t* picture = box_.icons.picture(image.data, {.width = static_cast<int>(rect.width * density),
-                                                               .height = static_cast<int>(rect.height * density),
-                                                               .cornerRadius = radius * density,
-                                                               .tone = palette_.isGray() ? Tone::gray : Tone::color});
-    if (picture == nullptr) {
+    const double density = medium_ == Medium::vector ? embeddedDensity : 1;
+    const double radius = std::min(maxIconRadius * grid_.scale(), iconRadiusShare * std::min(rect.width, rect.height));
+    const SurfaceHandle picture =
+        caches_.icons.picture(image.data, {.width = static_cast<int>(rect.width * density),
+                                           .height = static_cast<int>(rect.height * density),
+                                           .cornerRadius = radius * density,
+                                           .tone = palette_.isGray() ? Tone::gray : Tone::color});
+    if (!picture) {
         return;
     }
     cairo_save(cairo_);
     cairo_translate(cairo_, rect.x, rect.y);
     cairo_scale(cairo_, 1 / density, 1 / density);
-    cairo_set_source_surface(cairo_, picture, 0, 0);
+    cairo_set_source_surface(cairo_, picture.get(), 0, 0);
     cairo_paint(cairo_);
     cairo_restore(cairo_);
 }

@@ -5,31 +5,28 @@
 #include "Host/Drawing/Palette.h"
 #include "Host/Drawing/PixelGrid.h"
 #include "Host/Drawing/SymbolSet.h"
-#include "Host/Drawing/TextPictures.h"
 #include "Host/Drawing/TileBackground.h"
 #include "Host/Drawing/Typesetter.h"
 #include "Host/Layout/WidgetLayout.h"
 
 namespace host {
 
-/// What a picture ends up as: pixels, where texts and symbols are stamped from masks, or outlines of any size.
-enum class Medium { pixels, outlines };
+/// What a picture ends up as: pixels, which small letters and symbols are fitted to, or a file of any size.
+enum class Medium { pixels, vector };
 
 /// What painters share from picture to picture.
-struct PaintBox {
+struct RenderCaches {
     Typesetter typesetter;
-    TextPictures texts{typesetter};
     SymbolSet symbols;
     IconCache icons;
-    TileCorners corners;
 };
 
 class Painter {
   public:
     /// `cairo` has its origin at the widget's upper left corner, and its units are the pixels of `grid`.
-    Painter(cairo_t* cairo, const PixelGrid& grid, const Appearance& appearance, Medium medium, PaintBox& box)
+    Painter(cairo_t* cairo, const PixelGrid& grid, const Appearance& appearance, Medium medium, RenderCaches& caches)
         : cairo_(cairo), grid_(grid), palette_(appearance), redaction_(appearance.redaction), medium_(medium),
-          box_(box) {}
+          caches_(caches) {}
 
     /// Draws the tile and everything on it.
     void paint(const WidgetLayout& layout);
@@ -46,7 +43,8 @@ class Painter {
     void paint(const CapsuleItem& capsule, const LayoutItem& item);
     void paint(const DividerItem& divider, const LayoutItem& item);
 
-    void paintLine(const TextLine& line, platform::Font font, Point origin, const Rgba& color);
+    void paintLine(const PangoLayoutLine& line, const Rgba& color);
+    void paintColoredRun(PangoLayoutRun& run, const char* text, double alpha);
     void paintBlock(const Rect& points, Rgba color);
     void fillRounded(const Rect& pixels, double radius, const Rgba& color);
     Rgba foreground(const LayoutItem& item) const;
@@ -59,7 +57,7 @@ class Painter {
     Palette palette_;
     Redaction redaction_;
     Medium medium_;
-    PaintBox& box_;
+    RenderCaches& caches_;
 };
 
 } // namespace host

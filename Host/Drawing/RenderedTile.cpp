@@ -1,5 +1,7 @@
 #include "Host/Drawing/RenderedTile.h"
 
+#include <utility>
+
 namespace host {
 
 WidgetLayout layOut(const platform::View& view, Size size, Direction direction, Renderer& renderer) {
@@ -12,10 +14,12 @@ WidgetLayout layOut(const platform::View& view, Size size, Direction direction, 
 
 RenderedTile renderTile(const platform::View& view, Size size, const TileStyle& style, Renderer& renderer) {
     const WidgetLayout layout = layOut(view, size, style.direction, renderer);
-    RenderedTile rendered{.scale = style.scale, .appearance = style.appearance};
-    const PixelView picture = renderer.pixels(layout, style.appearance, style.scale, rendered.pixels);
-    rendered.width = static_cast<int>(picture.width);
-    rendered.height = static_cast<int>(picture.height);
+    PixelBuffer picture = renderer.pixels(layout, style.appearance, style.scale);
+    RenderedTile rendered{.pixels = std::move(picture.pixels),
+                          .width = picture.width,
+                          .height = picture.height,
+                          .scale = style.scale,
+                          .appearance = style.appearance};
     if (style.appearance.redaction == Redaction::none) {
         rendered.items = accessibleItems(layout);
     }

@@ -1,6 +1,8 @@
 #include "Host/Drawing/SymbolSet.h"
 
+#include "Host/Drawing/PathData.h"
 #include "Host/Drawing/SymbolArtwork.h"
+#include "Host/Layout/Geometry.h"
 
 #include <cstdint>
 
@@ -8,29 +10,14 @@ namespace host {
 namespace {
 
 constexpr std::string_view fallbackName = "unknown";
-constexpr std::size_t keptMasks = 256;
 /// Where strokes are thick enough, half a pixel makes no difference to them.
-constexpr int greatestFittedSize = 40;
+constexpr int maxFittedSize = 40;
 
-void addPath(cairo_t* cairo, const Path& path) {
-    struct Adder {
-        cairo_t* cairo;
-        void operator()(const MoveTo& s) const { cairo_move_to(cairo, s.to.x, s.to.y); }
-        void operator()(const LineTo& s) const { cairo_line_to(cairo, s.to.x, s.to.y); }
-        void operator()(const CurveTo& s) const {
-            cairo_curve_to(cairo, s.control1.x, s.control1.y, s.control2.x, s.control2.y, s.to.x, s.to.y);
-        }
-        void operator()(const ClosePath& /*unused*/) const { cairo_close_path(cairo); }
-    };
-    for (const PathSegment& segment : path) {
-        std::visit(Adder{cairo}, segment);
-    }
-}
-
-void strokePath(cairo_t* cairo, const Path& path, double size) {
+void strokePath(cairo_t* cairo, std::string_view pathData, double size) {
     cairo_save(cairo);
     cairo_scale(cairo, size / symbolGrid, size / symbolGrid);
-    addPath(cairo, path);
+    cairo_new_path(cairo);
+    addPathData(cairo, pathData);
     cairo_set_line_width(cairo, symbolStroke);
     cairo_set_line_cap(cairo, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_join(cairo, CAIRO_LINE_JOIN_ROUND);
@@ -38,12 +25,12 @@ void strokePath(cairo_t* cairo, const Path& path, double size) {
     cairo_restore(cairo);
 }
 
-SurfaceHandle maskOf(const Path& path, int size, Point offset) {
+SurfaceHandle maskOf(std::string_view pathData, int size, Point offset) {
     const int side = size + 2 * SymbolSet::maskMargin;
     SurfaceHandle mask(cairo_image_surface_create(CAIRO_FORMAT_A8, side, side));
     const CairoHandle cairo(cairo_create(mask.get()));
     cairo_translate(cairo.get(), SymbolSet::maskMargin + offset.x, SymbolSet::maskMargin + offset.y);
-    strokePath(cairo.get(), path, size);
+    strokePath(cairo.get(), pathData, size);
     return mask;
 }
 
@@ -62,15 +49,15 @@ std::uint64_t sharpness(cairo_surface_t* mask) {
 }
 
 /// A small symbol may move by half a pixel either way, to where most of its edges fall between pixels.
-SurfaceHandle fittedMask(const Path& path, int size) {
-    SurfaceHandle best = maskOf(path, size, {});
-    if (size > greatestFittedSize) {
+SurfaceHandle fittedMask(std::string_view pathData, int size) {
+    SurfaceHandle best = maskOf(pathData, size, {});
+    if (size > maxFittedSize) {
         return best;
     }
     // Only a clear gain is worth being off the centre.
     auto toBeat = static_cast<double>(sharpness(best.get())) * 1.04;
     for (const Point offset : {Point{0.5, 0}, Point{0, 0.5}, Point{0.5, 0.5}}) {
-        SurfaceHandle moved = maskOf(path, size, offset);
+        SurfaceHandle moved = maskOf(pathData, size, offset);
         if (const auto found = static_cast<double>(sharpness(moved.get())); found > toBeat) {
             best = std::move(moved);
             toBeat = found;
@@ -81,35 +68,28 @@ SurfaceHandle fittedMask(const Path& path, int size) {
 
 } // namespace
 
-SymbolSet::SymbolSet() : masks_(keptMasks) {
+SymbolSet::SymbolSet() {
     for (const SymbolArtwork& symbol : symbolArtwork()) {
-        artwork_.emplace(symbol.name, Artwork{symbol.pathData, {}});
+        artwork_.emplace(symbol.name, symbol.pathData);
     }
 }
 
-SymbolSet::Table::value_type& SymbolSet::artwork(std::string_view name) {
-    auto found = artwork_.find(name);
-    if (found == artwork_.end()) {
-        found = artwork_.find(fallbackName);
-    }
-    Artwork& artwork = found->second;
-    if (artwork.path.empty()) {
-        artwork.path = parsePathData(artwork.data).value_or(Path{});
-    }
-    return *found;
+const SymbolSet::Table::value_type& SymbolSet::artwork(std::string_view name) const {
+    const auto found = artwork_.find(name);
+    return found == artwork_.end() ? *artwork_.find(fallbackName) : *found;
 }
 
-void SymbolSet::stroke(cairo_t* cairo, std::string_view name, double size) {
-    strokePath(cairo, artwork(name).second.path, size);
+void SymbolSet::stroke(cairo_t* cairo, std::string_view name, double size) const {
+    strokePath(cairo, artwork(name).second, size);
 }
 
 cairo_surface_t* SymbolSet::mask(std::string_view name, int size) {
-    const auto& [known, symbol] = artwork(name);
-    const MaskKey key{known, size};
-    if (const auto* mask = masks_.find(key)) {
-        return mask->get();
+    const auto& [known, pathData] = artwork(name);
+    SurfaceHandle& mask = masks_[{known, size}];
+    if (!mask) {
+        mask = fittedMask(pathData, size);
     }
-    return masks_.insert(key, fittedMask(symbol.path, size)).get();
+    return mask.get();
 }
 
 } // namespace host

@@ -1,6 +1,5 @@
 #include "Host/Drawing/Typesetter.h"
 
-#include "Host/Drawing/LineBreaker.h"
 #include "Host/Layout/Measures.h"
 
 #include <algorithm>
@@ -9,15 +8,13 @@
 #include <hb.h>
 #include <pango/pangocairo.h>
 #include <utility>
-#include <vector>
 
 namespace host {
 namespace {
 
-constexpr std::size_t keptLineBytes = std::size_t{4} << 20;
-constexpr std::size_t keptMeasurementBytes = std::size_t{1} << 20;
 /// Adding and subtracting widths must not make a text too wide for the room that was cut out for it.
 constexpr double tolerance = 0.01;
+constexpr const char* ellipsis = "…";
 
 bool breaksParagraph(gunichar c) {
     return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
@@ -46,16 +43,13 @@ std::string asParagraph(std::string_view text) {
     return paragraph;
 }
 
-std::string_view firstCharacters(const std::string& text, std::size_t count) {
-    if (text.size() <= count) {
-        return text;
-    }
-    const char* end = text.c_str();
-    const char* const last = end + text.size();
+std::string_view firstCharacters(std::string_view text, std::size_t count) {
+    const char* const last = text.data() + text.size();
+    const char* end = text.data();
     while (count-- > 0 && end != last) {
         end = g_utf8_next_char(end);
     }
-    return {text.c_str(), static_cast<std::size_t>(end - text.c_str())};
+    return {text.data(), static_cast<std::size_t>(end - text.data())};
 }
 
 std::string_view withoutTrailingBlanks(std::string_view text) {
@@ -69,21 +63,64 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
     return text;
 }
 
+/// In points. The layout's own extents would also look for the heights of all fonts that the language may take.
+double widthOf(const PangoLayoutLine& line) {
+    int width = 0;
+    for (const GSList* run = line.runs; run != nullptr; run = run->next) {
+        width += pango_glyph_string_get_width(static_cast<const PangoGlyphItem*>(run->data)->glyphs);
+    }
+    return static_cast<double>(width) / PANGO_SCALE;
+}
+
+TextLine textLine(PangoLayout* layout, int index) {
+    const PangoLayoutLine& line = *pango_layout_get_line_readonly(layout, index);
+    const std::string_view text(pango_layout_get_text(layout) + line.start_index,
+                                static_cast<std::size_t>(line.length));
+    return {std::string(withoutTrailingBlanks(text)), widthOf(line)};
+}
+
+/// Where the text of the last line ends that is not cut away, in bytes from the text's start.
+int shownEnd(PangoLayout* layout) {
+    const PangoLayoutLine& line = *pango_layout_get_line_readonly(layout, pango_layout_get_line_count(layout) - 1);
+    int end = line.start_index + line.length;
+    for (const GSList* run = line.runs; run != nullptr; run = run->next) {
+        const PangoItem& item = *static_cast<const PangoGlyphItem*>(run->data)->item;
+        if ((item.analysis.flags & PANGO_ANALYSIS_FLAG_IS_ELLIPSIS) != 0) {
+            end = item.offset;
+        }
+    }
+    const char* const start = pango_layout_get_text(layout) + line.start_index;
+    const std::string_view shown(start, static_cast<std::size_t>(end - line.start_index));
+    return line.start_index + static_cast<int>(withoutTrailingBlanks(shown).size());
+}
+
+/// Writes the ellipsis into the text: Pango's own is as wide as the room that is left, and may follow a blank.
+void writeEllipsis(PangoLayout* layout) {
+    while (pango_layout_is_ellipsized(layout) != FALSE) {
+        const std::string_view text = pango_layout_get_text(layout);
+        const std::string closed = std::string(text.substr(0, static_cast<std::size_t>(shownEnd(layout)))) + ellipsis;
+        if (closed == text) {
+            break;
+        }
+        pango_layout_set_text(layout, closed.c_str(), static_cast<int>(closed.size()));
+    }
+}
+
 } // namespace
 
 Typesetter::Typesetter()
     : fontMap_(pango_cairo_font_map_new()), context_(pango_font_map_create_context(fontMap_.get())),
-      lines_(keptLineBytes), measured_(keptMeasurementBytes) {
+      attributes_(pango_attr_list_new()) {
     const FontOptionsHandle options(cairo_font_options_create());
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
     pango_cairo_context_set_font_options(context_.get(), options.get());
     pango_context_set_round_glyph_positions(context_.get(), FALSE);
-    // Said or not, it is the default; said, every text of a face finds its fonts by the same search.
+    // Setting it explicitly makes Pango use one font set for all texts.
     pango_context_set_language(context_.get(), pango_language_get_default());
+    pango_attr_list_insert(attributes_.get(), pango_attr_insert_hyphens_new(FALSE));
 }
-Typesetter::~Typesetter() = default;
 
 const Typesetter::Face& Typesetter::face(platform::Font font) {
     Face& face = faces_[static_cast<std::size_t>(font.style) * 2 + (font.weight ? 1 : 0)];
@@ -101,77 +138,52 @@ const Typesetter::Face& Typesetter::face(platform::Font font) {
         const double ascent = static_cast<double>(extents.ascender) / PANGO_SCALE;
         const double descent = -static_cast<double>(extents.descender) / PANGO_SCALE;
         face.baseline = (measures.lineHeight - (ascent + descent)) / 2 + ascent;
+        face.ellipsisWidth = measure({.text = ellipsis, .font = font}).lines.front().width;
     }
     return face;
 }
 
-ShapedLine Typesetter::shape(std::string_view text, platform::Font font) {
-    pango_context_set_font_description(context_.get(), face(font).description.get());
-    return {context_.get(), text};
-}
-
-const ShapedLine& Typesetter::line(std::string_view text, platform::Font font) {
-    const TextSeek key(text, font);
-    if (const ShapedLine* known = lines_.find(key)) {
-        return *known;
-    }
-    // A line and its glyphs take about so much.
-    const std::size_t weight = 1024 + text.size() * 64;
-    return lines_.insert(TextKey(key), shape(text, font), weight);
-}
-
-Typesetter::Composed Typesetter::compose(std::string_view text, platform::Font font, double width, int lineLimit) {
-    // Blanks that end a text need no room, as at any other line's end.
-    for (const std::string_view shown : {text, withoutTrailingBlanks(text)}) {
-        if (const double whole = line(shown, font).width(); whole <= width + tolerance) {
-            return {{{std::string(shown), whole}}, true};
-        }
-        text = shown;
-    }
-    const ShapedLine whole = shape(text, font);
-    const LineBreaker breaker(whole, width, textMeasures(font).size,
-                              [&](std::string_view part) -> const ShapedLine& { return line(part, font); });
-    Composed composed;
-    std::size_t start = 0;
-    while (start < breaker.count() && composed.lines.size() + 1 < static_cast<std::size_t>(lineLimit)) {
-        LineBreaker::Line next = breaker.next(start);
-        composed.lines.push_back(std::move(next.line));
-        start = next.end;
-    }
-    if (start < breaker.count()) {
-        LineBreaker::Line last = breaker.last(start);
-        composed.lines.push_back(std::move(last.line));
-        composed.isComplete = last.end == breaker.count();
-    }
-    return composed;
+double Typesetter::ellipsisWidth(platform::Font font) {
+    return face(font).ellipsisWidth;
 }
 
 MeasuredText Typesetter::measure(const TextRequest& request) {
-    const bool isBounded = request.width && *request.width < longestLine;
-    const double width = isBounded ? std::max(0.0, *request.width) : longestLine;
+    const bool isBounded = request.width && *request.width < maxLineWidth;
+    const double width = isBounded ? std::max(0.0, *request.width) : maxLineWidth;
     // Without a width lines end only where the text says so, and a paragraph says so nowhere.
-    const int lineLimit =
-        isBounded ? std::clamp(request.lineLimit.value_or(greatestLineCount), 1, greatestLineCount) : 1;
+    const int lineLimit = isBounded ? std::clamp(request.lineLimit.value_or(maxLineCount), 1, maxLineCount) : 1;
+    const Face& used = face(request.font);
 
-    const TextSeek key(request.text, request.font, width, lineLimit);
-    if (const MeasuredText* known = measured_.find(key)) {
-        return *known;
-    }
-    const std::string text = asParagraph(request.text);
+    auto shaped = std::make_shared<ShapedText>();
+    shaped->layout.reset(pango_layout_new(context_.get()));
+    PangoLayout* const layout = shaped->layout.get();
+    pango_layout_set_font_description(layout, used.description.get());
+    pango_layout_set_attributes(layout, attributes_.get());
+    pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+    pango_layout_set_ellipsize(layout, PANGO_ELLIPSIZE_END);
+    pango_layout_set_width(layout, static_cast<int>((width + tolerance) * PANGO_SCALE));
+    // A negative height counts the lines of each paragraph.
+    pango_layout_set_height(layout, -lineLimit);
+
+    const std::string paragraph = asParagraph(request.text);
+    const std::string_view text = withoutTrailingBlanks(paragraph);
     // Shaping costs by the character, so of a long text only as much is shaped as may be seen; a first guess of narrow
     // letters is enough for nearly all.
     const double narrowLetter = textMeasures(request.font).size / 4;
-    auto guess = static_cast<std::size_t>(width * lineLimit / narrowLetter) + 32;
-    Composed composed;
-    for (;; guess *= 4) {
-        const std::string_view part = firstCharacters(text, guess);
-        composed = compose(part, request.font, width, lineLimit);
-        if (!composed.isComplete || part.size() == text.size()) {
+    auto count = static_cast<std::size_t>(width * lineLimit / narrowLetter) + 32;
+    for (;; count *= 4) {
+        const std::string_view part = firstCharacters(text, count);
+        pango_layout_set_text(layout, part.data(), static_cast<int>(part.size()));
+        if (part.size() == text.size() || pango_layout_is_ellipsized(layout) != FALSE) {
             break;
         }
     }
-    MeasuredText measured{std::move(composed.lines), face(request.font).baseline};
-    return measured_.insert(TextKey(key), std::move(measured), request.text.size() + 256);
+    writeEllipsis(layout);
+    MeasuredText measured{.baseline = used.baseline, .shaped = std::move(shaped)};
+    for (int i = 0; i < pango_layout_get_line_count(layout); ++i) {
+        measured.lines.push_back(textLine(layout, i));
+    }
+    return measured;
 }
 
 } // namespace host

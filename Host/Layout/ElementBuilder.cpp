@@ -37,7 +37,7 @@ CrossAlignment crossAlignment(platform::VerticalAlignment alignment) {
 
 /// Builds what stands at one place of the tree.
 struct Builder {
-    TextShaper& shaper;
+    TextMeasurer& texts;
     ImageMeasurer& images;
     Look look;
     Axis axis = Axis::vertical;
@@ -80,13 +80,13 @@ struct Builder {
         return textElement({.text = text.text,
                             .lineLimit = text.lineLimit,
                             .alignment = text.textAlignment.value_or(platform::HorizontalAlignment::leading)},
-                           look, shaper);
+                           look, texts);
     }
     ElementPtr operator()(const platform::Symbol& symbol) const { return symbolElement(symbol.symbol, look); }
     ElementPtr operator()(const platform::Label& label) const {
         std::vector<ElementPtr> children;
         children.push_back(labelSymbolElement(label.symbol, look));
-        children.push_back(textElement({.text = label.text}, look, shaper));
+        children.push_back(textElement({.text = label.text}, look, texts));
         return stackElement(
             {.axis = Axis::horizontal, .alignment = CrossAlignment::firstTextBaseline, .spacing = labelSpacing},
             std::move(children));
@@ -118,8 +118,8 @@ struct Builder {
 
 } // namespace
 
-ElementPtr buildElement(const platform::View& view, TextShaper& shaper, ImageMeasurer& images) {
-    return Builder{.shaper = shaper, .images = images}.build(view);
+ElementPtr buildElement(const platform::View& view, TextMeasurer& texts, ImageMeasurer& images) {
+    return Builder{.texts = texts, .images = images}.build(view);
 }
 
 } // namespace host

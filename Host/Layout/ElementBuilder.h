@@ -13,6 +13,6 @@ namespace host {
 inline constexpr int deepestNesting = 256;
 
 /// All arguments must outlive the element.
-ElementPtr buildElement(const platform::View& view, TextShaper& shaper, ImageMeasurer& images);
+ElementPtr buildElement(const platform::View& view, TextMeasurer& texts, ImageMeasurer& images);
 
 } // namespace host

@@ -1,10 +1,10 @@
 // The kinds of boxes, each with what it answers to an offer.
 //
-// Parameters that are references to parts of a view, and the shaper, must outlive the element.
+// Parameters that are references to parts of a view, and the measurer, must outlive the element.
 #pragma once
 
 #include "Host/Layout/Element.h"
-#include "Host/Layout/TextShaper.h"
+#include "Host/Layout/TextMeasurer.h"
 #include "Platform/Views/Node.h"
 
 #include <memory>
@@ -48,7 +48,7 @@ struct TextOptions {
 /// As wide as the longest of its lines. Their number is limited by the text's own limit and by the whole lines that fit
 /// the height offered, but there is at least one; a text that is cut ends in an ellipsis. The smallest that a text gets
 /// is an ellipsis alone (or itself, if that is narrower), even where it is offered less.
-ElementPtr textElement(const TextOptions& options, const Look& look, TextShaper& shaper);
+ElementPtr textElement(const TextOptions& options, const Look& look, TextMeasurer& texts);
 
 /// Where children stand across a stack. The first text baseline is for stacks along the horizontal axis; a child
 /// without text stands on the baseline with its lower edge.

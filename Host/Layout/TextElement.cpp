@@ -24,8 +24,8 @@ double longestLine(const MeasuredText& text) {
 
 class TextElement final : public Element {
   public:
-    TextElement(const TextOptions& options, Look look, TextShaper& shaper)
-        : options_(options), look_(look), shaper_(shaper), lineHeight_(textMeasures(look.font).lineHeight) {}
+    TextElement(const TextOptions& options, Look look, TextMeasurer& texts)
+        : options_(options), look_(look), texts_(texts), lineHeight_(textMeasures(look.font).lineHeight) {}
 
     Answer measure(Size offer) override {
         const MeasuredText& text = fitted(offer);
@@ -70,17 +70,12 @@ class TextElement final : public Element {
     // What these two answer is good until one of them is called again.
 
     const MeasuredText& fitted(Size offer) {
-        const int limit = lineLimit(offer.height);
-        const MeasuredText& ellipsis = shaper_.ellipsis(look_.font);
-        const double least = longestLine(ellipsis);
-        if (offer.width + tolerance >= least) {
-            return shaped(offer.width, limit).text;
-        }
-        const Shaped& natural = shaped(infinity, limit);
-        return natural.longest <= least ? natural.text : ellipsis;
+        // A text that is narrower than its ellipsis is not cut.
+        const double least = texts_.ellipsisWidth(look_.font);
+        return offer.width + tolerance < least ? shaped(least, 1) : shaped(offer.width, lineLimit(offer.height));
     }
 
-    const Shaped& shaped(double width, int limit) {
+    const MeasuredText& shaped(double width, int limit) {
         const auto known = std::find_if(shaped_.begin(), shaped_.end(), [&](const Shaped& candidate) {
             // Lines that were broken at a greater width and fit this one are the ones that it would be broken into.
             return (candidate.longest <= width + tolerance || candidate.width == width) &&
@@ -89,14 +84,14 @@ class TextElement final : public Element {
                     (isWhole(candidate) && candidate.text.lines.size() <= static_cast<std::size_t>(limit)));
         });
         if (known != shaped_.end()) {
-            return *known;
+            return known->text;
         }
-        MeasuredText text = shaper_.measure({.text = options_.text,
-                                             .font = look_.font,
-                                             .width = std::isfinite(width) ? std::optional(width) : std::nullopt,
-                                             .lineLimit = limit == unlimited ? std::nullopt : std::optional(limit)});
+        MeasuredText text = texts_.measure({.text = options_.text,
+                                            .font = look_.font,
+                                            .width = std::isfinite(width) ? std::optional(width) : std::nullopt,
+                                            .lineLimit = limit == unlimited ? std::nullopt : std::optional(limit)});
         const double longest = longestLine(text);
-        return shaped_.emplace_back(Shaped{width, limit, longest, std::move(text)});
+        return shaped_.emplace_back(Shaped{width, limit, longest, std::move(text)}).text;
     }
 
     /// Surely not cut.
@@ -107,15 +102,15 @@ class TextElement final : public Element {
 
     TextOptions options_;
     Look look_;
-    TextShaper& shaper_;
+    TextMeasurer& texts_;
     double lineHeight_;
     std::vector<Shaped> shaped_;
 };
 
 } // namespace
 
-ElementPtr textElement(const TextOptions& options, const Look& look, TextShaper& shaper) {
-    return std::make_unique<TextElement>(options, look, shaper);
+ElementPtr textElement(const TextOptions& options, const Look& look, TextMeasurer& texts) {
+    return std::make_unique<TextElement>(options, look, texts);
 }
 
 } // namespace host

@@ -1,6 +1,6 @@
 // What the layout asks about content that only the drawing side can measure: texts and images.
 //
-// The layout is pure arithmetic; it gets these two handed in. Answers must depend on the arguments alone (and the fonts
+// The layout is pure arithmetic; it gets these two handed in. Results must depend on the arguments alone (and the fonts
 // of the machine), never on the scale that is drawn at.
 #pragma once
 
@@ -8,6 +8,7 @@
 #include "Platform/Foundation/EncodedData.h"
 #include "Platform/Views/Style.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,19 +16,22 @@
 
 namespace host {
 
-/// One line of a text as it is drawn: with its ellipsis where the text was cut.
+/// One line of a text as it is drawn: with its ellipsis if the text was cut.
 struct TextLine {
     std::string text;
     double width = 0;
     friend bool operator==(const TextLine&, const TextLine&) = default;
 };
 
+/// A text with its lines and glyphs, as the measurer can draw it. Opaque to the layout.
+struct ShapedText;
+
 struct MeasuredText {
     /// At least one.
     std::vector<TextLine> lines;
     /// From the top of a line to its baseline, the line being as high as its style's line height.
     double baseline = 0;
-    friend bool operator==(const MeasuredText&, const MeasuredText&) = default;
+    std::shared_ptr<const ShapedText> shaped;
 };
 
 struct TextRequest {
@@ -43,8 +47,11 @@ class TextMeasurer {
   public:
     virtual ~TextMeasurer() = default;
     /// Breaks the text into lines no wider than `width`, unless not even an ellipsis fits, and cuts the last line that
-    /// `lineLimit` allows with an ellipsis where text is left over.
+    /// `lineLimit` allows with an ellipsis if text is left over.
     virtual MeasuredText measure(const TextRequest& request) = 0;
+
+    /// The width of an ellipsis alone. Cheap.
+    virtual double ellipsisWidth(platform::Font font) = 0;
 };
 
 class ImageMeasurer {

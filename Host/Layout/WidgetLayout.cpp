@@ -27,8 +27,7 @@ double leadingShare(const platform::View& view) {
 } // namespace
 
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images) {
-    TextShaper shaper(texts);
-    const ElementPtr root = buildElement(view, shaper, images);
+    const ElementPtr root = buildElement(view, texts, images);
     const Size offer{std::max(0.0, size.width - 2 * contentMargin), std::max(0.0, size.height - 2 * contentMargin)};
     const Size taken = root->measure(offer).size;
 
@@ -41,8 +40,7 @@ WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, 
 }
 
 WidgetLayout layOutAlone(const platform::View& view, Size room, TextMeasurer& texts, ImageMeasurer& images) {
-    TextShaper shaper(texts);
-    const ElementPtr root = buildElement(view, shaper, images);
+    const ElementPtr root = buildElement(view, texts, images);
     const Size taken = root->measure(room).size;
     WidgetLayout layout{.size = {std::min(taken.width, room.width), std::min(taken.height, room.height)}};
     Placement placement{.layout = layout};

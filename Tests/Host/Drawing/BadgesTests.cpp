@@ -6,8 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <set>
+#include <vector>
 
 namespace host {
 namespace {
@@ -25,55 +24,10 @@ class BadgeTest : public testing::Test {
 
 /// The styles that badges are drawn in.
 std::vector<TileStyle> styles() {
-    std::vector<TileStyle> all;
-    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        for (const Contrast contrast : {Contrast::normal, Contrast::high}) {
-            for (const Redaction redaction : {Redaction::none, Redaction::placeholder}) {
-                for (const double scale : {1.0, 1.25, 2.0}) {
-                    all.push_back({.appearance = {.scheme = scheme, .redaction = redaction, .contrast = contrast},
-                                   .scale = scale});
-                }
-            }
-        }
-    }
-    return all;
-}
-
-TEST_F(BadgeTest, ChangesItsOwnPixelsAndNoOthers) {
-    for (TileStyle style : styles()) {
-        for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
-            for (const Corner corner : {Corner::bottomTrailing, Corner::topTrailing}) {
-                style.direction = direction;
-                const RenderedTile before = rendered(style);
-                RenderedTile after = before;
-                const Rect frame = drawBadge(after, asOfBadge("as of 10:42"), corner, style, renderer);
-                // From the edge on the trailing side, and from the upper or the lower one.
-                const double fromSide = direction == Direction::leftToRight ? medium.width - frame.right() : frame.x;
-                const double fromEdge = corner == Corner::topTrailing ? frame.y : medium.height - frame.bottom();
-                EXPECT_NEAR(fromSide, badgeInset, 1 / style.scale);
-                EXPECT_NEAR(fromEdge, badgeInset, 1 / style.scale);
-                EXPECT_GT(frame.width, 50);
-                EXPECT_NEAR(frame.height, 17, 0.5);
-
-                int changed = 0;
-                for (int y = 0; y < after.height; ++y) {
-                    for (int x = 0; x < after.width; ++x) {
-                        const auto at = static_cast<std::size_t>(y) * static_cast<std::size_t>(after.width) +
-                                        static_cast<std::size_t>(x);
-                        const Point middle{(x + 0.5) / style.scale, (y + 0.5) / style.scale};
-                        const bool isInside = middle.x > frame.x && middle.x < frame.right() && middle.y > frame.y &&
-                                              middle.y < frame.bottom();
-                        if (after.pixels[at] != before.pixels[at]) {
-                            ASSERT_TRUE(isInside) << x << ' ' << y;
-                            ++changed;
-                        }
-                    }
-                }
-                // In high contrast the ground is like the tile.
-                EXPECT_GT(changed, 0.2 * frame.width * frame.height * style.scale * style.scale);
-            }
-        }
-    }
+    return {{.scale = 1},
+            {.appearance = {.scheme = ColorScheme::dark}, .scale = 1.25},
+            {.appearance = {.contrast = Contrast::high}, .scale = 2},
+            {.appearance = {.redaction = Redaction::placeholder}, .scale = 2}};
 }
 
 TEST_F(BadgeTest, LetsNothingShineThrough) {
@@ -97,17 +51,6 @@ TEST_F(BadgeTest, LetsNothingShineThrough) {
             }
         }
     }
-}
-
-TEST_F(BadgeTest, SaysWhatItSaysOnPlaceholdersToo) {
-    const TileStyle redacted{.appearance = {.redaction = Redaction::placeholder}, .scale = 2};
-    std::set<std::vector<std::uint32_t>> pictures;
-    for (const char* text : {"as of 10:00", "as of 00:10"}) {
-        RenderedTile one = rendered(redacted);
-        drawBadge(one, asOfBadge(text), Corner::bottomTrailing, redacted, renderer);
-        pictures.insert(one.pixels);
-    }
-    EXPECT_EQ(pictures.size(), 2U);
 }
 
 TEST_F(BadgeTest, StaysOnTheTileHoweverLongItIs) {

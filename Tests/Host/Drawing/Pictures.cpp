@@ -1,10 +1,9 @@
-#include "Pictures.h"
+#include "Tests/Host/Drawing/Pictures.h"
 
 #include "Host/Drawing/Handles.h"
-#include "Host/Layout/Measures.h"
+#include "Host/Drawing/PngFile.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
@@ -29,6 +28,10 @@ Picture decoded(std::string_view file) {
         }
     }
     return picture;
+}
+
+Picture decoded(const PixelBuffer& buffer) {
+    return decoded(pngFile(buffer));
 }
 
 std::string imageFile(const Picture& picture, const char* type) {
@@ -60,67 +63,6 @@ int difference(const Pixel& a, const Pixel& b) {
         greatest = std::max(greatest, std::abs(a[i] - b[i]));
     }
     return greatest;
-}
-
-Pixel over(const Pixel& top, double strength, const Pixel& below) {
-    const double belowAlpha = below[3] / 255.0 * (1 - strength);
-    const double alpha = strength + belowAlpha;
-    Pixel result{};
-    for (std::size_t i = 0; i < 3; ++i) {
-        result[i] = static_cast<int>(std::lround((top[i] * strength + below[i] * belowAlpha) / alpha));
-    }
-    result[3] = static_cast<int>(std::lround(alpha * 255));
-    return result;
-}
-
-Pixel tileOf(const Appearance& appearance) {
-    return appearance.scheme == ColorScheme::light ? Pixel{235, 235, 237, 221} : Pixel{51, 51, 54, 221};
-}
-
-Box boxOf(const Picture& picture, const std::function<bool(const Pixel&)>& predicate) {
-    Box box{picture.width, picture.height, 0, 0};
-    const int margin = picture.width / 16;
-    for (int y = margin; y < picture.height - margin; ++y) {
-        for (int x = margin; x < picture.width - margin; ++x) {
-            if (predicate(picture.at(x, y))) {
-                box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
-                       std::max(box.bottom, y + 1)};
-            }
-        }
-    }
-    return box;
-}
-
-Box inkOf(const Picture& picture, const Appearance& appearance) {
-    return boxOf(picture, [&](const Pixel& p) { return difference(p, tileOf(appearance)) > 3; });
-}
-
-WidgetLayout widget(std::vector<LayoutItem> items, Size size) {
-    return {size, std::move(items), {}};
-}
-
-LayoutItem textAt(Renderer& renderer, Point origin, std::string_view text, platform::Font font,
-                  platform::Foreground foreground) {
-    MeasuredText measured = renderer.texts().measure({.text = text, .font = font});
-    const double lineHeight = textMeasures(font).lineHeight;
-    const Rect frame{origin.x, origin.y, measured.lines.front().width,
-                     lineHeight * static_cast<double>(measured.lines.size())};
-    return {
-        .content = TextItem{std::move(measured), lineHeight}, .frame = frame, .font = font, .foreground = foreground};
-}
-
-LayoutItem circleAt(const Rect& frame, platform::Color fill, bool accented) {
-    return {.content = CircleItem{fill}, .frame = frame, .accented = accented};
-}
-
-LayoutItem symbolAt(const Rect& frame, platform::Foreground foreground) {
-    return {.content = SymbolItem{"folder"}, .frame = frame, .foreground = foreground};
-}
-
-LayoutItem imageAt(const Rect& frame, const Picture& picture) {
-    return {.content =
-                ImageItem{{platform::Data::owning(imageFile(picture, "png")), platform::EncodedData::Encoding::raw}},
-            .frame = frame};
 }
 
 } // namespace host

@@ -72,6 +72,10 @@ MeasuredText FakeTexts::measure(const TextRequest& request) {
     return measured;
 }
 
+double FakeTexts::ellipsisWidth(platform::Font font) {
+    return textMeasures(font).size / 2;
+}
+
 std::optional<Size> FakeImages::imageSize(const platform::EncodedData& data) {
     Size size;
     const std::string text(data.decoded().bytes());

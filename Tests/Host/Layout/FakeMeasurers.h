@@ -9,6 +9,7 @@ namespace host {
 class FakeTexts final : public TextMeasurer {
   public:
     MeasuredText measure(const TextRequest& request) override;
+    double ellipsisWidth(platform::Font font) override;
 
     int calls = 0;
 };

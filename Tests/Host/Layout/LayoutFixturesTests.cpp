@@ -1,8 +1,7 @@
 // The files of Tests/Fixtures/Layout: views, and how they are to be laid out. "== NAME" begins a case, its view follows
 // in the protocol's JSON, and then, for each of some sizes, a line with the size and the dump of the layout:
 //
-//     widget 364x170      a widget of this size; positions are from its corner, and the last line counts the
-//                         questions that were put to the text measurer
+//     widget 364x170      a widget of this size; positions are from its corner
 //     offer 100x15        what the view is offered; positions are from the offered room's corner
 #include "Host/Layout/Measures.h"
 #include "Platform/Views/ViewReader.h"
@@ -32,8 +31,7 @@ std::string laidOut(const std::string& json, std::string_view what, Size size) {
         const Size widget{size.width + 2 * contentMargin, size.height + 2 * contentMargin};
         return dump(layOut(*view, widget, texts, images), {contentMargin, contentMargin});
     }
-    const std::string layout = dump(layOut(*view, size, texts, images));
-    return layout + "measured " + std::to_string(texts.calls) + "\n";
+    return dump(layOut(*view, size, texts, images));
 }
 
 class LayoutFixtures : public testing::TestWithParam<const char*> {};

@@ -1,0 +1,110 @@
+#include "Host/Drawing/Palette.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+namespace host {
+namespace {
+
+using platform::Color;
+
+constexpr std::array colors{Color::red,  Color::orange, Color::yellow, Color::green,
+                            Color::blue, Color::purple, Color::gray};
+constexpr std::array levels{platform::primary, platform::secondary, platform::tertiary};
+
+/// `top` drawn on an opaque colour.
+Rgba onto(const Rgba& top, const Rgba& ground) {
+    const auto mixed = [&](double a, double b) { return a * top.alpha + b * (1 - top.alpha); };
+    return {mixed(top.red, ground.red), mixed(top.green, ground.green), mixed(top.blue, ground.blue), 1};
+}
+
+/// By the definition in WCAG 2.2.
+double contrast(const Rgba& a, const Rgba& b) {
+    const auto luminance = [](const Rgba& c) {
+        const auto linear = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+        return 0.2126 * linear(c.red) + 0.7152 * linear(c.green) + 0.0722 * linear(c.blue) + 0.05;
+    };
+    return std::max(luminance(a), luminance(b)) / std::min(luminance(a), luminance(b));
+}
+
+std::vector<Appearance> highContrastAppearances() {
+    std::vector<Appearance> all;
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        const auto add = [&](DrawingMode mode, std::optional<Rgba> accent = std::nullopt) {
+            all.push_back({.scheme = scheme, .mode = mode, .contrast = Contrast::high, .accent = accent});
+        };
+        add(DrawingMode::fullColor);
+        add(DrawingMode::vibrant);
+        add(DrawingMode::tinted);
+        add(DrawingMode::tinted, Rgba{0.1, 0, 0.3});
+        add(DrawingMode::tinted, Rgba{1, 0.95, 0.6});
+    }
+    return all;
+}
+
+TEST(Palette, EverythingStandsOutInHighContrast) {
+    constexpr double forTexts = 4.499;
+    constexpr double forShapes = 2.999;
+    for (const Appearance& appearance : highContrastAppearances()) {
+        const Palette palette(appearance);
+        const Rgba tile = palette.tile();
+        EXPECT_EQ(tile.alpha, 1);
+        EXPECT_GE(contrast(onto(palette.divider(), tile), tile), forShapes);
+        EXPECT_GE(contrast(onto(palette.tileEdge().color, tile), tile), forShapes);
+        for (const Group group : {Group::plain, Group::accent}) {
+            for (const Color color : colors) {
+                EXPECT_GE(contrast(onto(palette.shape(color, group), tile), tile), forShapes);
+                EXPECT_GE(contrast(onto(palette.ground(color, group), tile), {1, 1, 1}), forTexts);
+                EXPECT_GE(contrast(onto(palette.foreground(color, group), tile), tile), forTexts);
+            }
+            for (const auto& level : levels) {
+                EXPECT_GE(contrast(onto(palette.foreground(level, group), tile), tile), forTexts);
+            }
+        }
+    }
+}
+
+TEST(Palette, TextsAreReadableWithoutHighContrastToo) {
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        for (const DrawingMode mode : {DrawingMode::fullColor, DrawingMode::vibrant}) {
+            const Palette palette({.scheme = scheme, .mode = mode});
+            // The tile lies on a desktop that may be as dark or as light as its own background.
+            const Rgba tile = onto(palette.tile(), scheme == ColorScheme::light ? Rgba{1, 1, 1} : Rgba{0, 0, 0});
+            const std::array least{12.0, 4.5, 2.9};
+            for (std::size_t i = 0; i < levels.size(); ++i) {
+                EXPECT_GE(contrast(onto(palette.foreground(levels.at(i), Group::plain), tile), tile), least.at(i));
+            }
+        }
+    }
+}
+
+TEST(Palette, TintedWidgetsHaveOneColor) {
+    const Rgba accent{0.2, 0.4, 0.6};
+    const Palette tinted({.mode = DrawingMode::tinted, .accent = accent});
+    for (const Color color : colors) {
+        EXPECT_EQ(tinted.shape(color, Group::accent), accent);
+        const Rgba gray = tinted.shape(color, Group::plain);
+        EXPECT_NEAR(gray.red, gray.green, 1e-9);
+        EXPECT_NEAR(gray.red, gray.blue, 1e-9);
+        EXPECT_NEAR(gray.red, grayOf(Palette({}).shape(color, Group::plain)), 1e-9);
+    }
+    EXPECT_EQ(tinted.foreground(Color::white, Group::accent), (Rgba{1, 1, 1, 1}));
+    // In the other modes the accent means nothing.
+    EXPECT_EQ(Palette({.accent = accent}).shape(Color::red, Group::accent),
+              Palette({}).shape(Color::red, Group::plain));
+}
+
+TEST(Palette, HighContrastLeavesWhatStandsOutAlready) {
+    const auto shape = [](ColorScheme scheme, Contrast contrast, Color color) {
+        return Palette({.scheme = scheme, .contrast = contrast}).shape(color, Group::plain);
+    };
+    for (const auto& [scheme, color] :
+         {std::pair{ColorScheme::light, Color::blue}, std::pair{ColorScheme::dark, Color::yellow}}) {
+        EXPECT_EQ(shape(scheme, Contrast::high, color), shape(scheme, Contrast::normal, color));
+    }
+}
+
+} // namespace
+} // namespace host

@@ -1,0 +1,164 @@
+// Whole tiles against pictures of them that were looked at: Tests/Fixtures/Pictures. Set WRITE_PICTURES to write them.
+//
+// Versions of FreeType, cairo, Pango and the font differ in single pixels of letters, so squares of 8 × 8 pixels are
+// compared by their means. The bounds are twice of what it changes to draw all letters by outlines instead of glyphs,
+// or the other way round: up to 28 of 255 in one square, and 0.22 on average.
+#include "Host/Drawing/Badges.h"
+#include "Host/Drawing/PngFile.h"
+#include "Host/Layout/Measures.h"
+#include "Platform/Views/Divider.h"
+#include "Platform/Views/Image.h"
+#include "Platform/Views/Shape.h"
+#include "Platform/Views/Spacer.h"
+#include "Platform/Views/Stack.h"
+#include "Platform/Views/Symbol.h"
+#include "Platform/Views/Text.h"
+#include "Tests/Host/Drawing/Pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace host {
+namespace {
+
+using namespace platform; // NOLINT(google-build-using-namespace): views read like the pictures they draw
+
+constexpr int side = 8;
+constexpr int maxDifference = 56;
+constexpr double maxMeanDifference = 0.5;
+
+View sample() {
+    Picture quarters = plainPicture(40, 30, {200, 30, 90, 255});
+    for (int y = 0; y < 15; ++y) {
+        for (int x = 0; x < 20; ++x) {
+            quarters.at(x, y) = {20, 160, 60, 255};
+        }
+    }
+    const EncodedData picture(Data::owning(imageFile(quarters, "png")), EncodedData::Encoding::raw);
+    const auto row = [](const char* name, const char* title, const char* detail, Color dot) {
+        return hStack(
+            {.spacing = 6},
+            {circle(dot).frame({.width = 6, .height = 6}).accentable(), symbol(name).font(title3).foreground(secondary),
+             vStack({.alignment = HorizontalAlignment::leading, .spacing = 0},
+                    {text(title).lineLimit(1), text(detail).font(caption).foreground(secondary).lineLimit(1)})});
+    };
+    return vStack({.alignment = HorizontalAlignment::leading, .spacing = 4},
+                  {hStack({}, {text("Reading List").font(headline), spacer(),
+                               text("12")
+                                   .font(caption2)
+                                   .foreground(Color::white)
+                                   .padding({.top = 1, .bottom = 1, .leading = 6, .trailing = 6})
+                                   .capsuleBackground(Color::blue)}),
+                   row("folder", "A short history of the index card, and of what came after it in libraries",
+                       "Research › שלום", Color::red),
+                   divider(), row("no.such.symbol", "Pending Review", "~/Databases/Research", Color::green), divider(),
+                   hStack({.spacing = 8}, {image(picture, symbol("photo")).frame({.width = 32, .height = 32}),
+                                           text("Lines that break between words are as high as their style says, and "
+                                                "end in an ellipsis where there is no more room")
+                                               .font(caption)
+                                               .foreground(tertiary)
+                                               .lineLimit(2)})});
+}
+
+struct Reference {
+    const char* name;
+    TileStyle style;
+    /// Drawn over the tile.
+    std::optional<View> badge;
+    Corner corner = Corner::bottomTrailing;
+    View view = sample();
+};
+
+std::vector<Reference> references() {
+    const Appearance light{};
+    const Appearance dark{.scheme = ColorScheme::dark};
+    return {
+        {"light-1", {.appearance = light, .scale = 1}},
+        {"light-1.25", {.appearance = light, .scale = 1.25}},
+        {"light-2", {.appearance = light, .scale = 2}},
+        {"dark-1.5", {.appearance = dark, .scale = 1.5}},
+        {"dark-3", {.appearance = dark, .scale = 3}},
+        {"tinted", {.appearance = {.mode = DrawingMode::tinted, .accent = Rgba{0.8, 0.3, 0.1}}, .scale = 2}},
+        {"vibrant-dark", {.appearance = {.scheme = ColorScheme::dark, .mode = DrawingMode::vibrant}, .scale = 2}},
+        {"high-contrast", {.appearance = {.contrast = Contrast::high}, .scale = 2}},
+        {"placeholder", {.appearance = {.redaction = Redaction::placeholder}, .scale = 2}},
+        {"right-to-left", {.scale = 1.5, .direction = Direction::rightToLeft}, failureMark(), Corner::topTrailing},
+        {"badge-dark", {.appearance = dark, .scale = 2}, failedAsOfBadge("as of 10:42")},
+        {.name = "message",
+         .style = {.scale = 2},
+         .view = messageView("Nothing opens this link", {"Install the application that it belongs to."},
+                             MessageButton{"Undo", "x:undo"})},
+    };
+}
+
+/// The means of squares of the picture, premultiplied; what is left of the last ones is compared, too.
+Picture downsampled(const RenderedTile& tile) {
+    const int columns = (tile.width + side - 1) / side;
+    const int rows = (tile.height + side - 1) / side;
+    Picture small = plainPicture(columns, rows, {});
+    std::vector<int> counts(small.pixels.size());
+    for (int y = 0; y < tile.height; ++y) {
+        for (int x = 0; x < tile.width; ++x) {
+            const std::uint32_t pixel = tile.pixels[static_cast<std::size_t>(y * tile.width + x)];
+            Pixel& sum = small.at(x / side, y / side);
+            for (std::size_t channel = 0; channel < 4; ++channel) {
+                sum.at(channel) += static_cast<int>(pixel >> (channel * 8) & 0xFFU);
+            }
+            ++counts[static_cast<std::size_t>(y / side * columns + x / side)];
+        }
+    }
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        for (int& channel : small.pixels[i]) {
+            channel /= counts[i];
+        }
+    }
+    return small;
+}
+
+/// Two halves, one below the other: colours and alpha, so that a file can hold premultiplied ones.
+Picture asFile(const Picture& small) {
+    Picture file = plainPicture(small.width, small.height * 2, {0, 0, 0, 255});
+    for (int y = 0; y < small.height; ++y) {
+        for (int x = 0; x < small.width; ++x) {
+            const Pixel& pixel = small.at(x, y);
+            file.at(x, y) = {pixel[2], pixel[1], pixel[0], 255};
+            file.at(x, y + small.height) = {pixel[3], pixel[3], pixel[3], 255};
+        }
+    }
+    return file;
+}
+
+TEST(ReferencePictures, AreStillDrawn) {
+    Renderer renderer;
+    for (const Reference& reference : references()) {
+        RenderedTile tile = renderTile(reference.view, familySize("medium"), reference.style, renderer);
+        if (reference.badge) {
+            drawBadge(tile, *reference.badge, reference.corner, reference.style, renderer);
+        }
+        const Picture actual = asFile(downsampled(tile));
+        const std::string path = std::string(FIXTURES_FOLDER "/Pictures/") + reference.name + ".png";
+        if (std::getenv("WRITE_PICTURES") != nullptr) {
+            std::ofstream(path, std::ios::binary) << imageFile(actual, "png");
+        }
+        std::ostringstream file;
+        file << std::ifstream(path, std::ios::binary).rdbuf();
+        const Picture expected = decoded(file.str());
+        ASSERT_EQ(std::pair(actual.width, actual.height), std::pair(expected.width, expected.height)) << path;
+        int greatest = 0;
+        double sum = 0;
+        for (std::size_t i = 0; i < actual.pixels.size(); ++i) {
+            const int found = difference(actual.pixels[i], expected.pixels[i]);
+            greatest = std::max(greatest, found);
+            sum += found;
+        }
+        const double mean = sum / static_cast<double>(actual.pixels.size());
+        EXPECT_LE(greatest, maxDifference) << path;
+        EXPECT_LE(mean, maxMeanDifference) << path;
+    }
+}
+
+} // namespace
+} // namespace host
