@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <unistd.h>
 
@@ -53,7 +54,9 @@ int runDesktopCommandLine(int argc, char** argv) {
                                   .home = realHome(choice.home),
                                   .presence = presence});
     if (!desktop) {
-        return finish(Failure{Failure::Kind::unavailable, desktop.error()});
+        const int code = finish(Failure{Failure::Kind::unavailable, desktop.error()});
+        // As for a display that was lost: a supervisor tries again until it is back.
+        return background ? EXIT_FAILURE : code;
     }
     if (const auto failure = runHost(choice, **desktop, presence)) {
         return finish(failure);

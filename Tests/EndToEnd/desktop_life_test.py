@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 from desktop import IDENTIFIER, DesktopTest, Placed
-from support import HOST, favourites, wait_until
+from support import HOST, UNAVAILABLE, favourites, wait_until
 from worlds import WaylandWorld
 
 PLACE = (104, 80)
@@ -87,6 +87,10 @@ class Life(DesktopTest):
                 for line in self.complaints():
                     self.assertRegex(line, r"\Awidgethost: ")
                 wait_until(lambda: not self.relatives(), "the end of the extension")
+        # The display may come back later than the supervisor's first attempt.
+        for options, code in ((("--background",), 1), ((), UNAVAILABLE)):
+            self.assertEqual(self.start(options).wait(20), code)
+            self.assertEqual(self.complaints(), ["widgethost: there is no display to show widgets on"])
 
     def relatives(self):
         """The processes of the host and of the extension in this world."""

@@ -208,7 +208,14 @@ class XWorld(World):
         if f"{width}x{height} " not in self.run("xrandr", variables=self.server).decode():
             self.run("xrandr", "--newmode", f"{width}x{height}", *timings(width, height).split(), variables=self.server)
             self.run("xrandr", "--addmode", name, f"{width}x{height}", variables=self.server)
-        self.run("xrandr", "--output", name, "--mode", f"{width}x{height}", variables=self.server)
+
+        def is_set():
+            # A window manager that changes the screen at the same moment has the server refuse it.
+            with contextlib.suppress(AssertionError):
+                self.run("xrandr", "--output", name, "--mode", f"{width}x{height}", variables=self.server)
+            output = self.output(name)
+            return (output.width, output.height) == (width, height)
+        wait_until(is_set, f"{width} by {height} pixels")
         self.after_change()
 
     def swap(self, left, right):
