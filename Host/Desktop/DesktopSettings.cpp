@@ -194,6 +194,16 @@ Size DesktopSettings::tileSize(const std::string& family) const {
     return {points.width * look_.textScale, points.height * look_.textScale};
 }
 
+TileStyle DesktopSettings::tileStyle(double scale, Redaction redaction, DrawingMode mode) const {
+    return {.appearance = {.scheme = look_.scheme,
+                           .mode = mode,
+                           .redaction = redaction,
+                           .contrast = look_.contrast,
+                           .accent = look_.accent},
+            .scale = scale * look_.textScale,
+            .direction = look_.direction};
+}
+
 DesktopLook DesktopSettings::currentLook() const {
     const std::string theme = themeName(toolkit_);
     const ColorScheme themeScheme = themePrefersDark_ || isDark(theme) ? ColorScheme::dark : ColorScheme::light;

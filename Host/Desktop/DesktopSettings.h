@@ -6,7 +6,7 @@
 #pragma once
 
 #include "Host/Desktop/Objects.h"
-#include "Host/Drawing/Appearance.h"
+#include "Host/Drawing/RenderedTile.h"
 #include "Host/Layout/Geometry.h"
 #include "Host/Layout/Mirroring.h"
 
@@ -37,6 +37,8 @@ class DesktopSettings {
     const DesktopLook& look() const { return look_; }
     /// The size of a tile in the desktop's units.
     Size tileSize(const std::string& family) const;
+    /// How a tile is drawn where the desktop has `scale` pixels per unit.
+    TileStyle tileStyle(double scale, Redaction redaction, DrawingMode mode = DrawingMode::fullColor) const;
 
     /// Makes GTK read the theme, for windows other than tiles. The accent colour may be known only then.
     void readTheme();

@@ -11,18 +11,12 @@
 
 namespace host {
 
-struct DestroyWindow {
-    void operator()(GtkWidget* window) const { gtk_widget_destroy(window); }
-};
 /// Owns a toplevel window.
-using WindowHandle = std::unique_ptr<GtkWidget, DestroyWindow>;
+using WindowHandle = std::unique_ptr<GtkWidget, Releaser<gtk_widget_destroy>>;
 
-struct FreeMemory {
-    void operator()(gpointer memory) const { g_free(memory); }
-};
 /// Takes a string that the caller must free; empty for null.
 inline std::string stringFromOwned(char* text) {
-    const std::unique_ptr<char, FreeMemory> owned(text);
+    const std::unique_ptr<char, Releaser<g_free>> owned(text);
     return owned ? std::string(owned.get()) : std::string();
 }
 

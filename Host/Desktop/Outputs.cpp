@@ -4,7 +4,6 @@
 
 #include <fmt/format.h>
 #include <gdk/gdkwayland.h>
-#include <gdk/gdkx.h>
 
 #include <algorithm>
 #include <cmath>
@@ -31,7 +30,8 @@ std::string nameOf(int number) {
 } // namespace
 
 Outputs::Outputs(std::function<void()> changed)
-    : changed_(std::move(changed)), stacking_([this] { stackingChanged(); }) {
+    : changed_(std::move(changed)), stacking_([this] { refreshSoon(); }),
+      stackingState_(stacking_.way(), stacking_.isBlended()) {
     GdkDisplay* display = gdk_display_get_default();
     if (stacking_.way() == Stacking::Way::layerShell) {
         wayland_.emplace(gdk_wayland_display_get_wl_display(display), [this] { refreshSoon(); });
@@ -40,11 +40,6 @@ Outputs::Outputs(std::function<void()> changed)
     connect<&Outputs::onMonitor>(display, "monitor-removed", this);
     connect<&Outputs::refreshSoon>(gdk_screen_get_default(), "monitors-changed", this);
     connect<&Outputs::refreshSoon>(gdk_screen_get_default(), "size-changed", this);
-    if (GDK_IS_X11_DISPLAY(display) != FALSE) {
-        GdkWindow* root = gdk_get_default_root_window();
-        gdk_window_set_events(root, static_cast<GdkEventMask>(gdk_window_get_events(root) | GDK_PROPERTY_CHANGE_MASK));
-        gdk_window_add_filter(root, &Outputs::onRootProperty, this);
-    }
     watchMonitors();
     outputs_ = present();
 }
@@ -55,7 +50,6 @@ Outputs::~Outputs() {
     }
     g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
     g_signal_handlers_disconnect_by_data(gdk_screen_get_default(), this);
-    gdk_window_remove_filter(gdk_get_default_root_window(), &Outputs::onRootProperty, this);
 }
 
 std::vector<Screen> Outputs::screens() const {
@@ -70,29 +64,16 @@ void Outputs::onMonitor(GdkMonitor* /*monitor*/) {
     refreshSoon();
 }
 
-/// The window manager sets the work area after a change of screens or panels, and GDK has no signal for that.
-GdkFilterReturn Outputs::onRootProperty(GdkXEvent* event, GdkEvent* /*unused*/, gpointer self) {
-    const auto* notice = static_cast<const XEvent*>(event);
-    if (notice->type == PropertyNotify && notice->xproperty.atom == gdk_x11_get_xatom_by_name("_NET_WORKAREA")) {
-        static_cast<Outputs*>(self)->refreshSoon();
-    }
-    return GDK_FILTER_CONTINUE;
-}
-
 /// A change of screens comes as many small ones; refreshes once for all, before anything is drawn.
 void Outputs::refreshSoon() {
     refreshing_.idle<&Outputs::refresh>(this, G_PRIORITY_HIGH_IDLE - 1);
 }
 
-void Outputs::stackingChanged() {
-    outputs_ = present();
-    changed_();
-}
-
 void Outputs::refresh() {
     watchMonitors();
     auto outputs = present();
-    if (outputs != outputs_) {
+    const std::pair stackingState(stacking_.way(), stacking_.isBlended());
+    if (std::exchange(stackingState_, stackingState) != stackingState || outputs != outputs_) {
         outputs_ = std::move(outputs);
         changed_();
     }

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -51,12 +52,10 @@ class Outputs {
 
     void onMonitor(GdkMonitor* monitor);
     void onProperty(GParamSpec* /*property*/) { refreshSoon(); }
-    static GdkFilterReturn onRootProperty(GdkXEvent* event, GdkEvent* unused, gpointer self);
     void refreshSoon();
     void refresh();
     void watchMonitors();
     void watchWorkAreas();
-    void stackingChanged();
     Output describe(int number, const Monitor& monitor) const;
     std::vector<Output> present() const;
 
@@ -66,6 +65,7 @@ class Outputs {
     /// In GDK's order.
     std::vector<Monitor> monitors_;
     std::vector<Output> outputs_;
+    std::pair<Stacking::Way, bool> stackingState_;
     ScheduledCall refreshing_;
     ScheduledCall watchingWorkAreas_;
 };

@@ -138,6 +138,8 @@ GdkFilterReturn Stacking::onRootProperty(GdkXEvent* event, GdkEvent* /*unused*/,
         stacking.raising_.idle<&Stacking::raise>(&stacking, G_PRIORITY_HIGH_IDLE - 1);
     } else if (changed == atom("_NET_SUPPORTED") || changed == atom("_NET_SUPPORTING_WM_CHECK")) {
         stacking.onManagerChanged();
+    } else if (changed == atom("_NET_WORKAREA")) {
+        stacking.changed_();
     }
     return GDK_FILTER_CONTINUE;
 }

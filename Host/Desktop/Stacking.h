@@ -26,7 +26,8 @@ class Stacking {
         none,
     };
 
-    /// `changed` is called from the main loop when the way or `isBlended` changes.
+    /// `changed` is called from the main loop when the way, `isBlended` or the work area of an X11 desktop changes: the
+    /// window manager sets that later than panels and screens change, and GDK has no signal for it.
     explicit Stacking(std::function<void()> changed);
     Stacking(const Stacking&) = delete;
     Stacking& operator=(const Stacking&) = delete;

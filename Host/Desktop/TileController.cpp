@@ -333,18 +333,11 @@ TileController::Badges TileController::badges() const {
 }
 
 TileStyle TileController::style(Redaction redaction) const {
-    const DesktopLook& look = context_.settings.look();
     // GTK draws a window that reaches onto another screen at the larger of both scales.
     const bool usesToolkitScale = output_.fractional == nullptr && gtk_widget_get_realized(window_.widget()) != FALSE;
     const double scale = usesToolkitScale ? std::max<double>(output_.scale, window_.deviceScale()) : output_.scale;
-    const auto mode = valueNamed<DrawingMode>(renderingMode_, drawingModeNames);
-    return {.appearance = {.scheme = look.scheme,
-                           .mode = mode.value_or(DrawingMode::fullColor),
-                           .redaction = redaction,
-                           .contrast = look.contrast,
-                           .accent = look.accent},
-            .scale = scale * look.textScale,
-            .direction = look.direction};
+    return context_.settings.tileStyle(
+        scale, redaction, valueNamed<DrawingMode>(renderingMode_, drawingModeNames).value_or(DrawingMode::fullColor));
 }
 
 std::string TileController::name() const {

@@ -32,13 +32,8 @@ void TilePreview::show(const Entry& entry) {
 }
 
 void TilePreview::restyle() {
-    const DesktopLook& look = settings_.look();
-    const TileStyle style{.appearance = {.scheme = look.scheme,
-                                         .redaction = entry_ ? Redaction::none : Redaction::placeholder,
-                                         .contrast = look.contrast,
-                                         .accent = look.accent},
-                          .scale = gtk_widget_get_scale_factor(widget()) * look.textScale,
-                          .direction = look.direction};
+    const TileStyle style =
+        settings_.tileStyle(gtk_widget_get_scale_factor(widget()), entry_ ? Redaction::none : Redaction::placeholder);
     rendered_ =
         renderTile(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, renderers_.renderer());
     const auto withShadow = [](double length) { return static_cast<int>(std::ceil(length + 2 * shadowMargin)); };

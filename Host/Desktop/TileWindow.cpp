@@ -77,9 +77,8 @@ TileWindow::TileWindow(Handlers handlers, Stacking& stacking)
     connect<&TileWindow::dragCancelled>(drag_.get(), "cancel", this);
     connect<&TileWindow::pressed>(widget(), "button-press-event", this);
     connect<&TileWindow::keyPressed>(widget(), "key-press-event", this);
-    connect<&TileWindow::focusChanged>(widget(), "focus-in-event", this);
-    connect<&TileWindow::focusChanged>(widget(), "focus-out-event", this);
-    connect<&TileWindow::focusMoved>(widget(), "set-focus", this);
+    g_signal_connect_after(widget(), "set-focus", G_CALLBACK(&gtk_widget_queue_draw), nullptr);
+    g_signal_connect(widget(), "notify::has-toplevel-focus", G_CALLBACK(&gtk_widget_queue_draw), nullptr);
     connect<&TileWindow::onScaleChanged>(widget(), "notify::scale-factor", this);
     connect<&TileWindow::shape>(widget(), "map", this);
 }
@@ -246,15 +245,6 @@ gboolean TileWindow::keyPressed(GdkEvent* event) {
     default:
         return FALSE;
     }
-}
-
-gboolean TileWindow::focusChanged(GdkEvent* /*event*/) const {
-    gtk_widget_queue_draw(widget());
-    return FALSE;
-}
-
-void TileWindow::focusMoved(GtkWidget* /*focused*/) const {
-    gtk_widget_queue_draw(widget());
 }
 
 void TileWindow::clicked(GtkButton* button, gpointer self) {

@@ -86,8 +86,6 @@ class TileWindow {
     void dragFinished(double x, double y);
     void dragCancelled(GdkEventSequence* sequence);
     gboolean keyPressed(GdkEvent* event);
-    gboolean focusChanged(GdkEvent* event) const;
-    void focusMoved(GtkWidget* focused) const;
     void onScaleChanged(GParamSpec* property);
 
     void applyParts();
