@@ -17,6 +17,11 @@ namespace {
 constexpr std::array<std::string_view, 9> keys{"Path",  "UUID", "SIUUID", "Name",    "Date",
                                                "Label", "Icon", "Type",   "Location"};
 
+std::string nameOf(const std::optional<PropertyListValue>& value) {
+    auto name = value ? value->string() : std::nullopt;
+    return name ? *std::move(name) : localized("Untitled");
+}
+
 /// Returns `path` with "~" for `home`. The prefix counts as text, so a home /home/a also shortens /home/ab/x: that is
 /// how the application shows paths.
 std::string abbreviated(const std::string& path, const std::string& home) {
@@ -30,41 +35,38 @@ const FavoritesStore& FavoritesStore::shared() {
     return store;
 }
 
-std::vector<FavoritesItem> FavoritesStore::readFromPlist() const {
-    std::vector<FavoritesItem> items;
-    const std::string untitled = localized("Untitled");
-    const auto append = [&](const PropertyListValue& entry, const std::optional<std::string>& groupName) {
-        if (auto item = parseChild(entry, groupName, untitled)) {
-            items.push_back(*std::move(item));
+void FavoritesStore::visitItems(const PropertyListValue& record, const Visit& visit) const {
+    const auto visitChild = [&](const PropertyListValue& entry, const std::optional<std::string>& groupName) {
+        if (auto item = parseChild(entry, groupName)) {
+            visit(*std::move(item));
         }
         return true;
     };
-    forEachRecord([&](const PropertyListValue& entry) {
-        const auto children = entry["Children"];
-        if (!children || !children->isArrayOfDictionaries()) {
-            append(entry, std::nullopt);
-            return;
-        }
-        const auto name = entry["Name"];
-        const std::optional groupName = (name ? name->string() : std::nullopt).value_or(untitled);
-        children->forEachElement([&](const PropertyListValue& child) { return append(child, groupName); });
-    });
-    return items;
+    const auto children = record["Children"];
+    if (!children || !children->isArrayOfDictionaries()) {
+        visitChild(record, std::nullopt);
+        return;
+    }
+    const std::optional groupName = nameOf(record["Name"]);
+    children->forEachElement([&](const PropertyListValue& child) { return visitChild(child, groupName); });
 }
 
 std::vector<std::string> FavoritesStore::groupNames() const {
-    return convertEach([](const PropertyListValue& entry) {
+    std::vector<std::string> names;
+    forEachRecord([&names](const PropertyListValue& entry) {
         const auto name = entry["Name"];
-        return name && entry["Children"] ? name->string() : std::nullopt;
+        if (auto text = name && entry["Children"] ? name->string() : std::nullopt) {
+            names.push_back(*std::move(text));
+        }
     });
+    return names;
 }
 
 std::optional<FavoritesItem> FavoritesStore::parseChild(const PropertyListValue& entry,
-                                                        const std::optional<std::string>& groupName,
-                                                        const std::string& untitled) const {
-    const RecordFields fields(entry, keys);
+                                                        const std::optional<std::string>& groupName) const {
+    const RecordFields<keys> fields(entry);
     const std::string prefix = groupName ? *groupName + "/" : "";
-    FavoritesItem item{.name = fields.string("Name").value_or(untitled),
+    FavoritesItem item{.name = nameOf(fields["Name"]),
                        .date = parseDate(fields["Date"]),
                        .label = fields.integer("Label").value_or(0),
                        .groupName = groupName,

@@ -24,7 +24,7 @@
 
 namespace foliovault {
 
-class FavoritesStore : public ListStore {
+class FavoritesStore : public ListStore<FavoritesItem> {
   public:
     explicit FavoritesStore(const Library& library)
         : ListStore(library, library.paths.favoritesURL, "FavoritesStore") {}
@@ -32,19 +32,18 @@ class FavoritesStore : public ListStore {
     /// The store on the user's own file.
     static const FavoritesStore& shared();
 
-    /// Returns all favourites in the file's order.
-    std::vector<FavoritesItem> readFromPlist() const;
-
     /// Returns the names of the groups that have one, in the file's order.
     std::vector<std::string> groupNames() const;
 
-    /// Returns the entry as a favourite of `groupName`, or as `untitled` if it is nameless.
+    /// Returns the entry as a favourite of `groupName`.
     std::optional<FavoritesItem> parseChild(const platform::PropertyListValue& entry,
-                                            const std::optional<std::string>& groupName,
-                                            const std::string& untitled) const;
+                                            const std::optional<std::string>& groupName) const;
 
     /// Returns a date as it is, a number as seconds since the reference date, anything else as the distant past.
     static platform::Date parseDate(const std::optional<platform::PropertyListValue>& value);
+
+  private:
+    void visitItems(const platform::PropertyListValue& record, const Visit& visit) const override;
 };
 
 } // namespace foliovault

@@ -19,11 +19,10 @@
 
 #include <array>
 #include <utility>
-#include <vector>
 
 namespace foliovault {
 
-class ReadingListStore : public ListStore {
+class ReadingListStore : public ListStore<ReadingListItem> {
   public:
     explicit ReadingListStore(const Library& library)
         : ListStore(library, library.paths.readingListURL, "ReadingListStore") {}
@@ -34,23 +33,20 @@ class ReadingListStore : public ListStore {
         return store;
     }
 
-    /// Returns all items in the file's order; an address that stands there twice makes two items.
-    std::vector<ReadingListItem> readFromPlist() const {
-        return convertEach([](const platform::PropertyListValue& record) -> std::optional<ReadingListItem> {
-            static constexpr std::array<std::string_view, 6> keys{"title", "URL", "unread", "date", "type", "icon"};
-            const RecordFields fields(record, keys);
-            auto title = fields.string("title");
-            auto address = fields.string("URL");
-            if (!title || !address) {
-                return std::nullopt;
-            }
-            return ReadingListItem{.id = *std::move(address),
-                                   .title = *std::move(title),
-                                   .isUnread = fields.boolean("unread").value_or(true),
-                                   .date = fields.date("date").value_or(platform::Date::distantPast()),
-                                   .type = fields.integer("type").value_or(0),
-                                   .iconData = fields.data("icon")};
-        });
+  private:
+    void visitItems(const platform::PropertyListValue& record, const Visit& visit) const override {
+        static constexpr std::array<std::string_view, 6> keys{"title", "URL", "unread", "date", "type", "icon"};
+        const RecordFields<keys> fields(record);
+        auto title = fields.string("title");
+        auto address = fields.string("URL");
+        if (title && address) {
+            visit({.id = *std::move(address),
+                   .title = *std::move(title),
+                   .isUnread = fields.boolean("unread").value_or(true),
+                   .date = fields.date("date").value_or(platform::Date::distantPast()),
+                   .type = fields.integer("type").value_or(0),
+                   .iconData = fields.data("icon")});
+        }
     }
 };
 

@@ -3,15 +3,9 @@
 #include "Extension/Shared/ListWidgetBody.h"
 #include "Extension/Shared/MessageView.h"
 
-#include <algorithm>
-
 namespace foliovault {
 
 using namespace platform;
-
-ReadingListEntry::ReadingListEntry(Date date, const std::vector<ReadingListItem>& all, const ReadingListIntent& intent)
-    : ListEntry(date, all, intent), sourceCount(static_cast<std::int64_t>(all.size())),
-      unreadCount(std::count_if(all.begin(), all.end(), [](const ReadingListItem& item) { return item.isUnread; })) {}
 
 View ReadingListEntryView::body(const Environment& environment) const {
     if (entry.items.empty()) {

@@ -8,16 +8,20 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
+#include <utility>
 
 namespace foliovault {
 
 struct ReadingListEntry : ListEntry<ReadingListItem> {
     /// How many items are on the list, and how many of them are unread, whatever the filter.
-    std::int64_t sourceCount;
-    std::int64_t unreadCount;
+    std::int64_t sourceCount = 0;
+    std::int64_t unreadCount = 0;
 
-    ReadingListEntry(platform::Date date, const std::vector<ReadingListItem>& all, const ReadingListIntent& intent);
+    void add(ReadingListItem item, const ReadingListIntent& intent) {
+        ++sourceCount;
+        unreadCount += item.isUnread ? 1 : 0;
+        ListEntry::add(std::move(item), intent);
+    }
 };
 
 using ReadingListProvider = ListProvider<ReadingListEntry, ReadingListIntent, ReadingListStore>;

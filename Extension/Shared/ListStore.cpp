@@ -11,7 +11,7 @@ const Library& Library::shared() {
     return library;
 }
 
-std::optional<PropertyList> ListStore::loadPlist() const {
+std::optional<PropertyList> LibraryFile::loadPlist() const {
     const std::string name = path_.substr(path_.rfind('/') + 1);
     const auto file = library_->files.read(path_);
     if (!file) {
@@ -26,7 +26,7 @@ std::optional<PropertyList> ListStore::loadPlist() const {
     return list;
 }
 
-std::vector<std::string> ListStore::watches() const {
+std::vector<std::string> LibraryFile::watches() const {
     return {path_.substr(path_.find_first_not_of('/', realHome().size()))};
 }
 

@@ -6,15 +6,16 @@
 // every call and keeps nothing of it: any thread, any number at once.
 #pragma once
 
+#include "Extension/Shared/DisplayableItem.h"
 #include "Extension/Shared/FOLIOvaultPaths.h"
 #include "Platform/Foundation/FileSystem.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/PropertyList/PropertyList.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -31,8 +32,13 @@ struct Library {
     static const Library& shared();
 };
 
-class ListStore {
+/// One of the library's files.
+class LibraryFile {
   public:
+    /// `category`, a string literal, is the category of what is logged.
+    LibraryFile(const Library& library, const platform::URL& file, std::string_view category)
+        : library_(&library), path_(file.path()), category_(category) {}
+
     /// Returns the file as it is now, if its root is an array of dictionaries.
     std::optional<platform::PropertyList> loadPlist() const;
 
@@ -40,12 +46,6 @@ class ListStore {
     std::vector<std::string> watches() const;
 
   protected:
-    /// `category`, a string literal, is the category of what the store logs.
-    ListStore(const Library& library, const platform::URL& file, std::string_view category)
-        : library_(&library), path_(file.path()), category_(category) {}
-
-    const std::string& realHome() const { return library_->paths.realHome; }
-
     /// Calls `visit(record)` with every record of the file as it is now, in order.
     template <class Visit>
     void forEachRecord(Visit visit) const {
@@ -57,23 +57,36 @@ class ListStore {
         }
     }
 
-    /// Returns what `convert(record)` makes of the records, in order. It returns an optional: a record that makes
-    /// nothing is left out.
-    template <class Convert>
-    auto convertEach(Convert convert) const {
-        std::vector<typename std::invoke_result_t<Convert, const platform::PropertyListValue&>::value_type> items;
-        forEachRecord([&](const platform::PropertyListValue& record) {
-            if (auto item = convert(record)) {
-                items.push_back(*std::move(item));
-            }
-        });
-        return items;
-    }
+    const std::string& realHome() const { return library_->paths.realHome; }
 
   private:
     const Library* library_;
     std::string path_;
     std::string_view category_;
+};
+
+template <DisplayableItem Item>
+class ListStore : public LibraryFile {
+  public:
+    using Visit = std::function<void(Item)>;
+    using LibraryFile::LibraryFile;
+    virtual ~ListStore() = default;
+
+    /// Calls `visit` with every item, in the file's order.
+    void forEachItem(const Visit& visit) const {
+        forEachRecord([&](const platform::PropertyListValue& record) { visitItems(record, visit); });
+    }
+
+    /// Returns all items in the file's order; what stands there twice makes two items.
+    std::vector<Item> readFromPlist() const {
+        std::vector<Item> items;
+        forEachItem([&items](Item item) { items.push_back(std::move(item)); });
+        return items;
+    }
+
+  private:
+    /// Calls `visit` with the items that the record makes: one, or none, or those of a group.
+    virtual void visitItems(const platform::PropertyListValue& record, const Visit& visit) const = 0;
 };
 
 } // namespace foliovault

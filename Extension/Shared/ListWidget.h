@@ -18,19 +18,17 @@ template <DisplayableItem Item>
 struct ListEntry {
     platform::Date date;
     /// The first `listEntryItemCap` items of those that the intent includes, in the list's order.
-    std::vector<Item> items;
+    std::vector<Item> items = {};
     /// How many the intent includes.
     std::int64_t displayCount = 0;
 
-    /// `all` is the whole list; `intent.includes(item)` decides which of its items count.
+    /// Adds the next item of the list. `intent.includes(item)` decides whether it counts.
     template <class Intent>
-    ListEntry(platform::Date date, const std::vector<Item>& all, const Intent& intent) : date(date) {
-        for (const Item& item : all) {
-            if (intent.includes(item)) {
-                ++displayCount;
-                if (items.size() < listEntryItemCap) {
-                    items.push_back(item);
-                }
+    void add(Item item, const Intent& intent) {
+        if (intent.includes(item)) {
+            ++displayCount;
+            if (items.size() < listEntryItemCap) {
+                items.push_back(std::move(item));
             }
         }
     }
@@ -43,7 +41,7 @@ class ListProvider {
   public:
     using Entry = EntryType;
     using Intent = IntentType;
-    using Items = decltype(Entry::items);
+    using Item = typename decltype(Entry::items)::value_type;
 
     static constexpr double reloadSeconds = 300;
 
@@ -51,20 +49,32 @@ class ListProvider {
                           const platform::Clock& clock = platform::SystemClock::shared())
         : store_(&store), clock_(&clock) {}
 
-    Entry placeholder() const { return entryOf(Items::value_type::sampleItems(), {}); }
-    Entry snapshot(const Intent& intent) const { return entryOf(store_->readFromPlist(), intent); }
+    Entry placeholder() const {
+        Entry entry = emptyEntry();
+        for (const Item& item : Item::sampleItems()) {
+            entry.add(item, Intent());
+        }
+        return entry;
+    }
+    Entry snapshot(const Intent& intent) const {
+        Entry entry = emptyEntry();
+        store_->forEachItem([&](Item item) { entry.add(std::move(item), intent); });
+        return entry;
+    }
     platform::Timeline<Entry> timeline(const Intent& intent) const {
         return {.entries = {snapshot(intent)},
                 .reload = {clock_->now().addingSeconds(reloadSeconds)},
                 .watches = store_->watches()};
     }
 
-    /// Returns an entry without items, for the preview of it.
-    Entry emptyEntry() const { return entryOf({}, {}); }
+    /// Returns an entry without items.
+    Entry emptyEntry() const {
+        Entry entry;
+        entry.date = clock_->now();
+        return entry;
+    }
 
   private:
-    Entry entryOf(const Items& all, const Intent& intent) const { return Entry(clock_->now(), all, intent); }
-
     const Store* store_;
     const platform::Clock* clock_;
 };

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,40 +15,43 @@
 
 namespace foliovault {
 
-/// Finds the values in one pass over the record. Refers to the keys and to the property list.
-template <std::size_t count>
+/// Finds the values of `keys`, an array of texts, in one pass over the record. Valid as long as the property list.
+template <const auto& keys>
 class RecordFields {
   public:
-    using Keys = std::array<std::string_view, count>;
+    /// One of the keys by its name; another name does not compile.
+    struct Key {
+        std::size_t index;
+        consteval Key(const char* name)
+            : index(static_cast<std::size_t>(std::find(keys.begin(), keys.end(), std::string_view(name)) -
+                                             keys.begin())) {
+            if (index == keys.size()) {
+                throw "no such key";
+            }
+        }
+    };
 
-    RecordFields(const platform::PropertyListValue& record, const Keys& keys) : keys_(keys) {
-        record.select(keys, values_);
-    }
+    explicit RecordFields(const platform::PropertyListValue& record) { record.select(keys, values_); }
 
-    /// Returns the value of any kind. Requires one of the keys.
-    const std::optional<platform::PropertyListValue>& operator[](std::string_view key) const {
-        const auto* const found = std::find(keys_.begin(), keys_.end(), key);
-        assert(found != keys_.end());
-        return values_[static_cast<std::size_t>(found - keys_.begin())];
-    }
+    /// Returns the value of any kind.
+    const std::optional<platform::PropertyListValue>& operator[](Key key) const { return values_[key.index]; }
 
-    std::optional<std::string> string(std::string_view key) const { return get<&Value::string>(key); }
-    std::optional<std::int64_t> integer(std::string_view key) const { return get<&Value::integer>(key); }
-    std::optional<bool> boolean(std::string_view key) const { return get<&Value::boolean>(key); }
-    std::optional<platform::Date> date(std::string_view key) const { return get<&Value::date>(key); }
-    std::optional<platform::EncodedData> data(std::string_view key) const { return get<&Value::data>(key); }
+    std::optional<std::string> string(Key key) const { return get<&Value::string>(key); }
+    std::optional<std::int64_t> integer(Key key) const { return get<&Value::integer>(key); }
+    std::optional<bool> boolean(Key key) const { return get<&Value::boolean>(key); }
+    std::optional<platform::Date> date(Key key) const { return get<&Value::date>(key); }
+    std::optional<platform::EncodedData> data(Key key) const { return get<&Value::data>(key); }
 
   private:
     using Value = platform::PropertyListValue;
 
     template <auto getter>
-    auto get(std::string_view key) const {
+    auto get(Key key) const {
         const auto& found = (*this)[key];
         return found ? ((*found).*getter)() : std::nullopt;
     }
 
-    const Keys& keys_;
-    std::array<std::optional<Value>, count> values_;
+    std::array<std::optional<Value>, keys.size()> values_;
 };
 
 } // namespace foliovault

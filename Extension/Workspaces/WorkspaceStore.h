@@ -17,11 +17,10 @@
 
 #include <array>
 #include <utility>
-#include <vector>
 
 namespace foliovault {
 
-class WorkspaceStore : public ListStore {
+class WorkspaceStore : public ListStore<WorkspaceItem> {
   public:
     explicit WorkspaceStore(const Library& library)
         : ListStore(library, library.paths.workspacesURL, "WorkspaceStore") {}
@@ -32,22 +31,17 @@ class WorkspaceStore : public ListStore {
         return store;
     }
 
-    /// Returns all workspaces in the file's order; a name that stands there twice makes two.
-    std::vector<WorkspaceItem> readFromPlist() const {
-        return convertEach([](const platform::PropertyListValue& record) -> std::optional<WorkspaceItem> {
-            static constexpr std::array<std::string_view, 2> keys{"Name", "workspace"};
-            const RecordFields fields(record, keys);
-            auto name = fields.string("Name");
-            if (!name) {
-                return std::nullopt;
-            }
-            return WorkspaceItem{.id = *std::move(name),
-                                 .databaseCount = elementCount(fields["workspace"], "databases"),
-                                 .windowCount = elementCount(fields["workspace"], "windows")};
-        });
+  private:
+    void visitItems(const platform::PropertyListValue& record, const Visit& visit) const override {
+        static constexpr std::array<std::string_view, 2> keys{"Name", "workspace"};
+        const RecordFields<keys> fields(record);
+        if (auto name = fields.string("Name")) {
+            visit({.id = *std::move(name),
+                   .databaseCount = elementCount(fields["workspace"], "databases"),
+                   .windowCount = elementCount(fields["workspace"], "windows")});
+        }
     }
 
-  private:
     static std::int64_t elementCount(const std::optional<platform::PropertyListValue>& workspace,
                                      std::string_view key) {
         const auto value = workspace ? (*workspace)[key] : std::nullopt;

@@ -154,8 +154,7 @@ TEST(FavoritesProvider, ShowsTheChosenGroup) {
 }
 
 TEST(FavoritesEntryView, CountsAllFavoritesInItsHeader) {
-    FavoritesEntry entry({}, FavoritesItem::sampleItems(), FavoritesIntent());
-    entry.displayCount = 1234;
+    const FavoritesEntry entry{.items = FavoritesItem::sampleItems(), .displayCount = 1234};
     EXPECT_THAT(json(FavoritesEntryView{entry}.body({.family = platform::WidgetFamily::medium})),
                 AllOf(HasSubstr("\"1234 items\""), HasSubstr("\"+1229 more\""), HasSubstr("\"Today\"")));
     EXPECT_THAT(json(FavoritesEntryView{entry}.body({.family = platform::WidgetFamily::small})),

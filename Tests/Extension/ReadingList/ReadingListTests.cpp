@@ -162,9 +162,9 @@ TEST(ReadingListIntent, TakesTheFiltersByTheirRawValuesAlone) {
 }
 
 TEST(ReadingListEntryView, TellsAnEmptyListFromOneThatIsReadThrough) {
-    const ReadingListIntent unreadOnly{.filter = ReadingListFilter::unreadOnly};
-    const ReadingListEntry empty({}, {}, unreadOnly);
-    const ReadingListEntry allRead({}, {{.id = "x:", .isUnread = false}}, unreadOnly);
+    const ReadingListEntry empty;
+    ReadingListEntry allRead;
+    allRead.add({.id = "x:", .isUnread = false}, {.filter = ReadingListFilter::unreadOnly});
     EXPECT_THAT(json(ReadingListEntryView{empty}.body({})), HasSubstr("\"No Items\""));
     EXPECT_EQ(
         json(ReadingListEntryView{allRead}.body({})),
@@ -172,7 +172,8 @@ TEST(ReadingListEntryView, TellsAnEmptyListFromOneThatIsReadThrough) {
 }
 
 TEST(ReadingListEntryView, CountsUnreadItemsInHeaderAndBadge) {
-    const ReadingListEntry entry({}, {{.id = "x:", .isUnread = false}}, {});
+    ReadingListEntry entry;
+    entry.add({.id = "x:", .isUnread = false}, {});
     EXPECT_THAT(json(ReadingListEntryView{entry}.body({.family = WidgetFamily::medium})),
                 AllOf(HasSubstr("\"0 unread\""), Not(HasSubstr("capsule"))));
     EXPECT_THAT(
