@@ -20,17 +20,13 @@ using File = testing::StoreFile<FavoritesStore>;
 
 constexpr auto none = std::nullopt;
 
-/// One line with what is seen of an item.
-std::string outline(const FavoritesItem& item) {
-    const auto url = item.displayURL();
-    return item.id + " | " + item.name + " | " + std::string(item.icon) + " | " + item.displaySubtitle().value_or("-") +
-           " | " + (url ? url->absoluteString() : "-");
-}
-
+/// Lines with what is seen of the items.
 std::vector<std::string> outlines(const std::vector<FavoritesItem>& items) {
     std::vector<std::string> lines;
     for (const FavoritesItem& item : items) {
-        lines.push_back(outline(item));
+        const auto url = item.displayURL();
+        lines.push_back(item.id + " | " + item.name + " | " + std::string(item.icon) + " | " +
+                        item.displaySubtitle().value_or("-") + " | " + (url ? url->absoluteString() : "-"));
     }
     return lines;
 }

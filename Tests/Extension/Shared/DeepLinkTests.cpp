@@ -57,11 +57,5 @@ TEST(DeepLink, WrapsWebAddresses) {
     }
 }
 
-TEST(DeepLink, MakesCommands) {
-    const std::string blank = commandURL("open-path", "path", "/Daten/A & B=C #1/x%y.fvBase2")->absoluteString();
-    EXPECT_EQ(blank, "x-foliovault://open-path?path=/Daten/A%20%26%20B%3DC%20%231/x%25y.fvBase2");
-    EXPECT_EQ(commandURL("open-path", "path", "")->absoluteString(), "x-foliovault://open-path?path=");
-}
-
 } // namespace
 } // namespace foliovault

@@ -2,9 +2,11 @@
 
 #include "Extension/Shared/ListWidgetBody.h"
 
-#include "Platform/Views/Node.h"
+#include "Tests/Support/ViewText.h"
 
 #include <gtest/gtest.h>
+
+#include <regex>
 
 namespace foliovault {
 namespace {
@@ -29,6 +31,14 @@ struct Note {
     [[maybe_unused]] friend bool operator==(const Note&, const Note&) = default;
 };
 
+int occurrences(const std::string& text, const std::string& what) {
+    int count = 0;
+    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
 /// Counts of what a tree holds.
 struct Census {
     int detail = 0;
@@ -39,54 +49,6 @@ struct Census {
     std::string more;
     std::vector<std::string> titles;
 };
-
-void count(const View& view, Census& census);
-
-struct Counter {
-    Census& census;
-    void operator()(const VStack& stack) const { children(stack.children); }
-    void operator()(const HStack& stack) const {
-        for (const View& child : stack.children) {
-            census.verticalDividers += std::holds_alternative<Divider>(child.node().content) ? 1 : 0;
-        }
-        children(stack.children);
-    }
-    void operator()(const Padding& padding) const {
-        const bool startsPastIcon = padding.insets == Insets{.leading = 30};
-        census.horizontalDividers +=
-            startsPastIcon && std::holds_alternative<Divider>(padding.child.node().content) ? 1 : 0;
-        count(padding.child, census);
-    }
-    void operator()(const Frame& frame) const { count(frame.child, census); }
-    void operator()(const Background& background) const { count(background.child, census); }
-    void operator()(const Accentable& accentable) const { count(accentable.child, census); }
-    void operator()(const Link& link) const {
-        ++census.links;
-        count(link.child, census);
-    }
-    void operator()(const Image&) const { ++census.images; }
-    void operator()(const Text& text) const {
-        if (text.text.starts_with("+")) {
-            census.more = text.text;
-        } else if (text.text.starts_with("Title ")) {
-            census.titles.push_back(text.text.substr(6));
-        } else if (text.text == "detail") {
-            ++census.detail;
-        }
-    }
-    template <class Leaf>
-    void operator()(const Leaf&) const {}
-
-    void children(const Views& views) const {
-        for (const View& view : views) {
-            count(view, census);
-        }
-    }
-};
-
-void count(const View& view, Census& census) {
-    std::visit(Counter{census}, view.node().content);
-}
 
 Census censusOf(WidgetFamily family, const std::vector<Note>& notes, std::int64_t displayCount,
                 RenderingMode mode = RenderingMode::fullColor) {
@@ -102,8 +64,21 @@ Census censusOf(WidgetFamily family, const std::vector<Note>& notes, std::int64_
             },
     }
                           .body({.family = family, .renderingMode = mode});
-    Census census;
-    count(view, census);
+    const std::string tree = json(view);
+    Census census{.detail = occurrences(tree, R"("detail")"),
+                  .links = occurrences(tree, R"("type":"link")"),
+                  .images = occurrences(tree, R"("type":"image")"),
+                  .horizontalDividers =
+                      occurrences(tree, R"({"type":"padding","leading":30,"child":{"type":"divider"}})")};
+    census.verticalDividers = occurrences(tree, R"("type":"divider")") - census.horizontalDividers;
+    static const std::regex text(R"re("(?:Title (\w*)|(\+\d+ more))")re");
+    for (std::sregex_iterator match(tree.begin(), tree.end(), text), end; match != end; ++match) {
+        if ((*match)[2].matched) {
+            census.more = (*match)[2];
+        } else {
+            census.titles.push_back((*match)[1]);
+        }
+    }
     return census;
 }
 
