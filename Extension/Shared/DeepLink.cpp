@@ -17,7 +17,7 @@ constexpr std::string_view commandScheme = "x-foliovault";
 constexpr std::array<std::string_view, 3> taggableSchemes{commandScheme, "x-foliovault-item",
                                                           "x-foliovault-smartgroup"};
 
-/// The scheme in lower case; empty where there is none.
+/// Returns the scheme in lower case; empty without a scheme.
 std::string lowerCasedScheme(const URL& url) {
     std::string lower(url.scheme().value_or(""));
     std::transform(lower.begin(), lower.end(), lower.begin(), platform::asciiLowerCased);

@@ -16,18 +16,18 @@
 
 namespace foliovault {
 
-/// Whether `url` is one for the web, of the scheme "http" or "https".
+/// Whether the scheme of `url` is "http" or "https".
 bool isWebAddress(const platform::URL& url);
 
-/// `url` with the tag appended to its query, where its scheme is one of the application's; else `url` unchanged. A tag
-/// that is there already stays beside the new one.
+/// Returns `url` with the tag appended to its query if the scheme is one of the application's, else `url` unchanged. An
+/// earlier tag stays beside the new one.
 platform::URL taggedForWidget(const platform::URL& url, std::string_view widgetIdentifier);
 
-/// The link that opens the address `text`: for the web, the application's open-url link around it; an address of the
-/// application's own is tagged; any other comes back unchanged. Nothing if `text` is no URL.
+/// Returns the link that opens the address `text`: a web address in the application's open-url link, an address of the
+/// application's own tagged, any other unchanged. Fails if `text` is no URL.
 std::optional<platform::URL> foliovaultOpenURL(std::string_view text, std::string_view widgetIdentifier);
 
-/// `x-foliovault://COMMAND?NAME=VALUE`, untagged; nothing if that makes no URL.
+/// Returns `x-foliovault://COMMAND?NAME=VALUE`, untagged. Fails if that makes no URL.
 std::optional<platform::URL> commandURL(std::string_view command, std::string_view name, std::string_view value);
 
 } // namespace foliovault

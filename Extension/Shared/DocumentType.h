@@ -7,10 +7,10 @@
 
 namespace foliovault::DocumentType {
 
-/// The symbol that stands for documents of that type; "doc" for a code that means nothing.
+/// Returns the symbol of that type; "doc" for an unknown code.
 std::string_view sfSymbol(std::int64_t code);
 
-/// What documents of that type are called, in the user's language; "Document" for a code that means nothing.
+/// Returns the label of that type, in the user's language; "Document" for an unknown code.
 std::string label(std::int64_t code);
 
 } // namespace foliovault::DocumentType
