@@ -1,18 +1,18 @@
 #include "Host/Commands/DoctorCommand.h"
 
+#include "Host/Commands/ArrangementCheck.h"
+#include "Host/Commands/BusCheck.h"
+#include "Host/Commands/DataCheck.h"
+#include "Host/Commands/DisplayCheck.h"
 #include "Host/Commands/DoctorReport.h"
+#include "Host/Commands/ExtensionCheck.h"
+#include "Host/Commands/FontCheck.h"
 #include "Host/Commands/HostCommands.h"
+#include "Host/Commands/LandlockCheck.h"
+#include "Host/Commands/PendingCheck.h"
+#include "Host/Commands/SchemeCheck.h"
 #include "Host/Connection/Landlock.h"
 #include "Host/Connection/UserFolders.h"
-#include "Host/Doctor/ArrangementCheck.h"
-#include "Host/Doctor/BusCheck.h"
-#include "Host/Doctor/DataCheck.h"
-#include "Host/Doctor/DisplayCheck.h"
-#include "Host/Doctor/ExtensionCheck.h"
-#include "Host/Doctor/FontCheck.h"
-#include "Host/Doctor/LandlockCheck.h"
-#include "Host/Doctor/PendingCheck.h"
-#include "Host/Doctor/SchemeCheck.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -6,7 +6,7 @@
 //                             x-scheme-handler/x-notes
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 #include <string>
 

@@ -1,11 +1,11 @@
 // The screens by their connectors' names, and how windows are kept on the desktop there.
 #pragma once
 
+#include "Host/Arrangement/Placement.h"
 #include "Host/Desktop/Objects.h"
 #include "Host/Desktop/Stacking.h"
 #include "Host/Desktop/WaylandObjects.h"
 #include "Host/Desktop/WorkArea.h"
-#include "Host/Placement/Placement.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "Host/Desktop/TileDrag.h"
 
+#include "Host/Arrangement/Snapping.h"
 #include "Host/Desktop/TilePaint.h"
-#include "Host/Placement/Snapping.h"
 
 namespace host {
 

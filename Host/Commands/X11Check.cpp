@@ -1,4 +1,4 @@
-#include "Host/Doctor/X11Check.h"
+#include "Host/Commands/X11Check.h"
 
 #include <fmt/format.h>
 #include <xcb/xcb.h>

@@ -1,7 +1,7 @@
 // Whether the kernel can confine extensions to their files.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 namespace host {
 

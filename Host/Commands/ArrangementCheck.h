@@ -1,7 +1,7 @@
 // Whether the arrangement can be read, and whether there is a widget in it.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 #include <filesystem>
 

@@ -1,6 +1,6 @@
-#include "Host/Placement/FreePlace.h"
-#include "Host/Placement/Snapping.h"
-#include "Host/Placement/Spacing.h"
+#include "Host/Arrangement/FreePlace.h"
+#include "Host/Arrangement/Snapping.h"
+#include "Host/Arrangement/Spacing.h"
 
 #include <gtest/gtest.h>
 

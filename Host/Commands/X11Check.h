@@ -1,7 +1,7 @@
 // Whether there is an X server, and on it what widgets' windows depend on.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 #include <string>
 

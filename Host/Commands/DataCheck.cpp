@@ -1,4 +1,4 @@
-#include "Host/Doctor/DataCheck.h"
+#include "Host/Commands/DataCheck.h"
 
 #include "Platform/Foundation/FileDescriptor.h"
 

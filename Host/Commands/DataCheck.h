@@ -1,8 +1,8 @@
 // Whether the data that extensions read is there, and may be read.
 #pragma once
 
+#include "Host/Commands/Finding.h"
 #include "Host/Connection/Manifest.h"
-#include "Host/Doctor/Finding.h"
 
 #include <filesystem>
 

@@ -1,6 +1,6 @@
-#include "Host/Placement/Snapping.h"
+#include "Host/Arrangement/Snapping.h"
 
-#include "Host/Placement/Spacing.h"
+#include "Host/Arrangement/Spacing.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "Host/Doctor/LinkSchemes.h"
+#include "Host/Commands/LinkSchemes.h"
 
 #include "Platform/Foundation/AsciiSet.h"
 #include "Platform/Foundation/URLSyntax.h"

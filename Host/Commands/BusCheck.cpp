@@ -1,4 +1,4 @@
-#include "Host/Doctor/BusCheck.h"
+#include "Host/Commands/BusCheck.h"
 
 #include "Host/Session/RunningHost.h"
 

@@ -1,4 +1,4 @@
-#include "Host/Doctor/LandlockCheck.h"
+#include "Host/Commands/LandlockCheck.h"
 
 #include <fmt/format.h>
 

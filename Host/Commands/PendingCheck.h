@@ -4,7 +4,7 @@
 // behind, with its thread, and counts as a finding itself; so it must own all that it uses.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 #include <chrono>
 #include <functional>

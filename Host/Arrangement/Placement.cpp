@@ -1,7 +1,7 @@
-#include "Host/Placement/Placement.h"
+#include "Host/Arrangement/Placement.h"
 
-#include "Host/Placement/FreePlace.h"
-#include "Host/Placement/Snapping.h"
+#include "Host/Arrangement/FreePlace.h"
+#include "Host/Arrangement/Snapping.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
-#include "Host/Doctor/ExtensionCheck.h"
+#include "Host/Commands/ExtensionCheck.h"
 
+#include "Host/Commands/LinkSchemes.h"
 #include "Host/Connection/ExtensionChannel.h"
 #include "Host/Connection/ExtensionConnection.h"
 #include "Host/Connection/Messages.h"
 #include "Host/Connection/Requests.h"
-#include "Host/Doctor/LinkSchemes.h"
 
 #include <fmt/format.h>
 

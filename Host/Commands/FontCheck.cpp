@@ -1,4 +1,4 @@
-#include "Host/Doctor/FontCheck.h"
+#include "Host/Commands/FontCheck.h"
 
 #include <fmt/format.h>
 #include <fontconfig/fontconfig.h>

@@ -1,4 +1,4 @@
-#include "Host/Doctor/PendingCheck.h"
+#include "Host/Commands/PendingCheck.h"
 
 #include <thread>
 #include <utility>

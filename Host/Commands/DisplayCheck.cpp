@@ -1,7 +1,7 @@
-#include "Host/Doctor/DisplayCheck.h"
+#include "Host/Commands/DisplayCheck.h"
 
+#include "Host/Commands/X11Check.h"
 #include "Host/Desktop/LayerShell.h"
-#include "Host/Doctor/X11Check.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "Host/Doctor/ArrangementCheck.h"
+#include "Host/Commands/ArrangementCheck.h"
 
 #include "Host/Arrangement/ArrangementFile.h"
 

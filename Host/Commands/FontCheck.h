@@ -1,7 +1,7 @@
 // Whether there are fonts for what widgets show.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "Host/Placement/Placement.h"
+#include "Host/Arrangement/Placement.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

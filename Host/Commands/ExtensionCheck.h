@@ -1,9 +1,9 @@
 // Whether extensions start and answer, and what their widgets link to.
 #pragma once
 
+#include "Host/Commands/Finding.h"
 #include "Host/Connection/Confinement.h"
 #include "Host/Connection/Manifest.h"
-#include "Host/Doctor/Finding.h"
 
 #include <chrono>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // The session bus, and who is on it: a running host, the desktop's portal.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 namespace host {
 

@@ -1,6 +1,6 @@
-#include "Host/Doctor/LandlockCheck.h"
-#include "Host/Doctor/LinkSchemes.h"
-#include "Host/Doctor/PendingCheck.h"
+#include "Host/Commands/LandlockCheck.h"
+#include "Host/Commands/LinkSchemes.h"
+#include "Host/Commands/PendingCheck.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 // What widgets' windows are shown by.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 namespace host {
 

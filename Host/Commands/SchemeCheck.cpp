@@ -1,4 +1,4 @@
-#include "Host/Doctor/SchemeCheck.h"
+#include "Host/Commands/SchemeCheck.h"
 
 #include <fmt/format.h>
 #include <gio/gio.h>

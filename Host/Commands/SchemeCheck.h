@@ -1,7 +1,7 @@
 // Whether there is an application for what a click opens.
 #pragma once
 
-#include "Host/Doctor/Finding.h"
+#include "Host/Commands/Finding.h"
 
 #include <set>
 #include <string>
