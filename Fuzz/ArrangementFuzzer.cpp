@@ -11,7 +11,7 @@ namespace {
 void requireReadAgain(const host::Arrangement& arrangement) {
     const std::string json = host::arrangementJson(arrangement);
     const auto again = host::arrangementFromJson(json);
-    if (json.size() <= host::greatestArrangementFile && (!again || !(*again == arrangement))) {
+    if (json.size() <= host::maxArrangementFileSize && (!again || !(*again == arrangement))) {
         std::abort();
     }
 }
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     requireReadAgain(*arrangement);
-    const auto larger = host::changed(
+    const auto larger = host::applied(
         *arrangement, host::Addition{{.extension = "e", .kind = "k", .family = "f", .position = host::Position{}}});
     if (larger) {
         requireReadAgain(*larger);

@@ -11,14 +11,13 @@
 namespace host {
 namespace {
 
-using platform::Failure;
-using platform::Unexpected;
-using Changed = platform::Outcome<Arrangement>;
-
 constexpr std::array<const char*, 3> renderingModes{Arrangement::fullColor, "tinted", "vibrant"};
 
-Unexpected<Failure> invalid(std::string message) {
-    return {{Failure::Kind::usage, std::move(message)}};
+/// Why a change cannot be made; nothing if it was made.
+using Refusal = std::optional<std::string>;
+
+platform::Unexpected<platform::Failure> invalid(std::string message) {
+    return {{platform::Failure::Kind::usage, std::move(message)}};
 }
 
 bool isUtf8(const std::string& text) {
@@ -46,36 +45,36 @@ auto locate(InstanceId id, const Arrangement& arrangement) {
                         [&](const Instance& instance) { return instance.id == id; });
 }
 
-/// Applies changes to its own arrangement.
-class Changer {
+/// Applies a change to an arrangement.
+class ChangeVisitor {
   public:
-    explicit Changer(Arrangement arrangement) : arrangement_(std::move(arrangement)) {}
+    explicit ChangeVisitor(Arrangement& arrangement) : arrangement_(arrangement) {}
 
-    Changed operator()(const Addition& addition) {
+    Refusal operator()(const Addition& addition) {
         if (arrangement_.nextId == std::numeric_limits<InstanceId>::max()) {
-            return invalid("every id has been given; a new arrangement would begin at 1 again");
+            return "every id has been given; a new arrangement would begin at 1 again";
         }
         return insert(addition.instance, arrangement_.nextId++);
     }
 
-    Changed operator()(const Restoration& restoration) {
+    Refusal operator()(const Restoration& restoration) {
         const InstanceId id = restoration.instance.id;
         if (id == 0 || id >= arrangement_.nextId || locate(id, arrangement_) != arrangement_.instances.end()) {
-            return invalid(fmt::format("there is no removed widget {}", id));
+            return fmt::format("there is no removed widget {}", id);
         }
         return insert(restoration.instance, id);
     }
 
-    Changed operator()(const Removal& removal) {
+    Refusal operator()(const Removal& removal) {
         const auto found = locate(removal.id, arrangement_);
         if (found == arrangement_.instances.end()) {
-            return invalid(unknownId(removal.id, arrangement_));
+            return unknownId(removal.id, arrangement_);
         }
         arrangement_.instances.erase(found);
-        return std::move(arrangement_);
+        return std::nullopt;
     }
 
-    Changed operator()(const Edit& edit) {
+    Refusal operator()(const Edit& edit) {
         return alter(edit.id, [&](Instance& instance) {
             for (const auto& [name, choice] : edit.settings) {
                 instance.configuration.insert_or_assign(name, choice);
@@ -83,7 +82,7 @@ class Changer {
         });
     }
 
-    Changed operator()(const Move& move) {
+    Refusal operator()(const Move& move) {
         return alter(move.id, [&](Instance& instance) {
             instance.position = move.position;
             if (move.output) {
@@ -92,58 +91,58 @@ class Changer {
         });
     }
 
-    Changed operator()(const Resizing& resizing) {
+    Refusal operator()(const Resizing& resizing) {
         return alter(resizing.id, [&](Instance& instance) { instance.family = resizing.family; });
     }
 
-    Changed operator()(const Locking& locking) {
+    Refusal operator()(const Locking& locking) {
         arrangement_.locked = locking.locked;
-        return std::move(arrangement_);
+        return std::nullopt;
     }
 
-    Changed operator()(const Recoloring& recoloring) {
+    Refusal operator()(const SetRenderingMode& recoloring) {
         if (!isRenderingMode(recoloring.renderingMode)) {
-            return invalid(fmt::format("there is no mode \"{}\"; there are {}", recoloring.renderingMode,
-                                       fmt::join(renderingModes, ", ")));
+            return fmt::format("there is no mode \"{}\"; there are {}", recoloring.renderingMode,
+                               fmt::join(renderingModes, ", "));
         }
         arrangement_.renderingMode = recoloring.renderingMode;
-        return std::move(arrangement_);
+        return std::nullopt;
     }
 
   private:
-    Changed insert(const Instance& instance, InstanceId id) {
-        if (arrangement_.instances.size() >= Arrangement::greatestCount) {
-            return invalid(fmt::format("there are {} widgets, and no room for more", Arrangement::greatestCount));
+    Refusal insert(const Instance& instance, InstanceId id) {
+        if (arrangement_.instances.size() >= Arrangement::maxCount) {
+            return fmt::format("there are {} widgets, and no room for more", Arrangement::maxCount);
         }
-        if (const auto fault = faultOf(instance)) {
-            return invalid(*fault);
+        if (auto fault = validate(instance)) {
+            return fault;
         }
         arrangement_.instances.push_back(instance);
         arrangement_.instances.back().id = id;
-        return std::move(arrangement_);
+        return std::nullopt;
     }
 
     template <class Alteration>
-    Changed alter(InstanceId id, Alteration alteration) {
+    Refusal alter(InstanceId id, Alteration alteration) {
         const auto found = locate(id, arrangement_);
         if (found == arrangement_.instances.end()) {
-            return invalid(unknownId(id, arrangement_));
+            return unknownId(id, arrangement_);
         }
         Instance& instance = arrangement_.instances[static_cast<std::size_t>(found - arrangement_.instances.begin())];
         alteration(instance);
-        if (const auto fault = faultOf(instance)) {
-            return invalid(*fault);
-        }
-        return std::move(arrangement_);
+        return validate(instance);
     }
 
-    Arrangement arrangement_;
+    Arrangement& arrangement_;
 };
 
 } // namespace
 
-Changed changed(Arrangement arrangement, const ArrangementChange& change) {
-    return std::visit(Changer(std::move(arrangement)), change);
+platform::Outcome<Arrangement> applied(Arrangement arrangement, const ArrangementChange& change) {
+    if (auto refusal = std::visit(ChangeVisitor(arrangement), change)) {
+        return invalid(*std::move(refusal));
+    }
+    return arrangement;
 }
 
 platform::Outcome<Instance> instanceWith(InstanceId id, const Arrangement& arrangement) {
@@ -158,7 +157,7 @@ bool isRenderingMode(std::string_view name) {
     return std::find(renderingModes.begin(), renderingModes.end(), name) != renderingModes.end();
 }
 
-std::optional<std::string> faultOf(const Instance& instance) {
+std::optional<std::string> validate(const Instance& instance) {
     if (instance.extension.empty() || instance.kind.empty() || instance.family.empty()) {
         return "extension, kind and family must be named";
     }

@@ -1,7 +1,6 @@
 // The arrangement: which widgets are placed on the desktop, in what size, set to what, and where.
 //
-// A value, and the changes to it as values too: whoever holds the arrangement applies them, be it the command that was
-// given or a host that runs. No effects; any thread.
+// A value, and the changes to it as values, too. No effects; any thread.
 #pragma once
 
 #include "Platform/Foundation/Failure.h"
@@ -17,8 +16,7 @@
 
 namespace host {
 
-/// What a user names an instance by: 1, 2, … in the order in which they were added. An id is not given again while its
-/// arrangement's file lives.
+/// What a user names an instance by: 1, 2, … in the order in which they were added. Never given twice in one file.
 using InstanceId = std::uint32_t;
 
 /// The upper left corner, in points from that of the output, or of the whole desktop where no output is named.
@@ -54,7 +52,7 @@ struct Instance {
 };
 
 struct Arrangement {
-    static constexpr std::size_t greatestCount = 1000;
+    static constexpr std::size_t maxCount = 1000;
     /// In the order in which they were added, each with an id of its own.
     std::vector<Instance> instances;
     /// Greater than every id that was ever given.
@@ -98,21 +96,21 @@ struct Resizing {
 struct Locking {
     bool locked = false;
 };
-/// Has all tiles use colours otherwise: "fullColor", "tinted" or "vibrant".
-struct Recoloring {
+/// How all tiles use colours: "fullColor", "tinted" or "vibrant".
+struct SetRenderingMode {
     std::string renderingMode;
 };
-using ArrangementChange = std::variant<Addition, Removal, Restoration, Edit, Move, Resizing, Locking, Recoloring>;
+using ArrangementChange = std::variant<Addition, Removal, Restoration, Edit, Move, Resizing, Locking, SetRenderingMode>;
 
 /// Returns the arrangement after a change. Fails with `usage` for an unknown id, a full arrangement or an invalid
 /// value.
-platform::Outcome<Arrangement> changed(Arrangement arrangement, const ArrangementChange& change);
+platform::Outcome<Arrangement> applied(Arrangement arrangement, const ArrangementChange& change);
 
 /// Returns the instance with that id. Fails with `usage` and names the ids that exist.
 platform::Outcome<Instance> instanceWith(InstanceId id, const Arrangement& arrangement);
 
-/// What an instance has that none can have, in a few words; nothing where all is well.
-std::optional<std::string> faultOf(const Instance& instance);
+/// Returns in a few words what is invalid in an instance; nothing if it is valid.
+std::optional<std::string> validate(const Instance& instance);
 
 bool isRenderingMode(std::string_view name);
 

@@ -41,15 +41,14 @@ Outcome<ArrangementFile::Update> ArrangementFile::update(const ArrangementChange
     if (!content) {
         return Unexpected{content.error()};
     }
-    auto arrangement = changed(std::move(content->arrangement), change);
+    auto arrangement = applied(std::move(content->arrangement), change);
     if (!arrangement) {
         // That a broken file does not have a widget says little.
         return content->broken ? refusal(*content->broken) : Unexpected{arrangement.error()};
     }
     const std::string json = arrangementJson(*arrangement);
-    if (json.size() > greatestArrangementFile) {
-        return error(Kind::usage,
-                     fmt::format("the arrangement would be larger than {} bytes", greatestArrangementFile));
+    if (json.size() > maxArrangementFileSize) {
+        return error(Kind::usage, fmt::format("the arrangement would be larger than {} bytes", maxArrangementFileSize));
     }
     Update update{.arrangement = *std::move(arrangement), .notice = {}};
     if (content->broken) {

@@ -1,12 +1,10 @@
 // The arrangement's file, arrangement.json in a folder of the host's own.
 //
-// Whoever reads meets a whole arrangement, the old one or the new one, also when a writer is killed or the disk is
-// full. Changes of several processes follow each other, under a lock (arrangement.lock), so that none is lost. Whoever
-// holds that lock for long makes the others' changes fail.
+// A reader sees a whole arrangement, the old one or the new one, also when a writer is killed or the disk is full.
+// Changes of several processes follow each other, under a lock (arrangement.lock), so that none is lost.
 //
-// What cannot be read is not thrown away: a broken file is copied to arrangement.json.broken-1, or the first such name
-// that is free, before one that starts anew takes its place; a file of a newer version, or one that may not be read, is
-// left where it is and not changed.
+// A file that cannot be read is not lost: a broken one is copied to arrangement.json.broken-1, or the first such name
+// that is free, before a new one takes its place; one of a newer version, or that may not be read, is left unchanged.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"

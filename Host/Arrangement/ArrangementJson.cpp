@@ -20,8 +20,10 @@ using simdjson::dom::array;
 using simdjson::dom::element;
 using simdjson::dom::object;
 
-/// Why something cannot be read, in a few words; nothing where it was.
-using Fault = std::optional<std::string>;
+/// Thrown and caught in this file: what is wrong and where, in a few words.
+struct Fault {
+    std::string reason;
+};
 
 /// A name from the file, in quotes and on one line whatever it is.
 std::string quoted(std::string_view name) {
@@ -30,153 +32,132 @@ std::string quoted(std::string_view name) {
     return text;
 }
 
-/// How the member with a name is read into its place.
-template <class Target>
-struct Member {
-    std::string_view name;
-    Fault (*read)(element value, Target& target);
-};
+/// Returns `json` as a value of that type.
+template <class Value>
+Value read(element json, const char* fault) {
+    Value value;
+    if (json.get(value) != simdjson::SUCCESS) {
+        throw Fault{fault};
+    }
+    return value;
+}
 
-/// Reads the members of an object, each at most once. Those without a row are kept as they are.
-template <class Target, std::size_t Count>
-Fault readMembers(object json, const std::array<Member<Target>, Count>& members, Target& target) {
+std::string readText(element json) {
+    return std::string(read<std::string_view>(json, "not a text"));
+}
+
+InstanceId readId(element json, InstanceId max) {
+    const auto id = read<std::uint64_t>(json, "not an id");
+    if (id == 0 || id > max) {
+        throw Fault{"not an id"};
+    }
+    return static_cast<InstanceId>(id);
+}
+
+/// Calls `readMember` with the name and value of each member, and puts the name before what is wrong with it.
+template <class ReadMember>
+void readMembers(object json, ReadMember readMember) {
     std::set<std::string_view> seen;
     for (const auto& field : json) {
         if (!seen.insert(field.key).second) {
-            return quoted(field.key) + " is there twice";
+            throw Fault{quoted(field.key) + " is there twice"};
         }
-        const auto member = std::find_if(members.begin(), members.end(),
-                                         [&](const Member<Target>& each) { return each.name == field.key; });
-        if (member == members.end()) {
-            target.unknown.emplace(field.key, simdjson::minify(field.value));
-        } else if (const Fault fault = member->read(field.value, target)) {
-            return quoted(field.key) + ": " + *fault;
+        try {
+            readMember(field.key, field.value);
+        } catch (const Fault& fault) {
+            throw Fault{quoted(field.key) + ": " + fault.reason};
         }
     }
-    return std::nullopt;
 }
 
-Fault readText(element value, std::string& text) {
-    std::string_view view;
-    if (value.get(view) != simdjson::SUCCESS) {
-        return "not a text";
+Settings readConfiguration(element json) {
+    Settings settings;
+    readMembers(read<object>(json, "not an object"),
+                [&](std::string_view name, element choice) { settings.emplace(name, readText(choice)); });
+    return settings;
+}
+
+Position readPosition(element json) {
+    constexpr const char* fault = "not two numbers";
+    const auto numbers = read<array>(json, fault);
+    if (numbers.size() != 2) {
+        throw Fault{fault};
     }
-    text = view;
-    return std::nullopt;
+    return {read<double>(numbers.at(0).value(), fault), read<double>(numbers.at(1).value(), fault)};
 }
 
-template <std::string Instance::*Text>
-Fault readTextMember(element value, Instance& instance) {
-    return readText(value, instance.*Text);
-}
-
-Fault readId(element value, InstanceId& id) {
-    std::uint64_t number = 0;
-    if (value.get(number) != simdjson::SUCCESS || number == 0 || number > std::numeric_limits<InstanceId>::max()) {
-        return "not an id";
-    }
-    id = static_cast<InstanceId>(number);
-    return std::nullopt;
-}
-
-Fault readInstanceId(element value, Instance& instance) {
-    const Fault fault = readId(value, instance.id);
-    // There would be none to follow it.
-    return instance.id == std::numeric_limits<InstanceId>::max() ? Fault("not an id") : fault;
-}
-
-Fault readConfiguration(element value, Instance& instance) {
-    object settings;
-    if (value.get(settings) != simdjson::SUCCESS) {
-        return "not an object";
-    }
-    for (const auto& field : settings) {
-        std::string choice;
-        if (const Fault fault = readText(field.value, choice)) {
-            return quoted(field.key) + ": " + *fault;
+Instance readInstance(element json) {
+    Instance instance;
+    readMembers(read<object>(json, "not an object"), [&](std::string_view name, element value) {
+        if (name == "id") {
+            // The greatest would leave no next one.
+            instance.id = readId(value, std::numeric_limits<InstanceId>::max() - 1);
+        } else if (name == "extension") {
+            instance.extension = readText(value);
+        } else if (name == "kind") {
+            instance.kind = readText(value);
+        } else if (name == "family") {
+            instance.family = readText(value);
+        } else if (name == "configuration") {
+            instance.configuration = readConfiguration(value);
+        } else if (name == "output") {
+            instance.output = readText(value);
+        } else if (name == "position") {
+            instance.position = readPosition(value);
+        } else {
+            instance.unknown.emplace(name, simdjson::minify(value));
         }
-        if (!instance.configuration.emplace(field.key, std::move(choice)).second) {
-            return quoted(field.key) + " is there twice";
-        }
+    });
+    if (instance.id == 0) {
+        throw Fault{"without an id"};
     }
-    return std::nullopt;
+    if (const auto fault = validate(instance)) {
+        throw Fault{*fault};
+    }
+    return instance;
 }
 
-Fault readOutput(element value, Instance& instance) {
-    return readText(value, instance.output.emplace());
-}
-
-Fault readPosition(element value, Instance& instance) {
-    array numbers;
-    Position position;
-    if (value.get(numbers) != simdjson::SUCCESS || numbers.size() != 2 ||
-        numbers.at(0).get(position.x) != simdjson::SUCCESS || numbers.at(1).get(position.y) != simdjson::SUCCESS) {
-        return "not two numbers";
-    }
-    instance.position = position;
-    return std::nullopt;
-}
-
-constexpr std::array<Member<Instance>, 7> instanceMembers{{{"id", readInstanceId},
-                                                           {"extension", readTextMember<&Instance::extension>},
-                                                           {"kind", readTextMember<&Instance::kind>},
-                                                           {"family", readTextMember<&Instance::family>},
-                                                           {"configuration", readConfiguration},
-                                                           {"output", readOutput},
-                                                           {"position", readPosition}}};
-
-Fault readInstance(element value, Instance& instance) {
-    object json;
-    if (value.get(json) != simdjson::SUCCESS) {
-        return "not an object";
-    }
-    if (Fault fault = readMembers(json, instanceMembers, instance)) {
-        return fault;
-    }
-    return instance.id == 0 ? Fault("without an id") : faultOf(instance);
-}
-
-Fault readInstances(element value, Arrangement& arrangement) {
-    array list;
-    if (value.get(list) != simdjson::SUCCESS) {
-        return "not a list";
-    }
+std::vector<Instance> readInstances(element json) {
+    std::vector<Instance> instances;
     std::set<InstanceId> ids;
-    for (const element each : list) {
-        if (arrangement.instances.size() == Arrangement::greatestCount) {
-            return fmt::format("more than {}", Arrangement::greatestCount);
+    for (const element each : read<array>(json, "not a list")) {
+        if (instances.size() == Arrangement::maxCount) {
+            throw Fault{fmt::format("more than {}", Arrangement::maxCount)};
         }
-        Instance& instance = arrangement.instances.emplace_back();
-        if (const Fault fault = readInstance(each, instance)) {
-            return fmt::format("no. {}: {}", arrangement.instances.size(), *fault);
+        try {
+            instances.push_back(readInstance(each));
+        } catch (const Fault& fault) {
+            throw Fault{fmt::format("no. {}: {}", instances.size() + 1, fault.reason)};
         }
-        if (!ids.insert(instance.id).second) {
-            return fmt::format("two have the id {}", instance.id);
+        if (!ids.insert(instances.back().id).second) {
+            throw Fault{fmt::format("two have the id {}", instances.back().id)};
         }
     }
-    return std::nullopt;
+    return instances;
 }
 
-Fault readLocked(element value, Arrangement& arrangement) {
-    return value.get(arrangement.locked) == simdjson::SUCCESS ? std::nullopt : Fault("not a boolean");
-}
-
-/// A mode that a later version has is no reason to lose the tiles.
-Fault readRenderingMode(element value, Arrangement& arrangement) {
-    std::string mode;
-    if (Fault fault = readText(value, mode)) {
-        return fault;
+Arrangement readArrangement(object json) {
+    Arrangement arrangement;
+    readMembers(json, [&](std::string_view name, element value) {
+        if (name == "nextId") {
+            arrangement.nextId = readId(value, std::numeric_limits<InstanceId>::max());
+        } else if (name == "locked") {
+            arrangement.locked = read<bool>(value, "not a boolean");
+        } else if (name == "renderingMode") {
+            // A mode of a later version is no reason to lose the tiles.
+            const std::string mode = readText(value);
+            arrangement.renderingMode = isRenderingMode(mode) ? mode : Arrangement::fullColor;
+        } else if (name == "instances") {
+            arrangement.instances = readInstances(value);
+        } else if (name != "version") {
+            arrangement.unknown.emplace(name, simdjson::minify(value));
+        }
+    });
+    for (const Instance& instance : arrangement.instances) {
+        arrangement.nextId = std::max(arrangement.nextId, instance.id + 1);
     }
-    arrangement.renderingMode = isRenderingMode(mode) ? mode : Arrangement::fullColor;
-    return std::nullopt;
+    return arrangement;
 }
-
-constexpr std::array<Member<Arrangement>, 5> arrangementMembers{
-    {{"version", [](element, Arrangement&) -> Fault { return std::nullopt; }},
-     {"nextId", [](element value, Arrangement& arrangement) { return readId(value, arrangement.nextId); }},
-     {"locked", readLocked},
-     {"renderingMode", readRenderingMode},
-     {"instances", readInstances}}};
 
 Unexpected<Failure> broken(std::string reason) {
     return {{Failure::Kind::malformed, std::move(reason)}};
@@ -211,8 +192,8 @@ void writeInstance(JsonWriter& out, const Instance& instance) {
 } // namespace
 
 platform::Outcome<Arrangement> arrangementFromJson(std::string_view json) {
-    if (json.size() > greatestArrangementFile) {
-        return broken(fmt::format("larger than {} bytes", greatestArrangementFile));
+    if (json.size() > maxArrangementFileSize) {
+        return broken(fmt::format("larger than {} bytes", maxArrangementFileSize));
     }
     simdjson::dom::parser parser;
     object members;
@@ -230,14 +211,11 @@ platform::Outcome<Arrangement> arrangementFromJson(std::string_view json) {
     if (members["instances"].error() != simdjson::SUCCESS) {
         return broken("\"instances\": missing");
     }
-    Arrangement arrangement;
-    if (const Fault fault = readMembers(members, arrangementMembers, arrangement)) {
-        return broken(*fault);
+    try {
+        return readArrangement(members);
+    } catch (const Fault& fault) {
+        return broken(fault.reason);
     }
-    for (const Instance& instance : arrangement.instances) {
-        arrangement.nextId = std::max(arrangement.nextId, instance.id + 1);
-    }
-    return arrangement;
 }
 
 std::string arrangementJson(const Arrangement& arrangement) {

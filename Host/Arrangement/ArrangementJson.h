@@ -26,7 +26,7 @@ namespace host {
 inline constexpr int arrangementVersion = 1;
 
 /// A file with more bytes than this counts as broken.
-inline constexpr std::size_t greatestArrangementFile = std::size_t{1} << 20U;
+inline constexpr std::size_t maxArrangementFileSize = std::size_t{1} << 20U;
 
 /// Fails with `malformed` for a broken file and with `unreadable` for one of a newer version; the message says in a few
 /// words what is wrong and where.

@@ -1,7 +1,5 @@
-// A lock between processes, beside the file that it is for: flock(2) on a file of its own, which stays empty and is
-// never removed. The kernel gives it back when its holder ends, however that ends.
-//
-// On the real disk only: what it is about is other processes.
+// A lock between processes: flock(2) on a file of its own, which stays empty and is never removed. The kernel releases
+// it when its process ends, however that ends.
 #pragma once
 
 #include "Platform/Foundation/Failure.h"

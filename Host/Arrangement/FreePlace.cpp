@@ -7,8 +7,8 @@
 namespace host {
 namespace {
 
-/// With more tiles than this nobody looks for a gap.
-constexpr std::size_t greatestSearch = 64;
+/// With more tiles than this no gap is searched for.
+constexpr std::size_t maxSearched = 64;
 constexpr std::size_t asideCount = 8;
 
 bool isClear(const Rect& place, const std::vector<Rect>& taken) {
@@ -22,7 +22,7 @@ bool isClear(const Rect& place, const std::vector<Rect>& taken) {
 
 Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen) {
     const Point corner{screen.x + tileGap, screen.y + tileGap};
-    if (taken.size() <= greatestSearch) {
+    if (taken.size() <= maxSearched) {
         std::vector<double> lefts{corner.x};
         std::vector<double> tops{corner.y};
         for (const Rect& each : taken) {

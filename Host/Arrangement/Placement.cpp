@@ -22,7 +22,7 @@ double distance(Point point, const Rect& area) {
     return std::hypot(dx, dy);
 }
 
-/// Where the arrangement puts the tile, on its screen or not; nothing where it does not, or its screen is away.
+/// Returns the arranged place, on its screen or off it; nothing without a position or without its screen.
 std::optional<PlacedTile> arranged(const TileToPlace& tile, const std::vector<Screen>& screens) {
     const Instance& instance = *tile.instance;
     if (!instance.position) {
@@ -61,27 +61,27 @@ std::vector<PlacedTile> placeTiles(const std::vector<TileToPlace>& tiles, const 
     if (screens.empty()) {
         return {};
     }
-    // Those that can lie in a place of their own come first: no other tile takes it. Then those that are to be near
-    // theirs.
+    // First the tiles that can lie where they are arranged, so that no other takes their places; then those off their
+    // screen.
     std::vector<std::optional<PlacedTile>> places;
     std::vector<std::vector<Rect>> taken(screens.size());
-    std::vector<PlacedTile*> astray;
+    std::vector<PlacedTile*> offScreen;
     places.reserve(tiles.size());
     for (const TileToPlace& tile : tiles) {
         auto& place = places.emplace_back(arranged(tile, screens));
-        if (place && pulledBack(place->frame, screens[place->screen].area) != place->frame) {
-            astray.push_back(&*place);
+        if (place && clampedTo(place->frame, screens[place->screen].area) != place->frame) {
+            offScreen.push_back(&*place);
         } else if (place) {
             taken[place->screen].push_back(place->frame);
         }
     }
-    for (PlacedTile* place : astray) {
+    for (PlacedTile* place : offScreen) {
         const Rect& area = screens[place->screen].area;
         auto& others = taken[place->screen];
-        place->frame = pulledBack(place->frame, area);
+        place->frame = clampedTo(place->frame, area);
         if (std::any_of(others.begin(), others.end(), [&](const Rect& each) { return overlap(each, place->frame); })) {
             const Point corner = freePlace({place->frame.width, place->frame.height}, others, area);
-            place->frame = pulledBack({corner.x, corner.y, place->frame.width, place->frame.height}, area);
+            place->frame = clampedTo({corner.x, corner.y, place->frame.width, place->frame.height}, area);
         }
         others.push_back(place->frame);
     }
@@ -93,12 +93,13 @@ std::vector<PlacedTile> placeTiles(const std::vector<TileToPlace>& tiles, const 
             const std::size_t screen = named.value_or(0);
             const Size size = tiles[index].size;
             const Point corner = freePlace(size, taken[screen], screens[screen].area);
-            const Rect frame = pulledBack({corner.x, corner.y, size.width, size.height}, screens[screen].area);
-            const bool isRefugee = instance.output && !named;
-            places[index] = PlacedTile{.id = instance.id,
-                                       .screen = screen,
-                                       .frame = frame,
-                                       .source = isRefugee ? PlacedTile::Source::refuge : PlacedTile::Source::chosen};
+            const Rect frame = clampedTo({corner.x, corner.y, size.width, size.height}, screens[screen].area);
+            const bool isFallback = instance.output && !named;
+            places[index] =
+                PlacedTile{.id = instance.id,
+                           .screen = screen,
+                           .frame = frame,
+                           .source = isFallback ? PlacedTile::Source::fallback : PlacedTile::Source::chosen};
             taken[screen].push_back(frame);
         }
         all.push_back(*places[index]);

@@ -1,8 +1,7 @@
 // Which screen each placed widget is on, and where there.
 //
-// What the arrangement says holds as long as the screen is there. A tile whose screen is unplugged goes to a free place
-// on the first one, and is back where it was when its screen is. A place that no screen has is pulled back, to a free
-// place where another tile lies there. Pure.
+// A tile lies where the arrangement says as long as its screen is connected, else in a free place on the first screen.
+// A place off the screen is moved onto it, or to a free place if another tile lies there. Pure.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -39,15 +38,15 @@ struct PlacedTile {
         /// A free place, which the tile may keep.
         chosen,
         /// A free place for as long as its screen is away.
-        refuge,
+        fallback,
     };
     Source source = Source::arrangement;
 };
 
-/// The places of all tiles in their order; none where there is no screen.
+/// Returns the places of all tiles in their order; empty without screens.
 std::vector<PlacedTile> placeTiles(const std::vector<TileToPlace>& tiles, const std::vector<Screen>& screens);
 
-/// The screen that the point lies on, or else the nearest one; there is at least one.
+/// Returns the screen at the point, or else the nearest one. Requires at least one screen.
 std::size_t screenAt(Point point, const std::vector<Screen>& screens);
 
 } // namespace host

@@ -22,7 +22,7 @@ Span vertical(const Rect& rect) {
     return {rect.y, rect.height};
 }
 
-double pulledBack(const Span& tile, const Span& screen) {
+double clampedTo(const Span& tile, const Span& screen) {
     return std::max(screen.start, std::min(tile.start, screen.end() - tile.length));
 }
 
@@ -32,7 +32,7 @@ bool areNear(const Span& one, const Span& other) {
 }
 
 double snapped(const Span& wanted, const std::vector<Span>& neighbours, const Span& screen) {
-    const Span tile{pulledBack(wanted, screen), wanted.length};
+    const Span tile{clampedTo(wanted, screen), wanted.length};
     std::vector<double> starts{screen.start + tileGap, screen.end() - tileGap - tile.length};
     for (const Span& each : neighbours) {
         starts.insert(starts.end(),
@@ -44,13 +44,13 @@ double snapped(const Span& wanted, const std::vector<Span>& neighbours, const Sp
     const double onGrid = screen.start + std::round((tile.start - screen.start) / gridStep) * gridStep;
     const double distance = std::min(std::fabs(*nearest - tile.start), std::fabs(*nearest - onGrid));
     const double start = distance <= snapDistance ? *nearest : onGrid;
-    return pulledBack(Span{start, tile.length}, screen);
+    return clampedTo(Span{start, tile.length}, screen);
 }
 
 } // namespace
 
-Rect pulledBack(const Rect& tile, const Rect& screen) {
-    return {pulledBack(horizontal(tile), horizontal(screen)), pulledBack(vertical(tile), vertical(screen)), tile.width,
+Rect clampedTo(const Rect& tile, const Rect& screen) {
+    return {clampedTo(horizontal(tile), horizontal(screen)), clampedTo(vertical(tile), vertical(screen)), tile.width,
             tile.height};
 }
 

@@ -1,4 +1,4 @@
-// Where a dragged tile comes to lie.
+// Where a dragged tile is dropped.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -7,11 +7,11 @@
 
 namespace host {
 
-/// The tile moved onto the screen, as little as need be; one that is larger than the screen starts at its corner.
-Rect pulledBack(const Rect& tile, const Rect& screen);
+/// Returns the tile moved onto the screen by the shortest way; one larger than the screen starts at its corner.
+Rect clampedTo(const Rect& tile, const Rect& screen);
 
-/// The tile where it lies when it is let go: edge to edge with a neighbour, or with the usual gap beside one, or at the
-/// screen's margin, where it is near to that; else on the grid. On the screen in any case.
+/// Returns the tile where it is dropped: aligned with a neighbour's edge, or with the usual gap beside it, or at the
+/// screen's margin if it is within `snapDistance` of that; else on the grid. Always on the screen.
 Rect snapped(const Rect& tile, const std::vector<Rect>& neighbours, const Rect& screen);
 
 } // namespace host

@@ -1,4 +1,4 @@
-// The distances that tiles keep on a desktop, in the desktop's own units, which are those of windows.
+// Distances between tiles on a desktop, in the units of its windows.
 #pragma once
 
 namespace host {
@@ -7,7 +7,7 @@ namespace host {
 inline constexpr double tileGap = 24;
 /// Dragged tiles move in these steps.
 inline constexpr double gridStep = 8;
-/// From how far a neighbour's edge or the screen's margin draws a dragged tile to itself.
+/// A dragged tile within this distance of a neighbour's edge or the screen's margin snaps to it.
 inline constexpr double snapDistance = 12;
 
 } // namespace host

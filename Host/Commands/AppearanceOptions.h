@@ -30,7 +30,7 @@ class AppearanceOptions {
     std::optional<Rgba> accent_;
 };
 
-/// --contrast; what is given goes to `contrast`.
+/// Adds --contrast, which sets `contrast`.
 void addContrastOption(CLI::App& command, Contrast& contrast);
 
 /// "AF52DE" or "#AF52DE".

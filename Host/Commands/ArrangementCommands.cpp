@@ -37,8 +37,8 @@ Outcome<Arrangement> currentArrangement() {
     return file->load();
 }
 
-/// The arrangement after the change.
-Outcome<Arrangement> carryOut(const ArrangementChange& change) {
+/// Changes the arrangement's file and returns the arrangement after the change.
+Outcome<Arrangement> applyChange(const ArrangementChange& change) {
     const auto file = arrangementFile();
     if (!file) {
         return Unexpected{file.error()};
@@ -50,7 +50,7 @@ Outcome<Arrangement> carryOut(const ArrangementChange& change) {
     if (update->notice) {
         fmt::print(stderr, "widgethost: {}\n", *update->notice);
     }
-    tellOfArrangement();
+    notifyHost();
     return std::move(update->arrangement);
 }
 
@@ -72,11 +72,11 @@ std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest
                       .output = request.output,
                       .position = request.position,
                       .unknown = {}};
-    if (const auto fault = faultOf(instance)) {
+    if (const auto fault = validate(instance)) {
         return usageFailure(*fault);
     }
     if (const auto code = callRunningHost(addWords(instance, request.family, extensions))) {
-        return saidAlready(*code);
+        return alreadyReported(*code);
     }
     auto connection = openExtensionFor(request.kind, *manifests, choice);
     if (!connection) {
@@ -91,7 +91,7 @@ std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest
     if (!declared) {
         return usageFailure(declared.error());
     }
-    const auto arrangement = carryOut(Addition{*std::move(declared)});
+    const auto arrangement = applyChange(Addition{*std::move(declared)});
     if (!arrangement) {
         return arrangement.error();
     }
@@ -127,7 +127,7 @@ std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edi
 }
 
 std::optional<Failure> changeArrangement(const ArrangementChange& change) {
-    const auto arrangement = carryOut(change);
+    const auto arrangement = applyChange(change);
     return arrangement ? std::nullopt : std::optional(arrangement.error());
 }
 
@@ -136,8 +136,8 @@ std::optional<Failure> listArrangement(TextFormat format) {
     if (!arrangement) {
         return arrangement.error();
     }
-    const bool forPeople = format == TextFormat::people;
-    return writeOutput(forPeople ? arrangementTable(*arrangement) : instancesJson(*arrangement) + '\n', std::nullopt);
+    const bool isText = format == TextFormat::text;
+    return writeOutput(isText ? arrangementTable(*arrangement) : instancesJson(*arrangement) + '\n', std::nullopt);
 }
 
 } // namespace host

@@ -1,7 +1,7 @@
 // `widgethost add`, `remove`, `edit`, `move` and `list`: the arrangement, from the command line.
 //
-// What is chosen is checked against what the extension declares before anything is changed. The change itself is a
-// value (ArrangementChange) that goes to whoever holds the arrangement: its file.
+// Choices are checked against what the extension declares before anything is changed. The change is a value
+// (ArrangementChange), applied to the file or by the running host.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -26,10 +26,10 @@ std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest
 
 std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edit);
 
-/// Makes a change that no extension need be asked about.
+/// Makes a change that needs no extension.
 std::optional<Failure> changeArrangement(const ArrangementChange& change);
 
-/// A table for people; as JSON an array, in one line.
+/// Prints a table; as JSON an array in one line.
 std::optional<Failure> listArrangement(TextFormat format);
 
 } // namespace host

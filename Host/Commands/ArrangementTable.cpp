@@ -4,14 +4,14 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-#include <vector>
-
 namespace host {
 namespace {
 
-using Row = std::array<std::string, 5>;
+std::string row(std::string_view id, std::string_view kind, std::string_view family, std::string_view settings,
+                std::string_view place) {
+    std::string line = fmt::format("{:<4}  {:<17}  {:<10}  {:<20}  {}", id, kind, family, settings, place);
+    return line.erase(line.find_last_not_of(' ') + 1) + '\n';
+}
 
 std::string settingsOf(const Instance& instance) {
     std::string text;
@@ -35,24 +35,10 @@ std::string arrangementTable(const Arrangement& arrangement) {
     if (arrangement.instances.empty()) {
         return "No widget is placed.\n";
     }
-    std::vector<Row> rows{{"ID", "KIND", "FAMILY", "SETTINGS", "PLACE"}};
+    std::string table = row("ID", "KIND", "FAMILY", "SETTINGS", "PLACE");
     for (const Instance& instance : arrangement.instances) {
-        rows.push_back({std::to_string(instance.id), printable(instance.kind), printable(instance.family),
-                        printable(settingsOf(instance)), printable(placeOf(instance))});
-    }
-    std::array<std::size_t, std::tuple_size_v<Row>> widths{};
-    for (const Row& row : rows) {
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], columnsOf(row[column]));
-        }
-    }
-    std::string table;
-    for (const Row& row : rows) {
-        std::string line;
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            line += row[column] + std::string(widths[column] + 2 - columnsOf(row[column]), ' ');
-        }
-        table += line.erase(line.find_last_not_of(' ') + 1) + '\n';
+        table += row(std::to_string(instance.id), printable(instance.kind), printable(instance.family),
+                     printable(settingsOf(instance)), printable(placeOf(instance)));
     }
     return table;
 }

@@ -14,8 +14,7 @@ namespace host {
 namespace {
 
 /// For each question on the bus.
-constexpr int patienceMilliseconds = 2000;
-constexpr const char* portalName = "org.freedesktop.portal.Desktop";
+constexpr int timeoutMilliseconds = 2000;
 
 struct Release {
     void operator()(GDBusConnection* bus) const { g_object_unref(bus); }
@@ -26,7 +25,7 @@ struct Release {
 using Bus = std::unique_ptr<GDBusConnection, Release>;
 using Variant = std::unique_ptr<GVariant, Release>;
 
-/// Where the bus is said to be. GLib's own search would start one where there is a display.
+/// Returns the address of the session bus. GLib's own search would start a bus on a desktop without one.
 std::optional<std::string> busAddress() {
     const char* named = std::getenv("DBUS_SESSION_BUS_ADDRESS"); // NOLINT(concurrency-mt-unsafe)
     if (named != nullptr && *named != '\0') {
@@ -41,22 +40,18 @@ std::optional<std::string> busAddress() {
     return fmt::format("unix:path={}/bus", path.get());
 }
 
-/// The answer, a tuple of `type`; null where there is none in time.
+/// Returns the answer, a tuple of `type`; null on failure or timeout.
 Variant call(const Bus& bus, const char* name, const char* path, const char* interface, const char* method,
              GVariant* parameters, const char* type) {
     return Variant(g_dbus_connection_call_sync(bus.get(), name, path, interface, method, parameters,
-                                               G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NONE, patienceMilliseconds,
+                                               G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NONE, timeoutMilliseconds,
                                                nullptr, nullptr));
 }
 
-/// The answer of the bus itself.
-Variant askBus(const Bus& bus, const char* method, GVariant* parameters, const char* type) {
-    constexpr const char* name = "org.freedesktop.DBus";
-    return call(bus, name, "/org/freedesktop/DBus", name, method, parameters, type);
-}
-
 bool isOwned(const Bus& bus, const char* name) {
-    const Variant answer = askBus(bus, "NameHasOwner", g_variant_new("(s)", name), "(b)");
+    constexpr const char* busItself = "org.freedesktop.DBus";
+    const Variant answer =
+        call(bus, busItself, "/org/freedesktop/DBus", busItself, "NameHasOwner", g_variant_new("(s)", name), "(b)");
     gboolean owned = FALSE;
     if (answer) {
         g_variant_get(answer.get(), "(b)", &owned);
@@ -64,41 +59,28 @@ bool isOwned(const Bus& bus, const char* name) {
     return owned != FALSE;
 }
 
-bool isActivatable(const Bus& bus, const char* name) {
-    const Variant answer = askBus(bus, "ListActivatableNames", nullptr, "(as)");
-    if (!answer) {
-        return false;
-    }
-    const Variant names(g_variant_get_child_value(answer.get(), 0));
-    const std::unique_ptr<const char*, decltype(&g_free)> list(g_variant_get_strv(names.get(), nullptr), &g_free);
-    return g_strv_contains(list.get(), name) != FALSE;
-}
-
 Finding checkRunningHost(const Bus& bus) {
     return isOwned(bus, busName)
                ? Finding::ok("running host", "one runs")
                : Finding::note("running host", "none runs in this session: placed widgets are not shown",
-                               "start it with widgethost host");
+                               "start it with widgethost desktop");
 }
 
 Finding checkPortal(const Bus& bus) {
-    if (!isOwned(bus, portalName) && !isActivatable(bus, portalName)) {
-        return Finding::note("portal", "there is none: widgets do not follow the desktop's light and dark",
-                             "install xdg-desktop-portal, and the portal of your desktop");
-    }
-    const Variant answer = call(bus, portalName, "/org/freedesktop/portal/desktop", "org.freedesktop.DBus.Properties",
-                                "Get", g_variant_new("(ss)", "org.freedesktop.portal.Settings", "version"), "(v)");
-    Variant version;
+    const Variant answer = call(bus, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+                                "org.freedesktop.DBus.Properties", "Get",
+                                g_variant_new("(ss)", "org.freedesktop.portal.Settings", "version"), "(v)");
+    GVariant* value = nullptr;
     if (answer) {
-        GVariant* boxed = nullptr;
-        g_variant_get(answer.get(), "(v)", &boxed);
-        version.reset(boxed);
+        g_variant_get(answer.get(), "(v)", &value);
     }
-    if (version && g_variant_is_of_type(version.get(), G_VARIANT_TYPE_UINT32) != FALSE) {
-        return Finding::ok("portal", fmt::format("tells settings, version {}", g_variant_get_uint32(version.get())));
+    const Variant version(value);
+    if (!version || g_variant_is_of_type(version.get(), G_VARIANT_TYPE_UINT32) == FALSE) {
+        return Finding::note("portal",
+                             "there is none with settings: widgets do not follow the desktop's light and dark",
+                             "install xdg-desktop-portal and the portal of your desktop, or start it anew");
     }
-    return Finding::note("portal", "there is one, but it tells no settings: widgets do not follow light and dark",
-                         "install the portal of your desktop, or start xdg-desktop-portal anew");
+    return Finding::ok("portal", fmt::format("has settings, version {}", g_variant_get_uint32(version.get())));
 }
 
 Finding noBus(const std::string& what) {

@@ -1,17 +1,19 @@
 #include "Host/Commands/CommandLine.h"
 
 #include "Host/Commands/AppearanceOptions.h"
-#include "Host/Commands/ArrangementSubcommands.h"
+#include "Host/Commands/Arguments.h"
+#include "Host/Commands/ArrangementCommands.h"
 #include "Host/Commands/DescribeCommand.h"
 #include "Host/Commands/DoctorCommand.h"
 #include "Host/Commands/GalleryCommand.h"
-#include "Host/Commands/GlobalOptions.h"
 #include "Host/Commands/HostCommands.h"
 #include "Host/Commands/RenderCommand.h"
-#include "Host/Commands/SettingsOption.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <map>
 #include <unistd.h>
@@ -19,8 +21,6 @@
 
 namespace host {
 namespace {
-
-using Command = std::function<std::optional<Failure>()>;
 
 /// The enumerations of the command line, by the names they have there.
 const std::map<std::string, EntryRequest::Method> methods{{"timeline", EntryRequest::Method::timeline},
@@ -34,6 +34,11 @@ const std::map<std::string, RenderFormat> formats{{"png", RenderFormat::png},
                                                   {"tree", RenderFormat::tree},
                                                   {"frames", RenderFormat::frames}};
 
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable); // NOLINT(concurrency-mt-unsafe): nothing here sets variables
+    return value != nullptr && *value != '\0';
+}
+
 template <class Value>
 std::vector<std::string> names(const std::map<std::string, Value>& values) {
     std::vector<std::string> all;
@@ -46,132 +51,233 @@ std::vector<std::string> names(const std::map<std::string, Value>& values) {
 class CommandLine {
   public:
     CommandLine() {
-        global_.addTo(app_);
+        addGlobalOptions();
         addDescribe();
         addOptions();
         addRender();
         addGallery();
-        arrangement_.addTo(
-            app_, [this](Command command) { command_ = std::move(command); }, [this] { return choice(); });
+        addAdd();
+        addRemove();
+        addEdit();
+        addMove();
+        addLooks();
+        addList();
         addHost();
         addDoctor();
     }
 
+    /// Returns the process's exit code.
     int run(int argc, char** argv) {
-        if (const auto code = parseArguments(app_, argc, argv)) {
-            return *code;
+        try {
+            app_.parse(argc, argv);
+            if (app_.get_subcommands().empty()) {
+                runWithoutCommand();
+            }
+        } catch (const CLI::Success& asked) {
+            return app_.exit(asked);
+        } catch (const CLI::ParseError& error) {
+            failure_ = Failure{Failure::Kind::usage, fmt::format("{} (see widgethost --help)", error.what())};
         }
-        if (!command_) {
-            return finish(Failure{Failure::Kind::usage, "a command is missing (see widgethost --help)"});
+        if (failure_ && !failure_->message.empty()) {
+            fmt::print(stderr, "widgethost: {}\n", failure_->message);
         }
-        return finish(command_());
+        return platform::exitCode(failure_);
     }
 
   private:
+    void addGlobalOptions() {
+        app_.require_subcommand(0, 1);
+        app_.fallthrough();
+        app_.set_version_flag("--version", "widgethost " WIDGETHOST_VERSION);
+        app_.add_option("--extension", extension_,
+                        "An extension's manifest or executable, instead of the installed ones")
+            ->type_name("PATH");
+        app_.add_option("--home", home_, "The folder that the extension takes for the user's home")
+            ->type_name("FOLDER")
+            ->check(CLI::ExistingDirectory);
+        app_.add_flag("--unconfined", unconfined_,
+                      "Let the extension do what the user may; for finding out whether confinement is at fault");
+    }
+
+    /// `action` runs when the whole command line is parsed.
+    CLI::App& addCommand(const std::string& name, const std::string& description,
+                         std::function<std::optional<Failure>()> action) {
+        CLI::App* command = app_.add_subcommand(name, description);
+        command->callback([this, action = std::move(action)] { failure_ = action(); });
+        return *command;
+    }
+
+    void runWithoutCommand() {
+        if (isSet("WAYLAND_DISPLAY") || isSet("DISPLAY")) {
+            failure_ = showDesktop(choice(), Presence::foreground);
+        } else {
+            failure_ = Failure{Failure::Kind::usage, "a command is missing (see widgethost --help)"};
+        }
+    }
+
     void addDescribe() {
-        CLI::App* describing = app_.add_subcommand("describe", "Say what widgets there are and what they offer");
-        addJson(describing);
-        describing->callback([this] { command_ = [this] { return describe(choice(), textFormat()); }; });
+        addJson(addCommand("describe", "Say what widgets there are and what they offer",
+                           [this] { return describe(choice(), textFormat()); }));
     }
 
     void addOptions() {
-        CLI::App* listing = app_.add_subcommand("options", "List the choices of a widget's parameter");
-        listing->add_option("KIND", optionsRequest_.kind, "The widget's kind")->required();
-        listing->add_option("PARAMETER", optionsRequest_.parameter, "The parameter's name")->required();
-        listing->add_option("--matching", matching_, "Only choices that contain this text")->type_name("TEXT");
-        addJson(listing);
-        listing->callback([this, listing] {
-            command_ = [this, listing] {
-                if (listing->count("--matching") > 0) {
-                    optionsRequest_.matching = matching_;
-                }
-                return listOptions(choice(), optionsRequest_, textFormat());
-            };
-        });
+        CLI::App& command = addCommand("options", "List the choices of a widget's parameter",
+                                       [this] { return listOptions(choice(), optionsRequest_, textFormat()); });
+        command.add_option("KIND", optionsRequest_.kind, "The widget's kind")->required();
+        command.add_option("PARAMETER", optionsRequest_.parameter, "The parameter's name")->required();
+        command.add_option("--matching", optionsRequest_.matching, "Only choices that contain this text")
+            ->type_name("TEXT");
+        addJson(command);
     }
 
     void addRender() {
-        CLI::App* rendering = app_.add_subcommand("render", "Draw one widget");
-        rendering->add_option("KIND", renderRequest_.entry.kind, "The widget's kind")->required();
-        rendering->add_option("--family", family_, "The widget's size")
+        CLI::App& command = addCommand("render", "Draw one widget", [this] { return doRender(); });
+        command.add_option("KIND", renderRequest_.entry.kind, "The widget's kind")->required();
+        command.add_option("--family", renderRequest_.family, "The widget's size")
             ->check(CLI::IsMember({"small", "medium", "large", "extraLarge"}));
-        addSettingsOption(*rendering, settings_);
-        CLI::Option* request = rendering->add_option("--request", request_, "What the extension is asked for")
+        addSettingsOption(command, settings_);
+        CLI::Option* request = command.add_option("--request", request_, "What the extension is asked for")
                                    ->check(CLI::IsMember(names(methods)))
                                    ->capture_default_str();
-        rendering->add_option("--preview", preview_, "A design-time preview of the widget")
+        command.add_option("--preview", renderRequest_.preview, "A design-time preview of the widget")
             ->type_name("NAME")
             ->excludes(request);
-        appearance_.addTo(*rendering);
-        rendering->add_option("--scale", renderRequest_.scale, "Device pixels a point, for PNG")
+        appearance_.addTo(command);
+        command.add_option("--scale", renderRequest_.scale, "Device pixels a point, for PNG")
             ->check(CLI::Range(0.25, 8.0))
             ->capture_default_str();
-        rendering->add_option("--format", format_, "What is written: a picture, the view tree or the frames laid out")
+        command.add_option("--format", format_, "What is written: a picture, the view tree or the frames laid out")
             ->check(CLI::IsMember(names(formats)))
             ->capture_default_str();
-        rendering->add_option("-o,--output", output_, "The file to write, instead of standard output")
-            ->type_name("FILE");
-        rendering->callback([this, rendering] { command_ = [this, rendering] { return doRender(*rendering); }; });
+        command.add_option("-o,--output", output_, "The file to write, instead of standard output")->type_name("FILE");
     }
 
     void addGallery() {
-        CLI::App* drawing =
-            app_.add_subcommand("gallery", "Draw every widget in every family, and a page that shows them");
-        drawing->add_option("-o,--output", galleryFolder_, "The folder to write")
-            ->type_name("FOLDER")
-            ->capture_default_str();
-        drawing->add_option("--appearance", gallerySchemes_, "The colour schemes that are drawn")
-            ->check(CLI::IsMember(names(galleryAppearances)))
-            ->capture_default_str();
-        addContrastOption(*drawing, galleryContrast_);
-        drawing->callback([this] {
-            command_ = [this] {
+        CLI::App& command =
+            addCommand("gallery", "Draw every widget in every family, and a page that shows them", [this] {
                 return gallery(choice(), {.folder = galleryFolder_,
                                           .schemes = galleryAppearances.at(gallerySchemes_),
                                           .contrast = galleryContrast_});
-            };
+            });
+        command.add_option("-o,--output", galleryFolder_, "The folder to write")
+            ->type_name("FOLDER")
+            ->capture_default_str();
+        command.add_option("--appearance", gallerySchemes_, "The colour schemes that are drawn")
+            ->check(CLI::IsMember(names(galleryAppearances)))
+            ->capture_default_str();
+        addContrastOption(command, galleryContrast_);
+    }
+
+    void addAdd() {
+        CLI::App& command = addCommand("add", "Place a widget on the desktop, and print its id", [this] {
+            return addWidget(choice(), {.kind = widgetKind_,
+                                        .family = family_,
+                                        .settings = placedSettings(),
+                                        .output = screen_,
+                                        .position = position(at_)});
         });
+        command.add_option("KIND", widgetKind_, "The widget's kind")->required();
+        command.add_option("--family", family_, "The widget's size, instead of medium");
+        addSettingsOption(command, settings_);
+        addScreen(command);
+        command.add_option("--at", at_, "Where its upper left corner lies, in points")
+            ->type_name("X,Y")
+            ->check(checkPosition);
+    }
+
+    void addRemove() {
+        addId(addCommand("remove", "Take a widget off the desktop",
+                         [this] { return changeArrangement(Removal{.id = id_}); }));
+    }
+
+    void addEdit() {
+        CLI::App& command = addCommand("edit", "Change what a placed widget is set to", [this] {
+            return editWidget(choice(), Edit{.id = id_, .settings = placedSettings()});
+        });
+        addId(command);
+        addSettingsOption(command, settings_)->required();
+    }
+
+    void addMove() {
+        CLI::App& command = addCommand("move", "Put a placed widget somewhere else", [this] {
+            return changeArrangement(Move{.id = id_, .position = *position(x_, y_), .output = screen_});
+        });
+        addId(command);
+        command.add_option("X", x_, "The left edge, in points")->required()->check(checkCoordinate);
+        command.add_option("Y", y_, "The upper edge, in points")->required()->check(checkCoordinate);
+        addScreen(command);
+    }
+
+    void addLooks() {
+        addCommand("lock", "Keep placed widgets where they are, whatever the pointer does",
+                   [] { return changeArrangement(Locking{.locked = true}); });
+        addCommand("unlock", "Let placed widgets be dragged",
+                   [] { return changeArrangement(Locking{.locked = false}); });
+        addCommand("mode", "Choose how placed widgets use colours",
+                   [this] { return changeArrangement(SetRenderingMode{.renderingMode = mode_}); })
+            .add_option("MODE", mode_, "fullColor, tinted or vibrant")
+            ->required()
+            ->type_name("")
+            ->check(checkRenderingMode);
+    }
+
+    void addList() {
+        addJson(addCommand("list", "List the placed widgets", [this] { return listArrangement(textFormat()); }),
+                "Print JSON, as the arrangement's file has it");
+        addId(addCommand("explain", "Say how a placed widget is doing, and why", [this] { return explainTile(id_); }));
+    }
+
+    void addId(CLI::App& command) {
+        command.add_option("ID", id_, "The widget's id, as list shows it")->required()->type_name("")->check(checkId);
+    }
+
+    void addScreen(CLI::App& command) {
+        command.add_option("--output", screen_, "The screen, by its name")
+            ->type_name("NAME")
+            ->check([](const std::string& name) { return name.empty() ? "the name is empty" : std::string(); });
+    }
+
+    /// The last of several choices of one name.
+    Settings placedSettings() const {
+        Settings settings;
+        for (auto& [name, value] : namedSettings(settings_)) {
+            settings.insert_or_assign(name, value);
+        }
+        return settings;
     }
 
     void addHost() {
-        // For the help alone: this program is not started for it.
-        addDesktopCommand(app_, background_);
-
-        CLI::App* running =
-            app_.add_subcommand("host", "Keep the placed widgets up to date without showing them, until told to end");
-        running->callback([this] { command_ = [this] { return runHost(choice()); }; });
-
-        CLI::App* reloading = app_.add_subcommand("reload", "Have the running host ask for its widgets at once");
-        reloading->add_option("KIND", kind_, "Only widgets of this kind");
-        reloading->callback(
-            [this] { command_ = [this] { return reloadTiles(kind_.empty() ? std::nullopt : std::optional(kind_)); }; });
+        addCommand("desktop",
+                   "Show the placed widgets on the desktop, until told to end; what widgethost alone does where there "
+                   "is a display",
+                   [this] { return showDesktop(choice(), background_ ? Presence::background : Presence::foreground); })
+            .add_flag("--background", background_,
+                      "Keep quiet where no widget is placed, or a host runs already; for the start of a session");
+        addCommand("host", "Keep the placed widgets up to date without showing them, until told to end",
+                   [this] { return runHost(choice()); });
+        addCommand("reload", "Have the running host ask for its widgets at once", [this] {
+            return reloadTiles(kind_);
+        }).add_option("KIND", kind_, "Only widgets of this kind");
     }
 
     void addDoctor() {
-        CLI::App* examining = app_.add_subcommand(
-            "doctor", "Say what stands in the way of widgets on this machine; ends with 69 where there is a problem");
-        addJson(examining, "Print JSON: an array of objects with check, state, found and advice");
-        examining->callback([this] { command_ = [this] { return doctor(choice(), textFormat()); }; });
+        addJson(
+            addCommand("doctor",
+                       "Say what stands in the way of widgets on this machine; ends with 69 where there is a problem",
+                       [this] { return doctor(choice(), textFormat()); }),
+            "Print JSON: an array of objects with check, state, found and advice");
     }
 
-    void addJson(CLI::App* command, const std::string& description = "Print JSON, as the extension answers") {
-        command->add_flag("--json", json_, description);
+    void addJson(CLI::App& command, const std::string& description = "Print JSON, as the extension answers") {
+        command.add_flag("--json", json_, description);
     }
 
-    std::optional<Failure> doRender(const CLI::App& given) {
+    std::optional<Failure> doRender() {
         EntryRequest& entry = renderRequest_.entry;
         entry.method = methods.at(request_);
         entry.renderingMode = appearance_.mode();
         entry.configuration = namedSettings(settings_);
-        if (given.count("--family") > 0) {
-            renderRequest_.family = family_;
-        }
-        if (given.count("--preview") > 0) {
-            renderRequest_.preview = preview_;
-        }
-        if (given.count("--output") > 0) {
-            renderRequest_.output = output_;
-        }
+        renderRequest_.output = output_;
         renderRequest_.format = formats.at(format_);
         renderRequest_.appearance = appearance_.appearance();
         if (entry.method == EntryRequest::Method::placeholder) {
@@ -184,28 +290,37 @@ class CommandLine {
         return render(choice(), renderRequest_);
     }
 
-    ExtensionChoice choice() const { return global_.choice(); }
+    ExtensionChoice choice() const {
+        return {.extension = extension_, .home = home_, .confined = unconfined_ ? Confined::no : Confined::yes};
+    }
 
-    TextFormat textFormat() const { return json_ ? TextFormat::json : TextFormat::people; }
+    TextFormat textFormat() const { return json_ ? TextFormat::json : TextFormat::text; }
 
     CLI::App app_{"Shows the desktop widgets of extensions", "widgethost"};
-    Command command_;
-    GlobalOptions global_;
+    /// Why the command failed.
+    std::optional<Failure> failure_;
+    std::optional<std::string> extension_;
+    std::optional<std::string> home_;
+    bool unconfined_ = false;
     bool json_ = false;
     bool background_ = false;
     OptionsRequest optionsRequest_;
-    std::string matching_;
     RenderRequest renderRequest_;
-    std::string family_;
     std::vector<std::string> settings_;
     std::string request_ = "timeline";
-    std::string preview_;
     AppearanceOptions appearance_;
     std::string format_ = "png";
-    std::string output_;
+    std::optional<std::string> output_;
     std::string galleryFolder_ = "gallery";
-    std::string kind_;
-    ArrangementSubcommands arrangement_;
+    std::optional<std::string> kind_;
+    std::string widgetKind_;
+    std::optional<std::string> family_;
+    InstanceId id_ = 0;
+    std::string x_;
+    std::string y_;
+    std::string at_;
+    std::optional<std::string> screen_;
+    std::string mode_;
     std::string gallerySchemes_ = "both";
     Contrast galleryContrast_ = Contrast::normal;
 };

@@ -17,8 +17,8 @@ namespace {
 
 using platform::FileDescriptor;
 
-constexpr int mostEntries = 10'000;
-constexpr std::size_t mostNamed = 3;
+constexpr int maxEntries = 10'000;
+constexpr std::size_t maxNamed = 3;
 
 struct CloseFolder {
     void operator()(DIR* folder) const { closedir(folder); }
@@ -43,8 +43,8 @@ Access accessTo(int folder, const char* name) {
     return {.isFile = true, .error = file.isOpen() ? 0 : errno};
 }
 
-Finding problem(std::string what, std::string advice) {
-    return Finding::problem("data", std::move(what), std::move(advice));
+Finding problem(std::string what, std::string fix) {
+    return Finding::problem("data", std::move(what), std::move(fix));
 }
 
 Finding unreachable(const std::string& path, int error) {
@@ -66,8 +66,8 @@ Finding checkFolder(const std::string& path) {
     int files = 0;
     std::vector<std::string> unreadable;
     int seen = 0;
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads this folder's stream
-    for (const dirent* entry = readdir(folder.get()); entry != nullptr && seen++ < mostEntries;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): no other thread reads this folder's stream
+    for (const dirent* entry = readdir(folder.get()); entry != nullptr && seen++ < maxEntries;
          entry = readdir(folder.get())) { // NOLINT(concurrency-mt-unsafe)
         const Access access = accessTo(descriptor, entry->d_name);
         if (access.error != 0) {
@@ -77,7 +77,7 @@ Finding checkFolder(const std::string& path) {
         files += access.isFile ? 1 : 0;
     }
     if (!unreadable.empty()) {
-        const std::size_t more = unreadable.size() - std::min(unreadable.size(), mostNamed);
+        const std::size_t more = unreadable.size() - std::min(unreadable.size(), maxNamed);
         unreadable.resize(unreadable.size() - more);
         return problem(fmt::format("{}: not readable: {}{}", path, fmt::join(unreadable, ", "),
                                    more == 0 ? "" : fmt::format(" and {} more", more)),

@@ -1,4 +1,4 @@
-// Whether the data that extensions read is there, and may be read.
+// Whether the data that extensions read exists and is readable.
 #pragma once
 
 #include "Host/Commands/Finding.h"
@@ -8,8 +8,8 @@
 
 namespace host {
 
-/// One finding for each folder that the manifest says the extension reads below `home`, by the files right in it.
-/// Nothing is read of what they contain, and what is no regular file is passed over.
+/// Returns one finding for each folder below `home` that the manifest lets the extension read, by whether the files in
+/// it can be opened. Reads no contents and ignores what is no regular file.
 Findings checkData(const Manifest& manifest, const std::filesystem::path& home);
 
 } // namespace host

@@ -1,13 +1,14 @@
 #include "Host/Commands/DisplayCheck.h"
 
-#include "Host/Commands/X11Check.h"
 #include "Host/Desktop/LayerShell.h"
 
 #include <fmt/format.h>
+#include <gdk/gdkx.h>
 
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <memory>
 
 namespace host {
 namespace {
@@ -17,7 +18,7 @@ std::string variable(const char* name) {
     return value == nullptr ? "" : value;
 }
 
-/// What there is of Wayland. The last finding says how windows are kept, unless they are X11 windows.
+/// The last finding says how windows are kept on the desktop, unless they are X11 windows.
 Findings checkWayland(const std::string& display, bool hasX11) {
     const auto version = layerShellVersion();
     if (!version) {
@@ -35,6 +36,39 @@ Findings checkWayland(const std::string& display, bool hasX11) {
                                          "none: this compositor has no layer shell, and there is no X server",
                                          "have the compositor start Xwayland, or use one that has a layer shell"));
     }
+    return findings;
+}
+
+struct Close {
+    void operator()(GdkDisplay* display) const { gdk_display_close(display); }
+};
+
+Findings checkX11(const std::string& name) {
+    gdk_set_allowed_backends("x11");
+    const std::unique_ptr<GdkDisplay, Close> display(gdk_display_open(name.c_str()));
+    if (!display) {
+        return {Finding::problem("compositor", fmt::format("X11, {}: cannot be reached", name),
+                                 "run it inside the graphical session, with its DISPLAY and XAUTHORITY")};
+    }
+    GdkScreen* const screen = gdk_display_get_default_screen(display.get());
+    Findings findings{Finding::ok("compositor", "X11, " + name)};
+    const std::string manager = gdk_x11_screen_get_window_manager_name(screen);
+    if (manager == "unknown") {
+        findings.push_back(Finding::note("window manager", "there is none: nobody keeps widgets under other windows",
+                                         "start a window manager that keeps to the desktops' conventions (EWMH)"));
+    } else {
+        findings.push_back(Finding::ok("window manager", manager));
+        GdkAtom const desktopType = gdk_atom_intern_static_string("_NET_WM_WINDOW_TYPE_DESKTOP");
+        findings.push_back(Finding::ok("windows", gdk_x11_screen_supports_net_wm_hint(screen, desktopType) != FALSE
+                                                      ? "X11 windows of the desktop type, under all windows"
+                                                      : "X11 windows that the window manager leaves alone, under all "
+                                                        "windows: it knows none of the desktop type"));
+    }
+    findings.push_back(
+        gdk_screen_is_composited(screen) != FALSE
+            ? Finding::ok("compositing", "a compositing manager runs")
+            : Finding::note("compositing", "no compositing manager runs: widgets cannot be clear at their corners",
+                            "turn compositing on in the window manager, or start a compositing manager"));
     return findings;
 }
 

@@ -1,12 +1,12 @@
-// What widgets' windows are shown by.
+// What shows the widgets' windows.
 #pragma once
 
 #include "Host/Commands/Finding.h"
 
 namespace host {
 
-/// The Wayland compositor that the environment names; or the X server, where it names none or that one is not there.
-/// Waits for it as long as it takes.
+/// Checks the Wayland compositor that the environment names, and the X server where windows are X11 windows. Blocks
+/// until they answer. Uses the toolkit, so on one thread only.
 Findings checkDisplay();
 
 } // namespace host

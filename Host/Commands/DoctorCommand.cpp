@@ -1,6 +1,6 @@
 #include "Host/Commands/DoctorCommand.h"
 
-#include "Host/Commands/ArrangementCheck.h"
+#include "Host/Arrangement/ArrangementFile.h"
 #include "Host/Commands/BusCheck.h"
 #include "Host/Commands/DataCheck.h"
 #include "Host/Commands/DisplayCheck.h"
@@ -8,11 +8,12 @@
 #include "Host/Commands/ExtensionCheck.h"
 #include "Host/Commands/FontCheck.h"
 #include "Host/Commands/HostCommands.h"
-#include "Host/Commands/LandlockCheck.h"
 #include "Host/Commands/PendingCheck.h"
 #include "Host/Commands/SchemeCheck.h"
 #include "Host/Connection/Landlock.h"
 #include "Host/Connection/UserFolders.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -26,8 +27,8 @@ void append(Findings& findings, Findings more) {
     std::move(more.begin(), more.end(), std::back_inserter(findings));
 }
 
-/// The manifests that can be read; what is wrong with others is added to `findings`.
-std::vector<Manifest> soundManifests(const ExtensionChoice& choice, Findings& findings) {
+/// Returns the manifests that can be read and adds what is wrong with others to `findings`.
+std::vector<Manifest> validManifests(const ExtensionChoice& choice, Findings& findings) {
     auto all = readManifests(choice);
     if (all.empty()) {
         findings.push_back(
@@ -45,12 +46,36 @@ std::vector<Manifest> soundManifests(const ExtensionChoice& choice, Findings& fi
     return manifests;
 }
 
-Findings arrangementFindings() {
+/// Whether the arrangement can be read, and whether there is a widget in it.
+Findings checkArrangement() {
+    constexpr const char* name = "arrangement";
     const auto folder = configurationFolder();
     if (!folder) {
-        return {Finding::problem("arrangement", folder.error().message, "set HOME to your home folder")};
+        return {Finding::problem(name, folder.error().message, "set HOME to your home folder")};
     }
-    return {checkArrangement(*folder)};
+    const auto arrangement = ArrangementFile(platform::DiskFileSystem::shared(), *folder).load();
+    if (!arrangement) {
+        return {Finding::problem(name, arrangement.error().message,
+                                 "mend the file or move it away; one of a newer program is for that program")};
+    }
+    const std::size_t count = arrangement->instances.size();
+    if (count == 0) {
+        return {Finding::note(name, "no widget is placed", "place one with widgethost add KIND")};
+    }
+    return {Finding::ok(name, fmt::format("{} {} placed", count, count == 1 ? "widget is" : "widgets are"))};
+}
+
+/// Whether the kernel can confine extensions to their files. `version` is that of Landlock, 0 without it.
+Finding checkLandlock(int version) {
+    constexpr int firstWithTcp = 4;
+    constexpr int firstWithSignals = 6;
+    if (version <= 0) {
+        return Finding::note("Landlock", "the kernel has none: extensions may read every file that you may",
+                             "boot Linux 5.13 or later, with landlock among its security modules (lsm=)");
+    }
+    return Finding::ok("Landlock", fmt::format("version {}: confines extensions in files{}{}", version,
+                                               version >= firstWithTcp ? ", TCP" : "",
+                                               version >= firstWithSignals ? ", signals" : ""));
 }
 
 Findings dataFindings(const std::vector<Manifest>& manifests, const std::optional<std::filesystem::path>& chosen) {
@@ -71,16 +96,16 @@ bool wantsColour() {
 
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) {
     Findings findings;
-    const std::vector<Manifest> manifests = soundManifests(choice, findings);
+    const std::vector<Manifest> manifests = validManifests(choice, findings);
     // All at once; reported in the order of what a widget needs first.
     PendingCheck data("data", [manifests, home = choice.home] { return dataFindings(manifests, home); });
     PendingCheck fonts("font", checkFonts);
     PendingCheck bus("session bus", checkBus);
     PendingCheck display("compositor", checkDisplay);
-    PendingCheck arrangement("arrangement", arrangementFindings);
+    PendingCheck arrangement("arrangement", checkArrangement);
 
     auto extensions =
-        checkExtensions(manifests, {.home = choice.home, .confined = choice.confined, .patience = checkPatience});
+        checkExtensions(manifests, {.home = choice.home, .confined = choice.confined, .patience = checkTimeout});
     PendingCheck links("links", [schemes = std::move(extensions.schemes)] { return checkSchemes(schemes); });
     append(findings, std::move(extensions.findings));
     append(findings, {checkLandlock(landlockVersion())});

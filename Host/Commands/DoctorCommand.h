@@ -8,9 +8,8 @@
 
 namespace host {
 
-/// Checks everything that widgets depend on and prints what it finds. Where something is a problem the command ends
-/// with `Failure::Kind::unavailable`. Takes little more than `checkPatience` when one
-/// thing hangs, at most twice that and a moment for each extension.
+/// Checks everything that widgets depend on and prints the findings. Fails with `unavailable` if one is a problem.
+/// Takes little more than `checkTimeout` when something hangs, at most twice that.
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format);
 
 } // namespace host

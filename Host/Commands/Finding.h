@@ -18,17 +18,17 @@ struct Finding {
     /// What was checked, in a word or two; the same on every machine.
     std::string name;
     State state = State::ok;
-    /// What was found, one line. Texts of others' making may be in it.
+    /// What was found, one line. It may contain texts from extensions and files.
     std::string what;
     /// What to do about it, one line; empty where all is well.
-    std::string advice;
+    std::string fix;
 
     static Finding ok(std::string name, std::string what) { return {std::move(name), State::ok, std::move(what), {}}; }
-    static Finding note(std::string name, std::string what, std::string advice) {
-        return {std::move(name), State::note, std::move(what), std::move(advice)};
+    static Finding note(std::string name, std::string what, std::string fix) {
+        return {std::move(name), State::note, std::move(what), std::move(fix)};
     }
-    static Finding problem(std::string name, std::string what, std::string advice) {
-        return {std::move(name), State::problem, std::move(what), std::move(advice)};
+    static Finding problem(std::string name, std::string what, std::string fix) {
+        return {std::move(name), State::problem, std::move(what), std::move(fix)};
     }
 };
 

@@ -62,14 +62,14 @@ std::optional<std::string> familyFor(const Script& script, FcConfig* config) {
 
 Finding checkWidgetFont(FcConfig* config) {
     const auto family = familyFor(latin, config);
-    const auto advice = fmt::format("install the font {} (on Debian the package {})", widgetFont, latin.package);
+    const auto fix = fmt::format("install the font {} (on Debian the package {})", widgetFont, latin.package);
     if (!family) {
-        return Finding::problem(latin.name, "there is none: widgets have no texts", advice);
+        return Finding::problem(latin.name, "there is none: widgets have no texts", fix);
     }
     return family == widgetFont
                ? Finding::ok(latin.name, *family)
                : Finding::note(latin.name, fmt::format("{} is missing; widgets are drawn in {}", widgetFont, *family),
-                               advice);
+                               fix);
 }
 
 Finding checkScript(const Script& script, FcConfig* config) {

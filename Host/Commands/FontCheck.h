@@ -5,7 +5,7 @@
 
 namespace host {
 
-/// One finding for the font that widgets are drawn in, and one each for scripts and emoji that it does not have.
+/// Returns one finding for the font that widgets are drawn in, and one each for scripts and emoji that it lacks.
 Findings checkFonts();
 
 } // namespace host

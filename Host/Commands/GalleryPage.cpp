@@ -3,6 +3,9 @@
 #include "Host/Layout/Measures.h"
 
 #include <fmt/format.h>
+#include <glib.h>
+
+#include <memory>
 
 namespace host {
 namespace {
@@ -22,27 +25,10 @@ img { display: block; max-width: 100%; height: auto; border-radius: 20px; box-sh
 @media (prefers-color-scheme: dark) { body { color: #f5f5f7; background: #161618 } p { color: #98989d } }
 )css";
 
-std::string escaped(std::string_view text) {
-    std::string out;
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
+std::string escaped(const std::string& text) {
+    const std::unique_ptr<char, decltype(&g_free)> markup(
+        g_markup_escape_text(text.data(), static_cast<gssize>(text.size())), &g_free);
+    return markup.get();
 }
 
 /// Kinds and families come from an extension; a file's name is made of plain characters only.
@@ -60,7 +46,7 @@ std::string pictures(const WidgetInfo& widget, ColorScheme scheme) {
     for (const std::string& family : widget.families) {
         const Size size = familySize(family);
         html += fmt::format("<img src=\"{}\" width=\"{}\" height=\"{}\" alt=\"{}, {}\">\n",
-                            GalleryPage::pictureName(widget.kind, family, scheme), size.width, size.height,
+                            galleryPictureName(widget.kind, family, scheme), size.width, size.height,
                             escaped(widget.displayName), escaped(family));
     }
     return html + "</div>\n";
@@ -68,14 +54,14 @@ std::string pictures(const WidgetInfo& widget, ColorScheme scheme) {
 
 } // namespace
 
-std::string GalleryPage::html() const {
+std::string galleryPage(const std::vector<WidgetInfo>& widgets, const std::vector<ColorScheme>& schemes) {
     std::string html = "<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n"
                        "<meta name=\"viewport\" content=\"width=device-width\">\n<title>Widgets</title>\n<style>";
     html.append(style).append("</style>\n<h1>Widgets</h1>\n");
-    for (const WidgetInfo& widget : widgets_) {
+    for (const WidgetInfo& widget : widgets) {
         html += fmt::format("<h2>{}</h2>\n<p>{}</p>\n<div class=\"pair\">\n", escaped(widget.displayName),
                             escaped(widget.description));
-        for (const ColorScheme scheme : schemes_) {
+        for (const ColorScheme scheme : schemes) {
             html += pictures(widget, scheme);
         }
         html += "</div>\n";
@@ -83,7 +69,7 @@ std::string GalleryPage::html() const {
     return html + "</html>\n";
 }
 
-std::string GalleryPage::pictureName(std::string_view kind, std::string_view family, ColorScheme scheme) {
+std::string galleryPictureName(std::string_view kind, std::string_view family, ColorScheme scheme) {
     return fmt::format("{}-{}-{}.png", fileNamePart(kind), fileNamePart(family),
                        scheme == ColorScheme::light ? "light" : "dark");
 }

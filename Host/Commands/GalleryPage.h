@@ -6,25 +6,14 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace host {
 
-class GalleryPage {
-  public:
-    explicit GalleryPage(std::vector<ColorScheme> schemes) : schemes_(std::move(schemes)) {}
+/// The page as HTML.
+std::string galleryPage(const std::vector<WidgetInfo>& widgets, const std::vector<ColorScheme>& schemes);
 
-    void addWidget(const WidgetInfo& widget) { widgets_.push_back(widget); }
-
-    std::string html() const;
-
-    /// The name of a picture's file beside the page.
-    static std::string pictureName(std::string_view kind, std::string_view family, ColorScheme scheme);
-
-  private:
-    std::vector<ColorScheme> schemes_;
-    std::vector<WidgetInfo> widgets_;
-};
+/// The name of a picture's file beside the page.
+std::string galleryPictureName(std::string_view kind, std::string_view family, ColorScheme scheme);
 
 } // namespace host

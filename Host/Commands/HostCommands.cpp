@@ -1,12 +1,18 @@
 #include "Host/Commands/HostCommands.h"
 
 #include "Host/Connection/UserFolders.h"
+#include "Host/Desktop/Desktop.h"
 #include "Host/Session/HostApplication.h"
 #include "Host/Session/RunningHost.h"
+#include "Platform/Foundation/ProgramFolder.h"
 
 #include <fmt/format.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
 #include <vector>
 
 namespace host {
@@ -14,7 +20,7 @@ namespace {
 
 using platform::Unexpected;
 
-/// A host without windows: nobody looks.
+/// The display of a host without windows.
 class NoWindows final : public HostDisplay {
   public:
     void tileUpdated(const Tile& /*tile*/, TileUpdate /*update*/) override {}
@@ -28,29 +34,10 @@ std::optional<Failure> ask(const std::vector<std::string>& arguments) {
                        hasBus ? "no host runs in this session; start one with widgethost desktop"
                               : "there is no session bus to reach a host by"};
     }
-    return saidAlready(*code);
+    return alreadyReported(*code);
 }
 
-} // namespace
-
-std::optional<Failure> saidAlready(int code) {
-    return code == 0 ? std::nullopt : std::optional(Failure{static_cast<Failure::Kind>(code), ""});
-}
-
-Outcome<std::filesystem::path> configurationFolder() {
-    const auto folder = userConfigFolder();
-    if (!folder.is_absolute()) {
-        return Unexpected{Failure{Failure::Kind::unreadable, "neither XDG_CONFIG_HOME nor HOME is an absolute path"}};
-    }
-    return folder / "widgethost";
-}
-
-std::optional<Failure> runHost(const ExtensionChoice& choice) {
-    NoWindows display;
-    return runHost(choice, display, Presence::foreground);
-}
-
-std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& display, Presence presence) {
+std::optional<Failure> runOn(HostDisplay& display, const ExtensionChoice& choice, Presence presence) {
     const auto folder = configurationFolder();
     if (!folder) {
         return folder.error();
@@ -66,7 +53,64 @@ std::optional<Failure> runHost(const ExtensionChoice& choice, HostDisplay& displ
          .display = display,
          .presence = presence,
          .timeouts = {}});
-    return saidAlready(application.run());
+    return alreadyReported(application.run());
+}
+
+/// Starts this program anew with another home. Returns only on failure.
+Failure restartWithHome(const std::string& home, const ExtensionChoice& choice) {
+    std::vector<std::string> words{"widgethost", "--home", home};
+    if (choice.extension) {
+        words.insert(words.end(), {"--extension", *choice.extension});
+    }
+    if (choice.confined == Confined::no) {
+        words.emplace_back("--unconfined");
+    }
+    words.emplace_back("desktop");
+    std::vector<char*> arguments;
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    execv((platform::programFolder() + "/widgethost").c_str(), arguments.data());
+    return {Failure::Kind::unavailable, fmt::format("cannot start again: {}", std::strerror(errno))};
+}
+
+} // namespace
+
+std::optional<Failure> alreadyReported(int exitCode) {
+    return exitCode == 0 ? std::nullopt : std::optional(Failure{static_cast<Failure::Kind>(exitCode), ""});
+}
+
+Outcome<std::filesystem::path> configurationFolder() {
+    const auto folder = userConfigFolder();
+    if (!folder.is_absolute()) {
+        return Unexpected{Failure{Failure::Kind::unreadable, "neither XDG_CONFIG_HOME nor HOME is an absolute path"}};
+    }
+    return folder / "widgethost";
+}
+
+std::optional<Failure> showDesktop(const ExtensionChoice& choice, Presence presence) {
+    auto desktop = Desktop::open({.readManifests = [choice] { return readManifests(choice); },
+                                  .home = realHome(choice.home),
+                                  .presence = presence});
+    if (!desktop) {
+        Failure failure{Failure::Kind::unavailable, desktop.error()};
+        if (presence == Presence::background) {
+            // As for a display that was lost: a supervisor tries again until it is back.
+            failure.kind = static_cast<Failure::Kind>(EXIT_FAILURE);
+        }
+        return failure;
+    }
+    if (auto failure = runOn(**desktop, choice, presence)) {
+        return failure;
+    }
+    const auto examples = (*desktop)->examplesWanted();
+    return examples ? std::optional(restartWithHome(*examples, choice)) : std::nullopt;
+}
+
+std::optional<Failure> runHost(const ExtensionChoice& choice) {
+    NoWindows display;
+    return runOn(display, choice, Presence::foreground);
 }
 
 std::optional<Failure> reloadTiles(const std::optional<std::string>& kind) {
@@ -77,7 +121,7 @@ std::optional<Failure> explainTile(InstanceId id) {
     return ask({"explain", std::to_string(id)});
 }
 
-void tellOfArrangement() {
+void notifyHost() {
     const auto code = callRunningHost({"sync"});
     if (!code && code.error().reason == NoHost::Reason::noBus) {
         fmt::print(stderr, "widgethost: there is no session bus; the arrangement's file alone was changed\n");

@@ -11,7 +11,7 @@ namespace host {
 namespace {
 
 /// Longer than any that is registered; an extension's word is not taken for more.
-constexpr std::size_t longestScheme = 64;
+constexpr std::size_t maxSchemeLength = 64;
 
 void addScheme(std::string_view url, std::set<std::string>& schemes) {
     if (std::string scheme = schemeOf(url); !scheme.empty()) {
@@ -40,7 +40,7 @@ void collect(const platform::View& view, std::set<std::string>& schemes) {
 
 std::string schemeOf(std::string_view url) {
     std::string scheme(url.substr(0, std::min(url.find(':'), url.size())));
-    if (scheme.size() == url.size() || scheme.size() >= longestScheme || !platform::isURLScheme(scheme)) {
+    if (scheme.size() == url.size() || scheme.size() >= maxSchemeLength || !platform::isURLScheme(scheme)) {
         return {};
     }
     std::transform(scheme.begin(), scheme.end(), scheme.begin(), platform::asciiLowerCased);

@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// The scheme of an address in lower case; empty where there is none.
+/// Returns the scheme of an address in lower case; empty without a valid one.
 std::string schemeOf(std::string_view url);
 
 /// Adds the schemes of the entry's links and of its own address.

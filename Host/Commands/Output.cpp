@@ -1,5 +1,7 @@
 #include "Host/Commands/Output.h"
 
+#include "Platform/Foundation/FileDescriptor.h"
+
 #include <fmt/format.h>
 
 #include <cerrno>
@@ -7,7 +9,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <string>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace host {
@@ -16,13 +17,11 @@ namespace {
 bool writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
+        if (count >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
             return false;
         }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
     }
     return true;
 }
@@ -31,34 +30,27 @@ Failure cannotWrite(const std::string& where) {
     return {Failure::Kind::unwritable, fmt::format("cannot write {}: {}", where, std::strerror(errno))};
 }
 
-/// Devices and pipes are written to as they are; a file is replaced by one that is complete.
-bool isReplaceable(const std::filesystem::path& file) {
-    std::error_code failure;
-    const auto status = std::filesystem::status(file, failure);
-    return !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
-}
-
 } // namespace
 
 std::optional<Failure> writeOutput(std::string_view bytes, const std::optional<std::filesystem::path>& file) {
     if (!file) {
         return writeAll(STDOUT_FILENO, bytes) ? std::nullopt : std::optional(cannotWrite("the output"));
     }
-    const bool replaceable = isReplaceable(*file);
-    std::string name = file->string() + (replaceable ? ".XXXXXX" : "");
-    const int descriptor = replaceable ? mkostemp(name.data(), O_CLOEXEC) : open(name.c_str(), O_WRONLY | O_CLOEXEC);
-    if (descriptor < 0) {
+    // Devices and pipes are written to as they are; a file is replaced by one that is complete.
+    std::error_code error;
+    const auto status = std::filesystem::status(*file, error);
+    const bool isReplaced = !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
+    const std::string name = isReplaced ? fmt::format("{}.{}.new", file->string(), getpid()) : file->string();
+    const platform::FileDescriptor output(
+        open(name.c_str(), O_WRONLY | O_CLOEXEC | (isReplaced ? O_CREAT | O_EXCL : 0), 0666));
+    if (!output.isOpen()) {
         return cannotWrite(file->string());
     }
-    const mode_t mask = umask(0);
-    umask(mask);
-    const bool written = writeAll(descriptor, bytes) && (!replaceable || fchmod(descriptor, 0666 & ~mask) == 0);
-    const bool closed = close(descriptor) == 0;
-    if (written && closed && (!replaceable || rename(name.c_str(), file->c_str()) == 0)) {
+    if (writeAll(output.get(), bytes) && (!isReplaced || rename(name.c_str(), file->c_str()) == 0)) {
         return std::nullopt;
     }
     const Failure failure = cannotWrite(file->string());
-    if (replaceable) {
+    if (isReplaced) {
         unlink(name.c_str());
     }
     return failure;

@@ -1,4 +1,4 @@
-// How a command's result is worded, and where it goes: standard output, or a file.
+// The form of a command's result, and its output: standard output or a file.
 #pragma once
 
 #include "Platform/Foundation/Failure.h"
@@ -11,9 +11,9 @@ namespace host {
 
 using platform::Failure;
 
-enum class TextFormat { people, json };
+enum class TextFormat { text, json };
 
-/// Writes `bytes` to `file`, whole or not at all, or to standard output where there is none.
+/// Writes `bytes` to `file`, whole or not at all, or to standard output without one. Fails with `unwritable`.
 std::optional<Failure> writeOutput(std::string_view bytes, const std::optional<std::filesystem::path>& file);
 
 } // namespace host

@@ -6,8 +6,8 @@
 namespace host {
 
 PendingCheck::PendingCheck(std::string name, std::function<Findings()> check,
-                           std::chrono::steady_clock::duration patience)
-    : name_(std::move(name)), deadline_(std::chrono::steady_clock::now() + patience) {
+                           std::chrono::steady_clock::duration timeout)
+    : name_(std::move(name)), deadline_(std::chrono::steady_clock::now() + timeout) {
     std::packaged_task<Findings()> task(std::move(check));
     result_ = task.get_future();
     std::thread(std::move(task)).detach();

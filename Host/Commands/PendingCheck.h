@@ -1,7 +1,7 @@
-// A check that is under way, on a thread of its own.
+// A check that runs on a thread of its own.
 //
-// What a check asks may never answer: a stopped compositor, a file system whose server is gone. Such a check is left
-// behind, with its thread, and counts as a finding itself; so it must own all that it uses.
+// A check may never return: a stopped compositor, a file system whose server is gone. It is then left behind with its
+// thread and counts as a finding itself; so it must own all that it uses.
 #pragma once
 
 #include "Host/Commands/Finding.h"
@@ -13,16 +13,16 @@
 
 namespace host {
 
-/// How long whatever is checked has for its answers.
-inline constexpr std::chrono::seconds checkPatience{10};
+/// How long a check may take.
+inline constexpr std::chrono::seconds checkTimeout{10};
 
 class PendingCheck {
   public:
-    /// Begins. `name` is what is not answering, where nothing comes of it within the patience.
+    /// Starts the check. `name` is that of the finding if it does not answer before the timeout.
     PendingCheck(std::string name, std::function<Findings()> check,
-                 std::chrono::steady_clock::duration patience = checkPatience);
+                 std::chrono::steady_clock::duration timeout = checkTimeout);
 
-    /// Waits for what is found, once.
+    /// Waits for the findings until the timeout. Call once.
     Findings findings();
 
   private:

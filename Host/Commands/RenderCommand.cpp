@@ -26,7 +26,7 @@ Outcome<std::string> familyOfPreview(ExtensionConnection& connection, const std:
             return preview.family;
         }
     }
-    // The extension knows best what to say of a preview that is not there.
+    // The extension names the previews that exist when it is asked for this one.
     return std::string("medium");
 }
 

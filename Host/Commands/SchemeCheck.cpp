@@ -8,7 +8,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t mostSchemes = 16;
+constexpr std::size_t maxSchemes = 16;
 
 struct Unref {
     void operator()(gpointer object) const { g_object_unref(object); }
@@ -29,7 +29,7 @@ Finding checkScheme(const std::string& scheme) {
 Findings checkSchemes(const std::set<std::string>& schemes) {
     Findings findings;
     for (const std::string& scheme : schemes) {
-        if (findings.size() < mostSchemes) {
+        if (findings.size() < maxSchemes) {
             findings.push_back(checkScheme(scheme));
         }
     }

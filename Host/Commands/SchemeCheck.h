@@ -8,7 +8,7 @@
 
 namespace host {
 
-/// One finding a scheme, of the first sixteen.
+/// Returns one finding for each of the first sixteen schemes.
 Findings checkSchemes(const std::set<std::string>& schemes);
 
 } // namespace host

@@ -59,7 +59,7 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
     arrangement_ = arrangement;
     for (const Move& move : moves_) {
         // The tile may have been removed meanwhile.
-        if (auto moved = changed(arrangement_, move)) {
+        if (auto moved = applied(arrangement_, move)) {
             arrangement_ = *std::move(moved);
         }
     }

@@ -121,7 +121,7 @@ void popUpTileMenu(GtkWidget* widget, const GdkEvent* event, const TileMenuState
     menu.addChoice(
         "Colors", "colors", state.renderingMode,
         {{"fullColor", localized("Full Color")}, {"tinted", localized("Tinted")}, {"vibrant", localized("Vibrant")}},
-        [change = actions.change](const std::string& mode) { change(Recoloring{.renderingMode = mode}); });
+        [change = actions.change](const std::string& mode) { change(SetRenderingMode{.renderingMode = mode}); });
     menu.add(
         "Lock", "lock",
         [change = actions.change, locked = !state.isLocked](const std::string& /*value*/) {

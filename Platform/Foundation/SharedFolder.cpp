@@ -9,15 +9,9 @@ namespace platform {
 
 std::string sharedFolder() {
     std::string folder = programFolder();
-    constexpr int greatestDepth = 3;
-    for (int depth = 0; depth < greatestDepth && !folder.empty(); ++depth) {
-        folder.resize(std::min(folder.rfind('/'), folder.size()));
-        std::string shared = folder + "/share";
-        if (access(shared.c_str(), X_OK) == 0) {
-            return shared;
-        }
-    }
-    return "";
+    folder.resize(std::min(folder.rfind('/'), folder.size()));
+    folder += "/share";
+    return access(folder.c_str(), X_OK) == 0 ? folder : "";
 }
 
 } // namespace platform

@@ -5,8 +5,7 @@
 
 namespace platform {
 
-/// The folder "share" that the program was installed with: of the folders above the program's own, at most three, the
-/// nearest that has one ("PREFIX/share" for PREFIX/bin/program and PREFIX/libexec/suite/program). Empty where there is
+/// Returns the folder "share" beside that of the running program, PREFIX/share for PREFIX/bin/program; empty if there is
 /// none. Any thread.
 std::string sharedFolder();
 

@@ -1,17 +1,13 @@
 """What the host finds on a machine: real buses, displays, handlers and extensions, there or not."""
 
-import importlib.util
 import json
 import os
 import shutil
 import socket
 import subprocess
-import sys
-import threading
 import time
 import unittest
 
-import settings_portal
 from support import EXTENSION, HOST, KINDS, NO_WEB, OK, SANITIZING, UNAVAILABLE, HomeTest, SessionBus, favourites
 from worlds import WaylandWorld, XWorld, skip_where_missing
 
@@ -33,8 +29,7 @@ class DoctorTest(HomeTest):
         command = [HOST, "--extension", extension]
         if extension is None:
             # Elsewhere, so that no manifest is installed beside it.
-            programs = [shutil.copy(HOST.with_name(name), self.home / "run") for name in (HOST.name, "widgethost-commands")]
-            command = programs[:1]
+            command = [shutil.copy(HOST, self.home / "run")]
         return subprocess.run([*command, "--home", self.home, "doctor", *arguments], capture_output=True, timeout=60,
                               env={**self.variables, **more})
 
@@ -67,13 +62,11 @@ class DoctorTest(HomeTest):
 
 
 class Extensions(DoctorTest):
-    def test_the_real_one_answers(self):
+    def test_the_real_one_answers_and_none_is_a_problem(self):
         self.write(favourites(3))
         findings = self.doctor()
         self.expect(findings, "extension", ("ok", rf"net\.foliovault\.widgets: starts and answers in \d+ ms, {len(KINDS)} widgets$"))
         self.expect(findings, "data", ("ok", "FOLIOvault: 1 file, readable$"))
-
-    def test_none_is_a_problem(self):
         self.expect(self.doctor(extension=None), "extension", ("problem", "no extension is installed"))
 
     def test_bad_ones_are_told_apart_and_wait_side_by_side(self):
@@ -101,64 +94,27 @@ class Extensions(DoctorTest):
                     ("problem", "^c: .* exited with 3"), ("problem", "^d: .*no answer in 10 s"), ("problem", "^e: .*else than a message"),
                     ("problem", "^f: not today"), ("note", "^g: .*1 widget; nothing in 10 s from Slow"))
 
-    def test_people_get_lines_and_no_colours(self):
-        done = self.run_doctor()
-        text = done.stdout.decode()
-        self.assertEqual((done.returncode, done.stderr), (UNAVAILABLE, b""))
-        self.assertRegex(text, r"(?m)^ok +extension +net\.foliovault\.widgets: starts and answers")
-        self.assertRegex(text, r"(?m)^PROBLEM +compositor +neither[^\n]*\n( +[^\n]*\n)? +→ ")
-        self.assertRegex(text, r"\n\n\d+ problems?, \d+ notes?\.\n\Z")
-        self.assertNotIn("\x1b", text)
-
 
 class Data(DoctorTest):
     def test_what_cannot_be_read_is_said(self):
         self.library.rmdir()
         self.expect(self.doctor(), "data", ("problem", "FOLIOvault: No such file"))
-        self.library.write_text("")
-        self.expect(self.doctor(), "data", ("problem", "FOLIOvault: Not a directory"))
-        self.library.unlink()
         os.mkfifo(self.library)
         self.expect(self.doctor(), "data", ("problem", "FOLIOvault: Not a directory"))
         self.library.unlink()
         self.library.mkdir()
         os.mkfifo(self.library / "Favorites.plist")
-        self.expect(self.doctor(), "data", ("note", "no files"))
         for number in range(5):
             (self.library / f"lost-{number}").symlink_to("/nowhere/at/all")
         self.expect(self.doctor(), "data", ("problem", r"not readable: lost-\d \(No such file or directory\), .* and 2 more$"))
-
-    @unittest.skipIf(os.getuid() == 0, "the superuser may read everything")
-    def test_what_is_forbidden_is_said(self):
-        self.write(favourites(1))
-        self.file.chmod(0)
-        self.expect(self.doctor(), "data", ("problem", r"not readable: Favorites\.plist \(Permission denied\)"))
-        self.library.chmod(0)
-        self.addCleanup(self.library.chmod, 0o700)
-        self.expect(self.doctor(), "data", ("problem", "Permission denied"))
-
-    def test_without_a_home_nothing_is_made(self):
-        folder = self.home / "here"
-        folder.mkdir()
-        done = subprocess.run([HOST, "--extension", EXTENSION, "doctor", "--json"], capture_output=True, timeout=60, cwd=folder,
-                              env={"PATH": os.environ["PATH"], **NO_WEB})
-        findings = {each["check"]: each for each in json.loads(done.stdout)}
-        self.assertEqual(done.returncode, UNAVAILABLE)
-        for name in ("extension", "arrangement"):
-            self.assertEqual(findings[name]["state"], "problem")
-            self.assertIn("HOME", findings[name]["found"])
-        self.assertEqual(list(folder.iterdir()), [])
 
     def test_the_arrangement_is_read_and_left_alone(self):
         file = self.configuration / "widgethost" / "arrangement.json"
         file.parent.mkdir()
         self.expect(self.doctor(), "arrangement", ("note", "no widget is placed"))
-        subprocess.run([HOST, "--extension", EXTENSION, "add", "TipsWidget"], env=self.variables, check=True, capture_output=True)
-        self.expect(self.doctor(), "arrangement", ("ok", "^1 widget is placed"))
-        for content, says in (("{", "is broken"), ('{"version": 99, "instances": []}', "newer")):
-            file.write_text(content)
-            self.expect(self.doctor(), "arrangement", ("problem", says))
-            self.assertEqual(file.read_text(), content)
+        file.write_text("{")
+        self.expect(self.doctor(), "arrangement", ("problem", "is broken"))
+        self.assertEqual(file.read_text(), "{")
 
 
 class Links(DoctorTest):
@@ -185,12 +141,6 @@ class Links(DoctorTest):
         fonts.write_text("<?xml version='1.0'?><!DOCTYPE fontconfig SYSTEM 'fonts.dtd'><fontconfig></fontconfig>")
         findings = self.doctor(FONTCONFIG_FILE=str(fonts))
         self.assertEqual([findings[name][0]["state"] for name in names], ["problem", "note", "note", "note", "note"])
-        inter = subprocess.run(["fc-match", "-f", "%{file}", "Inter"], capture_output=True, text=True).stdout
-        if "Inter" in inter:
-            shutil.copy(inter, self.home / "run")
-            fonts.write_text(f"<?xml version='1.0'?><!DOCTYPE fontconfig SYSTEM 'fonts.dtd'><fontconfig><dir>{self.home}/run</dir></fontconfig>")
-            findings = self.doctor(FONTCONFIG_FILE=str(fonts))
-            self.assertEqual([findings[name][0]["state"] for name in names], ["ok", "note", "note", "note", "note"])
 
 
 class Desktop(DoctorTest):
@@ -203,39 +153,12 @@ class Desktop(DoctorTest):
         self.expect(findings, "compositor", ("problem", "Wayland, nothing: cannot be reached"), ("problem", "X11, :98765: cannot"))
         self.expect(findings, "session bus", ("note", "cannot be reached"))
 
-    def test_a_bus_with_a_host(self):
+    def test_a_bus_without_a_host(self):
         bus = SessionBus()
         self.addCleanup(bus.end)
         findings = self.doctor(**bus.variables)
         for name, row in (("session bus", ("ok", "answers")), ("running host", ("note", "none runs")), ("portal", ("note", "there is none"))):
             self.expect(findings, name, row)
-        host = subprocess.Popen([HOST, "--extension", EXTENSION, "--home", self.home, "host"], env={**self.variables, **bus.variables})
-        self.addCleanup(host.__exit__, None, None, None)
-        self.addCleanup(host.kill)
-        deadline = time.monotonic() + 20
-        while self.doctor(**bus.variables)["running host"][0]["state"] != "ok":
-            self.assertLess(time.monotonic(), deadline)
-
-    def test_a_portal_that_the_bus_starts(self):
-        services = self.home / "services"
-        services.mkdir()
-        rows = [("sleep 5", ("note", "it tells no settings"))]
-        if importlib.util.find_spec("gi"):
-            rows.append((f"{sys.executable} '{settings_portal.__file__}'", ("ok", f"tells settings, version {settings_portal.VERSION}$")))
-        for command, row in rows:
-            (services / "portal.service").write_text(f"[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec={command}\n")
-            bus = SessionBus(services)
-            self.addCleanup(bus.end)
-            self.expect(self.doctor(**bus.variables), "portal", row)
-
-    def test_a_compositor_that_hangs_up(self):
-        with socket.socket(socket.AF_UNIX) as listener:
-            self.addCleanup(os.chdir, os.getcwd())
-            os.chdir(self.home / "run")
-            listener.bind("rude")
-            listener.listen()
-            threading.Thread(target=lambda: listener.accept()[0].close(), daemon=True).start()
-            self.expect(self.doctor(WAYLAND_DISPLAY="rude"), "compositor", ("problem", "Wayland, rude: cannot be reached"))
 
     def display_of(self, world):
         return {name: value for name, value in world.environment().items() if name in ("XDG_RUNTIME_DIR", "WAYLAND_DISPLAY", "DISPLAY")}
@@ -262,9 +185,8 @@ class Desktop(DoctorTest):
             program.wait()
         # First its sign on the root window is left behind, then there is none.
         rows = {"compositor": ("ok", "X11, " + display["DISPLAY"]), "window manager": ("note", "there is none"), "compositing": ("note", "corners")}
-        for more in ({}, {"WAYLAND_DISPLAY": "nothing"}):
-            findings = self.doctor(**display, **more)
-            findings["compositor"] = findings["compositor"][-1:]
+        for _ in range(2):
+            findings = self.doctor(**display)
             for name, row in rows.items():
                 self.expect(findings, name, row)
             world.run("xprop", "-root", "-remove", "_NET_SUPPORTING_WM_CHECK")

@@ -72,11 +72,6 @@ class Programs(InstallTest):
             described = json.loads(self.installed("describe", "--json", LANG=language))
             self.assertEqual(described["widgets"][0]["displayName"], name)
 
-    def test_draw_a_gallery(self):
-        self.write(favourites(2))
-        self.installed("gallery", "-o", self.home / "gallery")
-        self.assertEqual(len(list((self.home / "gallery").glob("*.png"))), 8 * len(KINDS))
-
 
 class Desktop(InstallTest):
     @needs("desktop-file-validate")

@@ -74,6 +74,18 @@ TEST_F(ArrangementFileTest, WaitsForAnothersLockOnlySoLong) {
     EXPECT_EQ(count(), 0U);
 }
 
+TEST(FileLock, SaysWhyItCannotBeMade) {
+    const platform::TemporaryFolder folder;
+    folder.write("file", "");
+    fs::create_symlink("nowhere", folder.path("link"));
+    for (const auto& [path, why] :
+         {std::pair{"file/lock", "Not a directory"}, {"link", "Too many levels of symbolic links"}}) {
+        const auto lock = FileLock::tryLock(folder.path(path));
+        ASSERT_FALSE(lock) << path;
+        EXPECT_EQ(lock.error(), (platform::Failure{Kind::unwritable, "cannot lock " + folder.path(path) + ": " + why}));
+    }
+}
+
 TEST_F(ArrangementFileTest, LosesNothingOfManyProcesses) {
     constexpr int processes = 20;
     constexpr int additions = 3;
@@ -125,7 +137,7 @@ TEST_F(ArrangementFileTest, KeepsWhatIsDoneWhenAProcessIsKilled) {
         ASSERT_LE(found, reported + 1);
         total += found - before;
         reported = found;
-        if (reported > Arrangement::greatestCount / 2) {
+        if (reported > Arrangement::maxCount / 2) {
             fs::remove(folder.path("arrangement.json"));
             reported = 0;
         }
@@ -180,7 +192,7 @@ TEST_F(ArrangementFileTest, LeavesANewerFileAndWhatIsNoFileAsTheyAre) {
 TEST_F(ArrangementFileTest, NeverGrowsBeyondWhatIsRead) {
     ASSERT_TRUE(file.update(addition));
     const std::string before = folder.content("arrangement.json");
-    const Edit edit{1, {{"group", std::string(greatestArrangementFile, 'x')}}};
+    const Edit edit{1, {{"group", std::string(maxArrangementFileSize, 'x')}}};
     EXPECT_EQ(failure(file, edit, Kind::usage), "the arrangement would be larger than 1048576 bytes");
     EXPECT_EQ(folder.content("arrangement.json"), before);
 }
@@ -189,7 +201,7 @@ TEST_F(ArrangementFileTest, NeverGrowsBeyondWhatIsRead) {
 TEST(ArrangementFile, LosesNothingWhenItCannotBeWritten) {
     const platform::TemporaryFolder folder;
     const std::string path = folder.path("arrangement.json");
-    const std::string good = arrangementJson(*changed({}, addition));
+    const std::string good = arrangementJson(*applied({}, addition));
     for (const std::string& content : {good, broken}) {
         platform::MemoryFileSystem files;
         files.write(path, content);

@@ -32,7 +32,7 @@ class PlacementTest : public ::testing::Test {
         std::vector<std::string> all;
         for (const PlacedTile& place : placeTiles(tiles, screens)) {
             const Screen& screen = screens[place.screen];
-            const char* const sources[] = {"arranged", "chosen", "refuge"};
+            const char* const sources[] = {"arranged", "chosen", "fallback"};
             all.push_back(screen.name + " " + std::to_string(static_cast<int>(place.frame.x - screen.bounds.x)) + "," +
                           std::to_string(static_cast<int>(place.frame.y - screen.bounds.y)) + " " +
                           sources[static_cast<int>(place.source)]);
@@ -72,12 +72,12 @@ TEST_F(PlacementTest, FindsPlacesThatNobodyHas) {
     EXPECT_THAT(placed({left, right}), ElementsAre("DP-1 218,54 chosen", "DP-1 24,54 arranged", "HDMI-1 24,24 chosen"));
 }
 
-TEST_F(PlacementTest, GivesTilesRefugeAsLongAsTheirScreenIsAway) {
+TEST_F(PlacementTest, MovesTilesAsLongAsTheirScreenIsAway) {
     add("DP-1", Position{24, 54});
     add("HDMI-1", Position{24, 54});
     EXPECT_THAT(placed({left, right}), ElementsAre("DP-1 24,54 arranged", "HDMI-1 24,54 arranged"));
-    EXPECT_THAT(placed({left}), ElementsAre("DP-1 24,54 arranged", "DP-1 218,54 refuge"));
-    EXPECT_THAT(placed({right}), ElementsAre("HDMI-1 218,24 refuge", "HDMI-1 24,54 arranged"));
+    EXPECT_THAT(placed({left}), ElementsAre("DP-1 24,54 arranged", "DP-1 218,54 fallback"));
+    EXPECT_THAT(placed({right}), ElementsAre("HDMI-1 218,24 fallback", "HDMI-1 24,54 arranged"));
     EXPECT_THAT(placed({}), IsEmpty());
 }
 

@@ -1,8 +1,7 @@
-#include "Host/Commands/LandlockCheck.h"
 #include "Host/Commands/LinkSchemes.h"
 #include "Host/Commands/PendingCheck.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <atomic>
 #include <memory>
@@ -11,7 +10,6 @@ namespace host {
 namespace {
 
 using State = Finding::State;
-using testing::HasSubstr;
 
 TEST(LinkSchemes, AreWhatStandsBeforeTheColon) {
     struct Row {
@@ -26,15 +24,6 @@ TEST(LinkSchemes, AreWhatStandsBeforeTheColon) {
           Row{longest + ":x", longest}, Row{longest + "aa:x", ""}}) {
         EXPECT_EQ(schemeOf(row.url), row.scheme) << row.url;
     }
-}
-
-TEST(Landlock, SaysWhatTheKernelConfines) {
-    EXPECT_EQ(checkLandlock(0).state, State::note);
-    EXPECT_THAT(checkLandlock(0).advice, HasSubstr("5.13"));
-    EXPECT_THAT(checkLandlock(3).what, testing::EndsWith("in files"));
-    EXPECT_THAT(checkLandlock(4).what, testing::EndsWith("in files, TCP"));
-    EXPECT_THAT(checkLandlock(6).what, testing::EndsWith("in files, TCP, signals"));
-    EXPECT_EQ(checkLandlock(6).state, State::ok);
 }
 
 TEST(PendingCheck, IsLeftBehindWhenItHangsAndDoesNoHarmLater) {
