@@ -58,7 +58,7 @@ Findings checkX11(const std::string& name) {
                                          "start a window manager that keeps to the desktops' conventions (EWMH)"));
     } else {
         findings.push_back(Finding::ok("window manager", manager));
-        GdkAtom const desktopType = gdk_atom_intern_static_string("_NET_WM_WINDOW_TYPE_DESKTOP");
+        const auto desktopType = gdk_atom_intern_static_string("_NET_WM_WINDOW_TYPE_DESKTOP");
         findings.push_back(Finding::ok("windows", gdk_x11_screen_supports_net_wm_hint(screen, desktopType) != FALSE
                                                       ? "X11 windows of the desktop type, under all windows"
                                                       : "X11 windows that the window manager leaves alone, under all "

@@ -2,10 +2,9 @@
 
 import json
 import os
-import subprocess
 import unittest
 
-from support import CANNOT_CREATE, CONFIGURATION, EXTENSION, HOST, KINDS, OK, UNAVAILABLE, USAGE, HostTest, SessionBus, host
+from support import CANNOT_CREATE, CONFIGURATION, EXTENSION, KINDS, OK, UNAVAILABLE, USAGE, HostTest, SessionBus, host
 
 
 class ArrangementTest(HostTest):
@@ -79,14 +78,6 @@ class Commands(ArrangementTest):
             with self.subTest(arguments):
                 self.assertIn(says, self.refused(USAGE, *arguments))
         self.assertEqual(self.arrangement.read_bytes(), before)
-
-    def test_lose_nothing_when_they_run_at_once(self):
-        command = [HOST, "--extension", EXTENSION, "add", "TipsWidget"]
-        variables = {**os.environ, "XDG_CONFIG_HOME": str(self.home / "config"), "XDG_DATA_HOME": str(self.home / "data")}
-        running = [subprocess.Popen(command, env=variables, stdout=subprocess.PIPE) for _ in range(12)]
-        ids = sorted(int(process.communicate(timeout=100)[0]) for process in running)
-        self.assertEqual(ids, list(range(1, 13)))
-        self.assertEqual([instance["id"] for instance in self.listed()], ids)
 
     def test_take_what_the_instances_own_extension_declares(self):
         described = {"widgets": [{"kind": "ClockWidget", "families": ["tiny", "small"], "configuration": {"parameters": [

@@ -9,7 +9,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from support import EXTENSION, HOST, KINDS, OK, PROGRAMS, PROJECT, SANITIZING, HomeTest, favourites
+from support import EXTENSION, HOST, OK, PROGRAMS, PROJECT, SANITIZING, HomeTest, favourites
 
 NAME = "net.foliovault.WidgetHost"
 COMPLETIONS = {"bash": "share/bash-completion/completions/widgethost", "zsh": "share/zsh/site-functions/_widgethost",
