@@ -68,6 +68,15 @@ constexpr char asciiLowerCased(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
+/// The value of a hexadecimal digit; 16 for any other byte.
+constexpr unsigned hexadecimalValue(char character) {
+    if (character >= '0' && character <= '9') {
+        return static_cast<unsigned>(character - '0');
+    }
+    const char lower = asciiLowerCased(character);
+    return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10 : 16;
+}
+
 inline constexpr AsciiSet asciiLetters("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
 inline constexpr AsciiSet asciiDigits("0123456789");
 inline constexpr AsciiSet asciiLettersAndDigits = asciiLetters.with("0123456789");

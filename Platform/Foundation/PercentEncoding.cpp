@@ -10,28 +10,14 @@ namespace {
 
 constexpr std::size_t escapeLength = 3;
 
-std::optional<unsigned> hexadecimalDigit(char character) {
-    if (character >= '0' && character <= '9') {
-        return static_cast<unsigned>(character - '0');
-    }
-    const char lower = static_cast<char>(character | 0x20);
-    if (lower >= 'a' && lower <= 'f') {
-        return static_cast<unsigned>(lower - 'a') + 10;
-    }
-    return std::nullopt;
-}
-
 /// The byte that the "%HH" at `at` stands for; nothing if none stands there.
 std::optional<char> escapeAt(std::string_view text, std::size_t at) {
     if (text[at] != '%' || text.size() - at < escapeLength) {
         return std::nullopt;
     }
-    const auto high = hexadecimalDigit(text[at + 1]);
-    const auto low = hexadecimalDigit(text[at + 2]);
-    if (!high || !low) {
-        return std::nullopt;
-    }
-    return static_cast<char>(*high << 4U | *low);
+    const unsigned high = hexadecimalValue(text[at + 1]);
+    const unsigned low = hexadecimalValue(text[at + 2]);
+    return high < 16 && low < 16 ? std::optional(static_cast<char>(high << 4U | low)) : std::nullopt;
 }
 
 } // namespace

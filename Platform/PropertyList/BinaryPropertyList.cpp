@@ -1,140 +1,229 @@
 #include "Platform/PropertyList/BinaryPropertyList.h"
 
 #include "Platform/Foundation/Unicode.h"
-#include "Platform/PropertyList/BinaryChecker.h"
-#include "Platform/PropertyList/KeySelection.h"
+#include "Platform/PropertyList/PropertyList.h"
 
 #include <bit>
 #include <cmath>
-#include <string_view>
-#include <utility>
+#include <cstring>
 
 namespace platform {
 
-std::unique_ptr<const PropertyListSource> BinaryPropertyList::parse(const Data& file) {
-    const std::optional<BinaryLayout> layout = BinaryLayout::read(file.bytes());
-    if (!layout) {
-        return nullptr;
+namespace {
+
+using Kind = PropertyListKind;
+using Notation = PropertyListNotation;
+using Node = PropertyListNode;
+
+constexpr std::uint64_t headerSize = 8;
+constexpr std::uint64_t trailerSize = 32;
+
+class Reader {
+  public:
+    explicit Reader(const Data& file) : tree_{.file = file}, bytes_(file.bytes()), collector_(tree_.nodes) {}
+
+    std::optional<PropertyListTree> read() {
+        if (!readTrailer()) {
+            return std::nullopt;
+        }
+        objects_.resize(objectCount_);
+        states_.resize(objectCount_);
+        // Most objects are values of dictionaries, each beside its key.
+        tree_.nodes.reserve(2 * objectCount_);
+        const std::optional<Node> root = object(rootObject_, 0);
+        if (!root) {
+            return std::nullopt;
+        }
+        tree_.root = *root;
+        return std::move(tree_);
     }
-    std::unique_ptr<BinaryPropertyList> list(new BinaryPropertyList(file, *layout));
-    if (!BinaryChecker(list->layout_, list->objects_, list->keys_).check()) {
-        return nullptr;
-    }
-    return list;
-}
 
-PropertyListPlace BinaryPropertyList::root() const {
-    return placeOf(layout_.rootObject());
-}
+  private:
+    enum class State : std::uint8_t { unread, open, read };
 
-std::string BinaryPropertyList::text(const BinaryObject& object) const {
-    const std::string_view bytes = layout_.bytes(object.payload(), object.count() * object.unitSize());
-    return object.unitSize() == 1 ? std::string(bytes) : utf8FromUtf16BigEndian(bytes);
-}
-
-std::string BinaryPropertyList::string(Place place) const {
-    return text(object(place));
-}
-
-std::optional<std::int64_t> BinaryPropertyList::integer(Place place) const {
-    const BinaryObject integer = object(place);
-    if (integer.count() <= 8) {
-        return static_cast<std::int64_t>(layout_.number(integer.payload(), static_cast<unsigned>(integer.count())));
-    }
-    const auto high = static_cast<std::int64_t>(layout_.number(integer.payload(), 8));
-    const auto low = static_cast<std::int64_t>(layout_.number(integer.payload() + 8, 8));
-    if (high != (low < 0 ? -1 : 0)) {
-        return std::nullopt;
-    }
-    return low;
-}
-
-double BinaryPropertyList::number(Place place) const {
-    const BinaryObject number = object(place);
-    if (number.kind() == PropertyListKind::real) {
-        return real(number);
-    }
-    if (number.count() <= 8) {
-        return static_cast<double>(*integer(place));
-    }
-    const auto high = static_cast<std::int64_t>(layout_.number(number.payload(), 8));
-    return std::ldexp(static_cast<double>(high), 64) + static_cast<double>(layout_.number(number.payload() + 8, 8));
-}
-
-double BinaryPropertyList::real(const BinaryObject& object) const {
-    if (object.count() == sizeof(float)) {
-        return std::bit_cast<float>(static_cast<std::uint32_t>(layout_.number(object.payload(), sizeof(float))));
-    }
-    return std::bit_cast<double>(layout_.number(object.payload(), sizeof(double)));
-}
-
-bool BinaryPropertyList::boolean(Place place) const {
-    return object(place).count() != 0;
-}
-
-Date BinaryPropertyList::date(Place place) const {
-    return {real(object(place))};
-}
-
-EncodedData BinaryPropertyList::data(Place place) const {
-    const BinaryObject data = object(place);
-    return {file_.slice(layout_.bytes(data.payload(), data.count())), EncodedData::Encoding::raw};
-}
-
-PropertyListSource::Cursor BinaryPropertyList::walk(Place container) const {
-    const BinaryObject head = object(container);
-    return {.next = head.payload(), .left = head.count(), .valueDistance = head.count() * layout_.referenceSize()};
-}
-
-std::optional<PropertyListPlace> BinaryPropertyList::nextElement(Cursor& cursor) const {
-    if (cursor.left == 0) {
-        return std::nullopt;
-    }
-    constexpr std::uint64_t prefetchDistance = 4;
-    if (cursor.left > prefetchDistance) {
-        layout_.prefetchAround(layout_.reference(cursor.next + prefetchDistance * layout_.referenceSize()));
-    }
-    const std::uint64_t index = layout_.reference(cursor.next);
-    cursor.next += layout_.referenceSize();
-    --cursor.left;
-    return placeOf(index);
-}
-
-bool BinaryPropertyList::nextEntry(Cursor& cursor, Entry& entry) const {
-    if (cursor.left == 0) {
-        return false;
-    }
-    entry.key = string(placeOf(layout_.reference(cursor.next)));
-    entry.value = placeOf(layout_.reference(cursor.next + cursor.valueDistance));
-    cursor.next += layout_.referenceSize();
-    --cursor.left;
-    return true;
-}
-
-std::size_t BinaryPropertyList::arrayCount(Place array) const {
-    return object(array).count();
-}
-
-bool BinaryPropertyList::isArrayOfDictionaries(Place array) const {
-    Cursor cursor = walk(array);
-    while (const auto element = nextElement(cursor)) {
-        if (element->kind() != PropertyListKind::dictionary) {
+    bool readTrailer() {
+        if (!bytes_.starts_with("bplist0") || bytes_.size() < headerSize + trailerSize) {
             return false;
         }
+        const std::uint64_t trailer = bytes_.size() - trailerSize;
+        offsetSize_ = number(trailer + 6, 1);
+        referenceSize_ = number(trailer + 7, 1);
+        objectCount_ = number(trailer + 8, 8);
+        rootObject_ = number(trailer + 16, 8);
+        objectsEnd_ = number(trailer + 24, 8);
+        const auto isWidth = [](std::uint64_t width) { return width >= 1 && width <= 8; };
+        if (!isWidth(offsetSize_) || !isWidth(referenceSize_) || objectsEnd_ < headerSize || objectsEnd_ > trailer) {
+            return false;
+        }
+        // Every object takes at least a byte, which bounds what a false count can make us allocate.
+        bytesLeft_ = objectsEnd_ - headerSize;
+        return rootObject_ < objectCount_ && objectCount_ <= bytesLeft_ && objectCount_ <= PropertyList::maxValues &&
+               objectCount_ <= (trailer - objectsEnd_) / offsetSize_;
     }
-    return true;
-}
 
-void BinaryPropertyList::select(Place dictionary, KeySelection& selection) const {
-    for (Cursor cursor = walk(dictionary); cursor.left > 0; --cursor.left, cursor.next += layout_.referenceSize()) {
-        const std::uint64_t key = layout_.reference(cursor.next);
-        const Place value = placeOf(layout_.reference(cursor.next + cursor.valueDistance));
-        if (const FingerprintedKey* const known = keys_.find(key)) {
-            selection.offer(*known, value);
-        } else {
-            selection.offer(FingerprintedKey(text(layout_.object(key))), value);
+    /// The number of `width` (1 to 8) bytes at `offset`, which begins before the trailer's last word, so that a whole
+    /// word can be read there.
+    std::uint64_t number(std::uint64_t offset, std::uint64_t width) const {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes_.data() + offset, sizeof word);
+        if constexpr (std::endian::native == std::endian::little) {
+            word = __builtin_bswap64(word);
+        }
+        return word >> (64 - 8 * width);
+    }
+
+    // NOLINTBEGIN(misc-no-recursion): as deep as the list is nested, within bounds
+    std::optional<Node> object(std::uint64_t index, int depth) {
+        if (index >= objectCount_ || states_[index] == State::open || depth > PropertyList::maxDepth) {
+            return std::nullopt;
+        }
+        if (states_[index] == State::unread) {
+            states_[index] = State::open;
+            const std::optional<Node> node = readObject(number(objectsEnd_ + index * offsetSize_, offsetSize_), depth);
+            if (!node) {
+                return std::nullopt;
+            }
+            objects_[index] = *node;
+            states_[index] = State::read;
+        }
+        return objects_[index];
+    }
+
+    std::optional<Node> readObject(std::uint64_t offset, int depth) {
+        if (offset < headerSize || offset >= objectsEnd_) {
+            return std::nullopt;
+        }
+        const std::uint64_t marker = number(offset, 1);
+        const std::uint64_t low = marker & 0xFU;
+        const std::uint64_t content = offset + 1;
+        switch (marker >> 4U) {
+        case 0x0:
+            return low == 0   ? std::optional(Node{.kind = Kind::null})
+                   : low == 8 ? std::optional(Node{.kind = Kind::boolean, .content = 0})
+                   : low == 9 ? std::optional(Node{.kind = Kind::boolean, .content = 1})
+                              : std::nullopt;
+        case 0x1:
+            return low <= 4 && take(content, 1, 1U << low) ? std::optional(integer(content, 1U << low)) : std::nullopt;
+        case 0x2:
+            return (low == 2 || low == 3) && take(content, 1, 1U << low)
+                       ? std::optional(Node{.kind = Kind::real, .content = realBits(content, 1U << low)})
+                       : std::nullopt;
+        case 0x3:
+            return low == 3 && take(content, 1, 8)
+                       ? std::optional(Node{.kind = Kind::date, .content = number(content, 8)})
+                       : std::nullopt;
+        case 0x8:
+            return take(content, low + 1, 1) ? std::optional(Node{.kind = Kind::uid}) : std::nullopt;
+        default:
+            return readSized(marker >> 4U, low, content, depth);
         }
     }
+
+    /// An object that holds `count` of something, or 15 where the count follows as an integer object.
+    std::optional<Node> readSized(std::uint64_t type, std::uint64_t count, std::uint64_t content, int depth) {
+        if (count == 0xF) {
+            const std::uint64_t marker = content < objectsEnd_ ? number(content, 1) : 0;
+            if (marker < 0x10 || marker > 0x13) {
+                return std::nullopt;
+            }
+            const std::uint64_t width = std::uint64_t{1} << (marker & 0xFU);
+            count = number(content + 1, width);
+            content += 1 + width;
+        }
+        switch (type) {
+        case 0x4:
+            return take(content, count, 1) ? bytes(Kind::data, Notation::plain, content, count) : std::nullopt;
+        case 0x5:
+            return take(content, count, 1) && isAscii(bytes_.substr(content, count))
+                       ? bytes(Kind::string, Notation::plain, content, count)
+                       : std::nullopt;
+        case 0x6:
+            return take(content, count, 2) ? bytes(Kind::string, Notation::utf16, content, 2 * count) : std::nullopt;
+        case 0xA:
+            return take(content, count, referenceSize_) ? container(Kind::array, content, count, depth) : std::nullopt;
+        case 0xC:
+            return take(content, count, referenceSize_) ? container(Kind::set, content, count, depth) : std::nullopt;
+        case 0xD:
+            return take(content, count, 2 * referenceSize_) ? container(Kind::dictionary, content, count, depth)
+                                                            : std::nullopt;
+        default:
+            return std::nullopt;
+        }
+    }
+
+    std::optional<Node> container(Kind kind, std::uint64_t content, std::uint64_t count, int depth) {
+        const std::size_t mark = collector_.mark();
+        const auto addChild = [&](std::uint64_t place) {
+            const auto child = object(number(content + place * referenceSize_, referenceSize_), depth + 1);
+            const bool mustBeKey = kind == Kind::dictionary && place < count;
+            return child && (!mustBeKey || child->kind == Kind::string) && collector_.add(*child);
+        };
+        for (std::uint64_t index = 0; index < count; ++index) {
+            if (!addChild(index) || (kind == Kind::dictionary && !addChild(count + index))) {
+                return std::nullopt;
+            }
+        }
+        return collector_.close(kind, mark);
+    }
+    // NOLINTEND(misc-no-recursion)
+
+    /// Whether `count` units lie between `content` and the offset table, and the objects still fit the file.
+    bool take(std::uint64_t content, std::uint64_t count, std::uint64_t unitSize) {
+        // A count no greater than the file, times 16 at most, does not overflow.
+        if (content > objectsEnd_ || count > objectsEnd_ || count * unitSize > objectsEnd_ - content ||
+            count * unitSize >= bytesLeft_) {
+            return false;
+        }
+        bytesLeft_ -= count * unitSize + 1;
+        return true;
+    }
+
+    static std::optional<Node> bytes(Kind kind, Notation notation, std::uint64_t offset, std::uint64_t size) {
+        return Node{.kind = kind, .notation = notation, .count = static_cast<std::uint32_t>(size), .content = offset};
+    }
+
+    /// Up to 4 bytes are unsigned, 8 and 16 signed.
+    Node integer(std::uint64_t offset, std::uint64_t width) const {
+        Node node{.kind = Kind::integer, .content = number(offset, width > 8 ? 8 : width)};
+        if (width == 16) {
+            const auto high = static_cast<std::int64_t>(node.content);
+            const std::uint64_t low = number(offset + 8, 8);
+            node.content = low;
+            if (high != (static_cast<std::int64_t>(low) < 0 ? -1 : 0)) {
+                node.notation = Notation::wide;
+                const double value = std::ldexp(static_cast<double>(high), 64) + static_cast<double>(low);
+                node.content = std::bit_cast<std::uint64_t>(value);
+            }
+        }
+        return node;
+    }
+
+    std::uint64_t realBits(std::uint64_t offset, std::uint64_t width) const {
+        const std::uint64_t bits = number(offset, width);
+        return width == 8
+                   ? bits
+                   : std::bit_cast<std::uint64_t>(double{std::bit_cast<float>(static_cast<std::uint32_t>(bits))});
+    }
+
+    PropertyListTree tree_;
+    std::string_view bytes_;
+    PropertyListCollector collector_;
+    std::uint64_t offsetSize_ = 0;
+    std::uint64_t referenceSize_ = 0;
+    std::uint64_t objectCount_ = 0;
+    std::uint64_t rootObject_ = 0;
+    /// Where the objects end and the offset table begins.
+    std::uint64_t objectsEnd_ = 0;
+    /// What the objects that have not been read may still take.
+    std::uint64_t bytesLeft_ = 0;
+    std::vector<Node> objects_;
+    std::vector<State> states_;
+};
+
+} // namespace
+
+std::optional<PropertyListTree> readBinaryPropertyList(const Data& file) {
+    return Reader(file).read();
 }
 
 } // namespace platform

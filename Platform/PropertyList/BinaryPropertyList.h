@@ -1,49 +1,31 @@
-// A binary property list. Places are objects' numbers.
+// The binary form of property lists.
+//
+//   "bplist0" and one more character
+//   objects             each a marker byte and its content
+//   offset table        for every object, by number, its offset in the file
+//   trailer, 32 bytes   6 unused, 1 width of an offset, 1 width of a reference (1 to 8 bytes each),
+//                       8 number of objects, 8 number of the root object, 8 offset of the offset table
+//
+// All numbers are big-endian. A reference is the number of an object. The markers:
+//
+//   00 null   08 false   09 true
+//   10…14 integer of 1, 2, 4, 8, 16 bytes   22, 23 real of 4, 8 bytes   33 date
+//   4n data, n bytes   5n text, n bytes of ASCII   6n text, n units of UTF-16
+//   80…8F UID of 1 to 16 bytes
+//   An array, n references   Cn set, n references   Dn dictionary, n references to keys and then n to values
+//
+// Where n is 15, the size follows as an integer object of 1, 2, 4 or 8 bytes.
 #pragma once
 
-#include "Platform/Foundation/Data.h"
-#include "Platform/PropertyList/BinaryKeys.h"
-#include "Platform/PropertyList/BinaryLayout.h"
-#include "Platform/PropertyList/BinaryObjectTable.h"
-#include "Platform/PropertyList/PropertyListSource.h"
+#include "Platform/PropertyList/PropertyListTree.h"
 
-#include <memory>
-#include <utility>
+#include <optional>
 
 namespace platform {
 
-class BinaryPropertyList final : public PropertyListSource {
-  public:
-    /// Null if `file` is no sound binary property list.
-    static std::unique_ptr<const PropertyListSource> parse(const Data& file);
-
-    Place root() const override;
-    std::string string(Place place) const override;
-    std::optional<std::int64_t> integer(Place place) const override;
-    double number(Place place) const override;
-    bool boolean(Place place) const override;
-    Date date(Place place) const override;
-    EncodedData data(Place place) const override;
-    Cursor walk(Place container) const override;
-    std::optional<Place> nextElement(Cursor& cursor) const override;
-    bool nextEntry(Cursor& cursor, Entry& entry) const override;
-    std::size_t arrayCount(Place array) const override;
-    bool isArrayOfDictionaries(Place array) const override;
-    void select(Place dictionary, KeySelection& selection) const override;
-
-  private:
-    BinaryPropertyList(Data file, const BinaryLayout& layout)
-        : file_(std::move(file)), layout_(layout), objects_(layout.objectCount()) {}
-
-    BinaryObject object(Place place) const { return layout_.object(place.offset()); }
-    Place placeOf(std::uint64_t index) const { return {objects_.kind(index), index}; }
-    std::string text(const BinaryObject& object) const;
-    double real(const BinaryObject& object) const;
-
-    Data file_;
-    BinaryLayout layout_;
-    BinaryObjectTable objects_;
-    BinaryKeys keys_;
-};
+/// The binary property list in `file`. Nothing for any other file, and where an object that the root reaches is
+/// unknown, not before the offset table, or contains itself; keys must be strings. The objects of an honest file do not
+/// overlap: more bytes in all objects than the file has are an error, so that no file takes longer than its size.
+std::optional<PropertyListTree> readBinaryPropertyList(const Data& file);
 
 } // namespace platform

@@ -1,77 +1,101 @@
 #include "Platform/PropertyList/PropertyList.h"
 
 #include "Platform/Foundation/TextEncoding.h"
+#include "Platform/Foundation/Unicode.h"
 #include "Platform/PropertyList/BinaryPropertyList.h"
-#include "Platform/PropertyList/KeySelection.h"
 #include "Platform/PropertyList/TextPropertyList.h"
 #include "Platform/PropertyList/XmlPropertyList.h"
+#include "Platform/PropertyList/XmlText.h"
 
+#include <algorithm>
+#include <bit>
 #include <cassert>
+#include <limits>
 
 namespace platform {
 
-std::optional<std::string> PropertyListValue::string() const {
-    if (kind() != Kind::string) {
-        return std::nullopt;
+namespace {
+
+using Notation = PropertyListNotation;
+
+} // namespace
+
+std::string PropertyListValue::text() const {
+    const std::string_view bytes = tree_->bytes(*node_);
+    switch (node_->notation) {
+    case Notation::utf16:
+        return utf8FromUtf16BigEndian(bytes);
+    case Notation::xmlText:
+        return decodedXmlText(bytes);
+    case Notation::escaped:
+        return unescapedPropertyListText(bytes);
+    default:
+        return std::string(bytes);
     }
-    return source_->string(place_);
+}
+
+std::optional<std::string> PropertyListValue::string() const {
+    return kind() == Kind::string ? std::optional(text()) : std::nullopt;
 }
 
 std::optional<std::int64_t> PropertyListValue::integer() const {
-    if (kind() != Kind::integer) {
-        return std::nullopt;
-    }
-    return source_->integer(place_);
+    return kind() == Kind::integer && node_->notation == Notation::plain
+               ? std::optional(static_cast<std::int64_t>(node_->content))
+               : std::nullopt;
 }
 
 std::optional<bool> PropertyListValue::boolean() const {
-    if (kind() != Kind::boolean) {
-        return std::nullopt;
-    }
-    return source_->boolean(place_);
+    return kind() == Kind::boolean ? std::optional(node_->content != 0) : std::nullopt;
 }
 
 std::optional<Date> PropertyListValue::date() const {
-    if (kind() != Kind::date) {
-        return std::nullopt;
-    }
-    return source_->date(place_);
+    return kind() == Kind::date ? std::optional(Date{std::bit_cast<double>(node_->content)}) : std::nullopt;
 }
 
 std::optional<EncodedData> PropertyListValue::data() const {
+    using Encoding = EncodedData::Encoding;
     if (kind() != Kind::data) {
         return std::nullopt;
     }
-    return source_->data(place_);
+    const std::string_view bytes = tree_->bytes(*node_);
+    switch (node_->notation) {
+    case Notation::base64:
+        return EncodedData(tree_->file.slice(bytes), Encoding::base64);
+    case Notation::base64InXmlText:
+        return EncodedData(Data::owning(decodedXmlText(bytes)), Encoding::base64);
+    case Notation::hexadecimal:
+        return EncodedData(Data::owning(bytesOfHexadecimal(bytes)), Encoding::raw);
+    default:
+        return EncodedData(tree_->file.slice(bytes), Encoding::raw);
+    }
 }
 
 std::optional<double> PropertyListValue::number() const {
-    if (kind() != Kind::integer && kind() != Kind::real) {
-        return std::nullopt;
+    if (const auto integer = this->integer()) {
+        return static_cast<double>(*integer);
     }
-    return source_->number(place_);
+    return kind() == Kind::integer || kind() == Kind::real ? std::optional(std::bit_cast<double>(node_->content))
+                                                           : std::nullopt;
 }
 
 std::optional<std::size_t> PropertyListValue::arrayCount() const {
-    if (kind() != Kind::array) {
-        return std::nullopt;
-    }
-    return source_->arrayCount(place_);
+    return kind() == Kind::array ? std::optional(children().size()) : std::nullopt;
 }
 
 bool PropertyListValue::select(std::span<const std::string_view> keys,
                                std::span<std::optional<PropertyListValue>> found) const {
-    assert(keys.size() <= KeySelection::greatestCount && keys.size() <= found.size());
+    assert(keys.size() <= found.size());
     if (kind() != Kind::dictionary) {
         return false;
     }
-    KeySelection selection(keys);
-    source_->select(place_, selection);
-    for (std::size_t index = 0; index < keys.size(); ++index) {
-        if (selection.isFound(index)) {
-            found[index] = PropertyListValue(source_, selection.place(index));
-        } else {
-            found[index].reset();
+    std::fill_n(found.begin(), keys.size(), std::nullopt);
+    for (auto rest = children(); !rest.empty(); rest = rest.subspan(2)) {
+        const bool isPlain = rest[0].notation == Notation::plain;
+        const std::string decoded = isPlain ? std::string() : PropertyListValue(*tree_, rest[0]).text();
+        const std::string_view key = isPlain ? tree_->bytes(rest[0]) : decoded;
+        const auto wanted = std::find(keys.begin(), keys.end(), key);
+        if (wanted != keys.end()) {
+            found[static_cast<std::size_t>(wanted - keys.begin())] = PropertyListValue(*tree_, rest[1]);
         }
     }
     return true;
@@ -84,24 +108,24 @@ std::optional<PropertyListValue> PropertyListValue::operator[](std::string_view 
 }
 
 bool PropertyListValue::isArrayOfDictionaries() const {
-    return kind() == Kind::array && source_->isArrayOfDictionaries(place_);
+    const auto isDictionary = [](const PropertyListNode& node) { return node.kind == Kind::dictionary; };
+    return kind() == Kind::array && std::all_of(children().begin(), children().end(), isDictionary);
 }
 
 std::optional<PropertyList> PropertyList::parse(const Data& file) {
-    if (auto binary = BinaryPropertyList::parse(file)) {
-        return PropertyList(std::move(binary));
-    }
-    const std::optional<Data> text = convertedToUtf8(file);
-    if (!text) {
+    // Nodes count bytes by 32 bits.
+    if (file.size() > std::numeric_limits<std::uint32_t>::max()) {
         return std::nullopt;
     }
-    if (auto xml = XmlPropertyList::parse(*text)) {
-        return PropertyList(std::move(xml));
+    std::optional<PropertyListTree> tree = readBinaryPropertyList(file);
+    const std::optional<Data> text = tree ? std::nullopt : convertedToUtf8(file);
+    if (text) {
+        tree = readXmlPropertyList(*text);
     }
-    if (auto oldText = TextPropertyList::parse(*text)) {
-        return PropertyList(std::move(oldText));
+    if (text && !tree) {
+        tree = readTextPropertyList(*text);
     }
-    return std::nullopt;
+    return tree ? std::optional(PropertyList(*std::move(tree))) : std::nullopt;
 }
 
 } // namespace platform

@@ -1,126 +1,249 @@
 #include "Platform/PropertyList/TextPropertyList.h"
 
+#include "Platform/Foundation/AsciiSet.h"
 #include "Platform/Foundation/Unicode.h"
 #include "Platform/Foundation/Utf8.h"
-#include "Platform/PropertyList/KeySelection.h"
+#include "Platform/Foundation/WhiteSpace.h"
+#include "Platform/PropertyList/PropertyList.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace platform {
 
-std::unique_ptr<const PropertyListSource> TextPropertyList::parse(const Data& text) {
-    const TextScanner scanner(text.bytes());
-    const char* const root = scanner.skipBlanks(text.bytes().data());
-    const char* p = root;
-    if (p != nullptr) {
-        p = scanner.skipValue(p, 0);
-    }
-    if (p != nullptr) {
-        p = scanner.skipBlanks(p);
-    }
-    if (p == nullptr || p != scanner.end() || !isUtf8(text.bytes())) {
-        return nullptr;
-    }
-    return std::unique_ptr<const PropertyListSource>(new TextPropertyList(text, root));
-}
+namespace {
 
-PropertyListPlace TextPropertyList::placeOf(const char* p) const {
-    const auto offset = static_cast<std::uint64_t>(p - text_.bytes().data());
-    switch (*p) {
-    case '{':
-        return {PropertyListKind::dictionary, offset};
-    case '(':
-        return {PropertyListKind::array, offset};
-    case '<':
-        return {PropertyListKind::data, offset};
-    default:
-        return {PropertyListKind::string, offset};
-    }
-}
+using Kind = PropertyListKind;
+using Notation = PropertyListNotation;
+using Node = PropertyListNode;
 
-std::string TextPropertyList::string(Place place) const {
-    return scanner_.string(position(place.offset()));
-}
+constexpr AsciiSet bareCharacters = asciiLettersAndDigits.with("_$/:.-");
 
-EncodedData TextPropertyList::data(Place place) const {
-    return {Data::owning(scanner_.data(position(place.offset()))), EncodedData::Encoding::raw};
-}
+/// Reads the escapes of a quoted string's content.
+class Unescaper {
+  public:
+    explicit Unescaper(std::string_view content) : rest_(content) {}
 
-// No value of this form is of these kinds.
-
-std::optional<std::int64_t> TextPropertyList::integer(Place /*place*/) const {
-    return std::nullopt;
-}
-
-double TextPropertyList::number(Place /*place*/) const {
-    return 0;
-}
-
-bool TextPropertyList::boolean(Place /*place*/) const {
-    return false;
-}
-
-Date TextPropertyList::date(Place /*place*/) const {
-    return {};
-}
-
-PropertyListSource::Cursor TextPropertyList::walk(Place container) const {
-    const char* const content = scanner_.skipBlanks(position(container.offset()) + 1);
-    return {.next = static_cast<std::uint64_t>(content - text_.bytes().data())};
-}
-
-std::optional<PropertyListPlace> TextPropertyList::nextElement(Cursor& cursor) const {
-    const char* p = position(cursor.next);
-    if (cursor.isAtValue) {
-        p = scanner_.skipBlanks(scanner_.skipValue(p, 0));
-        if (scanner_.isAt(p, ',')) {
-            p = scanner_.skipMark(p, ',');
+    std::string unescaped() {
+        std::string text;
+        for (;;) {
+            const std::size_t plain = std::min(rest_.find('\\'), rest_.size());
+            text += rest_.substr(0, plain);
+            rest_.remove_prefix(plain);
+            if (rest_.empty()) {
+                return text;
+            }
+            rest_.remove_prefix(1);
+            appendEscaped(text);
         }
     }
-    cursor.next = static_cast<std::uint64_t>(p - text_.bytes().data());
-    cursor.isAtValue = !scanner_.isAt(p, ')');
-    return cursor.isAtValue ? std::optional(placeOf(p)) : std::nullopt;
-}
 
-bool TextPropertyList::nextEntry(Cursor& cursor, Entry& entry) const {
-    const char* p = position(cursor.next);
-    if (cursor.isAtValue) {
-        p = scanner_.skipMark(scanner_.skipValue(p, 0), ';');
+  private:
+    /// Reads what follows a backslash; what is no escape means itself.
+    void appendEscaped(std::string& text) {
+        constexpr std::string_view letters = "abfnrtv";
+        constexpr std::string_view meanings = "\a\b\f\n\r\t\v";
+        const char letter = rest_.front();
+        if (letter == 'U') {
+            rest_.remove_prefix(1);
+            appendUnits(text);
+        } else if (letter >= '0' && letter <= '7') {
+            appendUtf8(text, readNumber(8, 3));
+        } else {
+            const std::size_t index = letters.find(letter);
+            text += index == std::string_view::npos ? letter : meanings[index];
+            rest_.remove_prefix(1);
+        }
     }
-    cursor.isAtValue = !scanner_.isAt(p, '}');
-    if (cursor.isAtValue) {
-        entry.key = scanner_.string(p);
-        p = scanner_.skipMark(scanner_.skipString(p), '=');
-        entry.value = placeOf(p);
-    }
-    cursor.next = static_cast<std::uint64_t>(p - text_.bytes().data());
-    return cursor.isAtValue;
-}
 
-std::size_t TextPropertyList::arrayCount(Place array) const {
-    std::size_t count = 0;
-    for (Cursor cursor = walk(array); nextElement(cursor);) {
-        ++count;
+    /// Reads a unit of UTF-16, or two that make one character.
+    void appendUnits(std::string& text) {
+        const char32_t high = readNumber(16, 4);
+        if (high >= 0xD800 && high < 0xDC00 && rest_.starts_with("\\U")) {
+            const std::string_view afterHigh = rest_;
+            rest_.remove_prefix(2);
+            if (const char32_t low = readNumber(16, 4); low >= 0xDC00 && low < 0xE000) {
+                appendUtf8(text, 0x10000 + ((high - 0xD800) << 10U) + (low - 0xDC00));
+                return;
+            }
+            rest_ = afterHigh;
+        }
+        appendUtf8(text, high);
     }
-    return count;
-}
 
-bool TextPropertyList::isArrayOfDictionaries(Place array) const {
-    Cursor cursor = walk(array);
-    while (const auto element = nextElement(cursor)) {
-        if (element->kind() != PropertyListKind::dictionary) {
+    char32_t readNumber(unsigned base, std::size_t maxDigits) {
+        char32_t number = 0;
+        for (; maxDigits > 0 && !rest_.empty() && hexadecimalValue(rest_.front()) < base; --maxDigits) {
+            number = number * base + hexadecimalValue(rest_.front());
+            rest_.remove_prefix(1);
+        }
+        return number;
+    }
+
+    std::string_view rest_;
+};
+
+class Reader {
+  public:
+    explicit Reader(const Data& text) : tree_{.file = text}, rest_(text.bytes()), collector_(tree_.nodes) {}
+
+    std::optional<PropertyListTree> read() {
+        if (!skipBlanks()) {
+            return std::nullopt;
+        }
+        const std::optional<Node> root = value(0);
+        if (!root || !skipBlanks() || !rest_.empty() || !isUtf8(tree_.file.bytes())) {
+            return std::nullopt;
+        }
+        tree_.root = *root;
+        return std::move(tree_);
+    }
+
+  private:
+    /// Passes over blanks and comments. False if a comment does not end.
+    bool skipBlanks() {
+        for (;;) {
+            rest_.remove_prefix(static_cast<std::size_t>(
+                std::find_if_not(rest_.begin(), rest_.end(), isAsciiWhiteSpace) - rest_.begin()));
+            if (rest_.starts_with("//")) {
+                rest_.remove_prefix(std::min(rest_.find_first_of("\r\n"), rest_.size()));
+            } else if (rest_.starts_with("/*")) {
+                const std::size_t end = rest_.find("*/", 2);
+                if (end == std::string_view::npos) {
+                    return false;
+                }
+                rest_.remove_prefix(end + 2);
+            } else {
+                return true;
+            }
+        }
+    }
+
+    /// Passes over `mark` and blanks around it. False if something else stands there.
+    bool skipMark(char mark) {
+        if (!skipBlanks() || !rest_.starts_with(mark)) {
             return false;
         }
+        rest_.remove_prefix(1);
+        return skipBlanks();
     }
-    return true;
+
+    // NOLINTBEGIN(misc-no-recursion): as deep as the list is nested, within bounds
+    std::optional<Node> value(int depth) {
+        switch (rest_.empty() ? '\0' : rest_.front()) {
+        case '{':
+        case '(':
+            return container(depth + 1);
+        case '<':
+            return data();
+        default:
+            return string();
+        }
+    }
+
+    std::optional<Node> container(int depth) {
+        const bool isDictionary = rest_.front() == '{';
+        const char end = isDictionary ? '}' : ')';
+        if (depth > PropertyList::maxDepth || !skipMark(rest_.front())) {
+            return std::nullopt;
+        }
+        const std::size_t mark = collector_.mark();
+        while (!rest_.starts_with(end)) {
+            if (isDictionary) {
+                const std::optional<Node> key = string();
+                if (!key || !collector_.add(*key) || !skipMark('=')) {
+                    return std::nullopt;
+                }
+            }
+            const std::optional<Node> child = value(depth);
+            if (!child || !collector_.add(*child) || !skipBlanks()) {
+                return std::nullopt;
+            }
+            const bool isLast = !isDictionary && rest_.starts_with(end);
+            if (!isLast && !skipMark(isDictionary ? ';' : ',')) {
+                return std::nullopt;
+            }
+        }
+        rest_.remove_prefix(1);
+        return collector_.close(isDictionary ? Kind::dictionary : Kind::array, mark);
+    }
+    // NOLINTEND(misc-no-recursion)
+
+    std::optional<Node> data() {
+        const std::size_t end = rest_.find('>');
+        if (end == std::string_view::npos) {
+            return std::nullopt;
+        }
+        const std::string_view digits = rest_.substr(1, end - 1);
+        std::size_t count = 0;
+        for (const char character : digits) {
+            if (hexadecimalValue(character) < 16) {
+                ++count;
+            } else if (!isAsciiWhiteSpace(character)) {
+                return std::nullopt;
+            }
+        }
+        rest_.remove_prefix(end + 1);
+        return count % 2 == 0 ? std::optional(node(Kind::data, Notation::hexadecimal, digits)) : std::nullopt;
+    }
+
+    std::optional<Node> string() {
+        const char quote = rest_.empty() ? '\0' : rest_.front();
+        if (quote != '"' && quote != '\'') {
+            const std::string_view bare = rest_.substr(0, bareCharacters.endOfRun(rest_, 0));
+            rest_.remove_prefix(bare.size());
+            return bare.empty() ? std::nullopt : std::optional(node(Kind::string, Notation::plain, bare));
+        }
+        std::size_t end = 1;
+        while (end < rest_.size() && rest_[end] != quote) {
+            end += rest_[end] == '\\' ? 2 : 1;
+        }
+        if (end >= rest_.size()) {
+            return std::nullopt;
+        }
+        const std::string_view content = rest_.substr(1, end - 1);
+        rest_.remove_prefix(end + 1);
+        return node(Kind::string, Notation::escaped, content);
+    }
+
+    Node node(Kind kind, Notation notation, std::string_view content) const {
+        return {.kind = kind,
+                .notation = notation,
+                .count = static_cast<std::uint32_t>(content.size()),
+                .content = static_cast<std::uint64_t>(content.data() - tree_.file.bytes().data())};
+    }
+
+    PropertyListTree tree_;
+    /// What has not been read.
+    std::string_view rest_;
+    PropertyListCollector collector_;
+};
+
+} // namespace
+
+std::optional<PropertyListTree> readTextPropertyList(const Data& text) {
+    return Reader(text).read();
 }
 
-void TextPropertyList::select(Place dictionary, KeySelection& selection) const {
-    Cursor cursor = walk(dictionary);
-    Entry entry;
-    while (nextEntry(cursor, entry)) {
-        selection.offer(FingerprintedKey(entry.key), entry.value);
+std::string unescapedPropertyListText(std::string_view text) {
+    return Unescaper(text).unescaped();
+}
+
+std::string bytesOfHexadecimal(std::string_view digits) {
+    std::string bytes;
+    std::optional<unsigned> high;
+    for (const char digit : digits) {
+        const unsigned value = hexadecimalValue(digit);
+        if (value == 16) {
+            continue;
+        }
+        if (high) {
+            bytes += static_cast<char>(*high << 4U | value);
+            high.reset();
+        } else {
+            high = value;
+        }
     }
+    return bytes;
 }
 
 } // namespace platform

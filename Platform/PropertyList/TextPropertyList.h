@@ -1,44 +1,30 @@
-// A property list in the old text form. Places are the offsets of values; walking scans forward from there.
+// The old text form of property lists.
+//
+//   value       dictionary | array | data | string
+//   dictionary  '{' { string '=' value ';' } '}'
+//   array       '(' [ value { ',' value } [','] ] ')'
+//   data        '<' hexadecimal digits in pairs, with blanks anywhere '>'
+//   string      between double or single quotes, with escapes; or bare: letters, digits and _ $ / : . -
+//
+// Blanks and comments (// to the end of the line, /* to */) may stand between all of these. Escapes are those of C,
+// octal numbers and \U with up to four hexadecimal digits, which are a unit of UTF-16.
 #pragma once
 
-#include "Platform/Foundation/Data.h"
-#include "Platform/PropertyList/PropertyListSource.h"
-#include "Platform/PropertyList/TextScanner.h"
+#include "Platform/PropertyList/PropertyListTree.h"
 
-#include <memory>
-#include <utility>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace platform {
 
-class TextPropertyList final : public PropertyListSource {
-  public:
-    /// Null if `text`, without a byte-order mark, is no UTF-8 or no property list in the old text form.
-    static std::unique_ptr<const PropertyListSource> parse(const Data& text);
+/// The property list in `text`, which is UTF-8 without a byte-order mark. Nothing for any other text.
+std::optional<PropertyListTree> readTextPropertyList(const Data& text);
 
-    Place root() const override { return root_; }
-    std::string string(Place place) const override;
-    std::optional<std::int64_t> integer(Place place) const override;
-    double number(Place place) const override;
-    bool boolean(Place place) const override;
-    Date date(Place place) const override;
-    EncodedData data(Place place) const override;
-    Cursor walk(Place container) const override;
-    std::optional<Place> nextElement(Cursor& cursor) const override;
-    bool nextEntry(Cursor& cursor, Entry& entry) const override;
-    std::size_t arrayCount(Place array) const override;
-    bool isArrayOfDictionaries(Place array) const override;
-    void select(Place dictionary, KeySelection& selection) const override;
+/// What a quoted string means, given without its quotes. An unknown escape means its character.
+std::string unescapedPropertyListText(std::string_view text);
 
-  private:
-    TextPropertyList(Data text, const char* root)
-        : text_(std::move(text)), scanner_(text_.bytes()), root_(placeOf(root)) {}
-
-    const char* position(std::uint64_t offset) const { return text_.bytes().data() + offset; }
-    Place placeOf(const char* p) const;
-
-    Data text_;
-    TextScanner scanner_;
-    Place root_;
-};
+/// The bytes of pairs of hexadecimal digits; anything else between them is passed over.
+std::string bytesOfHexadecimal(std::string_view digits);
 
 } // namespace platform

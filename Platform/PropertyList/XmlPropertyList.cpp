@@ -1,266 +1,268 @@
 #include "Platform/PropertyList/XmlPropertyList.h"
 
-#include "Platform/PropertyList/KeySelection.h"
-#include "Platform/PropertyList/XmlChecker.h"
+#include "Platform/Foundation/Utf8.h"
+#include "Platform/PropertyList/PropertyList.h"
 #include "Platform/PropertyList/XmlScalars.h"
 #include "Platform/PropertyList/XmlText.h"
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
+#include <bit>
 #include <limits>
-#include <string_view>
-#include <utility>
+#include <string>
 
 namespace platform {
 
 namespace {
 
-using Form = XmlTag::Form;
-using Sort = XmlElementEnds::Sort;
+using Kind = PropertyListKind;
+using Notation = PropertyListNotation;
+using Node = PropertyListNode;
 
-/// In the order of `XmlElement`.
-constexpr std::array<PropertyListKind, 12> kinds = {
-    PropertyListKind::null,    PropertyListKind::null, PropertyListKind::string,  PropertyListKind::string,
-    PropertyListKind::integer, PropertyListKind::real, PropertyListKind::boolean, PropertyListKind::boolean,
-    PropertyListKind::date,    PropertyListKind::data, PropertyListKind::array,   PropertyListKind::dictionary,
+struct Element {
+    std::string_view name;
+    Kind kind;
+    /// Whether the element may be written as an empty tag.
+    bool mayBeEmpty;
 };
 
-PropertyListKind kindOf(XmlElement element) {
-    return kinds[static_cast<std::size_t>(element)];
+constexpr std::array elements = {
+    Element{"string", Kind::string, true},   Element{"integer", Kind::integer, false},
+    Element{"dict", Kind::dictionary, true}, Element{"array", Kind::array, true},
+    Element{"date", Kind::date, false},      Element{"data", Kind::data, false},
+    Element{"true", Kind::boolean, true},    Element{"false", Kind::boolean, true},
+    Element{"real", Kind::real, false},
+};
+
+struct Tag {
+    enum class Form { malformed, start, empty, end };
+    Form form = Form::malformed;
+    std::string_view name;
+};
+
+/// The node of an integer, a real or a date as `text` writes it; nothing if it writes none.
+std::optional<Node> scalarNode(Kind kind, std::string_view text) {
+    if (kind == Kind::integer) {
+        const auto integer = integerFromXml(text);
+        if (!integer) {
+            return std::nullopt;
+        }
+        if (!integer->isNegative && integer->magnitude > std::numeric_limits<std::int64_t>::max()) {
+            return Node{.kind = kind,
+                        .notation = Notation::wide,
+                        .content = std::bit_cast<std::uint64_t>(static_cast<double>(integer->magnitude))};
+        }
+        return Node{.kind = kind, .content = integer->isNegative ? -integer->magnitude : integer->magnitude};
+    }
+    std::optional<double> number;
+    if (kind == Kind::real) {
+        number = realFromXml(text);
+    } else if (const auto date = dateFromXml(text)) {
+        number = date->secondsSinceReferenceDate;
+    }
+    return number ? std::optional(Node{.kind = kind, .content = std::bit_cast<std::uint64_t>(*number)}) : std::nullopt;
 }
 
-bool isContainer(XmlElement element) {
-    return element == XmlElement::array || element == XmlElement::dictionary;
-}
-
-/// Characters as they are meant: those of the text itself where they are plain.
-class MeantCharacters {
+class Reader {
   public:
-    explicit MeantCharacters(const XmlCharacters& characters)
-        : decoded_(characters.isPlain ? std::string() : decodedXmlText(characters.typed)),
-          view_(characters.isPlain ? characters.typed : decoded_) {}
-    MeantCharacters(const MeantCharacters&) = delete;
-    MeantCharacters& operator=(const MeantCharacters&) = delete;
-    ~MeantCharacters() = default;
+    explicit Reader(const Data& text) : tree_{.file = text}, rest_(text.bytes()), collector_(tree_.nodes) {}
 
-    std::string_view view() const { return view_; }
+    std::optional<PropertyListTree> read() {
+        if (!skipMiscellany() || !skipDocumentType()) {
+            return std::nullopt;
+        }
+        // Most values of large files take more; room that is not needed costs nothing.
+        constexpr std::size_t usualBytesOfValue = 64;
+        tree_.nodes.reserve(rest_.size() / usualBytesOfValue);
+        Tag tag = readTag();
+        const bool isWrapped = tag.form == Tag::Form::start && tag.name == "plist";
+        if (isWrapped) {
+            tag = readTag();
+        }
+        const std::optional<Node> root = value(tag, 0);
+        if (!root || (isWrapped && !readEndTag("plist")) || !skipMiscellany() || !rest_.empty() ||
+            !isUtf8(tree_.file.bytes())) {
+            return std::nullopt;
+        }
+        tree_.root = *root;
+        return std::move(tree_);
+    }
 
   private:
-    std::string decoded_;
-    std::string_view view_;
+    /// Passes over blanks, comments and instructions. False if one does not end.
+    bool skipMiscellany() {
+        for (;;) {
+            rest_.remove_prefix(
+                static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isXmlBlank) - rest_.begin()));
+            const auto size = xmlMiscellanySize(rest_);
+            if (size.value_or(0) == 0) {
+                return size.has_value();
+            }
+            rest_.remove_prefix(*size);
+        }
+    }
+
+    /// Passes over a DOCTYPE, with everything that it defines, if there is one. False if it does not end.
+    bool skipDocumentType() {
+        if (!rest_.starts_with("<!DOCTYPE")) {
+            return true;
+        }
+        for (int depth = 0; !rest_.empty();) {
+            const auto size = xmlMiscellanySize(rest_);
+            if (size != std::size_t{0}) {
+                rest_.remove_prefix(size.value_or(rest_.size()));
+                continue;
+            }
+            const char character = rest_.front();
+            rest_.remove_prefix(1);
+            if (character == '"' || character == '\'') {
+                const std::size_t end = rest_.find(character);
+                rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
+            } else if (character == '<') {
+                ++depth;
+            } else if (character == '>' && --depth == 0) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Reads the next tag. Malformed if anything else comes first. A '>' in an attribute does not end the tag.
+    Tag readTag() {
+        if (!skipMiscellany() || !rest_.starts_with('<')) {
+            return {};
+        }
+        const bool isEnd = rest_.substr(1).starts_with('/');
+        const std::size_t nameStart = isEnd ? 2 : 1;
+        std::size_t at = nameStart;
+        while (at < rest_.size() && rest_[at] >= 'a' && rest_[at] <= 'z') {
+            ++at;
+        }
+        Tag tag{.form = isEnd ? Tag::Form::end : Tag::Form::start, .name = rest_.substr(nameStart, at - nameStart)};
+        if (at < rest_.size() && !isXmlBlank(rest_[at]) && rest_[at] != '/' && rest_[at] != '>') {
+            return {};
+        }
+        for (; at < rest_.size() && rest_[at] != '>'; ++at) {
+            const char character = rest_[at];
+            if (character == '<' || tag.form == Tag::Form::empty || (isEnd && !isXmlBlank(character))) {
+                return {};
+            }
+            if (character == '/') {
+                tag.form = Tag::Form::empty;
+            } else if (character == '"' || character == '\'') {
+                at = std::min(rest_.find(character, at + 1), rest_.size() - 1);
+            }
+        }
+        if (at >= rest_.size()) {
+            return {};
+        }
+        rest_.remove_prefix(at + 1);
+        return tag;
+    }
+
+    bool readEndTag(std::string_view name) {
+        const Tag tag = readTag();
+        return tag.form == Tag::Form::end && tag.name == name;
+    }
+
+    /// Reads the characters and the end tag of the element whose start tag was just read, as a string's node; nothing
+    /// if they are malformed.
+    std::optional<Node> characters(std::string_view name) {
+        const std::string_view start = rest_;
+        Node node{.kind = Kind::string};
+        std::size_t size = std::min(start.find('<'), start.size());
+        if (!start.substr(size).starts_with("</") || start.substr(0, size).find('&') != std::string_view::npos) {
+            node.notation = Notation::xmlText;
+            size = xmlTextSize(start).value_or(start.size());
+        }
+        rest_.remove_prefix(size);
+        if (!readEndTag(name)) {
+            return std::nullopt;
+        }
+        node.content = static_cast<std::uint64_t>(start.data() - tree_.file.bytes().data());
+        node.count = static_cast<std::uint32_t>(size);
+        return node;
+    }
+
+    // NOLINTBEGIN(misc-no-recursion): as deep as the list is nested, within bounds
+    /// The value whose first tag was just read.
+    std::optional<Node> value(const Tag& tag, int depth) {
+        const auto* const element =
+            std::find_if(elements.begin(), elements.end(), [&](const Element& each) { return each.name == tag.name; });
+        const bool isEmpty = tag.form == Tag::Form::empty;
+        if (element == elements.end() || !(isEmpty ? element->mayBeEmpty : tag.form == Tag::Form::start)) {
+            return std::nullopt;
+        }
+        if (element->kind == Kind::boolean && isEmpty) {
+            return Node{.kind = Kind::boolean, .content = tag.name == "true" ? 1U : 0U};
+        }
+        if (isEmpty) {
+            return Node{.kind = element->kind};
+        }
+        if (element->kind == Kind::array || element->kind == Kind::dictionary) {
+            return container(*element, depth + 1);
+        }
+        return leaf(*element);
+    }
+
+    std::optional<Node> container(const Element& element, int depth) {
+        if (depth > PropertyList::maxDepth) {
+            return std::nullopt;
+        }
+        const std::size_t mark = collector_.mark();
+        for (;;) {
+            Tag tag = readTag();
+            if (tag.form == Tag::Form::end) {
+                return tag.name == element.name ? collector_.close(element.kind, mark) : std::nullopt;
+            }
+            if (element.kind == Kind::dictionary) {
+                const auto key = tag.name != "key"              ? std::nullopt
+                                 : tag.form == Tag::Form::empty ? std::optional(Node{.kind = Kind::string})
+                                                                : characters("key");
+                if (!key || !collector_.add(*key)) {
+                    return std::nullopt;
+                }
+                tag = readTag();
+            }
+            const auto child = value(tag, depth);
+            if (!child || !collector_.add(*child)) {
+                return std::nullopt;
+            }
+        }
+    }
+    // NOLINTEND(misc-no-recursion)
+
+    std::optional<Node> leaf(const Element& element) {
+        std::optional<Node> node = characters(element.name);
+        if (!node || element.kind == Kind::string) {
+            return node;
+        }
+        const bool isPlain = node->notation == Notation::plain;
+        if (element.kind == Kind::data) {
+            node->kind = Kind::data;
+            node->notation = isPlain ? Notation::base64 : Notation::base64InXmlText;
+            return node;
+        }
+        const std::string decoded = isPlain ? std::string() : decodedXmlText(tree_.bytes(*node));
+        const std::string_view text = isPlain ? tree_.bytes(*node) : decoded;
+        if (element.kind == Kind::boolean) {
+            return text.empty()
+                       ? std::optional(Node{.kind = Kind::boolean, .content = element.name == "true" ? 1U : 0U})
+                       : std::nullopt;
+        }
+        return scalarNode(element.kind, text);
+    }
+
+    PropertyListTree tree_;
+    /// What has not been read.
+    std::string_view rest_;
+    PropertyListCollector collector_;
 };
 
 } // namespace
 
-std::unique_ptr<const PropertyListSource> XmlPropertyList::parse(const Data& text) {
-    std::unique_ptr<XmlPropertyList> list(new XmlPropertyList(text));
-    const char* const root = XmlChecker(text.bytes(), list->ends_, list->heads_).check();
-    if (root == nullptr) {
-        return nullptr;
-    }
-    list->root_ = {kindOf(XmlReader(root, list->end()).readTag().element()), list->offset(root)};
-    return list;
-}
-
-XmlCharacters XmlPropertyList::characters(Place place) const {
-    XmlReader reader = readerAt(place.offset());
-    const XmlTag tag = reader.readTag();
-    return tag.form() == Form::start ? reader.readContent(tag) : XmlCharacters();
-}
-
-std::string XmlPropertyList::string(Place place) const {
-    const XmlCharacters text = characters(place);
-    return text.isPlain ? std::string(text.typed) : decodedXmlText(text.typed);
-}
-
-std::optional<std::int64_t> XmlPropertyList::integer(Place place) const {
-    const XmlInteger integer = *integerFromXml(MeantCharacters(characters(place)).view());
-    if (integer.isNegative) {
-        return static_cast<std::int64_t>(-integer.magnitude);
-    }
-    if (integer.magnitude > std::numeric_limits<std::int64_t>::max()) {
-        return std::nullopt;
-    }
-    return static_cast<std::int64_t>(integer.magnitude);
-}
-
-double XmlPropertyList::number(Place place) const {
-    const MeantCharacters text(characters(place));
-    if (place.kind() == PropertyListKind::real) {
-        return *realFromXml(text.view());
-    }
-    const XmlInteger integer = *integerFromXml(text.view());
-    const auto magnitude = static_cast<double>(integer.magnitude);
-    return integer.isNegative ? -magnitude : magnitude;
-}
-
-bool XmlPropertyList::boolean(Place place) const {
-    return readerAt(place.offset()).readTag().element() == XmlElement::yes;
-}
-
-Date XmlPropertyList::date(Place place) const {
-    return *dateFromXml(MeantCharacters(characters(place)).view());
-}
-
-EncodedData XmlPropertyList::data(Place place) const {
-    constexpr auto base64 = EncodedData::Encoding::base64;
-    if (const auto end = ends_.find(Sort::data, place.offset()); end && end->isUniform) {
-        const char* const start = readerAt(place.offset()).readTag().after();
-        return {text_.slice({start, static_cast<std::size_t>(end->offset - offset(start))}), base64};
-    }
-    const XmlCharacters text = characters(place);
-    return {text.isPlain ? text_.slice(text.typed) : Data::owning(decodedXmlText(text.typed)), base64};
-}
-
-const char* XmlPropertyList::afterEndTag(const XmlElementEnds::End& end) const {
-    return std::find(begin() + end.offset, this->end(), '>') + 1;
-}
-
-/// Passes over the element whose tag was just read.
-void XmlPropertyList::skipElement(XmlReader& reader, const XmlTag& tag) const {
-    if (tag.form() == Form::empty) {
-        return;
-    }
-    if (tag.element() == XmlElement::data) {
-        if (const auto end = ends_.find(Sort::data, offset(reader.tagStart()))) {
-            reader.moveTo(afterEndTag(*end));
-            return;
-        }
-    } else if (isContainer(tag.element())) {
-        if (const auto end = ends_.find(Sort::container, offset(reader.tagStart()))) {
-            reader.moveTo(afterEndTag(*end));
-        } else {
-            skipContent(reader);
-        }
-        return;
-    }
-    reader.readContent(tag);
-}
-
-/// Passes over a container's elements and its end tag.
-void XmlPropertyList::skipContent(XmlReader& reader) const {
-    for (int depth = 1; depth > 0;) {
-        const XmlTag tag = reader.readTag();
-        if (tag.form() == Form::end) {
-            --depth;
-        } else if (tag.form() == Form::start && isContainer(tag.element()) &&
-                   !ends_.find(Sort::container, offset(reader.tagStart()))) {
-            ++depth;
-        } else {
-            skipElement(reader, tag);
-        }
-    }
-}
-
-PropertyListSource::Cursor XmlPropertyList::walk(Place container) const {
-    const XmlTag tag = readerAt(container.offset()).readTag();
-    // An empty tag has no end tag to stop at.
-    return {.next = offset(tag.after()), .left = tag.form() == Form::empty ? 0U : 1U};
-}
-
-std::optional<PropertyListPlace> XmlPropertyList::nextElement(Cursor& cursor) const {
-    if (cursor.left == 0) {
-        return std::nullopt;
-    }
-    XmlReader reader = readerAt(cursor.next);
-    if (cursor.isAtValue) {
-        if (const auto end = ends_.find(Sort::container, cursor.next)) {
-            prefetchAfter(*end);
-            reader.moveTo(afterEndTag(*end));
-        } else {
-            skipElement(reader, reader.readTag());
-        }
-    }
-    const XmlTag tag = reader.readTag();
-    if (tag.form() == Form::end) {
-        cursor.left = 0;
-        return std::nullopt;
-    }
-    cursor.next = offset(reader.tagStart());
-    cursor.isAtValue = true;
-    return Place(kindOf(tag.element()), cursor.next);
-}
-
-bool XmlPropertyList::nextEntry(Cursor& cursor, Entry& entry) const {
-    const std::optional<Place> key = nextElement(cursor);
-    if (!key) {
-        return false;
-    }
-    entry.key = string(*key);
-    entry.value = *nextElement(cursor);
-    return true;
-}
-
-/// Has the processor fetch, while the caller looks at the next record, the end of that and the beginning of the one
-/// after.
-void XmlPropertyList::prefetchAfter(const XmlElementEnds::End& end) const {
-    constexpr std::uint64_t before = 384;
-    constexpr std::uint64_t after = 192;
-    constexpr std::uint64_t line = 64;
-    if (const auto next = ends_.findNextContainer(end.offset)) {
-        const std::uint64_t stop = std::min<std::uint64_t>(next->offset + after, text_.size());
-        for (std::uint64_t offset = next->offset - std::min(before, next->offset); offset < stop; offset += line) {
-            __builtin_prefetch(begin() + offset);
-        }
-    }
-}
-
-std::size_t XmlPropertyList::arrayCount(Place array) const {
-    std::size_t count = 0;
-    for (Cursor cursor = walk(array); nextElement(cursor);) {
-        ++count;
-    }
-    return count;
-}
-
-bool XmlPropertyList::isArrayOfDictionaries(Place array) const {
-    if (const auto end = ends_.find(Sort::container, array.offset())) {
-        return end->isUniform;
-    }
-    Cursor cursor = walk(array);
-    while (const auto element = nextElement(cursor)) {
-        if (element->kind() != PropertyListKind::dictionary) {
-            return false;
-        }
-    }
-    return true;
-}
-
-void XmlPropertyList::select(Place dictionary, KeySelection& selection) const {
-    XmlReader reader = readerAt(dictionary.offset());
-    if (reader.readTag().form() == Form::empty) {
-        return;
-    }
-    std::string decoded;
-    for (std::uint8_t head = XmlEntryHeads::start;;) {
-        const char* const entry = reader.position();
-        head = heads_.match(head, entry, end());
-        if (head != XmlEntryHeads::none) {
-            const XmlEntryHeads::Head& known = heads_[head];
-            const char* const after = entry + known.bytes.size();
-            reader.moveAfterTag(after - known.tagSize, after);
-            selection.offer(known.key, {kindOf(known.tag.element()), offset(reader.tagStart())});
-            skipElement(reader, known.tag);
-            continue;
-        }
-        const XmlTag keyTag = reader.readTag();
-        if (keyTag.form() == Form::end) {
-            return;
-        }
-        XmlCharacters key;
-        if (keyTag.form() == Form::start) {
-            key = reader.readContent(keyTag);
-        }
-        const XmlTag valueTag = reader.readTag();
-        head = heads_.find({entry, static_cast<std::size_t>(valueTag.after() - entry)}, key.typed);
-        if (!key.isPlain) {
-            decoded = decodedXmlText(key.typed);
-            key.typed = decoded;
-        }
-        selection.offer(FingerprintedKey(key.typed), {kindOf(valueTag.element()), offset(reader.tagStart())});
-        skipElement(reader, valueTag);
-    }
+std::optional<PropertyListTree> readXmlPropertyList(const Data& text) {
+    return Reader(text).read();
 }
 
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "Platform/PropertyList/XmlScalars.h"
 
-#include "Platform/Foundation/ByteScan.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -33,7 +31,7 @@ bool isWhole(std::string_view text, Parse&& parse) {
 } // namespace
 
 std::optional<XmlInteger> integerFromXml(std::string_view text) {
-    constexpr std::uint64_t greatestNegative = std::uint64_t{1} << 63U;
+    constexpr std::uint64_t maxNegative = std::uint64_t{1} << 63U;
     text = trimmed(text);
     XmlInteger integer{.isNegative = text.starts_with('-')};
     if (integer.isNegative || text.starts_with('+')) {
@@ -46,7 +44,7 @@ std::optional<XmlInteger> integerFromXml(std::string_view text) {
     const bool isRead = isWhole(text, [&integer, isHexadecimal](const char* begin, const char* end) {
         return std::from_chars(begin, end, integer.magnitude, isHexadecimal ? 16 : 10);
     });
-    if (!isRead || (integer.isNegative && integer.magnitude > greatestNegative)) {
+    if (!isRead || (integer.isNegative && integer.magnitude > maxNegative)) {
         return std::nullopt;
     }
     return integer;
@@ -73,12 +71,12 @@ std::optional<Date> dateFromXml(std::string_view text) {
     }
     // Every character as its distance from the pattern's: 0 to 9 for a digit, 0 for a mark.
     std::array<unsigned char, pattern.size()> digits;
-    unsigned char greatest = 0;
+    unsigned char max = 0;
     for (std::size_t index = 0; index < pattern.size(); ++index) {
         digits[index] = static_cast<unsigned char>(text[index] - pattern[index]);
-        greatest = std::max(greatest, digits[index]);
+        max = std::max(max, digits[index]);
     }
-    if (greatest > 9 || (digits[4] | digits[7] | digits[10] | digits[13] | digits[16] | digits[19]) != 0) {
+    if (max > 9 || (digits[4] | digits[7] | digits[10] | digits[13] | digits[16] | digits[19]) != 0) {
         return std::nullopt;
     }
     const auto pair = [&digits](std::size_t index) { return digits[index] * 10 + digits[index + 1]; };

@@ -9,6 +9,10 @@
 
 namespace platform {
 
+constexpr bool isXmlBlank(char character) {
+    return character == ' ' || character == '\n' || character == '\t' || character == '\r';
+}
+
 /// An integer between −2^63 and 2^64−1.
 struct XmlInteger {
     std::uint64_t magnitude = 0;

@@ -1,11 +1,10 @@
 #include "Platform/PropertyList/XmlText.h"
 
-#include "Platform/Foundation/ByteScan.h"
+#include "Platform/Foundation/AsciiSet.h"
 #include "Platform/Foundation/Unicode.h"
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <utility>
 
 namespace platform {
@@ -19,14 +18,6 @@ constexpr std::array<std::pair<std::string_view, char32_t>, 5> entities = {{
     {"quot", U'"'},
     {"apos", U'\''},
 }};
-
-unsigned digitValue(char character) {
-    if (character >= '0' && character <= '9') {
-        return static_cast<unsigned>(character - '0');
-    }
-    const char lower = static_cast<char>(character | 0x20);
-    return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10 : 16;
-}
 
 /// The character that a reference without its '&' and ';' means; U+0000 if it means none.
 char32_t referenced(std::string_view name) {
@@ -42,10 +33,10 @@ char32_t referenced(std::string_view name) {
     }
     char32_t character = 0;
     for (const char digit : name) {
-        if (digitValue(digit) >= base) {
+        if (hexadecimalValue(digit) >= base) {
             return 0;
         }
-        character = character * base + digitValue(digit);
+        character = character * base + hexadecimalValue(digit);
         if (character > 0x10FFFF) {
             return 0;
         }
@@ -53,79 +44,70 @@ char32_t referenced(std::string_view name) {
     return isCharacter(character) ? character : 0;
 }
 
-std::string_view between(const char* begin, const char* end) {
-    return {begin, static_cast<std::size_t>(end - begin)};
+/// The size of what `text` begins with, from `start`, its opening, through `end`; nothing if it does not end.
+std::optional<std::size_t> sizeThrough(std::string_view text, std::string_view start, std::string_view end) {
+    const std::size_t found = text.find(end, start.size());
+    return found == std::string_view::npos ? std::nullopt : std::optional(found + end.size());
 }
 
-/// The position after the next `terminator`, or null.
-const char* skipPast(const char* p, const char* end, std::string_view terminator) {
-    const std::size_t found = between(p, end).find(terminator);
-    return found == std::string_view::npos ? nullptr : p + found + terminator.size();
-}
-
-/// Tells `sink` of the characters one after the other: pieces of the text, and what the references mean.
+/// Calls `sink` with the characters in order, pieces of the text and what the references mean; returns what
+/// `xmlTextSize` does.
 template <typename Sink>
-const char* walkText(const char* p, const char* end, Sink&& sink) {
+std::optional<std::size_t> walkText(std::string_view text, Sink&& sink) {
     constexpr std::string_view sectionStart = "<![CDATA[";
     constexpr std::string_view sectionEnd = "]]>";
-    for (;;) {
-        const char* const mark = findXmlMark(p, end);
-        sink(between(p, mark));
-        p = mark;
-        const std::string_view rest = between(p, end);
+    for (std::size_t at = 0;;) {
+        const std::size_t mark = std::min(text.find_first_of("<&", at), text.size());
+        sink(text.substr(at, mark - at));
+        at = mark;
+        const std::string_view rest = text.substr(at);
         if (rest.empty() || rest.starts_with("</")) {
-            return p;
+            return at;
         }
+        std::optional<std::size_t> size;
         if (rest.front() == '&') {
-            const std::size_t stop = rest.find(';');
-            const char32_t character = stop == std::string_view::npos ? 0 : referenced(rest.substr(1, stop - 1));
+            size = sizeThrough(rest, "&", ";");
+            const char32_t character = size ? referenced(rest.substr(1, *size - 2)) : 0;
             if (character == 0) {
-                return nullptr;
+                return std::nullopt;
             }
             sink(character);
-            p += stop + 1;
         } else if (rest.starts_with(sectionStart)) {
-            const char* const start = p + sectionStart.size();
-            p = skipPast(start, end, sectionEnd);
-            if (p == nullptr) {
-                return nullptr;
+            size = sizeThrough(rest, sectionStart, sectionEnd);
+            if (size) {
+                sink(rest.substr(sectionStart.size(), *size - sectionStart.size() - sectionEnd.size()));
             }
-            sink(between(start, p - sectionEnd.size()));
         } else {
-            p = skipXmlMiscellany(p, end);
-            if (p == nullptr || p == mark) {
-                return nullptr;
-            }
+            size = xmlMiscellanySize(rest);
         }
+        if (size.value_or(0) == 0) {
+            return std::nullopt;
+        }
+        at += *size;
     }
 }
 
 } // namespace
 
-const char* skipXmlText(const char* p, const char* end) {
-    return walkText(p, end, [](const auto& /*characters*/) {});
+std::optional<std::size_t> xmlTextSize(std::string_view text) {
+    return walkText(text, [](const auto& /*characters*/) {});
 }
 
-std::string decodedXmlText(std::string_view typed) {
+std::string decodedXmlText(std::string_view text) {
     struct Appender {
         std::string text;
         void operator()(std::string_view piece) { text += piece; }
         void operator()(char32_t character) { appendUtf8(text, character); }
     };
     Appender appender;
-    walkText(typed.data(), typed.data() + typed.size(), appender);
+    walkText(text, appender);
     return std::move(appender.text);
 }
 
-const char* skipXmlMiscellany(const char* p, const char* end) {
-    const std::string_view rest = between(p, end);
-    if (rest.starts_with("<!--")) {
-        return skipPast(p + 4, end, "-->");
-    }
-    if (rest.starts_with("<?")) {
-        return skipPast(p + 2, end, "?>");
-    }
-    return p;
+std::optional<std::size_t> xmlMiscellanySize(std::string_view text) {
+    return text.starts_with("<!--") ? sizeThrough(text, "<!--", "-->")
+           : text.starts_with("<?") ? sizeThrough(text, "<?", "?>")
+                                    : 0;
 }
 
 } // namespace platform

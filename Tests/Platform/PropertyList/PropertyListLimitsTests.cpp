@@ -33,7 +33,7 @@ BinaryFile nestedBinary(std::size_t depth) {
 }
 
 TEST(PropertyListLimits, DepthIsBounded) {
-    constexpr std::size_t greatest = PropertyList::greatestDepth;
+    constexpr std::size_t greatest = PropertyList::maxDepth;
     const auto isRead = [](const std::string& file) { return canonicalText(file) != "error"; };
     for (const std::size_t depth : {greatest, greatest + 1, std::size_t{100'000}}) {
         const bool isAllowed = depth <= greatest;
