@@ -1,7 +1,6 @@
 #include "Extension/Shared/DeepLink.h"
 
 #include "Platform/Foundation/PercentEncoding.h"
-#include "Platform/Foundation/URLComponents.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +10,6 @@ namespace foliovault {
 namespace {
 
 using platform::URL;
-using platform::URLComponents;
 
 constexpr std::string_view commandScheme = "x-foliovault";
 constexpr std::array<std::string_view, 3> taggableSchemes{commandScheme, "x-foliovault-item",
@@ -35,7 +33,9 @@ URL taggedForWidget(const URL& url, std::string_view widgetIdentifier) {
     if (std::find(taggableSchemes.begin(), taggableSchemes.end(), lowerCasedScheme(url)) == taggableSchemes.end()) {
         return url;
     }
-    return URLComponents::appendingQueryItem(url, "widget", widgetIdentifier);
+    auto items = url.queryItems().value_or(std::vector<platform::URLQueryItem>());
+    items.push_back({.name = "widget", .value = std::string(widgetIdentifier)});
+    return url.withQueryItems(items);
 }
 
 std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view widgetIdentifier) {
@@ -56,11 +56,9 @@ std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view wid
 }
 
 std::optional<URL> commandURL(std::string_view command, std::string_view name, std::string_view value) {
-    URLComponents components;
-    components.scheme = commandScheme;
-    components.host = std::string(command);
-    components.setQueryItems({{std::string(name), std::string(value)}});
-    return components.url();
+    const auto url = URL::parse(std::string(commandScheme).append("://").append(command));
+    return url ? std::optional(url->withQueryItems({{.name = std::string(name), .value = std::string(value)}}))
+               : std::nullopt;
 }
 
 } // namespace foliovault

@@ -4,7 +4,7 @@
 
 #include "Extension/Tips/RSSParser.h"
 
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Utf8.h"
 #include "Platform/Foundation/WhiteSpace.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "Platform/Foundation/AsciiSet.h"
 #include "Platform/Foundation/Icu.h"
-#include "Platform/Foundation/Localization.h"
+#include "Platform/Foundation/Utf8.h"
 
 #include <algorithm>
 #include <optional>
@@ -11,10 +11,6 @@
 namespace platform {
 
 namespace {
-
-bool isAsciiText(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), isAscii);
-}
 
 /// Whether ASCII `text` contains ASCII `needle`. "I" is the letter whose small form is not ASCII for all.
 bool asciiContains(std::string_view text, std::string_view needle, CaseFolding folding) {
@@ -90,13 +86,12 @@ bool isCombiningMarkAt(const Icu& icu, const std::u16string& text, std::size_t a
 
 bool caseInsensitiveContains(std::string_view text, std::string_view needle, CaseFolding folding) {
     // ICU counts in 32 bits, and its results can be several times as long.
-    constexpr std::size_t longestText = std::size_t{1} << 26U;
+    constexpr std::size_t maxText = std::size_t{1} << 26U;
     if (needle.empty()) {
         return false;
     }
-    const bool isAsciiSearch = isAsciiText(text) && isAsciiText(needle);
-    const Icu* icu =
-        isAsciiSearch || text.size() > longestText || needle.size() > longestText ? nullptr : Icu::shared();
+    const bool isAsciiSearch = isAscii(text) && isAscii(needle);
+    const Icu* icu = isAsciiSearch || text.size() > maxText || needle.size() > maxText ? nullptr : Icu::shared();
     if (icu == nullptr) {
         return asciiContains(text, needle, folding);
     }
@@ -112,15 +107,6 @@ bool caseInsensitiveContains(std::string_view text, std::string_view needle, Cas
         }
     }
     return false;
-}
-
-bool localizedCaseInsensitiveContains(std::string_view text, std::string_view needle) {
-    static const CaseFolding folding = [] {
-        const std::vector<std::string> languages = preferredLanguages(languageSettingsOfEnvironment());
-        const std::string language = languages.empty() ? "" : languages.front().substr(0, languages.front().find('-'));
-        return language == "tr" || language == "az" ? CaseFolding::turkic : CaseFolding::standard;
-    }();
-    return caseInsensitiveContains(text, needle, folding);
 }
 
 } // namespace platform

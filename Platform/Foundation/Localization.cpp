@@ -1,32 +1,40 @@
 #include "Platform/Foundation/Localization.h"
 
-#include "Platform/Foundation/FileSystem.h"
+#include "Platform/Foundation/CaseInsensitiveSearch.h"
 #include "Platform/Foundation/SharedFolder.h"
-#include "Platform/Foundation/TranslationCatalog.h"
 
 #include <algorithm>
 #include <array>
+#include <clocale>
 #include <cstdlib>
+#include <libintl.h>
 
 namespace platform {
 
 namespace {
 
-/// The program's catalogs, those of the most preferred language first.
-std::vector<TranslationCatalog>& catalogs() {
-    static std::vector<TranslationCatalog> catalogs;
-    return catalogs;
+struct Translations {
+    const char* domain = nullptr;
+    /// Null where nothing is translated.
+    locale_t locale = nullptr;
+};
+
+Translations& translations() {
+    static Translations translations;
+    return translations;
 }
 
-/// What the first catalog that has a text for these arguments of `TranslationCatalog::find` has, else the key.
-template <typename... Count>
-std::string translated(const char* key, Count... count) {
-    for (const TranslationCatalog& catalog : catalogs()) {
-        if (const auto text = catalog.find(key, count...)) {
-            return std::string(*text);
-        }
+/// What `lookUp(domain)`, a call of gettext, returns in the locale of the translations; `key` where there are none.
+template <typename LookUp>
+std::string translated(const char* key, LookUp lookUp) {
+    const auto [domain, locale] = translations();
+    if (locale == nullptr) {
+        return key;
     }
-    return key;
+    const locale_t before = uselocale(locale);
+    std::string text = lookUp(domain);
+    uselocale(before);
+    return text;
 }
 
 bool isUntranslatedLocale(std::string_view tag) {
@@ -40,52 +48,47 @@ std::string languageTag(std::string_view locale) {
     return tag;
 }
 
-/// The folders of the languages that stand before English, whose wordings are the keys themselves: "de_AT", "de".
-std::vector<std::string> catalogFolders() {
-    std::vector<std::string> folders;
-    for (std::string language : preferredLanguages(languageSettingsOfEnvironment())) {
+/// The languages that stand before English, whose wordings are the keys themselves, as LANGUAGE has them: "de_AT:fr".
+std::string languagesBeforeEnglish() {
+    std::string list;
+    for (const std::string& language : preferredLanguages(languageSettingsOfEnvironment())) {
         if (language == "en" || language.starts_with("en-")) {
             break;
         }
-        std::replace(language.begin(), language.end(), '-', '_');
-        while (!language.empty()) {
-            if (std::find(folders.begin(), folders.end(), language) == folders.end()) {
-                folders.push_back(language);
-            }
-            language.resize(language.find('_') == std::string::npos ? 0 : language.rfind('_'));
-        }
+        list.append(list.empty() ? "" : ":").append(language);
     }
-    return folders;
+    std::replace(list.begin(), list.end(), '-', '_');
+    return list;
 }
 
 } // namespace
 
 void startLocalization(const char* domain) {
-    const std::vector<std::string> folders = catalogFolders();
-    const std::string shared = folders.empty() ? "" : sharedFolder();
-    if (shared.empty()) {
+    const std::string languages = languagesBeforeEnglish();
+    const std::string shared = languages.empty() ? "" : sharedFolder();
+    // gettext heeds LANGUAGE in every locale but "C". This one is on every machine, whatever is generated there, and
+    // it is used for the lookups alone, so that messages of the C library stay English.
+    const locale_t locale = shared.empty() ? nullptr : newlocale(LC_MESSAGES_MASK, "C.UTF-8", nullptr);
+    if (locale == nullptr || setenv("LANGUAGE", languages.c_str(), 1) != 0) {
         return;
     }
-    for (const std::string& folder : folders) {
-        std::string path = shared;
-        path.append("/locale/").append(folder).append("/LC_MESSAGES/").append(domain).append(".mo");
-        auto file = DiskFileSystem::shared().read(path);
-        if (auto catalog = file ? TranslationCatalog::parse(*std::move(file)) : std::nullopt) {
-            catalogs().push_back(*std::move(catalog));
-        }
-    }
+    bindtextdomain(domain, (shared + "/locale").c_str());
+    bind_textdomain_codeset(domain, "UTF-8");
+    translations() = {.domain = domain, .locale = locale};
 }
 
 std::string localized(const char* key) {
     // A catalog keeps what is said of itself under the empty key.
-    return *key != '\0' ? translated(key) : key;
+    return *key != '\0' ? translated(key, [key](const char* domain) { return dcgettext(domain, key, LC_MESSAGES); })
+                        : key;
 }
 
 std::string localizedCount(const char* key, std::int64_t count) {
     constexpr std::string_view placeholder = "%lld";
     const auto bits = static_cast<unsigned long>(count);
     const unsigned long magnitude = count < 0 ? 0 - bits : bits;
-    std::string text = translated(key, magnitude);
+    std::string text = translated(
+        key, [key, magnitude](const char* domain) { return dcngettext(domain, key, key, magnitude, LC_MESSAGES); });
     if (const std::size_t at = text.find(placeholder); at != std::string::npos) {
         text.replace(at, placeholder.size(), std::to_string(count));
     }
@@ -127,6 +130,15 @@ std::vector<std::string> preferredLanguages(const LanguageSettings& settings) {
         }
     }
     return languages;
+}
+
+bool localizedCaseInsensitiveContains(std::string_view text, std::string_view needle) {
+    static const CaseFolding folding = [] {
+        const std::vector<std::string> languages = preferredLanguages(languageSettingsOfEnvironment());
+        const std::string language = languages.empty() ? "" : languages.front().substr(0, languages.front().find('-'));
+        return language == "tr" || language == "az" ? CaseFolding::turkic : CaseFolding::standard;
+    }();
+    return caseInsensitiveContains(text, needle, folding);
 }
 
 } // namespace platform

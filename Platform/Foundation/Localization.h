@@ -1,6 +1,6 @@
 // Texts in the user's language.
 //
-// Texts are looked up by their English wording in message catalogs, the files
+// gettext looks texts up by their English wording in message catalogs, the files
 // locale/LANGUAGE/LC_MESSAGES/DOMAIN.mo in `sharedFolder`. The languages are those of `preferredLanguages`; they need
 // not be generated on the machine, only translated. A text without a translation, or a user without a translated
 // language, gets the English wording.
@@ -13,15 +13,15 @@
 
 namespace platform {
 
-/// Reads the catalogs of `domain` for the languages of this process's environment that stand before English: for
-/// "de-AT" those of "de_AT" and of "de". A catalog that is broken is left out. Call at most once, at start, before
-/// other threads.
+/// Chooses the catalogs of `domain`, which must live on, for the languages of this process's environment that stand
+/// before English: for "de-AT" those of "de_AT" and of "de". Sets LANGUAGE to these. Call at most once, at start,
+/// before other threads.
 void startLocalization(const char* domain);
 
 /// The text for `key`, an English wording.
 std::string localized(const char* key);
 
-/// The text for `key`, an English wording with one "%lld" in it, which `count` takes the place of. A language whose
+/// The text for `key`, an English wording with one "%lld" in it, which `count` replaces. A language whose
 /// wording changes with the number may say so in its catalog (plural forms of the same key).
 std::string localizedCount(const char* key, std::int64_t count);
 

@@ -8,6 +8,8 @@ namespace platform {
 
 namespace {
 
+constexpr AsciiSet queryItemCharacters = asciiLettersAndDigits.with("-._~!$'()*+,;:@/?");
+
 /// Appends a component as it stands, or if it holds a character that `allowed` has not, encoded as a whole.
 void appendComponent(std::string& out, std::string_view component, const AsciiSet& allowed) {
     if (isPercentEncoded(component, allowed)) {
@@ -124,6 +126,42 @@ std::string URL::path() const {
 std::optional<std::string_view> URL::encodedQuery() const {
     const std::string_view query = parts_.query(text_);
     return query.empty() ? std::nullopt : std::optional(query.substr(1));
+}
+
+std::optional<std::vector<URLQueryItem>> URL::queryItems() const {
+    std::optional<std::string_view> rest = encodedQuery();
+    if (!rest) {
+        return std::nullopt;
+    }
+    std::vector<URLQueryItem> items;
+    for (bool isMore = !rest->empty(); isMore;) {
+        const std::string_view item = rest->substr(0, rest->find('&'));
+        isMore = item.size() < rest->size();
+        rest->remove_prefix(std::min(item.size() + 1, rest->size()));
+
+        const std::string_view name = item.substr(0, item.find('='));
+        URLQueryItem& read = items.emplace_back(URLQueryItem{.name = percentDecoded(name)});
+        if (name.size() < item.size()) {
+            read.value = percentDecoded(item.substr(name.size() + 1));
+        }
+    }
+    return items;
+}
+
+URL URL::withQueryItems(const std::vector<URLQueryItem>& items) const {
+    std::string text = text_.substr(0, parts_.pathEnd) + (items.empty() ? "?" : "");
+    for (const URLQueryItem& item : items) {
+        text += text.size() == parts_.pathEnd ? '?' : '&';
+        appendPercentEncoded(text, item.name, queryItemCharacters);
+        if (item.value) {
+            text += '=';
+            appendPercentEncoded(text, *item.value, queryItemCharacters);
+        }
+    }
+    URLParts parts = parts_;
+    parts.queryEnd = text.size();
+    text += parts_.fragment(text_);
+    return {std::move(text), parts};
 }
 
 } // namespace platform

@@ -2,17 +2,19 @@
 //
 // Parsing is forgiving where people are sloppy and strict where an address would change its meaning:
 //
-//  - Empty text is no URL. The text before the first ":" (if none of "/ ? # [ ] @" comes first) must be a scheme, an
-//  ASCII
-//    letter followed by letters, digits, "+", "-" and ".", or the whole text is no URL.
-//  - "//" starts the authority, which ends at "/", "?" or "#". User information ends at the authority's last "@" and
-//    splits at its first ":". A "[" … "]" is an IP literal, after which only the end or ":" may follow. A port is
-//    digits only (or empty), else the text is no URL.
-//  - A component (user, password, path, query, fragment) with a character that it does not allow is percent-encoded as
-//  a
-//    whole, "%" included; the other components stay byte for byte.
-//  - A host with other characters goes through IDNA (UTS 46, non-transitional processing) and must come out as a valid
-//    ASCII host, else the text is no URL. ASCII case is never changed.
+// - Empty text is no URL. The text before the first ":" (if none of "/ ? # [ ] @" comes first) must be a scheme, an
+//   ASCII letter followed by letters, digits, "+", "-" and ".", or the whole text is no URL.
+// - "//" starts the authority, which ends at "/", "?" or "#". User information ends at the authority's last "@" and
+//   splits at its first ":". A "[" … "]" is an IP literal, after which only the end or ":" may follow. A port is digits
+//   only (or empty), else the text is no URL.
+// - A component (user, password, path, query, fragment) with a character that it does not allow is percent-encoded as a
+//   whole, "%" included; the other components stay byte for byte.
+// - A host with other characters goes through IDNA (UTS 46, non-transitional processing) and must come out as a valid
+//   ASCII host, else the text is no URL. ASCII case is never changed.
+//
+// Query items are the query split at "&" and each at its first "=": an item without "=" has no value, an empty query
+// has no items, "a&&b" has an empty-named item in the middle. Only "%HH" is decoded; "+" is no blank. Items that are
+// set keep letters, digits and "- . _ ~ ! $ ' ( ) * + , ; : @ / ?"; everything else is percent-encoded.
 //
 // Source: RFC 3986 for the syntax, UTS 46 for hosts.
 //
@@ -25,8 +27,15 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace platform {
+
+struct URLQueryItem {
+    std::string name;
+    std::optional<std::string> value;
+    friend bool operator==(const URLQueryItem&, const URLQueryItem&) = default;
+};
 
 class URL {
   public:
@@ -48,13 +57,16 @@ class URL {
     std::optional<std::string> host() const;
     /// The path with its "%HH" decoded, without a trailing "/"; a file URL's file-system path.
     std::string path() const;
-    /// The query as it stands, percent-encoded; nothing without a "?".
+    /// The raw query, percent-encoded; nothing without a "?".
     std::optional<std::string_view> encodedQuery() const;
+    /// Nothing without a "?".
+    std::optional<std::vector<URLQueryItem>> queryItems() const;
+    /// This URL with another query, every other part byte for byte; no items make an empty query.
+    URL withQueryItems(const std::vector<URLQueryItem>& items) const;
 
     friend bool operator==(const URL& a, const URL& b) { return a.text_ == b.text_; }
 
   private:
-    friend class URLComponents;
     URL(std::string text, const URLParts& parts) : text_(std::move(text)), parts_(parts) {}
 
     std::string text_;

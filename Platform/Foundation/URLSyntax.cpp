@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Icu.h"
 #include "Platform/Foundation/PercentEncoding.h"
+#include "Platform/Foundation/Utf8.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -75,9 +76,9 @@ std::optional<std::string> hostToAscii(std::string_view text) {
                                              UIDNA_ERROR_DOMAIN_NAME_TOO_LONG | UIDNA_ERROR_LEADING_HYPHEN |
                                              UIDNA_ERROR_TRAILING_HYPHEN | UIDNA_ERROR_HYPHEN_3_4;
     // Punycode takes quadratic time, and a name server's names have 253 bytes.
-    constexpr std::size_t longestHost = 4096;
+    constexpr std::size_t maxHost = 4096;
     const Icu* icu = Icu::shared();
-    if (icu == nullptr || text.size() > longestHost) {
+    if (icu == nullptr || text.size() > maxHost) {
         return std::nullopt;
     }
     static const UIDNA* const idna = [icu] {
@@ -145,10 +146,6 @@ URLForm splitURL(std::string_view text, URLParts& parts) {
     return form;
 }
 
-bool isURLScheme(std::string_view text) {
-    return !text.empty() && asciiLetters.contains(text.front()) && schemeCharacters.endOfRun(text, 0) == text.size();
-}
-
 bool isURLHost(std::string_view text) {
     if (text.starts_with('[')) {
         const std::string_view address = text.substr(1, text.size() - 2);
@@ -165,7 +162,7 @@ std::optional<std::string> urlHost(std::string_view text) {
     if (isURLHost(text)) {
         return std::string(text);
     }
-    if (std::all_of(text.begin(), text.end(), isAscii)) {
+    if (isAscii(text)) {
         return std::nullopt;
     }
     std::optional<std::string> ascii = hostToAscii(text);

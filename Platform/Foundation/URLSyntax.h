@@ -1,4 +1,4 @@
-// The grammar of addresses, shared by URL and URLComponents: where an address has its parts, and what each may hold.
+// The grammar of addresses: where an address has its parts, and what each may hold.
 // Source: RFC 3986; UTS 46 for hosts outside ASCII.
 #pragma once
 
@@ -58,8 +58,6 @@ enum class URLForm { none, wellFormed, sloppy };
 
 /// Splits an address. `parts` says something unless the text is none.
 URLForm splitURL(std::string_view text, URLParts& parts);
-
-bool isURLScheme(std::string_view text);
 
 /// A host as an address holds it: `text` itself where it is percent-encoded or an IP literal in brackets, its ASCII
 /// form where it is not ASCII; nothing where it is no host.

@@ -1,10 +1,9 @@
 #include "Platform/Foundation/Utf8.h"
 
-#include <cstdint>
+#include "Platform/Foundation/AsciiSet.h"
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include <cstdint>
+#include <cstring>
 
 namespace platform {
 
@@ -35,33 +34,20 @@ constexpr Lead leadOf(std::uint8_t byte) {
             static_cast<std::uint8_t>(byte == 0xF4 ? 0x8F : 0xBF)};
 }
 
-/// Passes over characters of one and two bytes from `p` on, sixteen bytes at a time, and stops at or before anything
-/// else.
-const char* skipShortCharacters(const char* p, const char* end) {
-#if defined(__SSE2__)
-    constexpr std::ptrdiff_t blockSize = 16;
-    // 1 where the block before ended with a lead, whose trail is to come.
-    std::uint32_t cut = 0;
-    for (; end - p >= blockSize; p += blockSize) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const auto bits = [](__m128i mask) { return static_cast<std::uint32_t>(_mm_movemask_epi8(mask)); };
-        // As signed numbers: trails are the least, then come the leads of two bytes, those of more, and ASCII.
-        const auto below = [&](int byte) {
-            return bits(_mm_cmplt_epi8(bytes, _mm_set1_epi8(static_cast<char>(byte))));
-        };
-        const std::uint32_t trails = below(0xC0);
-        const std::uint32_t leads = below(0xE0) & ~below(0xC2);
-        if (bits(bytes) != (trails | leads) || trails != ((leads << 1U | cut) & 0xFFFFU)) {
+/// How many bytes of ASCII `text` begins with.
+std::size_t asciiPrefix(std::string_view text) {
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::size_t size = 0;
+    for (std::uint64_t word = 0; text.size() - size >= sizeof word; size += sizeof word) {
+        std::memcpy(&word, text.data() + size, sizeof word);
+        if ((word & highBits) != 0) {
             break;
         }
-        cut = leads >> (blockSize - 1);
     }
-    p -= cut;
-#endif
-    while (p < end && static_cast<unsigned char>(*p) < 0x80) {
-        ++p;
+    while (size < text.size() && isAscii(text[size])) {
+        ++size;
     }
-    return p;
+    return size;
 }
 
 } // namespace
@@ -83,16 +69,59 @@ Utf8Sequence leadingUtf8Sequence(std::string_view text) {
 }
 
 bool isUtf8(std::string_view text) {
-    const char* p = text.data();
-    const char* const end = p + text.size();
-    while ((p = skipShortCharacters(p, end)) < end) {
-        const Utf8Sequence sequence = leadingUtf8Sequence({p, static_cast<std::size_t>(end - p)});
-        if (!sequence.isCharacter) {
-            return false;
+    for (;;) {
+        text.remove_prefix(asciiPrefix(text));
+        while (!text.empty() && !isAscii(text.front())) {
+            const Utf8Sequence sequence = leadingUtf8Sequence(text);
+            if (!sequence.isCharacter) {
+                return false;
+            }
+            text.remove_prefix(sequence.length);
         }
-        p += sequence.length;
+        if (text.empty()) {
+            return true;
+        }
     }
-    return true;
+}
+
+bool isAscii(std::string_view text) {
+    return asciiPrefix(text) == text.size();
+}
+
+void appendUtf8(std::string& text, char32_t character) {
+    if (!isCharacter(character)) {
+        text += utf8ReplacementCharacter;
+    } else if (character < 0x80) {
+        text += static_cast<char>(character);
+    } else {
+        const unsigned trails = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+        const unsigned mark = 0xF80U >> trails;
+        text += static_cast<char>(mark | character >> 6 * trails);
+        for (unsigned left = trails; left-- > 0;) {
+            text += static_cast<char>(0x80U | (character >> 6 * left & 0x3FU));
+        }
+    }
+}
+
+std::string utf8FromUtf16BigEndian(std::string_view bytes) {
+    const std::size_t count = bytes.size() / 2;
+    const auto unit = [bytes](std::size_t index) -> char32_t {
+        return static_cast<char32_t>(static_cast<unsigned char>(bytes[2 * index]) << 8U |
+                                     static_cast<unsigned char>(bytes[2 * index + 1]));
+    };
+    std::string text;
+    for (std::size_t index = 0; index < count; ++index) {
+        const char32_t high = unit(index);
+        const bool isHigh = high >= 0xD800 && high < 0xDC00;
+        const char32_t low = isHigh && index + 1 < count ? unit(index + 1) : 0;
+        if (low >= 0xDC00 && low < 0xE000) {
+            appendUtf8(text, 0x10000 + ((high - 0xD800) << 10U) + (low - 0xDC00));
+            ++index;
+        } else {
+            appendUtf8(text, high);
+        }
+    }
+    return text;
 }
 
 } // namespace platform

@@ -1,6 +1,6 @@
 // An XML parser that reports a document to a delegate, piece by piece, in the document's order.
 //
-// Elements go by their names as typed ("media:title"): prefixes mean nothing here, and attributes are checked and not
+// Elements have their raw names ("media:title"): prefixes mean nothing here, and attributes are checked and not
 // reported. Texts arrive as UTF-8, whatever the document's encoding (see TextEncoding.h), with line ends as LF.
 //
 // The five entities of XML and character references are known, no others: a reference to any other in a text is an
@@ -8,7 +8,7 @@
 // not read.
 //
 // The first error ends the parse: what was reported before it stands, and nothing is reported after. Elements nested
-// deeper than `greatestDepth` and declarations of more than `mostDeclaredAttributes` attributes are errors too, since
+// deeper than `maxDepth` and declarations of more than `maxDeclaredAttributes` attributes are errors too, since
 // both would take memory or time out of proportion to the document.
 //
 // The delegate is called on the thread of `parse()`, inside it; its arguments live as long as the call.
@@ -31,13 +31,13 @@ class XMLParserDelegate {
 
 class XMLParser {
   public:
-    static constexpr int greatestDepth = 10'000;
-    static constexpr int mostDeclaredAttributes = 100;
+    static constexpr int maxDepth = 10'000;
+    static constexpr int maxDeclaredAttributes = 100;
 
     /// Both must outlive this.
     XMLParser(std::string_view document, XMLParserDelegate& delegate) : document_(document), delegate_(delegate) {}
 
-    /// Reports the document; whether it was well-formed up to its end.
+    /// Reports the document. Returns whether it was well-formed up to its end.
     bool parse();
 
   private:

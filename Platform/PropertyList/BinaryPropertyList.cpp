@@ -1,6 +1,6 @@
 #include "Platform/PropertyList/BinaryPropertyList.h"
 
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Utf8.h"
 #include "Platform/PropertyList/PropertyList.h"
 
 #include <bit>

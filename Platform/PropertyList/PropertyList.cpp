@@ -1,7 +1,7 @@
 #include "Platform/PropertyList/PropertyList.h"
 
 #include "Platform/Foundation/TextEncoding.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Utf8.h"
 #include "Platform/PropertyList/BinaryPropertyList.h"
 #include "Platform/PropertyList/TextPropertyList.h"
 #include "Platform/PropertyList/XmlPropertyList.h"

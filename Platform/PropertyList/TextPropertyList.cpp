@@ -1,7 +1,6 @@
 #include "Platform/PropertyList/TextPropertyList.h"
 
 #include "Platform/Foundation/AsciiSet.h"
-#include "Platform/Foundation/Unicode.h"
 #include "Platform/Foundation/Utf8.h"
 #include "Platform/Foundation/WhiteSpace.h"
 #include "Platform/PropertyList/PropertyList.h"

@@ -1,7 +1,7 @@
 #include "Platform/PropertyList/XmlText.h"
 
 #include "Platform/Foundation/AsciiSet.h"
-#include "Platform/Foundation/Unicode.h"
+#include "Platform/Foundation/Utf8.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,6 @@
 
 #include "Extension/Workspaces/WorkspacesWidget.h"
 
-#include "Platform/Foundation/URLComponents.h"
 #include "Tests/Extension/Lists/StoreFile.h"
 #include "Tests/Support/ViewText.h"
 
@@ -33,7 +32,7 @@ TEST(WorkspaceItem, OpensByItsName) {
     for (const char* name : {"", "a&b=c", "100 %", "#1?/x", "読書", "a+b", "e\u0301", "line\nbreak"}) {
         const auto url = WorkspaceItem{.id = name}.displayURL();
         ASSERT_TRUE(url) << name;
-        const auto items = platform::URLComponents::of(*url)->queryItems();
+        const auto items = url->queryItems();
         ASSERT_TRUE(items && items->size() == 2U) << name;
         EXPECT_EQ((*items)[0].value, name);
     }

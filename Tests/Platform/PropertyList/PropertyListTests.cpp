@@ -8,7 +8,6 @@
 
 #include <array>
 #include <map>
-#include <thread>
 
 namespace platform {
 namespace {
@@ -148,16 +147,12 @@ TEST(PropertyListValue, IsOfOneKind) {
 }
 
 TEST(PropertyListValue, IsAnArrayOfDictionariesOrNot) {
-    const std::string filler(300, 'x'); // makes the array long enough for XML to remember where it ends
     const std::map<std::string, bool> answers = {
         {"<array/>", true},
         {"<array></array>", true},
         {"<array><dict/></array>", true},
         {"<array><dict/><string/></array>", false},
         {"<array><array/></array>", false},
-        {"<array><dict><key>a</key><string>" + filler + "</string></dict><dict/></array>", true},
-        {"<array><dict/><string>" + filler + "</string></array>", false},
-        {"<array><array><dict/></array><!--" + filler + "--></array>", false},
         {"<dict/>", false},
         {"()", true},
         {"({},{a=b;})", true},
@@ -173,144 +168,12 @@ TEST(PropertyListValue, IsAnArrayOfDictionariesOrNot) {
     }
 }
 
-/// Records that are alike to the byte except for their values, and others that are not: keys left out, in another
-/// order, written in another way, nested records with the same keys.
-TEST(PropertyListValue, RecordsAreReadWhateverIsUnlikeTheOthers) {
-    std::string file = "<array>";
-    std::string expected;
-    const auto add = [&](const std::string& record, const std::string& canonical) {
-        file += "\n\t<dict>" + record + "\n\t</dict>";
-        expected += (expected.empty() ? "{" : ", {") + canonical + "}";
-    };
-    const auto name = [](int i) { return "\n\t\t<key>Name</key>\n\t\t<string>n" + std::to_string(i) + "</string>"; };
-    const auto type = [](int i) { return "\n\t\t<key>Type</key>\n\t\t<integer>" + std::to_string(i) + "</integer>"; };
-    const std::string unread = "\n\t\t<key>unread</key>\n\t\t<true/>";
-    const std::string icon = "\n\t\t<key>Icon</key>\n\t\t<data>\n" + std::string(400, 'A') + "\n\t\t</data>";
-    const std::string iconText = "\"Icon\": <" + std::string(600, '0') + ">";
-    for (int i = 0; i < 300; ++i) {
-        const std::string number = std::to_string(i);
-        const std::string nameText = "\"Name\": \"n" + number + "\"";
-        const std::string typeText = "\"Type\": " + number;
-        switch (i * i % 11) {
-        case 0:
-            add(name(i) + type(i), nameText + ", " + typeText);
-            break;
-        case 1:
-            add(name(i) + icon + unread, iconText + ", " + nameText + ", \"unread\": true");
-            break;
-        case 3:
-            add(type(i) + name(i), nameText + ", " + typeText);
-            break;
-        case 4:
-            add(name(i) + "<key>Type</key><integer>" + number + "</integer>" + icon,
-                iconText + ", " + nameText + ", " + typeText);
-            break;
-        case 5:
-            add("\n\t\t<key>inner</key><dict>" + name(i) + type(i) + "</dict>" + type(i),
-                typeText + ", \"inner\": {" + nameText + ", " + typeText + "}");
-            break;
-        default:
-            add(name(i) + "\n\t\t<key>k" + number + "</key>\n\t\t<string>&lt;</string>" + icon,
-                iconText + ", " + nameText + ", \"k" + number + "\": \"<\"");
-            break;
-        }
-    }
-    const PropertyList list = parsed(file + "\n</array>");
-    EXPECT_EQ(canonicalText(list.root()), "[" + expected + "]");
-
-    int index = 0;
-    list.root().forEachElement([&index](const PropertyListValue& record) {
-        std::map<std::string, std::string> entries;
-        record.forEachEntry([&entries](const std::string& key, const PropertyListValue& value) {
-            entries[key] = canonicalText(value);
-            return true;
-        });
-        constexpr std::array<std::string_view, 5> keys = {"unread", "Icon", "Type", "Name", "inner"};
-        std::array<std::optional<PropertyListValue>, 5> found;
-        record.select(keys, found);
-        for (std::size_t key = 0; key < keys.size(); ++key) {
-            const auto entry = entries.find(std::string(keys[key]));
-            EXPECT_EQ(found[key] ? canonicalText(*found[key]) : "none", entry == entries.end() ? "none" : entry->second)
-                << keys[key] << " of record " << index;
-        }
-        ++index;
-        return true;
-    });
-    EXPECT_EQ(index, 300);
-}
-
-TEST(PropertyListValue, KeysAreToldApart) {
-    const std::array<std::string, 10> names = {
-        "",           "a",          "aa",       "abcd", "abcdabcd", "abcdefgh1ijklmnop", "abcdefgh2ijklmnop",
-        "abcdefghij", "abcdefghxx", "abcdefghx"};
-    std::string file = "<dict>";
-    BinaryFile binaryFile{.objects = {"\xDA"}};
-    for (const std::string& name : names) {
-        file += "<key>" + name + "</key><string>" + name + "</string>";
-        binaryFile.objects[0] += static_cast<char>(binaryFile.objects.size());
-        binaryFile.objects.push_back("\x5F\x10" + std::string(1, static_cast<char>(name.size())) + name);
-    }
-    binaryFile.objects[0] += binaryFile.objects[0].substr(1);
-    for (const std::string& bytes : {file + "</dict>", binaryFile.bytes()}) {
-        const PropertyList list = parsed(bytes);
-        for (const std::string& name : names) {
-            ASSERT_TRUE(list.root()[name]) << name;
-            EXPECT_EQ(list.root()[name]->string(), name);
-        }
-        for (const std::string_view missing : {"b", "aaa", "abcda", "abcdabc", "abcdefgh3ijklmnop", "abcdefghi"}) {
-            EXPECT_FALSE(list.root()[missing]) << missing;
-        }
-    }
-}
-
-TEST(PropertyListValue, KeysAndDataMayHaveMarkupInEveryRecord) {
-    const std::string digits(400, 'A');
-    std::string file = "<array>";
-    for (int i = 0; i < 5; ++i) {
-        file += "<dict><key>R&amp;D</key><integer>" + std::to_string(i) + "</integer><key>Icon</key><data>" + digits +
-                "<!--AAAA-->&#xD;" + digits + "</data></dict>";
-    }
-    const PropertyList list = parsed(file + "</array>");
-    std::int64_t index = 0;
-    list.root().forEachElement([&](const PropertyListValue& record) {
-        EXPECT_EQ(record["R&D"].value().integer(), index++);
-        EXPECT_EQ(record["Icon"].value().data()->decoded().bytes(), std::string(600, '\0'));
-        return true;
-    });
-    EXPECT_EQ(index, 5);
-}
-
-/// A change of one byte makes a known entry an error or another entry, never the known one.
-TEST(PropertyListValue, KnownEntriesAreComparedToTheByte) {
-    const std::string record =
-        "<dict>\n\t<key>Name</key>\n\t<string>n</string>\n\t<key>Type</key>\n\t<integer>1</integer>\n</dict>";
-    const std::string before = "<array>" + record;
-    const std::string after = record + "</array>";
-    const std::string sound = canonicalText(before + record + after);
-    const std::string known = "Name</key>\n\t<string>n</string>\n\t<key>Type</key>\n\t<integer>1</integer>";
-    const std::size_t start = record.find(known);
-    for (std::size_t offset = 0; offset < known.size(); ++offset) {
-        std::string changed = record;
-        changed[start + offset] = 'q';
-        EXPECT_NE(canonicalText(before + changed + after), sound) << changed;
-    }
-}
-
-TEST(PropertyListValue, MayBeReadByManyThreads) {
-    std::string file = "<array>";
-    for (int i = 0; i < 500; ++i) {
-        file += "<dict><key>Name</key><string>n" + std::to_string(i) + "</string></dict>";
-    }
-    const PropertyList list = parsed(file + "</array>");
-    const std::string expected = canonicalText(list.root());
-    std::array<std::string, 4> texts;
-    {
-        std::vector<std::jthread> threads;
-        for (std::string& result : texts) {
-            threads.emplace_back([&list, &result] { result = canonicalText(list.root()); });
-        }
-    }
-    EXPECT_THAT(texts, testing::Each(expected));
+TEST(PropertyListValue, KeysAndDataMayHaveMarkup) {
+    const PropertyList list = parsed("<dict><key>R&amp;D</key><integer>1</integer><key>R</key><integer>2</integer>"
+                                     "<key>Icon</key><data>AAAA<!--AAAA-->&#xD;AAAA</data></dict>");
+    EXPECT_EQ(list.root()["R&D"].value().integer(), 1);
+    EXPECT_EQ(list.root()["R"].value().integer(), 2);
+    EXPECT_EQ(list.root()["Icon"].value().data()->decoded().bytes(), std::string(6, '\0'));
 }
 
 } // namespace
