@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <initializer_list>
 #include <span>
 #include <tuple>
 
@@ -21,10 +20,6 @@ constexpr std::array<std::string_view, 7> weekdays{"Sunday",   "Monday", "Tuesda
 constexpr std::array<std::string_view, 12> months{"January",   "February", "March",    "April",
                                                   "May",       "June",     "July",     "August",
                                                   "September", "October",  "November", "December"};
-
-constexpr bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 constexpr bool isLetter(char character) {
     return asciiLowerCased(character) >= 'a' && asciiLowerCased(character) <= 'z';
@@ -67,23 +62,21 @@ class Scanner {
         return take(static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isLetter) - rest_.begin()));
     }
 
-    /// The digits that come next, at least one and at most `mostDigits`.
-    std::string_view digits(std::size_t leastDigits = 1, std::size_t mostDigits = std::string_view::npos) {
+    /// The digits that come next, at least one and at most `maxDigits`.
+    std::string_view digits(std::size_t minDigits = 1, std::size_t maxDigits = std::string_view::npos) {
         const auto size =
             static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isDigit) - rest_.begin());
-        expect(size >= leastDigits && size <= mostDigits);
+        expect(size >= minDigits && size <= maxDigits);
         return take(size);
     }
 
     int number() { return valueOf(digits()); }
 
-    /// The number of the name that comes next among `names`, in full or by its first letters.
-    int name(std::span<const std::string_view> names, std::initializer_list<std::size_t> shortSizes) {
+    /// The number of the name that comes next among `names`, in full or by its first three letters.
+    int name(std::span<const std::string_view> names) {
         const std::string_view read = word();
-        const auto found = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
-            return equalsIgnoringCase(read, name) ||
-                   std::any_of(shortSizes.begin(), shortSizes.end(),
-                               [&](std::size_t size) { return equalsIgnoringCase(read, name.substr(0, size)); });
+        const auto found = std::find_if(names.begin(), names.end(), [read](std::string_view name) {
+            return equalsIgnoringCase(read, name) || equalsIgnoringCase(read, name.substr(0, 3));
         });
         expect(found != names.end());
         return static_cast<int>(found - names.begin());
@@ -93,10 +86,10 @@ class Scanner {
 
     /// The value of `digits`; of very many, some great number.
     static int valueOf(std::string_view digits) {
-        constexpr int greatest = 1'000'000;
+        constexpr int max = 1'000'000;
         int value = 0;
         for (const char digit : digits) {
-            value = std::min(value * 10 + (digit - '0'), greatest);
+            value = std::min(value * 10 + (digit - '0'), max);
         }
         return value;
     }
@@ -112,55 +105,23 @@ class Scanner {
     bool isGood_ = true;
 };
 
-/// What an offset may look like after a zone's name, or after none.
-struct OffsetForm {
-    std::string_view name;
-    /// Of the first run: hours alone, or minutes and seconds too.
-    std::size_t mostDigits;
-    /// Of the hours before a colon.
-    std::size_t leastDigitsBeforeColon;
-};
-constexpr std::array offsetForms{OffsetForm{"", 6, 2}, OffsetForm{"GMT", 2, 1}, OffsetForm{"UTC", 6, 1},
-                                 OffsetForm{"UT", 6, 1}};
-
-/// The offset after its sign, in seconds.
-int offset(Scanner& scanner, const OffsetForm& form) {
-    const std::string_view digits = scanner.digits(1, form.mostDigits);
-    // Of an odd number of digits the hours have one.
-    const std::size_t hourDigits = std::min(2 - digits.size() % 2, digits.size());
-    const std::string_view rest = digits.substr(hourDigits);
-    const int hours = Scanner::valueOf(digits.substr(0, hourDigits));
-    int minutes = Scanner::valueOf(rest.substr(0, 2));
-    int seconds = Scanner::valueOf(rest.substr(std::min<std::size_t>(2, rest.size())));
-    if (rest.empty() && hourDigits >= form.leastDigitsBeforeColon && scanner.skip(':')) {
-        minutes = Scanner::valueOf(scanner.digits(2, 2));
-        seconds = scanner.skip(':') ? Scanner::valueOf(scanner.digits(2, 2)) : 0;
-    }
-    scanner.expect(hours < 24 && minutes < 60 && seconds < 60);
-    return (hours * 60 + minutes) * 60 + seconds;
-}
-
 /// Seconds east of Greenwich.
 int zone(Scanner& scanner) {
     const std::string_view name = scanner.word();
-    if (equalsIgnoringCase(name, "Z")) {
+    const auto isNamed = [name](std::string_view zone) { return equalsIgnoringCase(name, zone); };
+    const int sign = isNamed("Z") ? 0 : scanner.skip('+') ? 1 : scanner.skip('-') ? -1 : 0;
+    scanner.expect(name.empty() ? sign != 0 : isNamed("Z") || isNamed("GMT") || isNamed("UTC") || isNamed("UT"));
+    if (sign == 0) {
         return 0;
     }
-    const auto* const form = std::find_if(offsetForms.begin(), offsetForms.end(), [name](const OffsetForm& each) {
-        return equalsIgnoringCase(name, each.name);
-    });
-    if (form == offsetForms.end()) {
-        scanner.expect(false);
-        return 0;
-    }
-    if (scanner.skip('+')) {
-        return offset(scanner, *form);
-    }
-    if (scanner.skip('-')) {
-        return -offset(scanner, *form);
-    }
-    scanner.expect(!name.empty());
-    return 0;
+    const std::string_view digits = scanner.digits(1, isNamed("GMT") ? 2 : 4);
+    scanner.expect(digits.size() != 3);
+    const int hours = Scanner::valueOf(digits.substr(0, 2));
+    const bool hasColon = digits.size() <= 2 && (digits.size() == 2 || !name.empty()) && scanner.skip(':');
+    const int minutes =
+        Scanner::valueOf(hasColon ? scanner.digits(2, 2) : digits.substr(std::min<std::size_t>(2, digits.size())));
+    scanner.expect(hours < 24 && minutes < 60);
+    return sign * (hours * 60 + minutes) * 60;
 }
 
 std::optional<Date> dateFromHistoricalTime(CivilTime time) {
@@ -184,12 +145,12 @@ std::optional<Date> parseFeedDate(std::string_view text) {
     Scanner scanner(text);
     CivilTime time;
     scanner.skipBlanks();
-    scanner.name(weekdays, {3, 2, 1});
+    scanner.name(weekdays);
     scanner.expect(',');
     scanner.expectBlanks();
     time.day = scanner.number();
     scanner.expectBlanks();
-    time.month = scanner.name(months, {3}) + 1;
+    time.month = scanner.name(months) + 1;
     scanner.expectBlanks();
     time.year = scanner.number();
     scanner.expectBlanks();

@@ -7,7 +7,6 @@
 #include "Platform/Foundation/Localization.h"
 #include "Platform/Foundation/URL.h"
 
-#include <malloc.h>
 #include <utility>
 
 namespace foliovault {
@@ -20,8 +19,8 @@ constexpr std::string_view category = "TipStore";
 
 } // namespace
 
-TipStore::TipStore(Surroundings surroundings)
-    : around_(std::move(surroundings)), cachePath_(around_.cachesFolder + "/tips_cache.json") {}
+TipStore::TipStore(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)), cachePath_(dependencies_.cachesFolder + "/tips_cache.json") {}
 
 TipStore& TipStore::shared() {
     static TipStore store({.files = DiskFileSystem::shared(),
@@ -35,7 +34,7 @@ TipStore& TipStore::shared() {
 }
 
 void TipStore::fetchTips(Completion completion) {
-    if (const auto fresh = loadCache(Expiry::heeded)) {
+    if (const auto fresh = loadCache(Expiry::checked)) {
         return completion(*fresh);
     }
     const std::scoped_lock lock(mutex_);
@@ -62,27 +61,25 @@ void TipStore::serveWaiting() {
 }
 
 std::vector<TipItem> TipStore::freshOrDownloaded() const {
-    if (auto fresh = loadCache(Expiry::heeded)) {
+    if (auto fresh = loadCache(Expiry::checked)) {
         return *std::move(fresh);
     }
     const auto lastTips = [this] { return loadCache(Expiry::ignored).value_or(std::vector<TipItem>()); };
-    const auto address = URL::parse("https://" + around_.feedHost +
+    const auto address = URL::parse("https://" + dependencies_.feedHost +
                                     "/2/apps/supportmaterials.xml.php?product=FOLIOvault&edition=Pro&version=4&lang=" +
-                                    std::string(feedLanguage(around_.languages)));
+                                    std::string(feedLanguage(dependencies_.languages)));
     if (!address) {
         return lastTips();
     }
-    const auto feed = around_.web.get(*address);
+    const auto feed = dependencies_.web.get(*address);
     if (!feed) {
-        around_.log.write(LogLevel::error, category, "Failed to fetch tips feed: " + feed.error().description);
+        dependencies_.log.write(LogLevel::error, category, "Failed to fetch tips feed: " + feed.error().description);
         return lastTips();
     }
     auto tips = RSSParser::parseTips(feed->bytes());
     if (!tips.empty()) {
         saveCache(tips);
     }
-    // A download leaves megabytes free, and nobody needs them until the next one in six hours.
-    malloc_trim(0);
     return tips;
 }
 
@@ -91,21 +88,22 @@ std::string_view TipStore::feedLanguage(const std::vector<std::string>& language
 }
 
 std::optional<std::vector<TipItem>> TipStore::loadCache(Expiry expiry) const {
-    const auto file = around_.files.read(cachePath_);
-    if (!file || file->size() > greatestCacheSize) {
+    const auto file = dependencies_.files.read(cachePath_);
+    if (!file || file->size() > maxCacheSize) {
         return std::nullopt;
     }
     auto cache = decodedCache(file->bytes());
-    if (!cache || (expiry == Expiry::heeded && cache->timestamp.addingSeconds(cacheLifetime) <= around_.clock.now())) {
+    if (!cache ||
+        (expiry == Expiry::checked && cache->timestamp.addingSeconds(cacheLifetime) <= dependencies_.clock.now())) {
         return std::nullopt;
     }
     return std::move(cache->tips);
 }
 
 void TipStore::saveCache(const std::vector<TipItem>& tips) const {
-    const std::string json = encoded({.timestamp = around_.clock.now(), .tips = tips});
-    if (const auto error = around_.files.replace(cachePath_, json)) {
-        around_.log.write(LogLevel::error, category, "Failed to write tips cache: " + error->description);
+    const std::string json = encoded({.timestamp = dependencies_.clock.now(), .tips = tips});
+    if (const auto error = dependencies_.files.replace(cachePath_, json)) {
+        dependencies_.log.write(LogLevel::error, category, "Failed to write tips cache: " + error->description);
     }
 }
 

@@ -27,10 +27,10 @@ class TipStore {
     /// Six hours.
     static constexpr double cacheLifetime = 21'600;
     /// No download makes a larger cache: a file beyond that is not ours.
-    static constexpr std::size_t greatestCacheSize = std::size_t{64} << 20U;
+    static constexpr std::size_t maxCacheSize = std::size_t{64} << 20U;
 
-    /// What the store works with; must outlive it.
-    struct Surroundings {
+    /// All must outlive the store.
+    struct Dependencies {
         const platform::FileSystem& files;
         const platform::WebClient& web;
         const platform::Clock& clock;
@@ -42,7 +42,7 @@ class TipStore {
         /// The server of the feed.
         std::string feedHost;
     };
-    explicit TipStore(Surroundings surroundings);
+    explicit TipStore(Dependencies dependencies);
 
     /// The store on the web, and on the process's own caches folder.
     static TipStore& shared();
@@ -61,14 +61,14 @@ class TipStore {
     static std::string_view feedLanguage(const std::vector<std::string>& languages);
 
   private:
-    enum class Expiry { heeded, ignored };
+    enum class Expiry { checked, ignored };
 
     void serveWaiting();
     std::vector<TipItem> freshOrDownloaded() const;
     std::optional<std::vector<TipItem>> loadCache(Expiry expiry) const;
     void saveCache(const std::vector<TipItem>& tips) const;
 
-    Surroundings around_;
+    Dependencies dependencies_;
     std::string cachePath_;
     std::mutex mutex_;
     std::vector<Completion> waiting_;

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 namespace platform {
@@ -17,7 +16,7 @@ class AsciiSet {
         }
     }
 
-    constexpr bool contains(char character) const { return member(character) != 0; }
+    constexpr bool contains(char character) const { return members_[static_cast<unsigned char>(character)]; }
 
     /// This set and `characters`.
     constexpr AsciiSet with(std::string_view characters) const {
@@ -31,33 +30,29 @@ class AsciiSet {
     /// Every byte that this set does not contain.
     constexpr AsciiSet inverted() const {
         AsciiSet result = *this;
-        for (std::uint8_t& member : result.members_) {
-            member ^= 1U;
+        for (bool& member : result.members_) {
+            member = !member;
         }
         return result;
     }
 
     /// The index of the first character of `text`, from `begin` on, that is not in this set; `text.size()` if all are.
     constexpr std::size_t endOfRun(std::string_view text, std::size_t begin) const {
-        std::size_t at = begin;
-        // Four at a time without a branch between them, since addresses are mostly runs.
-        while (text.size() - at >= 4 &&
-               (member(text[at]) & member(text[at + 1]) & member(text[at + 2]) & member(text[at + 3])) != 0) {
-            at += 4;
+        while (begin < text.size() && contains(text[begin])) {
+            ++begin;
         }
-        while (at < text.size() && contains(text[at])) {
-            ++at;
-        }
-        return at;
+        return begin;
     }
 
   private:
-    constexpr unsigned member(char character) const { return members_[static_cast<unsigned char>(character)]; }
-    constexpr void insert(char character) { members_[static_cast<unsigned char>(character)] = 1; }
+    constexpr void insert(char character) { members_[static_cast<unsigned char>(character)] = true; }
 
-    /// 1 for each byte in the set, else 0.
-    std::array<std::uint8_t, 256> members_{};
+    std::array<bool, 256> members_{};
 };
+
+constexpr bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
 
 constexpr bool isAscii(char character) {
     return static_cast<unsigned char>(character) < 0x80;
@@ -70,7 +65,7 @@ constexpr char asciiLowerCased(char character) {
 
 /// The value of a hexadecimal digit; 16 for any other byte.
 constexpr unsigned hexadecimalValue(char character) {
-    if (character >= '0' && character <= '9') {
+    if (isDigit(character)) {
         return static_cast<unsigned>(character - '0');
     }
     const char lower = asciiLowerCased(character);

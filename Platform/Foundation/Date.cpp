@@ -1,5 +1,8 @@
 #include "Platform/Foundation/Date.h"
 
+#include "Platform/Foundation/AsciiSet.h"
+
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -30,77 +33,40 @@ Milliseconds toMilliseconds(Date date) {
     return referenceDay + milliseconds{static_cast<std::int64_t>(fromReference)};
 }
 
-/// Reads a text from its front. Once a step has failed, `ok` stays false.
-class Scanner {
-  public:
-    explicit Scanner(std::string_view text) : rest_(text) {}
-
-    /// Exactly `count` decimal digits.
-    int digits(std::size_t count) {
-        int value = 0;
-        for (std::size_t index = 0; index < count; ++index) {
-            if (index == rest_.size() || !isDigit(rest_[index])) {
-                ok_ = false;
-                return 0;
-            }
-            value = value * 10 + (rest_[index] - '0');
+/// The civil time that `text` writes as "2001-01-31T23:59:59"; nothing if it is anything else.
+std::optional<CivilTime> civilTime(std::string_view text) {
+    constexpr std::string_view pattern = "0000-00-00T00:00:00";
+    for (std::size_t index = 0; index < pattern.size(); ++index) {
+        const bool isGood = index < text.size() &&
+                            (isDigit(pattern[index]) ? isDigit(text[index])
+                                                     : asciiLowerCased(text[index]) == asciiLowerCased(pattern[index]));
+        if (!isGood) {
+            return std::nullopt;
         }
-        rest_.remove_prefix(count);
-        return value;
     }
-
-    /// The next character if it is one of `characters`, else 0.
-    char oneOf(std::string_view characters) {
-        if (rest_.empty() || characters.find(rest_.front()) == std::string_view::npos) {
-            return 0;
-        }
-        const char character = rest_.front();
-        rest_.remove_prefix(1);
-        return character;
-    }
-
-    void expectOneOf(std::string_view characters) { ok_ = oneOf(characters) != 0 && ok_; }
-
-    /// A decimal point and any number of digits, or 0 where no point stands.
-    double fraction() {
-        if (rest_.empty() || rest_.front() != '.') {
-            return 0;
-        }
-        std::size_t end = 1;
-        while (end < rest_.size() && isDigit(rest_[end])) {
-            ++end;
-        }
-        double value = 0;
-        ok_ = ok_ && end > 1;
-        // Out of range means too small to matter: the value stays 0.
-        std::from_chars(rest_.data(), rest_.data() + end, value, chars_format::fixed);
-        rest_.remove_prefix(end);
-        return value;
-    }
-
-    bool isAtEnd() const { return ok_ && rest_.empty(); }
-
-  private:
-    using chars_format = std::chars_format;
-    static bool isDigit(char character) { return character >= '0' && character <= '9'; }
-    std::string_view rest_;
-    bool ok_ = true;
-};
+    const auto pair = [text](std::size_t index) { return (text[index] - '0') * 10 + text[index + 1] - '0'; };
+    return text.size() == pattern.size() ? std::optional(CivilTime{.year = pair(0) * 100 + pair(2),
+                                                                   .month = pair(5),
+                                                                   .day = pair(8),
+                                                                   .hour = pair(11),
+                                                                   .minute = pair(14),
+                                                                   .second = pair(17)})
+                                         : std::nullopt;
+}
 
 /// "Z" or an offset like "+01:00", in seconds east of UTC.
-std::optional<int> zoneOffset(Scanner& scanner) {
-    if (scanner.oneOf("Zz") != 0) {
+std::optional<int> zoneOffset(std::string_view text) {
+    if (text == "Z" || text == "z") {
         return 0;
     }
-    const char sign = scanner.oneOf("+-");
-    const int offsetHours = scanner.digits(2);
-    scanner.expectOneOf(":");
-    const int offsetMinutes = scanner.digits(2);
-    if (sign == 0 || offsetHours > 23 || offsetMinutes > 59) {
+    const bool hasSign = text.starts_with('+') || text.starts_with('-');
+    // An offset is a time of the day.
+    const auto time = hasSign ? civilTime("0001-01-01T" + std::string(text.substr(1)) + ":00") : std::nullopt;
+    if (!time || time->hour > 23 || time->minute > 59) {
         return std::nullopt;
     }
-    const int offset = offsetHours * 3600 + offsetMinutes * 60;
-    return sign == '-' ? -offset : offset;
+    const int offset = time->hour * 3600 + time->minute * 60;
+    return text.front() == '-' ? -offset : offset;
 }
 
 } // namespace
@@ -119,26 +85,25 @@ std::string toRfc3339(Date date) {
 }
 
 std::optional<Date> fromRfc3339(std::string_view text) {
-    Scanner scanner(text);
-    CivilTime time;
-    time.year = scanner.digits(4);
-    scanner.expectOneOf("-");
-    time.month = scanner.digits(2);
-    scanner.expectOneOf("-");
-    time.day = scanner.digits(2);
-    scanner.expectOneOf("Tt");
-    time.hour = scanner.digits(2);
-    scanner.expectOneOf(":");
-    time.minute = scanner.digits(2);
-    scanner.expectOneOf(":");
-    time.second = scanner.digits(2);
-    const double fraction = scanner.fraction();
-    const std::optional<int> offset = zoneOffset(scanner);
-    const std::optional<Date> local = dateFromCivilTime(time);
-    if (!scanner.isAtEnd() || !offset || !local) {
+    constexpr std::size_t timeSize = 19;
+    const std::optional<CivilTime> time = civilTime(text.substr(0, timeSize));
+    const std::optional<Date> local = time ? dateFromCivilTime(*time) : std::nullopt;
+    if (!local) {
         return std::nullopt;
     }
-    return local->addingSeconds(-*offset).addingSeconds(fraction);
+    std::string_view rest = text.substr(timeSize);
+    double fraction = 0;
+    if (rest.starts_with('.')) {
+        const std::size_t end = std::min(rest.find_first_not_of("0123456789", 1), rest.size());
+        if (end == 1) {
+            return std::nullopt;
+        }
+        // Out of range means too small to matter: the fraction stays 0.
+        std::from_chars(rest.data(), rest.data() + end, fraction, std::chars_format::fixed);
+        rest.remove_prefix(end);
+    }
+    const std::optional<int> offset = zoneOffset(rest);
+    return offset ? std::optional(local->addingSeconds(-*offset).addingSeconds(fraction)) : std::nullopt;
 }
 
 std::optional<Date> dateFromCivilTime(const CivilTime& time) {

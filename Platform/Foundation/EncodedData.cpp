@@ -1,10 +1,8 @@
 #include "Platform/Foundation/EncodedData.h"
 
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
 namespace platform {
@@ -49,53 +47,17 @@ std::string decodedBase64(std::string_view text) {
     return bytes;
 }
 
-/// The two digits of every group of twelve bits.
-constexpr std::array<std::array<char, 2>, 4096> makeDigitPairs() {
-    std::array<std::array<char, 2>, 4096> pairs{};
-    for (std::size_t group = 0; group < pairs.size(); ++group) {
-        pairs[group] = {alphabet[group >> 6U], alphabet[group & 0x3FU]};
-    }
-    return pairs;
-}
-
-constexpr std::array<std::array<char, 2>, 4096> digitPairs = makeDigitPairs();
-
-/// Eight bytes as a number, the first of them the highest.
-std::uint64_t bigEndianAt(const char* bytes) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
-}
-
 void appendEncoded(std::string& out, std::string_view bytes) {
-    const std::size_t start = out.size();
-    out.resize(start + (bytes.size() + 2) / 3 * 4, padding);
-    char* digits = out.data() + start;
-    const auto put = [&digits](std::uint64_t twelveBits) {
-        std::memcpy(digits, digitPairs[twelveBits & 0xFFFU].data(), 2);
-        digits += 2;
-    };
-    const auto byteAt = [bytes](std::size_t index) -> std::uint64_t {
+    out.reserve(out.size() + (bytes.size() + 2) / 3 * 4);
+    const auto byteAt = [bytes](std::size_t index) -> std::uint32_t {
         return index < bytes.size() ? static_cast<unsigned char>(bytes[index]) : 0U;
     };
-    std::size_t index = 0;
-    for (; index + sizeof(std::uint64_t) <= bytes.size(); index += 6) {
-        const std::uint64_t group = bigEndianAt(bytes.data() + index);
-        put(group >> 52U);
-        put(group >> 40U);
-        put(group >> 28U);
-        put(group >> 16U);
-    }
-    for (; index + 3 <= bytes.size(); index += 3) {
-        const std::uint64_t group = byteAt(index) << 16U | byteAt(index + 1) << 8U | byteAt(index + 2);
-        put(group >> 12U);
-        put(group);
-    }
-    if (const std::size_t rest = bytes.size() - index; rest > 0) {
-        put(byteAt(index) << 4U | byteAt(index + 1) >> 4U);
-        if (rest == 2) {
-            *digits = alphabet[(byteAt(index + 1) & 0x0FU) << 2U];
-        }
+    for (std::size_t index = 0; index < bytes.size(); index += 3) {
+        const std::uint32_t group = byteAt(index) << 16U | byteAt(index + 1) << 8U | byteAt(index + 2);
+        out += alphabet[group >> 18U];
+        out += alphabet[group >> 12U & 0x3FU];
+        out += index + 1 < bytes.size() ? alphabet[group >> 6U & 0x3FU] : padding;
+        out += index + 2 < bytes.size() ? alphabet[group & 0x3FU] : padding;
     }
 }
 

@@ -6,7 +6,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 
 namespace platform {
 
@@ -47,28 +46,6 @@ void appendEscaped(std::string& out, char character) {
     }
 }
 
-/// Whether all of a text can be copied without a further look, eight bytes at a time.
-bool isPlain(std::string_view text) {
-    constexpr std::uint64_t ones = 0x0101010101010101U;
-    constexpr std::uint64_t highs = 0x8080808080808080U;
-    std::uint64_t special = 0;
-    std::size_t at = 0;
-    for (; at + sizeof special <= text.size(); at += sizeof special) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text.data() + at, sizeof word);
-        const std::uint64_t quotes = word ^ (ones * '"');
-        const std::uint64_t backslashes = word ^ (ones * '\\');
-        // The high bit of a byte is set by a control character, a quote, a backslash and what is no ASCII; a borrow
-        // from a byte that has it may set its neighbour's too, which is no harm.
-        special |= (word - ones * 0x20U) | (quotes - ones) | (backslashes - ones) | word;
-    }
-    bool plain = (special & highs) == 0;
-    for (; at < text.size(); ++at) {
-        plain = plain && plainBytes[static_cast<unsigned char>(text[at])];
-    }
-    return plain;
-}
-
 void appendText(std::string& out, std::string_view text) {
     out += '"';
     std::size_t runBegin = 0;
@@ -94,20 +71,6 @@ void appendText(std::string& out, std::string_view text) {
     }
     appendRun();
     out += '"';
-}
-
-/// Appends a plain text in its quotes, with a comma before it and a colon after it where they are wanted.
-void appendPlain(std::string& out, bool comma, std::string_view text, bool colon) {
-    const std::size_t start = out.size();
-    out.resize(start + text.size() + (comma ? 1 : 0) + (colon ? 1 : 0) + 2, '"');
-    char* end = out.data() + start;
-    if (comma) {
-        *end++ = ',';
-    }
-    std::memcpy(end + 1, text.data(), text.size());
-    if (colon) {
-        out.back() = ':';
-    }
 }
 
 } // namespace
@@ -146,7 +109,8 @@ JsonWriter& JsonWriter::endArray() {
 }
 
 JsonWriter& JsonWriter::key(std::string_view name) {
-    appendPlain(out_, needsComma_, name, true);
+    separate();
+    out_.append("\"").append(name).append("\":");
     needsComma_ = false;
     return *this;
 }
@@ -163,11 +127,6 @@ JsonWriter& JsonWriter::null() {
 }
 
 JsonWriter& JsonWriter::text(std::string_view value) {
-    if (isPlain(value)) {
-        appendPlain(out_, needsComma_, value, false);
-        needsComma_ = true;
-        return *this;
-    }
     separate();
     appendText(out_, value);
     return *this;
@@ -175,17 +134,16 @@ JsonWriter& JsonWriter::text(std::string_view value) {
 
 JsonWriter& JsonWriter::number(double value) {
     // Without an exponent a number can be read as an integer too, and so far only as every reader's integers reach.
-    constexpr double smallestDecimal = 1e-7;
-    constexpr double largestDecimal = 1e16;
-    constexpr double largestQuickInteger = 1e9;
+    constexpr double minDecimal = 1e-7;
+    constexpr double maxDecimal = 1e16;
     if (!std::isfinite(value)) {
         return raw("0");
     }
-    const double magnitude = std::fabs(value);
-    if (magnitude < largestQuickInteger && value == std::trunc(value)) {
-        return number(static_cast<std::int64_t>(value));
+    if (value == 0) {
+        return raw("0"); // not "-0"
     }
-    const bool isDecimal = magnitude >= smallestDecimal && magnitude < largestDecimal;
+    const double magnitude = std::fabs(value);
+    const bool isDecimal = magnitude >= minDecimal && magnitude < maxDecimal;
     std::array<char, 32> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value,
                                    isDecimal ? std::chars_format::fixed : std::chars_format::scientific)

@@ -146,6 +146,10 @@ URLForm splitURL(std::string_view text, URLParts& parts) {
     return form;
 }
 
+bool isURLScheme(std::string_view text) {
+    return !text.empty() && asciiLetters.contains(text.front()) && schemeCharacters.endOfRun(text, 0) == text.size();
+}
+
 bool isURLHost(std::string_view text) {
     if (text.starts_with('[')) {
         const std::string_view address = text.substr(1, text.size() - 2);

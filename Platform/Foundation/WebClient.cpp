@@ -5,12 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string_view>
 #include <utility>
-
-#include <sys/mman.h>
 
 namespace platform {
 
@@ -27,42 +24,13 @@ Unexpected<WebError> webError(std::string_view description) {
     return Unexpected{WebError{std::string(description)}};
 }
 
-/// Room for the largest body. It costs memory only as far as it is filled, grows without being copied, and goes back to
-/// the system with the last share of what was filled, whatever the heap keeps.
-class BodyBuffer {
-  public:
-    BodyBuffer() {
-        void* const pages = mmap(nullptr, CurlWebClient::maxBody, PROT_READ | PROT_WRITE,
-                                 MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-        if (pages != MAP_FAILED) {
-            pages_ = std::shared_ptr<char>(static_cast<char*>(pages),
-                                           [](char* start) { munmap(start, CurlWebClient::maxBody); });
-        }
-    }
-
-    bool isThere() const { return pages_ != nullptr; }
-    std::size_t room() const { return CurlWebClient::maxBody - size_; }
-
-    /// `bytes` must fit.
-    void append(std::string_view bytes) {
-        std::memcpy(pages_.get() + size_, bytes.data(), bytes.size());
-        size_ += bytes.size();
-    }
-
-    Data content() const { return {pages_, std::string_view(pages_.get(), size_)}; }
-
-  private:
-    std::shared_ptr<char> pages_;
-    std::size_t size_ = 0;
-};
-
-/// One address on its way here. All that could go on for ever is bounded in `goesOn` and `takeHeader`.
+/// One address on its way here. Everything without an end of its own is bounded in `goesOn` and `takeHeader`.
 class Download {
   public:
     Download(const Curl& curl, const URL& address, const CurlWebClient::Timeouts& timeouts,
              const std::atomic<Clock::time_point>& end)
         : curl_(curl), timeouts_(timeouts), end_(end), easy_(curl.easyInit(), curl.easyCleanup) {
-        if (easy_ && body_.isThere()) {
+        if (easy_) {
             setUp(address);
         }
     }
@@ -79,9 +47,9 @@ class Download {
             return webError("Received HTTP code " + std::to_string(refusal()) + " from proxy after CONNECT");
         }
         if (code != CURLE_OK) {
-            return webError(words_.front() != '\0' ? words_.data() : curl_.easyStrerror(code));
+            return webError(message_.front() != '\0' ? message_.data() : curl_.easyStrerror(code));
         }
-        return body_.content();
+        return Data::owning(std::move(body_));
     }
 
   private:
@@ -112,7 +80,7 @@ class Download {
         // The thread that looks a name up is not waited for.
         set(CURLOPT_QUICK_EXIT, 1L);
         set(CURLOPT_NOSIGNAL, 1L);
-        set(CURLOPT_ERRORBUFFER, words_.data());
+        set(CURLOPT_ERRORBUFFER, message_.data());
         set(CURLOPT_NOPROGRESS, 0L);
         set(CURLOPT_XFERINFODATA, this);
         set(CURLOPT_XFERINFOFUNCTION, curl_xferinfo_callback{&Download::watch});
@@ -177,10 +145,10 @@ class Download {
     }
 
     bool take(std::string_view bytes) {
-        if (bytes.size() > body_.room()) {
+        if (bytes.size() > CurlWebClient::maxBody - body_.size()) {
             return fail(bodyTooLarge);
         }
-        body_.append(bytes);
+        body_ += bytes;
         return true;
     }
 
@@ -202,13 +170,13 @@ class Download {
     const CurlWebClient::Timeouts& timeouts_;
     const std::atomic<Clock::time_point>& end_;
     const Clock::time_point start_ = Clock::now();
-    /// What tells that somebody is there: it changes with every header, byte of the body and connection.
+    /// The sign that the server is there: it changes with every header, byte of the body and connection.
     curl_off_t signs_ = 0;
     Clock::time_point lastSign_ = start_;
     std::size_t headers_ = 0;
-    BodyBuffer body_;
+    std::string body_;
     const char* fault_ = nullptr;
-    std::array<char, CURL_ERROR_SIZE> words_{};
+    std::array<char, CURL_ERROR_SIZE> message_{};
     bool isSetUp_ = false;
     std::unique_ptr<CURL, decltype(Curl::easyCleanup)> easy_;
 };

@@ -1,7 +1,5 @@
 #include "Platform/PropertyList/XmlScalars.h"
 
-#include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstddef>
 #include <system_error>
@@ -65,27 +63,9 @@ std::optional<double> realFromXml(std::string_view text) {
 }
 
 std::optional<Date> dateFromXml(std::string_view text) {
-    constexpr std::string_view pattern = "0000-00-00T00:00:00Z";
-    if (text.size() != pattern.size()) {
-        return std::nullopt;
-    }
-    // Every character as its distance from the pattern's: 0 to 9 for a digit, 0 for a mark.
-    std::array<unsigned char, pattern.size()> digits;
-    unsigned char max = 0;
-    for (std::size_t index = 0; index < pattern.size(); ++index) {
-        digits[index] = static_cast<unsigned char>(text[index] - pattern[index]);
-        max = std::max(max, digits[index]);
-    }
-    if (max > 9 || (digits[4] | digits[7] | digits[10] | digits[13] | digits[16] | digits[19]) != 0) {
-        return std::nullopt;
-    }
-    const auto pair = [&digits](std::size_t index) { return digits[index] * 10 + digits[index + 1]; };
-    return dateFromCivilTime({.year = pair(0) * 100 + pair(2),
-                              .month = pair(5),
-                              .day = pair(8),
-                              .hour = pair(11),
-                              .minute = pair(14),
-                              .second = pair(17)});
+    constexpr std::size_t size = std::string_view("0000-00-00T00:00:00Z").size();
+    const bool isStrict = text.size() == size && text[10] == 'T' && text.back() == 'Z';
+    return isStrict ? fromRfc3339(text) : std::nullopt;
 }
 
 } // namespace platform

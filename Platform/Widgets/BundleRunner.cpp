@@ -4,7 +4,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <malloc.h>
 #include <poll.h>
 #include <string_view>
 #include <unistd.h>
@@ -47,12 +46,6 @@ void BundleRunner::write(std::string answer) {
 
 int runBundle(const WidgetBundle& bundle) {
     std::signal(SIGPIPE, SIG_IGN);
-    // Room for a file that is read whole is kept for the next request, not asked of the system page by page each time;
-    // and threads do not keep heaps of their own.
-    constexpr int keptRoom = 8 << 20;
-    mallopt(M_MMAP_THRESHOLD, keptRoom);
-    mallopt(M_TRIM_THRESHOLD, keptRoom);
-    mallopt(M_ARENA_MAX, 1);
     if (isatty(STDIN_FILENO) != 0) {
         std::fputs(
             "This is a widget extension: a widget host starts it, and speaks JSON-RPC with it, a message a line.\n",

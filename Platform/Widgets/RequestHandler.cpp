@@ -4,8 +4,8 @@
 #include "Platform/Foundation/JsonWriter.h"
 #include "Platform/Views/ViewWriter.h"
 
+#include <algorithm>
 #include <exception>
-#include <variant>
 
 namespace platform {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 using Json = nlohmann::json;
 
 /// Deeper than any request goes, and shallow enough that a hostile line costs little.
-constexpr int greatestDepth = 64;
+constexpr int maxDepth = 64;
 
 /// As much as a list with icons takes.
 constexpr std::size_t usualAnswer = std::size_t{48} << 10U;
@@ -39,26 +39,24 @@ struct RequestError {
     refuse(ErrorCode::invalidParameter, std::move(message));
 }
 
-const std::string& textParameter(const Json& params, const char* name) {
+const Json& parameter(const Json& params, const char* name, Json::value_t type, const char* accepted) {
     const auto found = params.find(name);
     if (found == params.end()) {
-        refuseParameter(std::string("\"") + name + "\" is missing; a text is accepted");
+        refuseParameter(std::string("\"") + name + "\" is missing; " + (type == Json::value_t::object ? "an " : "a ") +
+                        accepted + " is accepted");
     }
-    if (!found->is_string()) {
-        refuseParameter(std::string("\"") + name + "\" is no text");
+    if (found->type() != type) {
+        refuseParameter(std::string("\"") + name + "\" is no " + accepted);
     }
-    return found->get_ref<const std::string&>();
+    return *found;
+}
+
+const std::string& textParameter(const Json& params, const char* name) {
+    return parameter(params, name, Json::value_t::string, "text").get_ref<const std::string&>();
 }
 
 const Json& objectParameter(const Json& params, const char* name) {
-    const auto found = params.find(name);
-    if (found == params.end()) {
-        refuseParameter(std::string("\"") + name + "\" is missing; an object is accepted");
-    }
-    if (!found->is_object()) {
-        refuseParameter(std::string("\"") + name + "\" is no object");
-    }
-    return *found;
+    return parameter(params, name, Json::value_t::object, "object");
 }
 
 Environment environmentParameter(const Json& params) {
@@ -282,27 +280,21 @@ class Methods {
     JsonWriter& out_;
 };
 
-using Id = std::variant<std::monostate, std::int64_t, std::uint64_t, std::string>;
-
-void writeId(JsonWriter& out, const Id& id) {
-    out.key("id");
-    if (const auto* text = std::get_if<std::string>(&id)) {
-        out.text(*text);
-    } else if (const auto* number = std::get_if<std::int64_t>(&id)) {
-        out.number(*number);
-    } else if (const auto* large = std::get_if<std::uint64_t>(&id)) {
-        out.number(*large);
-    } else {
-        out.null();
-    }
-}
+/// A request's id as JSON, to be repeated in the answer.
+using Id = std::string;
+constexpr const char* noId = "null";
 
 std::string errorAnswer(const Id& id, ErrorCode code, std::string_view message) {
     std::string answer;
     JsonWriter out(answer);
     out.beginObject().member("jsonrpc", "2.0");
-    writeId(out, id);
-    out.key("error").beginObject().key("code").number(static_cast<int>(code)).member("message", message);
+    out.key("id")
+        .raw(id)
+        .key("error")
+        .beginObject()
+        .key("code")
+        .number(static_cast<int>(code))
+        .member("message", message);
     out.endObject().endObject();
     return answer;
 }
@@ -328,8 +320,7 @@ std::string answerWith(const Id& id, WriteResult writeResult) {
         answer.reserve(usualAnswer);
         JsonWriter out(answer);
         out.beginObject().member("jsonrpc", "2.0");
-        writeId(out, id);
-        out.key("result");
+        out.key("id").raw(id).key("result");
         writeResult(out);
         out.endObject();
     });
@@ -349,36 +340,29 @@ void answerTimeline(const WidgetBundle& bundle, const Json& params, const Id& id
     }
 }
 
-/// The request's id; nothing for one of a type that no id has.
+/// The id of a request, `noId` of a notification; nothing if it has a type that no id has.
 std::optional<Id> idOf(const Json& request) {
-    const Json& id = request.at("id");
-    if (id.is_string()) {
-        return id.get<std::string>();
+    const auto id = request.find("id");
+    if (id == request.end()) {
+        return noId;
     }
-    if (id.is_number_unsigned()) {
-        return id.get<std::uint64_t>();
-    }
-    if (id.is_number_integer()) {
-        return id.get<std::int64_t>();
-    }
-    return std::nullopt;
+    return id->is_string() || id->is_number_integer() ? std::optional(id->dump()) : std::nullopt;
 }
 
 /// Parses one line; discarded where it is no JSON. `tooDeep` is set where it goes deeper than a request may.
 Json parse(std::string_view line, bool& tooDeep) {
     const auto watchDepth = [&tooDeep](int depth, Json::parse_event_t event, Json&) {
         const bool opens = event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
-        tooDeep = tooDeep || (opens && depth > greatestDepth);
-        return !(opens && depth > greatestDepth);
+        tooDeep = tooDeep || (opens && depth > maxDepth);
+        return !(opens && depth > maxDepth);
     };
     return parsedJson(line, watchDepth);
 }
 
 void answerRequest(const WidgetBundle& bundle, const Json& request, const RequestHandler::Reply& reply) {
-    const bool hasId = request.contains("id");
-    const auto id = hasId ? idOf(request) : Id{};
+    const std::optional<Id> id = idOf(request);
     if (!id) {
-        return reply(errorAnswer({}, ErrorCode::notRequest, "\"id\" is neither an integer nor a text"));
+        return reply(errorAnswer(noId, ErrorCode::notRequest, "\"id\" is neither an integer nor a text"));
     }
     const auto version = request.find("jsonrpc");
     if (version == request.end() || *version != "2.0") {
@@ -388,7 +372,7 @@ void answerRequest(const WidgetBundle& bundle, const Json& request, const Reques
     if (member == request.end() || !member->is_string()) {
         return reply(errorAnswer(*id, ErrorCode::notRequest, "\"method\" is no text"));
     }
-    if (!hasId) {
+    if (*id == noId) {
         return;
     }
     static const Json none = Json::object();
@@ -410,16 +394,16 @@ void RequestHandler::answer(std::string_view line, const Reply& reply) const {
     bool tooDeep = false;
     const Json request = parse(line, tooDeep);
     if (request.is_discarded() && !tooDeep) {
-        return reply(errorAnswer({}, ErrorCode::notJson, "the line is not JSON"));
+        return reply(errorAnswer(noId, ErrorCode::notJson, "the line is not JSON"));
     }
     if (tooDeep || !request.is_object()) {
-        return reply(errorAnswer({}, ErrorCode::notRequest, "the line is no request object"));
+        return reply(errorAnswer(noId, ErrorCode::notRequest, "the line is no request object"));
     }
     answerRequest(bundle_, request, reply);
 }
 
 std::string RequestHandler::answerToTooLongLine() {
-    return errorAnswer({}, ErrorCode::notRequest, "the line is longer than 1 MiB");
+    return errorAnswer(noId, ErrorCode::notRequest, "the line is longer than 1 MiB");
 }
 
 } // namespace platform
