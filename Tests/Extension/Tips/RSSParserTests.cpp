@@ -63,15 +63,12 @@ TEST(RSSParser, KnowsATipFromOtherItems) {
     const auto isRead = [](const std::string& content) { return !tipsOf(feed(item(content))).empty(); };
     const std::string title = "<title>T</title>";
     const std::pair<std::string, bool> rows[]{
-        {"<category>tips</category>", true},
         {"<category>TIPS</category>", true},
         {"<category domain='x'>\n tIpS\u00A0</category>", true},
         {"<category><![CDATA[Tips]]></category>", true},
         {"<category>News</category><category>Tips</category>", true},
-        {"<category>Tips</category><category>News</category>", true},
         {"<a><category>Tips</category></a>", true},
         {"<category>x<b>Tips</b></category>", true},
-        {"<category>tip</category>", false},
         {"<category>tips, news</category>", false},
         {"<category>tıps</category>", false},
         {"<category>TİPS</category>", false},
@@ -83,9 +80,7 @@ TEST(RSSParser, KnowsATipFromOtherItems) {
     for (const auto& [content, expected] : rows) {
         EXPECT_EQ(isRead(title + march4 + content), expected) << content;
     }
-    EXPECT_FALSE(isRead(isTip + march4));
     EXPECT_FALSE(isRead("<title> \n</title>" + isTip + march4));
-    EXPECT_FALSE(isRead("<title/>" + isTip + march4));
     EXPECT_FALSE(isRead("<Title>T</Title>" + isTip + march4));
     EXPECT_FALSE(isRead(title + isTip));
     EXPECT_FALSE(isRead(title + isTip + "<pubDate>2025-03-04</pubDate>"));
@@ -135,9 +130,8 @@ TEST(RSSParser, SortsNewestFirstAndElseLeavesTheOrder) {
         return item("<title>" + title + "</title>" + isTip + date);
     };
     std::string items;
-    for (const char* title :
-         {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k", "l", "m", "n", "o", "p", "q", "r"}) {
-        items += dated(title, march4);
+    for (char title = 'a'; title <= 'r'; ++title) {
+        items += dated(std::string(1, title), march4);
     }
     // The same moment, and an older one that stands as a later time.
     items += dated("s", "<pubDate>Tue, 04 Mar 2025 08:30:00 GMT</pubDate>");
@@ -163,6 +157,9 @@ TEST(RSSParser, KeepsWhatWasCompleteBeforeAnError) {
         {" " + feed(a), {}},
         {"", {}},
         {"nonsense", {}},
+        {"<feed xmlns='http://www.w3.org/2005/Atom'><entry><title>T</title><category term='tips'/></entry></feed>", {}},
+        // Whatever holds items will do.
+        {complete("A"), {"A|||"}},
         {std::string(1000, '\0'), {}},
     };
     for (const auto& [document, expected] : rows) {
@@ -183,16 +180,6 @@ TEST(RSSParser, IsCutOffAnywhere) {
         const std::size_t count = RSSParser::parseTips(document.substr(0, size)).size();
         ASSERT_EQ(count, size < firstEnd ? 0U : size < secondEnd ? 1U : 2U) << size;
     }
-}
-
-TEST(RSSParser, FindsNothingInOtherDocuments) {
-    EXPECT_EQ(tipsOf("<feed xmlns='http://www.w3.org/2005/Atom'><entry><title>T</title><category term='tips'/>"
-                     "<updated>2025-03-04T09:30:00Z</updated></entry></feed>"),
-              Rows());
-    EXPECT_EQ(tipsOf("<!DOCTYPE html><html><body><p>Not found<br></body></html>"), Rows());
-    EXPECT_EQ(tipsOf("{\"items\": []}"), Rows());
-    // Whatever holds items will do.
-    EXPECT_EQ(tipsOf(complete("A")), Rows{"A|||"});
 }
 
 TEST(RSSParser, DropsASectionThatIsNotUtf8) {

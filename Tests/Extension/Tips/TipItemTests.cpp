@@ -37,17 +37,12 @@ TEST(TipItem, IsItsFieldsAndIsKnownByItsGuid) {
     later.pubDate = {2};
     items.insert(later);
     EXPECT_EQ(items.size(), 6U);
-    TipItem swapped = tip;
-    std::swap(swapped.title, swapped.description);
-    EXPECT_NE(std::hash<TipItem>{}(swapped), std::hash<TipItem>{}(tip));
 }
 
 TEST(TipItem, HasSamplesOfTheLastDays) {
     const auto& samples = TipItem::sampleItems();
     ASSERT_EQ(samples.size(), 3U);
-    EXPECT_EQ(&samples, &TipItem::sampleItems());
     EXPECT_EQ(samples[0].pubDate.addingSeconds(-172800), samples[2].pubDate);
-    EXPECT_EQ(samples[1].title, "Mastering Search Operators");
     EXPECT_EQ(samples[2].guid, "sample3");
     for (const TipItem& sample : samples) {
         EXPECT_TRUE(sample.link.starts_with("https://") && sample.link.ends_with("/blog/" + sample.guid))

@@ -31,8 +31,8 @@ std::string feedOf(const std::string& title) {
            "<pubDate>Tue, 04 Mar 2025 09:30:00 +0100</pubDate></item></channel></rss>";
 }
 
-/// A store with everything around it made up, at the moment `now`.
-struct MadeUp {
+/// A store with everything made up, at the moment `now`.
+struct Fakes {
     platform::MemoryFileSystem files;
     platform::MemoryWebClient web;
     platform::FixedClock clock{{now}};
@@ -73,78 +73,78 @@ TEST(TipStore, AsksTheWebWhenTheCacheIsSixHoursOldAndNotBefore) {
     };
     for (const Row& row : {Row{-10 * hour, false}, Row{0, false}, Row{5 * hour, false}, Row{21'599, false},
                            Row{21'600, true}, Row{7 * hour, true}, Row{1e12, true}}) {
-        MadeUp around;
-        around.keep("kept", row.age);
-        around.web.publish(feedAddress, feedOf("new"));
-        EXPECT_THAT(titles(around.fetchTips()), ElementsAre(row.downloads ? "new" : "kept")) << row.age;
-        EXPECT_EQ(around.web.requests().size(), row.downloads ? 1U : 0U) << row.age;
-        EXPECT_THAT(around.log.lines(), IsEmpty());
+        Fakes fakes;
+        fakes.keep("kept", row.age);
+        fakes.web.publish(feedAddress, feedOf("new"));
+        EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre(row.downloads ? "new" : "kept")) << row.age;
+        EXPECT_EQ(fakes.web.requests().size(), row.downloads ? 1U : 0U) << row.age;
+        EXPECT_THAT(fakes.log.lines(), IsEmpty());
     }
 }
 
 TEST(TipStore, KeepsWhatItDownloadedForSixHours) {
-    MadeUp around;
-    around.web.publish(feedAddress, feedOf("new"));
-    const auto tips = around.fetchTips();
+    Fakes fakes;
+    fakes.web.publish(feedAddress, feedOf("new"));
+    const auto tips = fakes.fetchTips();
     EXPECT_THAT(titles(tips), ElementsAre("new"));
-    around.web.fail("down");
-    around.clock.advance(21'599);
-    EXPECT_EQ(around.fetchTips(), tips);
-    EXPECT_EQ(around.web.requests().size(), 1U);
-    around.clock.advance(1);
-    EXPECT_EQ(around.fetchTips(), tips);
-    EXPECT_EQ(around.web.requests().size(), 2U);
+    fakes.web.fail("down");
+    fakes.clock.advance(21'599);
+    EXPECT_EQ(fakes.fetchTips(), tips);
+    EXPECT_EQ(fakes.web.requests().size(), 1U);
+    fakes.clock.advance(1);
+    EXPECT_EQ(fakes.fetchTips(), tips);
+    EXPECT_EQ(fakes.web.requests().size(), 2U);
 }
 
 TEST(TipStore, FallsBackOnTheLastTipsHoweverOldWhenTheDownloadFails) {
     const LogLine line{LogLevel::error, "TipStore", "Failed to fetch tips feed: the network is down"};
-    MadeUp around;
-    around.web.fail("the network is down");
-    EXPECT_THAT(around.fetchTips(), IsEmpty());
-    around.keep("kept", 1000 * hour);
-    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("kept"));
-    around.files.write(cachePath, "broken");
-    EXPECT_THAT(around.fetchTips(), IsEmpty());
-    EXPECT_THAT(around.log.lines(), ElementsAre(line, line, line));
-    EXPECT_EQ(around.files.replacementCount(cachePath), 0);
+    Fakes fakes;
+    fakes.web.fail("the network is down");
+    EXPECT_THAT(fakes.fetchTips(), IsEmpty());
+    fakes.keep("kept", 1000 * hour);
+    EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre("kept"));
+    fakes.files.write(cachePath, "broken");
+    EXPECT_THAT(fakes.fetchTips(), IsEmpty());
+    EXPECT_THAT(fakes.log.lines(), ElementsAre(line, line, line));
+    EXPECT_EQ(fakes.files.replacementCount(cachePath), 0);
 }
 
 TEST(TipStore, TakesAnAnswerWithoutTipsForWhatItIsAndLeavesTheCacheAlone) {
     for (const char* body : {"", "<html><body>404</body></html>", "<rss><channel/></rss>", "nonsense"}) {
-        MadeUp around;
-        around.keep("kept", 7 * hour);
-        around.web.publish(feedAddress, body);
-        EXPECT_THAT(around.fetchTips(), IsEmpty()) << body;
-        EXPECT_EQ(around.files.replacementCount(cachePath), 0) << body;
-        EXPECT_THAT(around.log.lines(), IsEmpty()) << body;
-        around.web.fail("down");
-        EXPECT_THAT(titles(around.fetchTips()), ElementsAre("kept")) << body;
+        Fakes fakes;
+        fakes.keep("kept", 7 * hour);
+        fakes.web.publish(feedAddress, body);
+        EXPECT_THAT(fakes.fetchTips(), IsEmpty()) << body;
+        EXPECT_EQ(fakes.files.replacementCount(cachePath), 0) << body;
+        EXPECT_THAT(fakes.log.lines(), IsEmpty()) << body;
+        fakes.web.fail("down");
+        EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre("kept")) << body;
     }
 }
 
 TEST(TipStore, AnswersAlsoWhatItCannotKeep) {
-    MadeUp around;
-    around.keep("kept", 7 * hour);
-    around.web.publish(feedAddress, feedOf("new"));
-    around.files.limitRoom(10);
-    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("new"));
+    Fakes fakes;
+    fakes.keep("kept", 7 * hour);
+    fakes.web.publish(feedAddress, feedOf("new"));
+    fakes.files.limitRoom(10);
+    EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre("new"));
     EXPECT_THAT(
-        around.log.lines(),
+        fakes.log.lines(),
         ElementsAre(LogLine{LogLevel::error, "TipStore",
                             "Failed to write tips cache: cannot write /caches/tips_cache.json: No space left on "
                             "device"}));
-    around.web.fail("down");
-    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("kept"));
+    fakes.web.fail("down");
+    EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre("kept"));
 }
 
 TEST(TipStore, ServesAnEmptyFreshCacheAndNoneThatIsBroken) {
-    MadeUp around;
-    around.web.publish(feedAddress, feedOf("new"));
-    around.files.write(cachePath, encoded({.timestamp = {now}, .tips = {}}));
-    EXPECT_THAT(around.fetchTips(), IsEmpty());
-    EXPECT_THAT(around.web.requests(), IsEmpty());
-    around.files.write(cachePath, R"({"timestamp":1000000,"tips":[{"title":"without the rest"}]})");
-    EXPECT_THAT(titles(around.fetchTips()), ElementsAre("new"));
+    Fakes fakes;
+    fakes.web.publish(feedAddress, feedOf("new"));
+    fakes.files.write(cachePath, encoded({.timestamp = {now}, .tips = {}}));
+    EXPECT_THAT(fakes.fetchTips(), IsEmpty());
+    EXPECT_THAT(fakes.web.requests(), IsEmpty());
+    fakes.files.write(cachePath, R"({"timestamp":1000000,"tips":[{"title":"without the rest"}]})");
+    EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre("new"));
 }
 
 TEST(TipStore, AsksForTheLanguageOfTheUsersFirst) {
@@ -155,17 +155,17 @@ TEST(TipStore, AsksForTheLanguageOfTheUsersFirst) {
     for (const auto& [languages, expected] : rows) {
         EXPECT_EQ(TipStore::feedLanguage(languages), expected);
     }
-    MadeUp around;
-    around.fetchTips("support.example", {"de-DE"});
-    EXPECT_TRUE(around.web.requests().at(0).ends_with("&lang=de"));
+    Fakes fakes;
+    fakes.fetchTips("support.example", {"de-DE"});
+    EXPECT_TRUE(fakes.web.requests().at(0).ends_with("&lang=de"));
 }
 
 TEST(TipStore, DownloadsNothingFromAHostThatIsNone) {
-    MadeUp around;
-    around.keep("kept", 7 * hour);
-    EXPECT_THAT(titles(around.fetchTips("no host")), ElementsAre("kept"));
-    EXPECT_THAT(around.web.requests(), IsEmpty());
-    EXPECT_THAT(around.log.lines(), IsEmpty());
+    Fakes fakes;
+    fakes.keep("kept", 7 * hour);
+    EXPECT_THAT(titles(fakes.fetchTips("no host")), ElementsAre("kept"));
+    EXPECT_THAT(fakes.web.requests(), IsEmpty());
+    EXPECT_THAT(fakes.log.lines(), IsEmpty());
 }
 
 } // namespace

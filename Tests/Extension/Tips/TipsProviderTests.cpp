@@ -29,7 +29,7 @@ class FixedCalendar final : public platform::Calendar {
 };
 
 /// A provider on `count` fresh tips, called "0" and so on.
-struct MadeUp {
+struct Fakes {
     platform::MemoryFileSystem files;
     platform::MemoryWebClient web;
     platform::FixedClock clock;
@@ -44,7 +44,7 @@ struct MadeUp {
     FixedCalendar calendar;
     TipsProvider provider{store, clock, calendar};
 
-    MadeUp(const char* now, int count, CalendarDay day = {}, std::optional<Date> next = std::nullopt)
+    Fakes(const char* now, int count, CalendarDay day = {}, std::optional<Date> next = std::nullopt)
         : clock(*fromRfc3339(now)), calendar(day, next) {
         CachedTips cache{.timestamp = clock.now(), .tips = {}};
         for (int i = 0; i < count; ++i) {
@@ -61,23 +61,23 @@ struct MadeUp {
 };
 
 TEST(TipsProvider, ShowsTheNewestTipForSixHours) {
-    const MadeUp around("2025-03-16T10:00:00Z", 7);
-    const auto timeline = around.timeline({});
+    const Fakes fakes("2025-03-16T10:00:00Z", 7);
+    const auto timeline = fakes.timeline({});
     ASSERT_EQ(timeline.entries.size(), 1U);
     EXPECT_EQ(timeline.entries[0].tip->title, "0");
     EXPECT_EQ(timeline.entries[0].mode, TipsMode::latestTip);
-    EXPECT_EQ(timeline.entries[0].date, around.clock.now());
+    EXPECT_EQ(timeline.entries[0].date, fakes.clock.now());
     EXPECT_EQ(toRfc3339(timeline.reload.date), "2025-03-16T16:00:00.000Z");
 }
 
 TEST(TipsProvider, ShowsTheTipOfTheDayUntilMidnight) {
     const Date midnight = *fromRfc3339("2025-03-17T00:00:00Z");
-    const MadeUp around("2025-03-16T23:59:00Z", 7, {2025, 3, 16}, midnight);
-    const auto timeline = around.timeline({.mode = TipsMode::tipOfTheDay});
+    const Fakes fakes("2025-03-16T23:59:00Z", 7, {2025, 3, 16}, midnight);
+    const auto timeline = fakes.timeline({.mode = TipsMode::tipOfTheDay});
     EXPECT_EQ(timeline.entries.at(0).tip->title, "6");
     EXPECT_EQ(timeline.entries[0].mode, TipsMode::tipOfTheDay);
     EXPECT_EQ(timeline.reload.date, midnight);
-    const MadeUp endless("2025-03-16T23:59:00Z", 1, {2025, 3, 16});
+    const Fakes endless("2025-03-16T23:59:00Z", 1, {2025, 3, 16});
     EXPECT_EQ(toRfc3339(endless.timeline({.mode = TipsMode::tipOfTheDay}).reload.date), "2025-03-17T23:59:00.000Z");
 }
 
@@ -99,9 +99,9 @@ TEST(TipsProvider, PicksByTheDateAsTheCalendarWritesIt) {
 }
 
 TEST(TipsProvider, HasAnEntryWithoutTipInEitherMode) {
-    const MadeUp around("2025-03-16T10:00:00Z", 0, {2025, 3, 16}, Date{7});
+    const Fakes fakes("2025-03-16T10:00:00Z", 0, {2025, 3, 16}, Date{7});
     for (const TipsMode mode : allCases(TipsMode{})) {
-        const auto timeline = around.timeline({.mode = mode});
+        const auto timeline = fakes.timeline({.mode = mode});
         ASSERT_EQ(timeline.entries.size(), 1U);
         EXPECT_FALSE(timeline.entries[0].tip);
         EXPECT_EQ(timeline.entries[0].mode, mode);
@@ -109,15 +109,15 @@ TEST(TipsProvider, HasAnEntryWithoutTipInEitherMode) {
 }
 
 TEST(TipsProvider, ShowsASampleInGalleryAndPlaceholderAndAsksNobody) {
-    const MadeUp around("2025-03-16T10:00:00Z", 7);
-    EXPECT_EQ(around.provider.placeholder().tip->title, "How to Use Smart Rules");
-    EXPECT_EQ(around.provider.placeholder().mode, TipsMode::latestTip);
-    const auto entry = around.provider.snapshot({.mode = TipsMode::tipOfTheDay});
+    const Fakes fakes("2025-03-16T10:00:00Z", 7);
+    EXPECT_EQ(fakes.provider.placeholder().tip->title, "How to Use Smart Rules");
+    EXPECT_EQ(fakes.provider.placeholder().mode, TipsMode::latestTip);
+    const auto entry = fakes.provider.snapshot({.mode = TipsMode::tipOfTheDay});
     EXPECT_EQ(entry.tip->title, "How to Use Smart Rules");
     EXPECT_EQ(entry.mode, TipsMode::tipOfTheDay);
-    EXPECT_EQ(entry.date, around.clock.now());
-    EXPECT_EQ(around.files.readCount("/caches/tips_cache.json"), 0);
-    EXPECT_TRUE(around.web.requests().empty());
+    EXPECT_EQ(entry.date, fakes.clock.now());
+    EXPECT_EQ(fakes.files.readCount("/caches/tips_cache.json"), 0);
+    EXPECT_TRUE(fakes.web.requests().empty());
 }
 
 TEST(TipsIntent, TakesTheModesByTheirRawValues) {

@@ -2,7 +2,7 @@
 //
 //   "text"  12  r0.5  true  d86400 (seconds since 2001)  <0fa0>  [ , ]  {"key": , } sorted by key  null  uid  set
 //
-// An integer outside of 64 signed bits is written as r with its value. The Python judge writes the same.
+// An integer outside of 64 signed bits is written as r with its value. reference.py writes the same.
 #pragma once
 
 #include "Platform/PropertyList/PropertyList.h"

@@ -88,24 +88,5 @@ TEST(PropertyListEncoding, InvalidBytesAreAnErrorWhereverTheyStand) {
     }
 }
 
-/// The check goes in steps; characters and errors lie anywhere across them.
-TEST(PropertyListEncoding, IsCheckedAcrossTheWholeFile) {
-    const std::string_view letters = "aä€😀";
-    for (std::size_t shift = 0; shift < 4; ++shift) {
-        std::string content(shift, '-');
-        while (content.size() < 40'000) {
-            content += letters;
-        }
-        EXPECT_EQ(canonicalText("<array><string>" + content + "</string><true/></array>"),
-                  "[\"" + content + "\", true]");
-    }
-    const std::string ascii = "<string>" + std::string(40'000, 'a') + "</string>";
-    for (std::size_t offset = 8; offset < 40'000; offset += 61) {
-        std::string damaged = ascii;
-        damaged[offset] = '\x80';
-        ASSERT_EQ(canonicalText(damaged), "error") << offset;
-    }
-}
-
 } // namespace
 } // namespace platform

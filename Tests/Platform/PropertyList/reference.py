@@ -1,7 +1,7 @@
-"""Python's plistlib as a judge of property lists.
+"""Python's plistlib as a reference for property lists.
 
-judge.py make FOLDER COUNT   writes generated property lists, each as NAME.binary and NAME.xml
-judge.py read FOLDER         reads every file in the folder and writes what it holds as FILE.judged, one line of canonical
+reference.py make FOLDER COUNT   writes generated property lists, each as NAME.binary and NAME.xml
+reference.py read FOLDER         reads every file in the folder and writes what it holds as FILE.reference, one line of canonical
                              text (see CanonicalText.h) or "error"
 """
 
@@ -91,7 +91,7 @@ def read(folder):
             text = canonical(plistlib.loads(path.read_bytes()))
         except Exception:  # plistlib lets errors of every sort out
             text = "error"
-        path.with_name(path.name + ".judged").write_text(text, encoding="utf-8")
+        path.with_name(path.name + ".reference").write_text(text, encoding="utf-8")
 
 
 if sys.argv[1] == "make":
