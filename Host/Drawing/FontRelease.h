@@ -1,10 +1,10 @@
-// Letting go of what cairo keeps of fonts that nobody uses any more.
+// Releases what cairo keeps of unused fonts.
 #pragma once
 
 namespace host {
 
-/// Cairo holds on to the 256 scaled fonts that were let go of last, and so to their files; this has fonts of no weight
-/// take their places. To be called when the last text for some time is drawn.
+/// Cairo caches the last 256 unused scaled fonts, and with them their files; creating 256 empty user fonts evicts them.
+/// To be called when the last text for some time is drawn.
 void releaseUnusedFonts();
 
 } // namespace host

@@ -32,7 +32,7 @@ const char* loaderFor(std::string_view bytes) {
     return found == signatures.end() ? nullptr : found->loader;
 }
 
-/// What the loader tells while it loads.
+/// What the loader reports while it loads.
 struct Progress {
     int longestSide;
     bool scalesItself;
@@ -45,14 +45,14 @@ struct Progress {
 
 void prepareSize(GdkPixbufLoader* loader, int width, int height, Progress* progress) {
     progress->size = {static_cast<double>(width), static_cast<double>(height)};
-    if (width <= 0 || height <= 0 || progress->size.width * progress->size.height > greatestImageArea) {
+    if (width <= 0 || height <= 0 || progress->size.width * progress->size.height > maxImageArea) {
         progress->isRefused = true;
-        // For the loaders this means that nobody wants the pixels.
+        // For the loaders this means that the pixels are not needed.
         gdk_pixbuf_loader_set_size(loader, 0, 0);
         return;
     }
     if (progress->scalesItself) {
-        // Only by these, or else it says no more which rows have come.
+        // Only by these; with others it no longer reports which rows have come.
         int divisor = 8;
         while (divisor > 1 && std::max(width, height) / divisor < progress->longestSide) {
             divisor /= 2;
@@ -82,8 +82,8 @@ bool feed(GdkPixbufLoader* loader, std::string_view bytes, const Progress& progr
     return true;
 }
 
-/// What the loaders do not mind but this decoder does: a file that lacks its end, where rows come in several passes or
-/// are made up, and a JPEG of very many passes, each of which may take as long as a whole picture.
+/// False for what the loaders accept but this decoder does not: a file that lacks its end, where rows come in several
+/// passes or are made up, and a JPEG of very many passes, each of which may take as long as a whole picture.
 bool isSound(std::string_view bytes, std::string_view type) {
     if (type == "png") {
         return bytes.rfind("IEND") != std::string_view::npos;
@@ -93,14 +93,14 @@ bool isSound(std::string_view bytes, std::string_view type) {
     }
     constexpr std::string_view scan = "\xFF\xDA";
     constexpr std::string_view end = "\xFF\xD9";
-    constexpr int greatestScanCount = 32;
+    constexpr int maxScanCount = 32;
     int count = 0;
     std::size_t last = 0;
     for (std::size_t at = bytes.find(scan); at != std::string_view::npos; at = bytes.find(scan, at + 1)) {
         ++count;
         last = at;
     }
-    return count <= greatestScanCount && bytes.find(end, last) != std::string_view::npos;
+    return count <= maxScanCount && bytes.find(end, last) != std::string_view::npos;
 }
 
 bool isWide(GdkPixbuf* pixels) {
@@ -123,7 +123,7 @@ ObjectHandle<GdkPixbuf> fitted(GdkPixbuf* pixels, int longestSide) {
 
 std::optional<DecodedImage> decodeImage(std::string_view bytes, int longestSide) {
     const char* type = loaderFor(bytes);
-    if (type == nullptr || bytes.size() > greatestImageBytes || !isSound(bytes, type)) {
+    if (type == nullptr || bytes.size() > maxImageBytes || !isSound(bytes, type)) {
         return std::nullopt;
     }
     const ObjectHandle<GdkPixbufLoader> loader(gdk_pixbuf_loader_new_with_type(type, nullptr));

@@ -21,9 +21,9 @@ struct DecodedImage {
     ObjectHandle<GdkPixbuf> pixels;
 };
 
-inline constexpr std::size_t greatestImageBytes = std::size_t{8} << 20;
+inline constexpr std::size_t maxImageBytes = std::size_t{8} << 20;
 /// Pixels that a file may declare, width times height.
-inline constexpr double greatestImageArea = 4096.0 * 4096.0;
+inline constexpr double maxImageArea = 4096.0 * 4096.0;
 
 /// `longestSide`: what of the image is worth keeping, in pixels.
 std::optional<DecodedImage> decodeImage(std::string_view bytes, int longestSide);

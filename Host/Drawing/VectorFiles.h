@@ -1,4 +1,4 @@
-// Pictures as SVG and PDF files, in points; whoever draws on the given cairo draws the page.
+// Pictures as SVG and PDF files, in points.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -11,7 +11,8 @@ namespace host {
 
 enum class VectorFormat { svg, pdf };
 
-/// The file's bytes, the same for the same drawing. Empty if it could not be made.
+/// `draw` draws the page on the cairo that it gets. Returns the file's bytes, the same for the same drawing; empty if
+/// it could not be made.
 std::string vectorFile(VectorFormat format, Size size, const std::function<void(cairo_t*)>& draw);
 
 } // namespace host

@@ -2,8 +2,8 @@
 
 namespace host {
 
-double Element::flexibility(Axis axis, Size offer) {
-    const double across = along(other(axis), offer);
+double Element::flexibility(Axis axis, Size proposal) {
+    const double across = along(other(axis), proposal);
     const double largest = along(axis, measure(sized(axis, infinity, across)).size);
     const double smallest = along(axis, measure(sized(axis, 0, across)).size);
     return largest - smallest;

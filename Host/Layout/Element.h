@@ -1,14 +1,14 @@
 // A box of the layout: what a view is while it is laid out.
 //
-// A parent offers a size, the child answers with the size that it takes, and the parent places it there. Offers are
-// never negative. A length of an offer may be infinite, "as large as you like", and so may then be the answer. A child
-// may take more than it was offered. The same offer always gets the same answer; asking again is cheap.
+// A parent proposes a size, the child returns the size that it takes, and the parent places it there. Proposals are
+// never negative. A length of a proposal may be infinite, "as large as you like", and then so may be the measurement. A
+// child may take more than was proposed. Equal proposals give equal measurements; measuring again is cheap.
 //
 // One layout, one thread.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
-#include "Host/Layout/Placement.h"
+#include "Host/Layout/LayoutBuilder.h"
 
 #include <limits>
 #include <optional>
@@ -29,7 +29,7 @@ constexpr Size sized(Axis axis, double along, double across) {
     return axis == Axis::horizontal ? Size{along, across} : Size{across, along};
 }
 
-struct Answer {
+struct Measurement {
     Size size;
     /// From the upper edge to the first line of text's baseline, where there is text.
     std::optional<double> baseline;
@@ -42,17 +42,17 @@ class Element {
   public:
     virtual ~Element() = default;
 
-    virtual Answer measure(Size offer) = 0;
+    virtual Measurement measure(Size proposal) = 0;
 
-    /// The largest length along `axis` less the smallest: the answers to an infinite offer and to one of nothing.
-    /// Across it, `offer` holds.
-    virtual double flexibility(Axis axis, Size offer);
+    /// The largest length along `axis` less the smallest: what it measures for an infinite proposal and for none.
+    /// Across the axis, `proposal` holds.
+    virtual double flexibility(Axis axis, Size proposal);
 
     virtual Role role() const { return Role::content; }
 
-    /// Adds what this draws when it is offered `offer` and its upper left corner stands at `origin`. The offer is
+    /// Adds what this draws for `proposal` when its upper left corner stands at `origin`. The proposal is
     /// finite.
-    virtual void place(Point origin, Size offer, Placement& placement) = 0;
+    virtual void place(Point origin, Size proposal, LayoutBuilder& builder) = 0;
 };
 
 } // namespace host

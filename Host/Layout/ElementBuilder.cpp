@@ -39,7 +39,7 @@ CrossAlignment crossAlignment(platform::VerticalAlignment alignment) {
 struct Builder {
     TextMeasurer& texts;
     ImageMeasurer& images;
-    Look look;
+    InheritedStyle style;
     Axis axis = Axis::vertical;
     int depth = 0;
 
@@ -50,8 +50,8 @@ struct Builder {
         const platform::Node& node = view.node();
         Builder builder = *this;
         builder.depth += 1;
-        builder.look.font = node.font.value_or(look.font);
-        builder.look.foreground = node.foreground.value_or(look.foreground);
+        builder.style.font = node.font.value_or(style.font);
+        builder.style.foreground = node.foreground.value_or(style.foreground);
         return std::visit(builder, node.content);
     }
 
@@ -74,19 +74,19 @@ struct Builder {
     ElementPtr operator()(const platform::Spacer& spacer) const {
         return spacerElement(axis, spacer.minLength.value_or(defaultSpacerLength));
     }
-    ElementPtr operator()(const platform::Divider& /*divider*/) const { return dividerElement(axis, look); }
+    ElementPtr operator()(const platform::Divider& /*divider*/) const { return dividerElement(axis, style); }
 
     ElementPtr operator()(const platform::Text& text) const {
         return textElement({.text = text.text,
                             .lineLimit = text.lineLimit,
                             .alignment = text.textAlignment.value_or(platform::HorizontalAlignment::leading)},
-                           look, texts);
+                           style, texts);
     }
-    ElementPtr operator()(const platform::Symbol& symbol) const { return symbolElement(symbol.symbol, look); }
+    ElementPtr operator()(const platform::Symbol& symbol) const { return symbolElement(symbol.symbol, style); }
     ElementPtr operator()(const platform::Label& label) const {
         std::vector<ElementPtr> children;
-        children.push_back(labelSymbolElement(label.symbol, look));
-        children.push_back(textElement({.text = label.text}, look, texts));
+        children.push_back(labelSymbolElement(label.symbol, style));
+        children.push_back(textElement({.text = label.text}, style, texts));
         return stackElement(
             {.axis = Axis::horizontal, .alignment = CrossAlignment::firstTextBaseline, .spacing = labelSpacing},
             std::move(children));
@@ -94,11 +94,11 @@ struct Builder {
     ElementPtr operator()(const platform::Image& image) const {
         const std::optional<Size> pixels = images.imageSize(image.data);
         if (pixels && pixels->width > 0 && pixels->height > 0) {
-            return imageElement(image.data, *pixels, look);
+            return imageElement(image.data, *pixels, style);
         }
         return image.fallback ? build(*image.fallback) : emptyElement();
     }
-    ElementPtr operator()(const platform::Circle& circle) const { return circleElement(circle.fill, look); }
+    ElementPtr operator()(const platform::Circle& circle) const { return circleElement(circle.fill, style); }
     ElementPtr operator()(const platform::Clear& /*clear*/) const { return clearElement(); }
 
     ElementPtr operator()(const platform::Padding& padding) const {
@@ -106,12 +106,12 @@ struct Builder {
     }
     ElementPtr operator()(const platform::Frame& frame) const { return frameElement(frame.size, build(frame.child)); }
     ElementPtr operator()(const platform::Background& background) const {
-        return capsuleElement(background.fill, look, build(background.child));
+        return capsuleElement(background.fill, style, build(background.child));
     }
     ElementPtr operator()(const platform::Link& link) const { return linkElement(link, build(link.child)); }
     ElementPtr operator()(const platform::Accentable& accentable) const {
         Builder builder = *this;
-        builder.look.accented = true;
+        builder.style.accented = true;
         return builder.build(accentable.child);
     }
 };

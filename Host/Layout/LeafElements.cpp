@@ -8,17 +8,19 @@ namespace {
 
 class EmptyElement final : public Element {
   public:
-    Answer measure(Size /*offer*/) override { return {}; }
-    void place(Point /*origin*/, Size /*offer*/, Placement& /*placement*/) override {}
+    Measurement measure(Size /*proposal*/) override { return {}; }
+    void place(Point /*origin*/, Size /*proposal*/, LayoutBuilder& /*builder*/) override {}
 };
 
 class SpacerElement final : public Element {
   public:
     SpacerElement(Axis axis, double minLength) : axis_(axis), minLength_(minLength) {}
 
-    Answer measure(Size offer) override { return {.size = sized(axis_, std::max(minLength_, along(axis_, offer)), 0)}; }
+    Measurement measure(Size proposal) override {
+        return {.size = sized(axis_, std::max(minLength_, along(axis_, proposal)), 0)};
+    }
     Role role() const override { return Role::spacer; }
-    void place(Point /*origin*/, Size /*offer*/, Placement& /*placement*/) override {}
+    void place(Point /*origin*/, Size /*proposal*/, LayoutBuilder& /*builder*/) override {}
 
   private:
     Axis axis_;
@@ -27,79 +29,82 @@ class SpacerElement final : public Element {
 
 class DividerElement final : public Element {
   public:
-    DividerElement(Axis axis, Look look) : axis_(axis), look_(look) {}
+    DividerElement(Axis axis, InheritedStyle style) : axis_(axis), style_(style) {}
 
-    Answer measure(Size offer) override { return {.size = sized(axis_, dividerThickness, along(other(axis_), offer))}; }
+    Measurement measure(Size proposal) override {
+        return {.size = sized(axis_, dividerThickness, along(other(axis_), proposal))};
+    }
     Role role() const override { return Role::divider; }
-    void place(Point origin, Size offer, Placement& placement) override {
-        placement.add(DividerItem{}, origin, measure(offer).size, look_);
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        builder.add(DividerItem{}, origin, measure(proposal).size, style_);
     }
 
   private:
     Axis axis_;
-    Look look_;
+    InheritedStyle style_;
 };
 
 class ClearElement final : public Element {
   public:
-    Answer measure(Size offer) override { return {.size = offer}; }
-    void place(Point /*origin*/, Size /*offer*/, Placement& /*placement*/) override {}
+    Measurement measure(Size proposal) override { return {.size = proposal}; }
+    void place(Point /*origin*/, Size /*proposal*/, LayoutBuilder& /*builder*/) override {}
 };
 
 class CircleElement final : public Element {
   public:
-    CircleElement(platform::Color fill, Look look) : fill_(fill), look_(look) {}
+    CircleElement(platform::Color fill, InheritedStyle style) : fill_(fill), style_(style) {}
 
-    Answer measure(Size offer) override { return {.size = offer}; }
-    void place(Point origin, Size offer, Placement& placement) override {
-        const double diameter = std::min(offer.width, offer.height);
-        const Point corner{origin.x + (offer.width - diameter) / 2, origin.y + (offer.height - diameter) / 2};
-        placement.add(CircleItem{.fill = fill_}, corner, {diameter, diameter}, look_);
+    Measurement measure(Size proposal) override { return {.size = proposal}; }
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        const double diameter = std::min(proposal.width, proposal.height);
+        const Point corner{origin.x + (proposal.width - diameter) / 2, origin.y + (proposal.height - diameter) / 2};
+        builder.add(CircleItem{.fill = fill_}, corner, {diameter, diameter}, style_);
     }
 
   private:
     platform::Color fill_;
-    Look look_;
+    InheritedStyle style_;
 };
 
 class SymbolElement final : public Element {
   public:
     /// `descent` is the part of its size below a baseline, where it has one.
-    SymbolElement(const std::string& symbol, Look look, std::optional<double> descent)
-        : symbol_(symbol), look_(look), length_(textMeasures(look.font).size) {
+    SymbolElement(const std::string& symbol, InheritedStyle style, std::optional<double> descent)
+        : symbol_(symbol), style_(style), length_(textMeasures(style.font).size) {
         if (descent) {
             baseline_ = length_ * (1 - *descent);
         }
     }
 
-    Answer measure(Size /*offer*/) override { return {.size = {length_, length_}, .baseline = baseline_}; }
-    void place(Point origin, Size offer, Placement& placement) override {
-        placement.add(SymbolItem{.symbol = symbol_}, origin, measure(offer).size, look_);
+    Measurement measure(Size /*proposal*/) override { return {.size = {length_, length_}, .baseline = baseline_}; }
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        builder.add(SymbolItem{.symbol = symbol_}, origin, measure(proposal).size, style_);
     }
 
   private:
     const std::string& symbol_;
-    Look look_;
+    InheritedStyle style_;
     double length_;
     std::optional<double> baseline_;
 };
 
 class ImageElement final : public Element {
   public:
-    ImageElement(const platform::EncodedData& data, Size pixels, Look look)
-        : data_(data), ratio_(pixels.width / pixels.height), look_(look) {}
+    ImageElement(const platform::EncodedData& data, Size pixels, InheritedStyle style)
+        : data_(data), ratio_(pixels.width / pixels.height), style_(style) {}
 
-    Answer measure(Size offer) override {
-        return {.size = {std::min(offer.width, offer.height * ratio_), std::min(offer.height, offer.width / ratio_)}};
+    Measurement measure(Size proposal) override {
+        return {.size = {std::min(proposal.width, proposal.height * ratio_),
+                         std::min(proposal.height, proposal.width / ratio_)}};
     }
-    void place(Point origin, Size offer, Placement& placement) override {
-        placement.add(ImageItem{.data = data_}, origin, measure(offer).size, look_);
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        builder.add(ImageItem{.data = data_}, origin, measure(proposal).size, style_);
     }
 
   private:
     const platform::EncodedData& data_;
     double ratio_;
-    Look look_;
+    InheritedStyle style_;
 };
 
 } // namespace
@@ -110,23 +115,23 @@ ElementPtr emptyElement() {
 ElementPtr spacerElement(Axis axis, double minLength) {
     return std::make_unique<SpacerElement>(axis, minLength);
 }
-ElementPtr dividerElement(Axis axis, const Look& look) {
-    return std::make_unique<DividerElement>(axis, look);
+ElementPtr dividerElement(Axis axis, const InheritedStyle& style) {
+    return std::make_unique<DividerElement>(axis, style);
 }
 ElementPtr clearElement() {
     return std::make_unique<ClearElement>();
 }
-ElementPtr circleElement(platform::Color fill, const Look& look) {
-    return std::make_unique<CircleElement>(fill, look);
+ElementPtr circleElement(platform::Color fill, const InheritedStyle& style) {
+    return std::make_unique<CircleElement>(fill, style);
 }
-ElementPtr symbolElement(const std::string& symbol, const Look& look) {
-    return std::make_unique<SymbolElement>(symbol, look, std::nullopt);
+ElementPtr symbolElement(const std::string& symbol, const InheritedStyle& style) {
+    return std::make_unique<SymbolElement>(symbol, style, std::nullopt);
 }
-ElementPtr labelSymbolElement(const std::string& symbol, const Look& look) {
-    return std::make_unique<SymbolElement>(symbol, look, labelSymbolDescent);
+ElementPtr labelSymbolElement(const std::string& symbol, const InheritedStyle& style) {
+    return std::make_unique<SymbolElement>(symbol, style, labelSymbolDescent);
 }
-ElementPtr imageElement(const platform::EncodedData& data, Size pixels, const Look& look) {
-    return std::make_unique<ImageElement>(data, pixels, look);
+ElementPtr imageElement(const platform::EncodedData& data, Size pixels, const InheritedStyle& style) {
+    return std::make_unique<ImageElement>(data, pixels, style);
 }
 
 } // namespace host

@@ -20,9 +20,9 @@ class StackElement final : public Element {
   public:
     StackElement(const StackOptions& options, std::vector<ElementPtr> children);
 
-    Answer measure(Size offer) override;
-    double flexibility(Axis axis, Size offer) override;
-    void place(Point origin, Size offer, Placement& placement) override;
+    Measurement measure(Size proposal) override;
+    double flexibility(Axis axis, Size proposal) override;
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override;
 
   private:
     struct Child {
@@ -33,37 +33,37 @@ class StackElement final : public Element {
         bool stretched = false;
     };
     struct Part {
-        Size offer;
-        Answer answer;
+        Size proposal;
+        Measurement measurement;
         /// Where it stands along the stack, and across it.
         double start = 0;
         double side = 0;
     };
     struct Arrangement {
         std::vector<Part> parts;
-        Answer answer;
+        Measurement measurement;
     };
 
-    Arrangement arrange(Size offer);
-    /// Shares what is offered along the stack: among all, and what is left among those in `order`.
-    void serve(std::vector<Part>& parts, Size offer);
-    void serve(const std::vector<std::size_t>& order, double& left, double across, std::vector<Part>& parts);
-    std::vector<std::size_t> contentsByFlexibility(Size offer);
+    Arrangement arrange(Size proposal);
+    /// Shares what is proposed along the stack: among all, and what is left among those in `order`.
+    void distribute(std::vector<Part>& parts, Size proposal);
+    void distribute(const std::vector<std::size_t>& order, double& left, double across, std::vector<Part>& parts);
+    std::vector<std::size_t> contentsByFlexibility(Size proposal);
     /// Aligns the parts across the stack and answers how large it is there.
     double align(std::vector<Part>& parts);
     /// From a part's near edge across the stack to the line that the parts are aligned on.
-    double guide(const Answer& answer) const;
+    double guide(const Measurement& measurement) const;
 
     Axis axis_;
     CrossAlignment alignment_;
     std::vector<Child> children_;
     std::vector<std::size_t> contents_;
-    /// The one that takes the most at the least is served first, to leave an equal share to the others.
+    /// Largest minimum first, so that the rest divide what remains equally.
     std::vector<std::size_t> spacers_;
     double gaps_ = 0;
     double leastOfSpacers_ = 0;
     /// All stacks around this one ask the same again: without these, deep trees would take exponential time.
-    std::vector<std::pair<Size, Answer>> answers_;
+    std::vector<std::pair<Size, Measurement>> measurements_;
 };
 
 StackElement::StackElement(const StackOptions& options, std::vector<ElementPtr> children)
@@ -98,83 +98,84 @@ StackElement::StackElement(const StackOptions& options, std::vector<ElementPtr> 
     }
 }
 
-Answer StackElement::measure(Size offer) {
+Measurement StackElement::measure(Size proposal) {
     const auto known =
-        std::find_if(answers_.rbegin(), answers_.rend(), [&](const auto& a) { return a.first == offer; });
-    if (known != answers_.rend()) {
+        std::find_if(measurements_.rbegin(), measurements_.rend(), [&](const auto& a) { return a.first == proposal; });
+    if (known != measurements_.rend()) {
         return known->second;
     }
-    const Answer answer = arrange(offer).answer;
-    answers_.emplace_back(offer, answer);
-    return answer;
+    const Measurement measurement = arrange(proposal).measurement;
+    measurements_.emplace_back(proposal, measurement);
+    return measurement;
 }
 
-double StackElement::flexibility(Axis axis, Size offer) {
+double StackElement::flexibility(Axis axis, Size proposal) {
     if (axis != axis_) {
-        return Element::flexibility(axis, offer);
+        return Element::flexibility(axis, proposal);
     }
     double sum = spacers_.empty() ? 0 : infinity;
     for (const std::size_t i : contents_) {
-        sum += children_[i].element->flexibility(axis, offer);
+        sum += children_[i].element->flexibility(axis, proposal);
     }
     return sum;
 }
 
-void StackElement::place(Point origin, Size offer, Placement& placement) {
-    const Arrangement arrangement = arrange(offer);
+void StackElement::place(Point origin, Size proposal, LayoutBuilder& builder) {
+    const Arrangement arrangement = arrange(proposal);
     for (std::size_t i = 0; i < children_.size(); ++i) {
         const Part& part = arrangement.parts[i];
         const Size offset = sized(axis_, part.start, part.side);
-        children_[i].element->place({origin.x + offset.width, origin.y + offset.height}, part.offer, placement);
+        children_[i].element->place({origin.x + offset.width, origin.y + offset.height}, part.proposal, builder);
     }
 }
 
-StackElement::Arrangement StackElement::arrange(Size offer) {
+StackElement::Arrangement StackElement::arrange(Size proposal) {
     std::vector<Part> parts(children_.size());
-    serve(parts, offer);
+    distribute(parts, proposal);
     const double across = align(parts);
     std::optional<double> baseline;
     double end = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         Part& part = parts[i];
         part.start = end + children_[i].gap;
-        end = part.start + along(axis_, part.answer.size);
-        if (part.answer.baseline) {
+        end = part.start + along(axis_, part.measurement.size);
+        if (part.measurement.baseline) {
             const double top = axis_ == Axis::vertical ? part.start : part.side;
-            baseline = std::min(baseline.value_or(infinity), top + *part.answer.baseline);
+            baseline = std::min(baseline.value_or(infinity), top + *part.measurement.baseline);
         }
     }
     return {.parts = std::move(parts),
-            .answer = {.size = sized(axis_, std::max(0.0, end), across), .baseline = baseline}};
+            .measurement = {.size = sized(axis_, std::max(0.0, end), across), .baseline = baseline}};
 }
 
-void StackElement::serve(std::vector<Part>& parts, Size offer) {
-    const double across = along(other(axis_), offer);
-    double left = along(axis_, offer) - gaps_ - leastOfSpacers_;
-    // Where there is no room, or no end of it, everyone is offered the same whatever the order.
+void StackElement::distribute(std::vector<Part>& parts, Size proposal) {
+    const double across = along(other(axis_), proposal);
+    double left = along(axis_, proposal) - gaps_ - leastOfSpacers_;
+    // Where there is no room, or no end of it, all are proposed the same whatever the order.
     const bool shared = left > 0 && std::isfinite(left) && contents_.size() > 1;
-    serve(shared ? contentsByFlexibility(offer) : contents_, left, across, parts);
+    distribute(shared ? contentsByFlexibility(proposal) : contents_, left, across, parts);
     left += leastOfSpacers_;
-    serve(spacers_, left, across, parts);
+    distribute(spacers_, left, across, parts);
 }
 
-void StackElement::serve(const std::vector<std::size_t>& order, double& left, double across, std::vector<Part>& parts) {
+void StackElement::distribute(const std::vector<std::size_t>& order, double& left, double across,
+                              std::vector<Part>& parts) {
     auto waiting = static_cast<double>(order.size());
     for (const std::size_t i : order) {
         Part& part = parts[i];
-        part.offer = sized(axis_, std::max(0.0, left / waiting), across);
-        part.answer = children_[i].element->measure(part.offer);
+        part.proposal = sized(axis_, std::max(0.0, left / waiting), across);
+        part.measurement = children_[i].element->measure(part.proposal);
         if (std::isfinite(left)) {
-            left -= along(axis_, part.answer.size);
+            left -= along(axis_, part.measurement.size);
         }
         waiting -= 1;
     }
 }
 
-std::vector<std::size_t> StackElement::contentsByFlexibility(Size offer) {
+std::vector<std::size_t> StackElement::contentsByFlexibility(Size proposal) {
     std::vector<double> flexibility(children_.size());
     for (const std::size_t i : contents_) {
-        flexibility[i] = children_[i].element->flexibility(axis_, offer);
+        flexibility[i] = children_[i].element->flexibility(axis_, proposal);
     }
     std::vector<std::size_t> order = contents_;
     std::ranges::stable_sort(order, {}, [&](std::size_t i) { return flexibility[i]; });
@@ -187,26 +188,26 @@ double StackElement::align(std::vector<Part>& parts) {
     double after = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         if (!children_[i].stretched) {
-            const double line = guide(parts[i].answer);
+            const double line = guide(parts[i].measurement);
             before = std::max(before, line);
-            after = std::max(after, difference(along(crossAxis, parts[i].answer.size), line));
+            after = std::max(after, difference(along(crossAxis, parts[i].measurement.size), line));
         }
     }
     const double across = before + after;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         Part& part = parts[i];
         if (children_[i].stretched) {
-            part.offer = sized(axis_, along(axis_, part.offer), across);
-            part.answer = children_[i].element->measure(part.offer);
+            part.proposal = sized(axis_, along(axis_, part.proposal), across);
+            part.measurement = children_[i].element->measure(part.proposal);
         } else {
-            part.side = difference(before, guide(part.answer));
+            part.side = difference(before, guide(part.measurement));
         }
     }
     return across;
 }
 
-double StackElement::guide(const Answer& answer) const {
-    const double length = along(other(axis_), answer.size);
+double StackElement::guide(const Measurement& measurement) const {
+    const double length = along(other(axis_), measurement.size);
     switch (alignment_) {
     case CrossAlignment::start:
         return 0;
@@ -215,7 +216,7 @@ double StackElement::guide(const Answer& answer) const {
     case CrossAlignment::end:
         return length;
     case CrossAlignment::firstTextBaseline:
-        return answer.baseline.value_or(length);
+        return measurement.baseline.value_or(length);
     }
     return 0;
 }

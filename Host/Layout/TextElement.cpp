@@ -24,29 +24,29 @@ double longestLine(const MeasuredText& text) {
 
 class TextElement final : public Element {
   public:
-    TextElement(const TextOptions& options, Look look, TextMeasurer& texts)
-        : options_(options), look_(look), texts_(texts), lineHeight_(textMeasures(look.font).lineHeight) {}
+    TextElement(const TextOptions& options, InheritedStyle style, TextMeasurer& texts)
+        : options_(options), style_(style), texts_(texts), lineHeight_(textMeasures(style.font).lineHeight) {}
 
-    Answer measure(Size offer) override {
-        const MeasuredText& text = fitted(offer);
+    Measurement measure(Size proposal) override {
+        const MeasuredText& text = fitted(proposal);
         return {.size = sizeOf(text), .baseline = text.baseline};
     }
 
-    double flexibility(Axis axis, Size offer) override {
+    double flexibility(Axis axis, Size proposal) override {
         if (axis == Axis::horizontal) {
-            return Element::flexibility(axis, offer);
+            return Element::flexibility(axis, proposal);
         }
         // The smallest is one line, whatever it says: no need to have the text cut.
-        return sizeOf(fitted({offer.width, infinity})).height - lineHeight_;
+        return sizeOf(fitted({proposal.width, infinity})).height - lineHeight_;
     }
 
-    void place(Point origin, Size offer, Placement& placement) override {
-        const MeasuredText& text = fitted(offer);
-        placement.add(TextItem{.text = text,
-                               .lineHeight = lineHeight_,
-                               .alignment = options_.alignment,
-                               .whole = std::string(options_.text)},
-                      origin, sizeOf(text), look_);
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        const MeasuredText& text = fitted(proposal);
+        builder.add(TextItem{.text = text,
+                             .lineHeight = lineHeight_,
+                             .alignment = options_.alignment,
+                             .whole = std::string(options_.text)},
+                    origin, sizeOf(text), style_);
     }
 
   private:
@@ -67,12 +67,13 @@ class TextElement final : public Element {
             std::clamp(wholeLines, 1.0, std::max(1.0, static_cast<double>(options_.lineLimit.value_or(unlimited)))));
     }
 
-    // What these two answer is good until one of them is called again.
+    // The references that these return are valid until one of them is called again.
 
-    const MeasuredText& fitted(Size offer) {
+    const MeasuredText& fitted(Size proposal) {
         // A text that is narrower than its ellipsis is not cut.
-        const double least = texts_.ellipsisWidth(look_.font);
-        return offer.width + tolerance < least ? shaped(least, 1) : shaped(offer.width, lineLimit(offer.height));
+        const double least = texts_.ellipsisWidth(style_.font);
+        return proposal.width + tolerance < least ? shaped(least, 1)
+                                                  : shaped(proposal.width, lineLimit(proposal.height));
     }
 
     const MeasuredText& shaped(double width, int limit) {
@@ -87,7 +88,7 @@ class TextElement final : public Element {
             return known->text;
         }
         MeasuredText text = texts_.measure({.text = options_.text,
-                                            .font = look_.font,
+                                            .font = style_.font,
                                             .width = std::isfinite(width) ? std::optional(width) : std::nullopt,
                                             .lineLimit = limit == unlimited ? std::nullopt : std::optional(limit)});
         const double longest = longestLine(text);
@@ -101,7 +102,7 @@ class TextElement final : public Element {
     }
 
     TextOptions options_;
-    Look look_;
+    InheritedStyle style_;
     TextMeasurer& texts_;
     double lineHeight_;
     std::vector<Shaped> shaped_;
@@ -109,8 +110,8 @@ class TextElement final : public Element {
 
 } // namespace
 
-ElementPtr textElement(const TextOptions& options, const Look& look, TextMeasurer& texts) {
-    return std::make_unique<TextElement>(options, look, texts);
+ElementPtr textElement(const TextOptions& options, const InheritedStyle& style, TextMeasurer& texts) {
+    return std::make_unique<TextElement>(options, style, texts);
 }
 
 } // namespace host

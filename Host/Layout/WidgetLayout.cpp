@@ -28,14 +28,14 @@ double leadingShare(const platform::View& view) {
 
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images) {
     const ElementPtr root = buildElement(view, texts, images);
-    const Size offer{std::max(0.0, size.width - 2 * contentMargin), std::max(0.0, size.height - 2 * contentMargin)};
-    const Size taken = root->measure(offer).size;
+    const Size proposal{std::max(0.0, size.width - 2 * contentMargin), std::max(0.0, size.height - 2 * contentMargin)};
+    const Size taken = root->measure(proposal).size;
 
     WidgetLayout layout{.size = size};
-    Placement placement{.layout = layout};
-    const double left = offer.width - taken.width;
+    LayoutBuilder builder{.layout = layout};
+    const double left = proposal.width - taken.width;
     const double leading = left > 0 ? left * leadingShare(view) : left / 2;
-    root->place({contentMargin + leading, (size.height - taken.height) / 2}, offer, placement);
+    root->place({contentMargin + leading, (size.height - taken.height) / 2}, proposal, builder);
     return layout;
 }
 
@@ -43,8 +43,8 @@ WidgetLayout layOutAlone(const platform::View& view, Size room, TextMeasurer& te
     const ElementPtr root = buildElement(view, texts, images);
     const Size taken = root->measure(room).size;
     WidgetLayout layout{.size = {std::min(taken.width, room.width), std::min(taken.height, room.height)}};
-    Placement placement{.layout = layout};
-    root->place({}, room, placement);
+    LayoutBuilder builder{.layout = layout};
+    root->place({}, room, builder);
     return layout;
 }
 

@@ -62,16 +62,15 @@ struct WidgetLayout {
     std::vector<LayoutLink> links;
 };
 
-/// Lays `view` out in a widget of `size`: offers it what the content margin leaves and centres it there; a column that
-/// aligns its children at an edge stands at that edge itself, so that a list of short names starts where all lists
-/// start. A view that takes more than it is offered sticks out evenly on both sides. Nothing is rounded. How each kind
+/// Lays `view` out in a widget of `size`: proposes it what the content margin leaves and centres it there; a column
+/// that aligns its children at an edge stands at that edge itself, so that a list of short names starts where all lists
+/// start. A view that takes more than is proposed sticks out evenly on both sides. Nothing is rounded. How each kind
 /// of view lays out is said in Elements.h.
 ///
-/// The measurers are asked as seldom as can be: for a text that fits once, for one that must be broken or cut once or
-/// twice more, for each font's ellipsis once, for an image once.
+/// A text that fits is measured once, one that must be broken or cut once or twice more.
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images);
 
-/// Lays `view` out on its own: as large as it is when it is offered `room`, and no larger, without a margin.
+/// Lays `view` out on its own: as large as it is if `room` is proposed, and no larger, without a margin.
 WidgetLayout layOutAlone(const platform::View& view, Size room, TextMeasurer& texts, ImageMeasurer& images);
 
 } // namespace host

@@ -11,8 +11,8 @@ class WrapperElement : public Element {
   public:
     explicit WrapperElement(ElementPtr child) : child_(std::move(child)) {}
 
-    Answer measure(Size offer) override { return child_->measure(offer); }
-    double flexibility(Axis axis, Size offer) override { return child_->flexibility(axis, offer); }
+    Measurement measure(Size proposal) override { return child_->measure(proposal); }
+    double flexibility(Axis axis, Size proposal) override { return child_->flexibility(axis, proposal); }
     Role role() const override { return child_->role(); }
 
   protected:
@@ -31,22 +31,22 @@ class PaddingElement final : public WrapperElement {
   public:
     PaddingElement(platform::Insets insets, ElementPtr child) : WrapperElement(std::move(child)), insets_(insets) {}
 
-    Answer measure(Size offer) override {
-        const Answer inner = child().measure(innerOffer(offer));
-        Answer answer{.size = grown(inner.size, 1)};
+    Measurement measure(Size proposal) override {
+        const Measurement inner = child().measure(innerProposal(proposal));
+        Measurement measurement{.size = grown(inner.size, 1)};
         if (inner.baseline) {
-            answer.baseline = insets_.top + *inner.baseline;
+            measurement.baseline = insets_.top + *inner.baseline;
         }
-        return answer;
+        return measurement;
     }
-    double flexibility(Axis axis, Size offer) override { return child().flexibility(axis, innerOffer(offer)); }
+    double flexibility(Axis axis, Size proposal) override { return child().flexibility(axis, innerProposal(proposal)); }
     Role role() const override { return roleInRoom(WrapperElement::role()); }
-    void place(Point origin, Size offer, Placement& placement) override {
-        child().place({origin.x + insets_.leading, origin.y + insets_.top}, innerOffer(offer), placement);
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        child().place({origin.x + insets_.leading, origin.y + insets_.top}, innerProposal(proposal), builder);
     }
 
   private:
-    Size innerOffer(Size offer) const { return grown(offer, -1); }
+    Size innerProposal(Size proposal) const { return grown(proposal, -1); }
     Size grown(Size size, double sign) const {
         return {std::max(0.0, size.width + sign * (insets_.leading + insets_.trailing)),
                 std::max(0.0, size.height + sign * (insets_.top + insets_.bottom))};
@@ -66,23 +66,23 @@ class FrameElement final : public WrapperElement {
         }
     }
 
-    Answer measure(Size offer) override {
-        const Answer inner = child().measure(fixed(offer));
-        Answer answer{.size = fixed(inner.size)};
+    Measurement measure(Size proposal) override {
+        const Measurement inner = child().measure(fixed(proposal));
+        Measurement measurement{.size = fixed(inner.size)};
         if (inner.baseline) {
-            answer.baseline = childOffset(inner.size).y + *inner.baseline;
+            measurement.baseline = childOffset(inner.size).y + *inner.baseline;
         }
-        return answer;
+        return measurement;
     }
-    double flexibility(Axis axis, Size offer) override {
+    double flexibility(Axis axis, Size proposal) override {
         const bool isFixed = axis == Axis::horizontal ? size_.width.has_value() : size_.height.has_value();
-        return isFixed ? 0 : child().flexibility(axis, fixed(offer));
+        return isFixed ? 0 : child().flexibility(axis, fixed(proposal));
     }
     Role role() const override { return size_.height ? Role::content : roleInRoom(WrapperElement::role()); }
-    void place(Point origin, Size offer, Placement& placement) override {
-        const Size inner = fixed(offer);
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        const Size inner = fixed(proposal);
         const Point offset = childOffset(child().measure(inner).size);
-        child().place({origin.x + offset.x, origin.y + offset.y}, inner, placement);
+        child().place({origin.x + offset.x, origin.y + offset.y}, inner, builder);
     }
 
   private:
@@ -97,31 +97,31 @@ class FrameElement final : public WrapperElement {
 
 class CapsuleElement final : public WrapperElement {
   public:
-    CapsuleElement(platform::Color fill, Look look, ElementPtr child)
-        : WrapperElement(std::move(child)), fill_(fill), look_(look) {}
+    CapsuleElement(platform::Color fill, InheritedStyle style, ElementPtr child)
+        : WrapperElement(std::move(child)), fill_(fill), style_(style) {}
 
-    void place(Point origin, Size offer, Placement& placement) override {
-        placement.add(CapsuleItem{.fill = fill_}, origin, measure(offer).size, look_);
-        child().place(origin, offer, placement);
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        builder.add(CapsuleItem{.fill = fill_}, origin, measure(proposal).size, style_);
+        child().place(origin, proposal, builder);
     }
 
   private:
     platform::Color fill_;
-    Look look_;
+    InheritedStyle style_;
 };
 
 class LinkElement final : public WrapperElement {
   public:
     LinkElement(const platform::Link& link, ElementPtr child) : WrapperElement(std::move(child)), link_(link) {}
 
-    void place(Point origin, Size offer, Placement& placement) override {
-        const Size size = measure(offer).size;
-        const auto outer = placement.link;
-        placement.link = placement.layout.links.size();
-        placement.layout.links.push_back(
+    void place(Point origin, Size proposal, LayoutBuilder& builder) override {
+        const Size size = measure(proposal).size;
+        const auto outer = builder.link;
+        builder.link = builder.layout.links.size();
+        builder.layout.links.push_back(
             {.url = link_.url, .id = link_.id, .frame = {origin.x, origin.y, size.width, size.height}, .outer = outer});
-        child().place(origin, offer, placement);
-        placement.link = outer;
+        child().place(origin, proposal, builder);
+        builder.link = outer;
     }
 
   private:
@@ -136,8 +136,8 @@ ElementPtr paddingElement(platform::Insets insets, ElementPtr child) {
 ElementPtr frameElement(platform::FixedSize size, ElementPtr child) {
     return std::make_unique<FrameElement>(size, std::move(child));
 }
-ElementPtr capsuleElement(platform::Color fill, const Look& look, ElementPtr child) {
-    return std::make_unique<CapsuleElement>(fill, look, std::move(child));
+ElementPtr capsuleElement(platform::Color fill, const InheritedStyle& style, ElementPtr child) {
+    return std::make_unique<CapsuleElement>(fill, style, std::move(child));
 }
 ElementPtr linkElement(const platform::Link& link, ElementPtr child) {
     return std::make_unique<LinkElement>(link, std::move(child));

@@ -66,7 +66,7 @@ TEST(ImageDecoder, IsNotTakenInByWhatIsNoImage) {
         std::string("II*\0\xFF\xFF\xFF\xFF", 8),
         R"(<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9"><rect width="9" height="9"/></svg>)",
         "/* XPM */\nstatic char* x[] = {\"1 1 1 1\", \"a c #fff\", \"a\"};\n",
-        png + std::string(greatestImageBytes, '\0'),
+        png + std::string(maxImageBytes, '\0'),
     };
     for (const std::string& file : files) {
         EXPECT_FALSE(decodeImage(file, 256)) << testing::PrintToString(file.substr(0, 40));

@@ -2,7 +2,7 @@
 // in the protocol's JSON, and then, for each of some sizes, a line with the size and the dump of the layout:
 //
 //     widget 364x170      a widget of this size; positions are from its corner
-//     offer 100x15        what the view is offered; positions are from the offered room's corner
+//     proposal 100x15     what is proposed to the view; positions are from the proposed room's corner
 #include "Host/Layout/Measures.h"
 #include "Platform/Views/ViewReader.h"
 #include "Tests/Host/Layout/FakeMeasurers.h"
@@ -27,7 +27,7 @@ std::string laidOut(const std::string& json, std::string_view what, Size size) {
     }
     FakeTexts texts;
     FakeImages images;
-    if (what == "offer") {
+    if (what == "proposal") {
         const Size widget{size.width + 2 * contentMargin, size.height + 2 * contentMargin};
         return dump(layOut(*view, widget, texts, images), {contentMargin, contentMargin});
     }

@@ -1,4 +1,4 @@
-// Where placed boxes put what they draw: the layout that is being made, in drawing order.
+// Collects what placed boxes draw, in drawing order.
 //
 // Lengths run from the leading edge to the right. A desktop that is read from right to left would mirror the finished
 // layout as a whole, not the boxes one by one.
@@ -14,24 +14,24 @@
 namespace host {
 
 /// What a view inherits from those around it.
-struct Look {
+struct InheritedStyle {
     platform::Font font = platform::callout;
     platform::Foreground foreground = platform::primary;
     bool accented = false;
 };
 
-struct Placement {
+struct LayoutBuilder {
     WidgetLayout& layout;
     /// The link that everything now added lies in.
     std::optional<std::size_t> link;
 
     template <class Content>
-    void add(Content content, Point origin, Size size, const Look& look) {
+    void add(Content content, Point origin, Size size, const InheritedStyle& style) {
         layout.items.push_back({.content = std::move(content),
                                 .frame = {origin.x, origin.y, size.width, size.height},
-                                .font = look.font,
-                                .foreground = look.foreground,
-                                .accented = look.accented,
+                                .font = style.font,
+                                .foreground = style.foreground,
+                                .accented = style.accented,
                                 .link = link});
     }
 };
