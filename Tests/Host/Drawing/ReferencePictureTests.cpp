@@ -1,8 +1,8 @@
 // Whole tiles against pictures of them that were looked at: Tests/Fixtures/Pictures. Set WRITE_PICTURES to write them.
 //
 // Versions of FreeType, cairo, Pango and the font differ in single pixels of letters, so squares of 8 × 8 pixels are
-// compared by their means. The bounds are twice of what it changes to draw all letters by outlines instead of glyphs,
-// or the other way round: up to 28 of 255 in one square, and 0.22 on average.
+// compared by their means. Between Debian 12, which the pictures are from, and Debian 13, where the font is a newer
+// one, a square differs by up to 64 of 255, all of them by 0.75 on average. The bounds are half as much again.
 #include "Host/Drawing/Badges.h"
 #include "Host/Drawing/PngFile.h"
 #include "Host/Layout/Measures.h"
@@ -27,8 +27,8 @@ namespace {
 using namespace platform; // NOLINT(google-build-using-namespace): views read like the pictures they draw
 
 constexpr int side = 8;
-constexpr int maxDifference = 56;
-constexpr double maxMeanDifference = 0.5;
+constexpr int maxDifference = 96;
+constexpr double maxMeanDifference = 1.1;
 
 View sample() {
     Picture quarters = plainPicture(40, 30, {200, 30, 90, 255});
