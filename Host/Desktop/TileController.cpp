@@ -258,18 +258,20 @@ void TileController::paint() {
         return;
     }
     const Tile* current = tile();
-    const bool hasEntry = current != nullptr && current->entry() != nullptr && shown_ == Shown::entry;
-    if (!hasEntry && !stored_) {
+    const Entry* entry = current != nullptr && shown_ == Shown::entry ? current->entry() : nullptr;
+    if (entry == nullptr && stored_) {
+        entry = &stored_->entry;
+        if (reload_ < now() && !waiting_.isPending() && current == nullptr) {
+            waiting_.after<&TileController::waitedLong>(gracePeriodMilliseconds, this);
+        }
+    }
+    if (entry == nullptr) {
         shown_ = Shown::nothing;
         present(render(waitingView(instance_.family), Redaction::placeholder));
         return;
     }
-    if (!hasEntry && reload_ < now() && !waiting_.isPending() && current == nullptr) {
-        waiting_.after<&TileController::waitedLong>(gracePeriodMilliseconds, this);
-    }
-    const Entry& entry = hasEntry ? *current->entry() : stored_->entry;
-    RenderedTile rendered = render(entry.view, Redaction::none);
-    rendered.widgetURL = entry.widgetURL;
+    RenderedTile rendered = render(entry->view, Redaction::none);
+    rendered.widgetURL = entry->widgetURL;
     present(std::move(rendered));
 }
 

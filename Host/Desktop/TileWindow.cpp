@@ -167,7 +167,7 @@ void TileWindow::shape() {
     gtk_widget_input_shape_combine_region(widget(), isBlended ? outline.get() : nullptr);
 }
 
-void TileWindow::onScaleChanged(GParamSpec* /*property*/) {
+void TileWindow::onScaleChanged(GParamSpec* /*property*/) const {
     handlers_.scaleChanged();
 }
 

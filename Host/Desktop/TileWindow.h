@@ -86,7 +86,7 @@ class TileWindow {
     void dragFinished(double x, double y);
     void dragCancelled(GdkEventSequence* sequence);
     gboolean keyPressed(GdkEvent* event);
-    void onScaleChanged(GParamSpec* property);
+    void onScaleChanged(GParamSpec* property) const;
 
     void applyParts();
     void makeParts();
