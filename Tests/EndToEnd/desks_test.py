@@ -13,10 +13,10 @@ import unittest
 from configparser import ConfigParser
 from pathlib import Path
 
-from desks import DESKS, world_of
+from desks import DESKS
 from desktop import DesktopTest, Placed
 from support import PROJECT, wait_until
-from worlds import LinkRecorder
+from worlds import LinkRecorder, world_of
 
 FAVOURITES, TIPS, READING = Placed(1, place=(120, 96)), Placed(2, "TipsWidget", "small", (600, 96)), Placed(3, "ReadingListWidget", "medium", (120, 400))
 TILES = (FAVOURITES, TIPS, READING)

@@ -180,7 +180,7 @@ class Desktop(DoctorTest):
         self.expect(findings, "window manager", ("ok", "^Openbox$"))
         self.expect(findings, "windows", ("ok", "desktop type, under"))
         self.expect(findings, "compositing", ("ok", "runs"))
-        for program in (world.window_manager, world.compositing_manager):
+        for program in (world.parts[0], world.parts[2]):
             program.kill()
             program.wait()
         # First its sign on the root window is left behind, then there is none.

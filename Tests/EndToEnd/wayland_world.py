@@ -7,11 +7,12 @@ import struct
 import subprocess
 from pathlib import Path
 
+from desks import DESKS, HEIGHT, WIDTH
 from picture import Picture
 from support import wait_until
 from wayland_hands import WaylandHands
 from wayland_panel import WaylandPanel
-from world import HEIGHT, WIDTH, Output, Window, World
+from world import Output, Window, World
 
 CONFIGURATION = """
 xwayland disable
@@ -29,6 +30,8 @@ RUN_COMMAND, GET_OUTPUTS, GET_TREE = 0, 3, 4
 class WaylandWorld(World):
     KIND = "wayland"
     PROGRAMS = ("sway", "swaybg", "grim")
+    desk = DESKS["sway"]
+    parts = {}
 
     def start_display(self):
         configuration = self.folder / "sway"
@@ -121,6 +124,9 @@ class WaylandWorld(World):
     def add_panel(self, edge, thickness):
         """Ends when it is closed."""
         return WaylandPanel(self.socket, edge, thickness)
+
+    def switch_workspace(self, number):
+        self.command(f"workspace {number + 1}")
 
     def set_scale(self, output, scale):
         self.command(f"output {output} scale {scale}")

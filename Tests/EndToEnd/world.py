@@ -9,13 +9,12 @@ import sys
 import tempfile
 from pathlib import Path
 
+from desks import HEIGHT, WIDTH
 from picture import Picture
 from support import NO_WEB, SessionBus, wait_until
 
 NOBODY = 65534
 ACCESSIBILITY_SERVICE = Path("/usr/share/dbus-1/services/org.a11y.Bus.service")
-# The size of each output, in its own pixels.
-WIDTH, HEIGHT = 1280, 800
 SCHEMES = ("x-foliovault-item", "x-foliovault", "https")
 
 
@@ -114,11 +113,15 @@ class World:
         assert done.returncode == 0, (command, done.stderr.decode(errors="replace"))
         return done.stdout
 
+    def draw_wallpaper(self):
+        pass
+
     def await_wallpaper(self):
         picture = None
 
         def is_there():
             nonlocal picture
+            self.draw_wallpaper()
             picture = self.screenshot()
             return picture.difference(Picture.gradient(*picture.size), 4) is None
         wait_until(is_there, "the wallpaper")

@@ -1,20 +1,24 @@
-"""An X11 desktop: an X server, drawing into memory, with openbox or another desk."""
+"""X11 desktops: an X server that draws into memory, with openbox or another desk."""
 
 import contextlib
+import dataclasses
 import os
 import re
+import shutil
 import signal
-import subprocess
+import time
 from pathlib import Path
 
 import Xlib.display
+import Xlib.error
 import Xlib.protocol.display
 import Xlib.protocol.event
 import Xlib.X
 
+from desks import DESKS, HEIGHT, WIDTH
 from picture import Picture
-from support import wait_until
-from world import HEIGHT, WIDTH, Output, Window, World
+from support import SessionBus, wait_until
+from world import Output, Window, World
 
 # The server for real cards, since its dummy one has outputs that come and go as a card's do; Xvfb has one that stays.
 SERVER = "/usr/lib/xorg/Xorg"
@@ -47,9 +51,6 @@ Section "Screen"
     EndSubSection
 EndSection
 """
-OPENBOX = """<?xml version="1.0"?>
-<openbox_config xmlns="http://openbox.org/3.4/rc"><desktops><number>1</number></desktops></openbox_config>
-"""
 # What the settings daemon tells all programs; the dots to an inch are counted in 1024ths.
 SETTINGS = "Gdk/WindowScalingFactor {scale}\nXft/DPI {dpi}\n"
 DPI = 96 * 1024
@@ -62,14 +63,25 @@ def timings(width, height):
 
 
 class XWorld(World):
-    """With `compositing`, windows may be translucent."""
+    """A desk of the table in an X server, or nested in a window that fills it. Without one, openbox; with `compositing`, windows may be
+    translucent there.
+    """
     KIND = "x11"
-    PROGRAMS = (SERVER, "openbox", "xdotool", "xrandr", "xprop", "hsetroot", "xsettingsd", "xcompmgr")
+    PROGRAMS = (SERVER, "xdotool", "xrandr", "xprop", "hsetroot", "openbox", "xsettingsd", "xcompmgr")
+    desk = dataclasses.replace(DESKS["openbox"], commands=DESKS["openbox"].commands[:2], blends=False)
 
     def __init__(self, home=None, accessible=False, compositing=False):
-        self.compositing = compositing
+        if compositing:
+            self.desk = DESKS["openbox"]
+        self.compositing = self.desk.blends
+        # Whether the desk has a picture and services of its own.
+        self.is_whole = self.desk.draws_desktop or self.desk.is_nested
+        self.plain = {"variables": {"GDK_BACKEND": "x11"}} if self.desk.is_nested else {}
         self.server = {}
         super().__init__(home, accessible)
+
+    def environment(self, **more):
+        return super().environment(LIBGL_ALWAYS_SOFTWARE="1", QT_LOGGING_RULES="*=false", **{**dict(self.desk.variables), **more})
 
     def start_display(self):
         configuration = self.folder / "server"
@@ -94,18 +106,118 @@ class XWorld(World):
         self.start_desk()
 
     def start_desk(self):
-        openbox = self.folder / "openbox.xml"
-        openbox.write_text(OPENBOX)
-        self.window_manager = self.start("openbox", "--config-file", openbox, "--sm-disable", stderr=subprocess.DEVNULL)
-        wait_until(lambda: b"window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "openbox")
+        self.parts = {}
+        self.told = self.folder / "told"
+        tell, config = self.folder / "tell", self.folder / "config"
+        tell.write_text(f"#!/bin/sh\nenv > '{self.told}.new'\nmv '{self.told}.new' '{self.told}'\nexec sleep 10000\n")
+        tell.chmod(0o755)
+        config.write_text(self.desk.config)
         self.settings = self.folder / "settings"
         self.settings.write_text(SETTINGS.format(scale=1, dpi=DPI))
-        self.settings_daemon = self.start("xsettingsd", "-c", self.settings, stderr=subprocess.DEVNULL)
-        self.draw_wallpaper()
-        if self.compositing:
-            # After the wallpaper, of whose change it may not hear while it starts.
-            self.compositing_manager = self.start("xcompmgr", stderr=subprocess.DEVNULL)
-            wait_until(self.is_composited, "xcompmgr")
+        if self.is_whole:
+            # Some programs start one of their own otherwise.
+            self.bus = SessionBus("/usr/share/dbus-1/services", self.environment())
+        self.words = [command.format(tell=tell, config=config, settings=self.settings).split() for command in self.desk.commands]
+        self.start_part(0)
+        if self.desk.is_nested:
+            self.display = wait_until(self.nested_display, self.desk.name, 60)
+        wait_until(self.manager_answers, self.desk.name, 60)
+        for number in range(1, len(self.words)):
+            self.start_part(number)
+        if self.desk.draws_desktop and not self.desk.is_nested:
+            try:
+                wait_until(self.has_desktop, "what draws the desktop", 20)
+            except AssertionError:
+                # Qt 6 has it hang at some of its starts.
+                self.end_part(number)
+                self.start_part(number)
+                wait_until(self.has_desktop, "what draws the desktop", 60)
+
+    def has_desktop(self):
+        """Whether a window of the desktop type is there; not all window managers list those of others."""
+        with self.connection() as display:
+            names = lambda atom: display.intern_atom(f"_NET_WM_WINDOW_TYPE{atom}")
+            with contextlib.suppress(Xlib.error.BadWindow):  # one that has just been closed
+                frames = display.screen().root.query_tree().children
+                windows = [*frames, *(window for frame in frames for window in frame.query_tree().children)]
+                kinds = (window.get_full_property(names(""), Xlib.X.AnyPropertyType) for window in windows)
+                return any(kind and names("_DESKTOP") in kind.value for kind in kinds)
+
+    def start_part(self, number):
+        words = self.words[number]
+        if number == 0 and words[0] == "kwin_wayland":
+            # A program that the kernel gives capabilities does not trust its environment; a copy has none.
+            words = [shutil.copy(shutil.which(words[0]), self.folder / words[0]), *words[1:]]
+        with open(self.folder / f"part{number}", "ab") as said:
+            self.parts[number] = self.start(*words, variables=self.server if number == 0 else {}, stdout=said, stderr=said)
+
+    def end_part(self, number):
+        self.parts[number].kill()
+        self.parts[number].wait()
+
+    def nested_display(self):
+        """The variables of programs in it, once they are known."""
+        assert self.parts[0].poll() is None, (self.folder / "part0").read_text(errors="replace")[-600:]
+        if self.told.exists():
+            variables = dict(re.findall(r"^(\w+)=(.*)$", self.told.read_text(), re.MULTILINE))
+            return {name: variables[name] for name in ("WAYLAND_DISPLAY", "DISPLAY", "XAUTHORITY") if name in variables}
+        said = (self.folder / "part0").read_text(errors="replace")
+        wayland, x11 = re.search(r"Wayland display name '(.*)'", said), re.search(r"public X11 display (:\d+)", said)
+        authority = sorted(self.runtime.glob(".mutter-Xwaylandauth*"))
+        return wayland and x11 and authority and {"WAYLAND_DISPLAY": wayland[1], "DISPLAY": x11[1], "XAUTHORITY": str(authority[0])}
+
+    def manager_answers(self):
+        return b"window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
+
+    def draw_wallpaper(self):
+        if not self.is_whole:
+            self.run("hsetroot", "-fill", self.wallpaper_file)
+
+    def await_wallpaper(self):
+        """Ours, or whatever the desk draws, once it has come to rest."""
+        if not self.is_whole:
+            wait_until(lambda: self.compositing == self.is_composited(), "the compositing manager")
+            return super().await_wallpaper()
+        self.rest()
+        seen = lambda: self.screenshot().crop(0, 0, WIDTH - 200, HEIGHT - 100)
+        if self.desk.is_nested and self.desk.draws_desktop:
+            wait_until(lambda: seen().difference(Picture.plain(WIDTH - 200, HEIGHT - 100, (0, 0, 0)), 4), "the desktop's picture", 60)
+
+        def still():
+            pictures = []
+
+            def is_still():
+                time.sleep(.5)
+                pictures.append(seen())
+                return len(pictures) > 6 and all(pictures[-1].difference(each) is None for each in pictures[-6:])
+            wait_until(is_still, "the desk to come to rest", 90)
+            return pictures[-1]
+        picture = still()
+        while self.desk.key:
+            before = picture
+            self.key(self.desk.key)
+            picture = still()
+            if picture.difference(before) is None:
+                break
+        return self.screenshot()
+
+    def switch_workspace(self, number):
+        if self.desk.workspace:
+            self.run(*self.desk.workspace.format(number + 1).split())
+        else:
+            self.ask_manager("_NET_NUMBER_OF_DESKTOPS", 2)
+            self.ask_manager("_NET_CURRENT_DESKTOP", number)
+
+    def resize(self, name, width, height):
+        if not self.desk.is_nested:
+            return self.set_mode(name, width, height)
+        with self.connection(self.server) as display:
+            window = max(display.screen().root.query_tree().children, key=lambda each: each.get_geometry().width)
+            window.configure(width=width, height=height)
+            display.sync()
+
+    def show_desktop(self, is_shown):
+        self.ask_manager("_NET_SHOWING_DESKTOP", int(is_shown))
 
     @contextlib.contextmanager
     def connection(self, display=None):
@@ -122,9 +234,6 @@ class XWorld(World):
     def is_composited(self):
         with self.connection() as display:
             return display.get_selection_owner(display.intern_atom("_NET_WM_CM_S0")) != Xlib.X.NONE
-
-    def draw_wallpaper(self):
-        self.run("hsetroot", "-fill", self.wallpaper_file)
 
     def outputs(self):
         """Their places are in pixels, whatever the scale."""
@@ -204,7 +313,7 @@ class XWorld(World):
         self.after_change()
         assert name in {each.name for each in self.outputs()}
 
-    def resize(self, name, width, height):
+    def set_mode(self, name, width, height):
         if f"{width}x{height} " not in self.run("xrandr", variables=self.server).decode():
             self.run("xrandr", "--newmode", f"{width}x{height}", *timings(width, height).split(), variables=self.server)
             self.run("xrandr", "--addmode", name, f"{width}x{height}", variables=self.server)
@@ -229,8 +338,8 @@ class XWorld(World):
         self.draw_wallpaper()
 
     def set_scale(self, output, scale):
-        """Of all outputs, a whole number: X11 knows no other."""
-        self.set_settings(scale, 1)
+        """Of all outputs; a whole number where the desk has no command for it: X11 knows no other."""
+        self.run(*self.desk.set_scale.format(scale).split()) if self.desk.set_scale else self.set_settings(scale, 1)
 
     def set_text_size(self, times):
         """Of all programs, as a multiple of the usual one."""
@@ -238,7 +347,7 @@ class XWorld(World):
 
     def set_settings(self, scale, text_size):
         self.settings.write_text(SETTINGS.format(scale=scale, dpi=int(DPI * text_size)))
-        self.settings_daemon.send_signal(signal.SIGHUP)
+        self.parts[1].send_signal(signal.SIGHUP)
 
 
 class XHands:
