@@ -89,11 +89,6 @@ TileController::TileController(Instance instance, const std::string& renderingMo
         made_ = stored_->made;
         reload_ = stored_->reload;
     }
-    updateHighlight();
-}
-
-void TileController::updateHighlight() {
-    window_.setHighlight(context_.settings.look().accent, context_.settings.look().scheme);
 }
 
 void TileController::put(const Output& output, const Rect& frame) {
@@ -158,7 +153,6 @@ void TileController::updated(TileUpdate update) {
 }
 
 void TileController::restyle() {
-    updateHighlight();
     paintSoon();
 }
 

@@ -111,7 +111,6 @@ class TileController {
     Badges badges() const;
     TileStyle style(Redaction redaction) const;
     std::string name() const;
-    void updateHighlight();
     void waitedLong() { updated(TileUpdate::status); }
     const Tile* tile() const { return context_.host.session().tile(instance_.id); }
 

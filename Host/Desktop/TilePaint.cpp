@@ -4,16 +4,11 @@
 #include "Host/Layout/Measures.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace host {
 namespace {
-
-constexpr double shadowDrop = 3;
-/// The shadow is laid in this many sheets, each a little larger and fainter.
-constexpr int shadowSheets = 7;
-constexpr double sheetStep = 2;
-constexpr double sheetAlpha = 0.06;
 
 /// Rows lie close above each other.
 constexpr double markOutsetAcross = 6;
@@ -45,29 +40,71 @@ Rect onPixels(cairo_t* cairo, const RenderedTile& rendered, Rect frame) {
     return frame;
 }
 
-Rgba groundOf(ColorScheme scheme) {
-    return scheme == ColorScheme::light ? Rgba{0.965, 0.965, 0.973, 1} : Rgba{0.149, 0.149, 0.165, 1};
+using PatternHandle = std::unique_ptr<cairo_pattern_t, Releaser<cairo_pattern_destroy>>;
+
+/// The share of a shadow's colour from its outer to its inner end, in equal steps: near enough to a Gaussian blur.
+constexpr std::array<double, 7> shadowProfile{0, 0.02, 0.12, 0.5, 0.88, 0.98, 1};
+
+void addProfile(cairo_pattern_t* pattern, double inner, double outer, const Rgba& color) {
+    constexpr double steps = shadowProfile.size() - 1;
+    for (std::size_t i = 0; i < shadowProfile.size(); ++i) {
+        const double offset = outer + (inner - outer) * static_cast<double>(i) / steps;
+        cairo_pattern_add_color_stop_rgba(pattern, offset, color.red, color.green, color.blue,
+                                          color.alpha * shadowProfile.at(i));
+    }
+}
+
+/// The outline of a blurred rectangle in eight pieces: a gradient for each edge and each corner. What lies further in
+/// than `depth` is left out.
+void paintShadow(cairo_t* cairo, const Rect& frame, double reach, double depth, const Rgba& color) {
+    const std::array<double, 4> columns{frame.x - reach, frame.x + depth, frame.right() - depth, frame.right() + reach};
+    const std::array<double, 4> rows{frame.y - reach, frame.y + depth, frame.bottom() - depth, frame.bottom() + reach};
+    const double extent = depth + reach;
+    const double inner = (depth - reach) / extent;
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            if (row == 1 && column == 1) {
+                continue;
+            }
+            // From where the gradient runs outwards.
+            const double x = columns.at(column == 0 ? 1 : 2);
+            const double y = rows.at(row == 0 ? 1 : 2);
+            const double toX = column == 1 ? x : columns.at(column == 0 ? 0 : 3);
+            const double toY = row == 1 ? y : rows.at(row == 0 ? 0 : 3);
+            const PatternHandle gradient(row == 1 || column == 1 ? cairo_pattern_create_linear(x, y, toX, toY)
+                                                                 : cairo_pattern_create_radial(x, y, 0, x, y, extent));
+            addProfile(gradient.get(), inner, 1, color);
+            cairo_set_source(cairo, gradient.get());
+            cairo_rectangle(cairo, columns.at(column), rows.at(row), columns.at(column + 1) - columns.at(column),
+                            rows.at(row + 1) - rows.at(row));
+            cairo_fill(cairo);
+        }
+    }
 }
 
 /// Outside the tile only: nothing of it is to darken what shines through.
-void paintShadow(cairo_t* cairo, const Rect& frame, double radius) {
+void paintShadows(cairo_t* cairo, const Rect& frame, double unit, const Palette& palette) {
     cairo_save(cairo);
     const Rect all = outsetBy(frame, shadowMargin);
     cairo_rectangle(cairo, all.x, all.y, all.width, all.height);
-    addRoundedRect(cairo, frame, radius);
+    addRoundedRect(cairo, frame, cornerRadius * unit);
     cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_EVEN_ODD);
     cairo_clip(cairo);
-    cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
-    for (int sheet = 0; sheet < shadowSheets; ++sheet) {
-        const double outset = sheet * sheetStep;
-        Rect rect = outsetBy(frame, outset);
-        rect.y += shadowDrop;
-        addRoundedRect(cairo, rect, radius + outset);
-        const double rest = 1 - static_cast<double>(sheet) / shadowSheets;
-        setSource(cairo, {0, 0, 0, sheetAlpha * rest * rest});
-        cairo_fill(cairo);
+    // Pieces meet on one pixel's edge.
+    cairo_set_antialias(cairo, CAIRO_ANTIALIAS_NONE);
+    for (const Palette::Shadow& shadow : palette.shadows()) {
+        const Rect rect{frame.x, frame.y + shadow.drop, frame.width, frame.height};
+        paintShadow(cairo, rect, shadow.reach, std::max(cornerRadius * unit, shadow.reach), shadow.color);
     }
     cairo_restore(cairo);
+}
+
+Rect outlineOf(const Mark& mark) {
+    return mark.cornerRadius > 0 ? mark.frame : outsetBy(mark.frame, markOutsetAcross, markOutsetDown);
+}
+
+double radiusOf(const Mark& mark) {
+    return mark.cornerRadius > 0 ? mark.cornerRadius : markRadius;
 }
 
 } // namespace
@@ -78,12 +115,16 @@ void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, 
     }
     const Rect place = onPixels(cairo, rendered, frame);
     const double unit = place.width * rendered.scale / rendered.width;
+    const Palette palette(rendered.appearance);
     if (backdrop == Backdrop::opaque) {
-        setSource(cairo, groundOf(rendered.appearance.scheme));
+        // Under the corners' pixels, too.
+        Rgba ground = palette.tile();
+        ground.alpha = 1;
+        setSource(cairo, ground);
         cairo_rectangle(cairo, place.x, place.y, place.width, place.height);
         cairo_fill(cairo);
     } else if (alpha == 1) {
-        paintShadow(cairo, place, cornerRadius * unit);
+        paintShadows(cairo, place, unit, palette);
     }
     // Cairo only reads what it is given as a source.
     auto* pixels = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(rendered.pixels.data()));
@@ -97,17 +138,16 @@ void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, 
     cairo_restore(cairo);
 }
 
-void paintHover(cairo_t* cairo, const Rect& frame, ColorScheme scheme) {
-    const double gray = scheme == ColorScheme::light ? 0 : 1;
-    setSource(cairo, {gray, gray, gray, 0.07});
-    addRoundedRect(cairo, outsetBy(frame, markOutsetAcross, markOutsetDown), markRadius);
+void fillMark(cairo_t* cairo, const Mark& mark, const Rgba& color) {
+    setSource(cairo, color);
+    addRoundedRect(cairo, outlineOf(mark), radiusOf(mark));
     cairo_fill(cairo);
 }
 
-void paintFocus(cairo_t* cairo, const Rect& frame, const Rgba& accent) {
-    setSource(cairo, accent);
+void strokeMark(cairo_t* cairo, const Mark& mark, const Rgba& color) {
+    setSource(cairo, color);
     cairo_set_line_width(cairo, focusWidth);
-    addRoundedRect(cairo, outsetBy(frame, markOutsetAcross - focusWidth / 2, markOutsetDown), markRadius);
+    addRoundedRect(cairo, outsetBy(outlineOf(mark), -focusWidth / 2), radiusOf(mark) - focusWidth / 2);
     cairo_stroke(cairo);
 }
 

@@ -1,6 +1,5 @@
 #include "Host/Desktop/TileWindow.h"
 
-#include "Host/Desktop/TilePaint.h"
 #include "Host/Layout/Measures.h"
 
 #include <algorithm>
@@ -118,11 +117,6 @@ void TileWindow::setDimmed(bool isDimmed) {
     gtk_widget_queue_draw(widget());
 }
 
-void TileWindow::setHighlight(const Rgba& accent, ColorScheme scheme) {
-    accent_ = accent;
-    scheme_ = scheme;
-}
-
 /// Parts have no place before the tile has, and a button that is down must see its release.
 void TileWindow::applyParts() {
     if (nextParts_ && frame_.width > 0 && gtk_gesture_is_active(drag_.get()) == FALSE) {
@@ -174,11 +168,16 @@ void TileWindow::onScaleChanged(GParamSpec* /*property*/) const {
 void TileWindow::draw(cairo_t* cairo) {
     paintTile(cairo, rendered_, {outset_, outset_, frame_.width, frame_.height},
               window_.isBlended() ? Backdrop::transparent : Backdrop::opaque, isDimmed_ ? .35 : 1);
-    if (const auto hovered = hoveredPart(); hovered && !isDragged_ && !isWhole(*hovered)) {
-        paintHover(cairo, inWindow(parts_[*hovered].item.frame), scheme_);
+    const Palette palette(rendered_.appearance);
+    GtkWindow* const window = GTK_WINDOW(widget());
+    if (const auto pressed = partWith(GTK_STATE_FLAG_ACTIVE); pressed && !isDragged_) {
+        fillMark(cairo, markOf(*pressed), palette.highlight(Palette::Highlight::pressed));
+    } else if (const auto hovered = partWith(GTK_STATE_FLAG_PRELIGHT); hovered && !isDragged_ && !isWhole(*hovered)) {
+        fillMark(cairo, markOf(*hovered), palette.highlight(Palette::Highlight::hovered));
     }
-    if (const auto focused = focusedPart(); focused && gtk_window_has_toplevel_focus(GTK_WINDOW(widget())) != FALSE) {
-        paintFocus(cairo, inWindow(parts_[*focused].item.frame), accent_);
+    if (const auto focused = focusedPart();
+        focused && gtk_window_has_toplevel_focus(window) != FALSE && gtk_window_get_focus_visible(window) != FALSE) {
+        strokeMark(cairo, markOf(*focused), palette.focusRing());
     }
     if (!std::exchange(isDrawn_, true)) {
         handlers_.firstDrawn();
@@ -194,6 +193,7 @@ gboolean TileWindow::pressed(GdkEvent* event) {
 }
 
 void TileWindow::dragBegun(double /*x*/, double /*y*/) {
+    gtk_window_set_focus_visible(GTK_WINDOW(widget()), FALSE);
     window_.takeKeyboard(gtk_get_current_event_time());
 }
 
@@ -224,6 +224,7 @@ void TileWindow::dragCancelled(GdkEventSequence* /*sequence*/) {
 gboolean TileWindow::keyPressed(GdkEvent* event) {
     guint key = 0;
     GdkModifierType modifiers{};
+    gtk_window_set_focus_visible(GTK_WINDOW(widget()), TRUE);
     gdk_event_get_keyval(event, &key);
     gdk_event_get_state(event, &modifiers);
     switch (key) {
@@ -272,11 +273,15 @@ std::optional<std::size_t> TileWindow::focusedPart() const {
     return partOf(gtk_window_get_focus(GTK_WINDOW(widget())));
 }
 
-std::optional<std::size_t> TileWindow::hoveredPart() const {
-    const auto found = std::find_if(widgets_.begin(), widgets_.end(), [](GtkWidget* each) {
-        return GTK_IS_BUTTON(each) != FALSE && (gtk_widget_get_state_flags(each) & GTK_STATE_FLAG_PRELIGHT) != 0;
+std::optional<std::size_t> TileWindow::partWith(GtkStateFlags state) const {
+    const auto found = std::find_if(widgets_.begin(), widgets_.end(), [state](GtkWidget* each) {
+        return GTK_IS_BUTTON(each) != FALSE && (gtk_widget_get_state_flags(each) & state) != 0;
     });
     return found == widgets_.end() ? std::nullopt : partOf(*found);
+}
+
+Mark TileWindow::markOf(std::size_t part) const {
+    return {.frame = inWindow(parts_[part].item.frame), .cornerRadius = isWhole(part) ? cornerRadius * unit() : 0};
 }
 
 std::optional<std::string> TileWindow::urlOf(std::optional<std::size_t> part) const {

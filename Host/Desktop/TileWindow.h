@@ -6,6 +6,7 @@
 #pragma once
 
 #include "Host/Desktop/DesktopWindow.h"
+#include "Host/Desktop/TilePaint.h"
 #include "Host/Drawing/RenderedTile.h"
 
 #include <cairo.h>
@@ -69,8 +70,6 @@ class TileWindow {
     const RenderedTile& rendered() const { return rendered_; }
 
     void setDimmed(bool isDimmed);
-    /// The colours of the focus and of what is under the pointer.
-    void setHighlight(const Rgba& accent, ColorScheme scheme);
 
     GtkWidget* widget() const { return window_.widget(); }
     /// Whether it has been on the screen.
@@ -98,7 +97,8 @@ class TileWindow {
     bool isWhole(std::size_t part) const;
     std::optional<std::size_t> partOf(const GtkWidget* widget) const;
     std::optional<std::size_t> focusedPart() const;
-    std::optional<std::size_t> hoveredPart() const;
+    std::optional<std::size_t> partWith(GtkStateFlags state) const;
+    Mark markOf(std::size_t part) const;
     std::optional<std::string> urlOf(std::optional<std::size_t> part) const;
 
     Handlers handlers_;
@@ -113,8 +113,6 @@ class TileWindow {
     Rect frame_;
     /// The shadow's width on each side.
     double outset_ = 0;
-    Rgba accent_;
-    ColorScheme scheme_ = ColorScheme::light;
     bool isDrawn_ = false;
     bool isDimmed_ = false;
     ObjectHandle<GtkGesture> drag_;

@@ -9,6 +9,9 @@ enum class ColorScheme { light, dark };
 /// Tinted: grays, with the accent group in one tint. Vibrant: stronger text and muted colours, for a background that
 /// shows through. What exactly becomes of each colour is said in Palette.h.
 enum class DrawingMode { fullColor, tinted, vibrant };
+/// Whether the compositor blurs what shows through the tile. Files of pictures have no compositor, so they are made for
+/// a sharp one.
+enum class Wallpaper { sharp, blurred };
 /// High: for those who see little. The tile is opaque, and everything on it stands out from it.
 enum class Contrast { normal, high };
 /// Placeholder: texts, images and symbols as round blocks where they would stand, shapes softened, dividers as ever;
@@ -27,6 +30,7 @@ struct Rgba {
 struct Appearance {
     ColorScheme scheme = ColorScheme::light;
     DrawingMode mode = DrawingMode::fullColor;
+    Wallpaper wallpaper = Wallpaper::sharp;
     Redaction redaction = Redaction::none;
     Contrast contrast = Contrast::normal;
     /// The desktop's accent colour, for the tinted mode; left out, the palette's blue. Its alpha counts as 1.

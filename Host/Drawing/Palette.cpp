@@ -35,13 +35,13 @@ static_assert(namedColors.size() == platform::styleNames<platform::Color>.size()
 
 constexpr std::array<Pair, 3> levels{{
     {hex(0x000000, 0.88), hex(0xFFFFFF, 0.92)}, // primary
-    {hex(0x000000, 0.60), hex(0xFFFFFF, 0.62)}, // secondary
-    {hex(0x000000, 0.46), hex(0xFFFFFF, 0.46)}, // tertiary
+    {hex(0x000000, 0.64), hex(0xFFFFFF, 0.66)}, // secondary
+    {hex(0x000000, 0.56), hex(0xFFFFFF, 0.52)}, // tertiary
 }};
 constexpr std::array<Pair, 3> vibrantLevels{{
     {hex(0x000000, 0.98), hex(0xFFFFFF, 1.00)},
-    {hex(0x000000, 0.72), hex(0xFFFFFF, 0.74)},
-    {hex(0x000000, 0.58), hex(0xFFFFFF, 0.58)},
+    {hex(0x000000, 0.76), hex(0xFFFFFF, 0.78)},
+    {hex(0x000000, 0.65), hex(0xFFFFFF, 0.64)},
 }};
 
 constexpr std::array<Pair, 3> highLevels{{
@@ -51,11 +51,25 @@ constexpr std::array<Pair, 3> highLevels{{
 }};
 
 constexpr Pair dividers{hex(0x000000, 0.10), hex(0xFFFFFF, 0.10)};
-constexpr Pair tileBackgrounds{hex(0xF6F6F8, 0.86), hex(0x26262A, 0.86)};
-constexpr Pair badgeGrounds{hex(0xFCFCFD), hex(0x48484D)};
-constexpr Pair tertiaryFills{hex(0x000000, 0.04), hex(0xFFFFFF, 0.05)};
-constexpr Pair tileEdges{hex(0x000000, 0.08), hex(0xFFFFFF, 0.12)};
+constexpr Pair tiles{hex(0xFCFCFD), hex(0x202023)};
+constexpr double sharpAlpha = 0.98;
+constexpr double sharpVibrantAlpha = 0.92;
+constexpr double blurredAlpha = 0.86;
+constexpr Pair badgeGrounds{hex(0xF1F1F4), hex(0x48484D)};
+constexpr Pair tileEdges{hex(0x000000, 0.10), hex(0xFFFFFF, 0.14)};
 constexpr double edgeThickness = 0.5;
+
+constexpr Pair wideShadows{hex(0x000000, 0.22), hex(0x000000, 0.36)};
+constexpr Pair tightShadows{hex(0x000000, 0.20), hex(0x000000, 0.34)};
+constexpr double wideDrop = 4;
+constexpr double wideReach = 16;
+constexpr double tightDrop = 1;
+constexpr double tightReach = 2.5;
+
+constexpr Pair hovers{hex(0x000000, 0.06), hex(0xFFFFFF, 0.08)};
+constexpr Pair presses{hex(0x000000, 0.13), hex(0xFFFFFF, 0.16)};
+constexpr Pair highHovers{hex(0x000000, 0.12), hex(0xFFFFFF, 0.18)};
+constexpr Pair highPresses{hex(0x000000, 0.24), hex(0xFFFFFF, 0.32)};
 
 constexpr Pair highTiles{hex(0xFFFFFF), hex(0x161618)};
 constexpr Pair highLines{hex(0x000000, 0.55), hex(0xFFFFFF, 0.55)};
@@ -179,8 +193,14 @@ Rgba Palette::divider() const {
 }
 
 Rgba Palette::tile() const {
-    return isHigh() ? highTiles.of(appearance_.scheme)
-                    : over(tertiaryFills.of(appearance_.scheme), tileBackgrounds.of(appearance_.scheme));
+    if (isHigh()) {
+        return highTiles.of(appearance_.scheme);
+    }
+    Rgba tile = tiles.of(appearance_.scheme);
+    tile.alpha = appearance_.wallpaper == Wallpaper::blurred ? blurredAlpha
+                 : appearance_.mode == DrawingMode::vibrant  ? sharpVibrantAlpha
+                                                             : sharpAlpha;
+    return tile;
 }
 
 Rgba Palette::badge() const {
@@ -190,6 +210,21 @@ Rgba Palette::badge() const {
 Palette::Edge Palette::tileEdge() const {
     return isHigh() ? Edge{highEdgeThickness, highLines.of(appearance_.scheme)}
                     : Edge{edgeThickness, tileEdges.of(appearance_.scheme)};
+}
+
+std::array<Palette::Shadow, 2> Palette::shadows() const {
+    return {{{wideDrop, wideReach, wideShadows.of(appearance_.scheme)},
+             {tightDrop, tightReach, tightShadows.of(appearance_.scheme)}}};
+}
+
+Rgba Palette::highlight(Highlight highlight) const {
+    const bool isHovered = highlight == Highlight::hovered;
+    const Pair& pair = isHigh() ? (isHovered ? highHovers : highPresses) : (isHovered ? hovers : presses);
+    return pair.of(appearance_.scheme);
+}
+
+Rgba Palette::focusRing() const {
+    return standingOut(tint(), shapeContrast);
 }
 
 Rgba Palette::redacted(Rgba color) {

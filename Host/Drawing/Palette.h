@@ -11,6 +11,10 @@
 // Vibrant: for a background that shows through. Levels are stronger by a tenth and more, and named colours are half way
 // to their gray.
 //
+// The tile covers the wallpaper almost wholly, so that no line of it runs through letters and a light tile stays white
+// on a dark one; less where the compositor blurs what shows through, and in the vibrant mode. The levels have a
+// contrast of 4.5:1 and more on it wherever it lies, except blurred ones on the opposite of the tile's own shade.
+//
 // High contrast, in any of these modes: the tile is opaque, white or nearly black. Levels are at full strength or
 // little less. Named colours and the tint are darkened on light and lightened on dark where they are too close to what
 // they stand on: texts and symbols to 4.5:1 on the tile, circles to 3:1; what texts stand on is darkened until white
@@ -21,6 +25,8 @@
 
 #include "Host/Drawing/Appearance.h"
 #include "Platform/Views/Style.h"
+
+#include <array>
 
 namespace host {
 
@@ -39,7 +45,7 @@ class Palette {
     Rgba ground(platform::Color color, Group group) const;
     Rgba divider() const;
 
-    /// The tile's background: the tertiary fill over the tile's own, in one.
+    /// The tile's background.
     Rgba tile() const;
 
     /// What a badge on a tile stands on; opaque.
@@ -47,11 +53,27 @@ class Palette {
 
     /// The line along the tile's inner edge.
     struct Edge {
-        /// In points.
+        /// In points; at least a device pixel is drawn.
         double thickness = 0;
         Rgba color;
     };
     Edge tileEdge() const;
+
+    /// A layer of the tile's shadow: that of the tile's outline, moved down by `drop`, and fading away over `reach` on
+    /// both sides of it. In points.
+    struct Shadow {
+        double drop = 0;
+        double reach = 0;
+        Rgba color;
+    };
+    /// The wide soft one and the tight one that lies over it.
+    std::array<Shadow, 2> shadows() const;
+
+    /// What a row is covered with while the pointer is on it or presses it.
+    enum class Highlight { hovered, pressed };
+    Rgba highlight(Highlight highlight) const;
+    /// The ring around what has the keyboard.
+    Rgba focusRing() const;
 
     /// Whether pictures and coloured glyphs are drawn in grays.
     bool isGray() const { return appearance_.mode == DrawingMode::tinted; }

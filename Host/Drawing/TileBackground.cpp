@@ -7,21 +7,6 @@
 #include <cmath>
 
 namespace host {
-namespace {
-
-struct Edge {
-    double width;
-    Rgba color;
-};
-
-Edge edgeOf(const PixelGrid& grid, const Palette& palette) {
-    const Palette::Edge asked = palette.tileEdge();
-    Edge edge{grid.thickness(asked.thickness), asked.color};
-    edge.color.alpha *= std::min(1.0, asked.thickness * grid.scale() / edge.width);
-    return edge;
-}
-
-} // namespace
 
 TileBackground::TileBackground(Size size, const PixelGrid& grid)
     : grid_(grid), bounds_(grid.rect({0, 0, size.width, size.height})), radius_(cornerRadius * grid.scale()) {}
@@ -31,11 +16,12 @@ void TileBackground::paint(cairo_t* cairo, const Palette& palette, const Rgba& b
     addRoundedRect(cairo, bounds_, radius_);
     cairo_fill(cairo);
 
-    const Edge edge = edgeOf(grid_, palette);
+    const Palette::Edge edge = palette.tileEdge();
+    const double width = grid_.thickness(edge.thickness);
+    const double inset = width / 2;
     setSource(cairo, edge.color);
-    const double inset = edge.width / 2;
-    addRoundedRect(cairo, {inset, inset, bounds_.width - edge.width, bounds_.height - edge.width}, radius_ - inset);
-    cairo_set_line_width(cairo, edge.width);
+    addRoundedRect(cairo, {inset, inset, bounds_.width - width, bounds_.height - width}, radius_ - inset);
+    cairo_set_line_width(cairo, width);
     cairo_stroke(cairo);
 }
 

@@ -1,6 +1,6 @@
 // What a widget stands on: a rectangle with round corners, filled, with a line along its inner edge.
 //
-// The line is as wide as the palette says; if that is less than a pixel it is a pixel wide, and as much fainter.
+// The line is as wide as the palette says, and at least a pixel.
 #pragma once
 
 #include "Host/Drawing/Palette.h"

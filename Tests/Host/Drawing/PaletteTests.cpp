@@ -44,6 +44,20 @@ std::vector<Appearance> highContrastAppearances() {
     return all;
 }
 
+std::vector<Appearance> appearances() {
+    std::vector<Appearance> all;
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        for (const DrawingMode mode : {DrawingMode::fullColor, DrawingMode::tinted, DrawingMode::vibrant}) {
+            for (const Wallpaper wallpaper : {Wallpaper::sharp, Wallpaper::blurred}) {
+                for (const Contrast contrast : {Contrast::normal, Contrast::high}) {
+                    all.push_back({.scheme = scheme, .mode = mode, .wallpaper = wallpaper, .contrast = contrast});
+                }
+            }
+        }
+    }
+    return all;
+}
+
 TEST(Palette, EverythingStandsOutInHighContrast) {
     constexpr double forTexts = 4.499;
     constexpr double forShapes = 2.999;
@@ -66,16 +80,39 @@ TEST(Palette, EverythingStandsOutInHighContrast) {
     }
 }
 
-TEST(Palette, TextsAreReadableWithoutHighContrastToo) {
-    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        for (const DrawingMode mode : {DrawingMode::fullColor, DrawingMode::vibrant}) {
-            const Palette palette({.scheme = scheme, .mode = mode});
-            // The tile lies on a desktop that may be as dark or as light as its own background.
-            const Rgba tile = onto(palette.tile(), scheme == ColorScheme::light ? Rgba{1, 1, 1} : Rgba{0, 0, 0});
-            const std::array least{12.0, 4.5, 2.9};
-            for (std::size_t i = 0; i < levels.size(); ++i) {
-                EXPECT_GE(contrast(onto(palette.foreground(levels.at(i), Group::plain), tile), tile), least.at(i));
+TEST(Palette, TextsAreReadableOnEveryWallpaper) {
+    constexpr std::array wallpapers{Rgba{0, 0, 0}, Rgba{1, 1, 1}};
+    for (const Appearance& appearance : appearances()) {
+        const Palette palette(appearance);
+        const bool isBlurred = appearance.wallpaper == Wallpaper::blurred;
+        const std::array least{isBlurred ? 9.0 : 12.0, 5.0, isBlurred ? 4.0 : 4.5};
+        // A letter on one pixel, the tile on the next: no other wallpaper is worse than black and white side by side.
+        for (const Rgba& one : wallpapers) {
+            for (const Rgba& other : wallpapers) {
+                if (isBlurred && !(one == other)) {
+                    continue;
+                }
+                for (std::size_t i = 0; i < levels.size(); ++i) {
+                    const Rgba text = palette.foreground(levels.at(i), Group::plain);
+                    EXPECT_GE(contrast(onto(text, onto(palette.tile(), one)), onto(palette.tile(), other)), least.at(i))
+                        << static_cast<int>(appearance.mode) << static_cast<int>(appearance.scheme) << i << one.red
+                        << other.red;
+                }
             }
+        }
+    }
+}
+
+TEST(Palette, TilesKeepTheirShadeOnTheOpposite) {
+    EXPECT_GT(onto(Palette({}).tile(), {0, 0, 0}).red, 0.95);
+    EXPECT_LT(onto(Palette({.scheme = ColorScheme::dark}).tile(), {1, 1, 1}).red, 0.16);
+}
+
+TEST(Palette, TheFocusRingStandsOutWhateverTheAccent) {
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        for (const Rgba& accent : {Rgba{1, 0.95, 0.6}, Rgba{0.1, 0, 0.3}, Rgba{0, 0.5, 1}}) {
+            const Palette palette({.scheme = scheme, .accent = accent});
+            EXPECT_GE(contrast(palette.focusRing(), onto(palette.tile(), {0.5, 0.5, 0.5})), 2.9);
         }
     }
 }
