@@ -3,7 +3,8 @@
 // takes that folder for the user's home.
 
 #include "Benchmarks/Rounds.h"
-#include "Host/Connection/ExtensionConnection.h"
+#include "Host/Commands/PendingResponse.h"
+#include "Host/Connection/Messages.h"
 
 namespace {
 
@@ -12,9 +13,9 @@ using Home = std::optional<std::filesystem::path>;
 double secondsToAnswer(const host::Manifest& manifest, const std::string& request, const Home& home,
                        host::Confined confined) {
     const auto start = std::chrono::steady_clock::now();
-    auto connection = host::ExtensionConnection::open(manifest, home, confined);
-    const auto answer = connection ? connection->call("timeline", request)
-                                   : platform::Unexpected{host::ConnectionError(connection.error())};
+    const auto extension = host::ExtensionClient::start(manifest, home, confined);
+    const auto answer = extension ? host::PendingResponse(**extension, "timeline", request, host::readTimeline).wait()
+                                  : platform::Outcome<host::Timeline>(platform::Unexpected{extension.error()});
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
     if (!answer) {
         std::fprintf(stderr, "%s\n", answer.error().message.c_str());
@@ -32,7 +33,7 @@ int main(int argc, char** argv) {
     }
     const auto manifest = host::manifestFor(argv[2]);
     if (!manifest) {
-        std::fprintf(stderr, "%s\n", manifest.error().c_str());
+        std::fprintf(stderr, "%s\n", manifest.error().message.c_str());
         return 1;
     }
     const std::string request =

@@ -34,11 +34,10 @@ void reload(const host::Manifest& manifest, const std::filesystem::path& home, h
     host::Session session({.findManifest = [&](const std::string& /*identifier*/) { return manifest; },
                            .startExtension =
                                [&](const host::Manifest& found) {
-                                   return host::ExtensionChannel::open(found, home, host::Confined::yes);
+                                   return host::ExtensionClient::start(found, home, host::Confined::yes);
                                },
                            .clock = platform::SystemClock::shared(),
                            .observer = lists,
-                           .timeouts = {},
                            .home = home,
                            .warn = nullptr});
     std::vector<host::Instance> instances;
@@ -49,16 +48,11 @@ void reload(const host::Manifest& manifest, const std::filesystem::path& home, h
                              .family = "large"});
     }
     session.setTiles(instances);
-    session.step({});
     while (lists.count() < instances.size()) {
-        auto descriptors = session.awaited();
-        if (poll(descriptors.data(), descriptors.size(), 10'000) <= 0) {
-            benchmarks::fail("no answer");
-        }
-        session.step(descriptors);
+        g_main_context_iteration(nullptr, TRUE);
         for (const auto& [id, tile] : session.tiles()) {
             if (tile.history().lastFailure) {
-                std::fprintf(stderr, "%s\n", tile.history().lastFailure->why.reason.c_str());
+                std::fprintf(stderr, "%s\n", tile.history().lastFailure->message.c_str());
                 std::exit(1);
             }
         }
@@ -74,7 +68,7 @@ int main(int argc, char** argv) {
     }
     const auto manifest = host::manifestFor(argv[2]);
     if (!manifest) {
-        std::fprintf(stderr, "%s\n", manifest.error().c_str());
+        std::fprintf(stderr, "%s\n", manifest.error().message.c_str());
         return 1;
     }
     // Made in the worker, like the fonts that it reads in a thread.

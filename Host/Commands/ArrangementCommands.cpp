@@ -78,18 +78,18 @@ std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest
     if (const auto code = callRunningHost(addWords(instance, request.family, extensions))) {
         return alreadyReported(*code);
     }
-    auto connection = openExtensionFor(request.kind, *manifests, choice);
-    if (!connection) {
-        return connection.error();
+    const auto extension = openExtensionFor(request.kind, *manifests, choice);
+    if (!extension) {
+        return extension.error();
     }
-    const auto widgets = receive(*connection, connection->send("describe", "{}"), readDescription);
+    const auto widgets = PendingResponse(**extension, "describe", "{}", readDescription).wait();
     if (!widgets) {
         return widgets.error();
     }
-    instance.extension = connection->manifest().identifier;
+    instance.extension = (*extension)->manifest().identifier;
     auto declared = declaredInstance(std::move(instance), request.family, *widgets);
     if (!declared) {
-        return usageFailure(declared.error());
+        return declared.error();
     }
     const auto arrangement = applyChange(Addition{*std::move(declared)});
     if (!arrangement) {
@@ -107,21 +107,21 @@ std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edi
     if (!instance) {
         return instance.error();
     }
-    auto connection = openExtensionNamed(instance->extension, choice);
-    if (!connection) {
-        return connection.error();
+    const auto extension = openExtensionNamed(instance->extension, choice);
+    if (!extension) {
+        return extension.error();
     }
     // An id is not given twice: whatever happens meanwhile, it is of this kind or gone.
-    const auto widgets = receive(*connection, connection->send("describe", "{}"), readDescription);
+    const auto widgets = PendingResponse(**extension, "describe", "{}", readDescription).wait();
     if (!widgets) {
         return widgets.error();
     }
     const auto widget = declaredWidget(*widgets, instance->kind);
     if (!widget) {
-        return usageFailure(widget.error());
+        return widget.error();
     }
     if (const auto wrong = checkSettings(*widget, edit.settings)) {
-        return usageFailure(*wrong);
+        return *wrong;
     }
     return changeArrangement(edit);
 }

@@ -28,9 +28,13 @@ std::string forPeople(const WidgetInfo& widget) {
 
 std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format) {
     std::string text;
-    auto failure = useExtensions(choice, [&](const DescribedExtension& each) {
+    auto failure = useExtensions(choice, [&](DescribedExtension& each) -> Outcome<bool> {
         if (format == TextFormat::json) {
-            text += *readResult(each.answer) + '\n';
+            const auto json = PendingResponse(*each.client, "describe", "{}", readText).wait();
+            if (!json) {
+                return platform::Unexpected{json.error()};
+            }
+            text += *json + '\n';
         } else {
             for (const WidgetInfo& widget : each.widgets) {
                 text += forPeople(widget);
@@ -42,9 +46,9 @@ std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format
 }
 
 std::optional<Failure> listOptions(const ExtensionChoice& choice, const OptionsRequest& request, TextFormat format) {
-    auto connection = openExtensionFor(request.kind, choice);
-    if (!connection) {
-        return connection.error();
+    const auto extension = openExtensionFor(request.kind, choice);
+    if (!extension) {
+        return extension.error();
     }
     std::string params;
     platform::JsonWriter out(params);
@@ -53,12 +57,11 @@ std::optional<Failure> listOptions(const ExtensionChoice& choice, const OptionsR
         out.member("matching", *request.matching);
     }
     out.endObject();
-    const std::int64_t id = connection->send("options", params);
     if (format == TextFormat::json) {
-        const auto result = receive(*connection, id, readResult);
+        const auto result = PendingResponse(**extension, "options", params, readText).wait();
         return result ? writeOutput(*result + '\n', std::nullopt) : std::optional(result.error());
     }
-    const auto options = receive(*connection, id, readOptions);
+    const auto options = PendingResponse(**extension, "options", params, readOptions).wait();
     if (!options) {
         return options.error();
     }

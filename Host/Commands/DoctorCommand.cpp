@@ -39,8 +39,8 @@ std::vector<Manifest> validManifests(const ExtensionChoice& choice, Findings& fi
         if (manifest) {
             manifests.push_back(*std::move(manifest));
         } else {
-            findings.push_back(
-                Finding::problem("extension", manifest.error(), "install the extension anew, or remove the manifest"));
+            findings.push_back(Finding::problem("extension", manifest.error().message,
+                                                "install the extension anew, or remove the manifest"));
         }
     }
     return manifests;
@@ -105,7 +105,7 @@ std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) 
     PendingCheck arrangement("arrangement", checkArrangement);
 
     auto extensions =
-        checkExtensions(manifests, {.home = choice.home, .confined = choice.confined, .patience = checkTimeout});
+        checkExtensions(manifests, {.home = choice.home, .confined = choice.confined, .timeout = checkTimeout});
     PendingCheck links("links", [schemes = std::move(extensions.schemes)] { return checkSchemes(schemes); });
     append(findings, std::move(extensions.findings));
     append(findings, {checkLandlock(landlockVersion())});

@@ -1,15 +1,16 @@
 #include "Host/Commands/ExtensionCheck.h"
 
 #include "Host/Commands/LinkSchemes.h"
-#include "Host/Connection/ExtensionChannel.h"
-#include "Host/Connection/ExtensionConnection.h"
+#include "Host/Connection/ExtensionClient.h"
 #include "Host/Connection/Messages.h"
 #include "Host/Connection/Requests.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <map>
+#include <deque>
+#include <functional>
+#include <memory>
 #include <string_view>
 
 namespace host {
@@ -32,48 +33,41 @@ std::string largestFamily(const WidgetInfo& widget) {
 }
 
 /// One extension, asked everything.
-class Examination {
+class ExtensionProbe {
   public:
-    Examination(const Manifest& manifest, const ExtensionTrial& trial)
-        : identifier_(manifest.identifier), start_(SteadyClock::now()),
-          channel_(ExtensionChannel::open(manifest, trial.home, trial.confined)) {
-        if (channel_) {
-            channel_->send("describe", "{}");
+    ExtensionProbe(const Manifest& manifest, const ExtensionTrial& trial, std::set<std::string>& schemes)
+        : identifier_(manifest.identifier), schemes_(schemes), start_(SteadyClock::now()),
+          client_(ExtensionClient::start(manifest, trial.home, trial.confined, {.idle = std::nullopt})) {
+        if (client_) {
+            send("describe", "{}", "", [this](Json result) { return takeDescription(result); });
         }
     }
+    ExtensionProbe(const ExtensionProbe&) = delete;
+    ExtensionProbe& operator=(const ExtensionProbe&) = delete;
+    ~ExtensionProbe() = default;
 
-    bool isDone() const { return !channel_ || channel_->lost() || channel_->unansweredCount() == 0; }
+    bool isDone() const { return !client_ || pending_.empty(); }
 
-    ExtensionChannel::Descriptors awaited() const { return channel_->awaited(); }
-
-    void exchange(const ExtensionChannel::Descriptors& ready, std::set<std::string>& schemes) {
-        channel_->exchange(ready);
-        while (auto answer = channel_->nextAnswer()) {
-            take(*std::move(answer), schemes);
+    /// Requires that it is done, or that the time is over.
+    Finding finding(std::chrono::seconds timeout) const {
+        const std::string again = "install it anew; see whether it does better with --unconfined";
+        if (!client_) {
+            return problem(client_.error().message, "mend what is named; the manifest says where the program lies");
         }
-    }
-
-    /// What there is to say when it is done, or the patience is over.
-    Finding finding(SteadyClock::duration patience) const {
-        if (!channel_) {
-            return problem(channel_.error(), "mend what is named; the manifest says where the program lies");
-        }
-        if (channel_->lost()) {
-            return problem(*channel_->lost(), "install it anew; see whether it does better with --unconfined");
+        if (gone_) {
+            return problem(*gone_, again);
         }
         if (!fault_.empty()) {
             return problem(fault_, "install the extension and the host of the same version");
         }
-        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(patience).count();
         if (!described_) {
-            return problem(fmt::format("started, but gave no answer in {} s", seconds),
-                           "install it anew; see whether it does better with --unconfined");
+            return problem(fmt::format("started, but gave no answer in {} s", timeout.count()), again);
         }
         std::string what = fmt::format("{}: starts and answers in {} ms, {} widget{}", identifier_,
                                        milliseconds(*described_), widgetCount_, widgetCount_ == 1 ? "" : "s");
-        if (!asked_.empty()) {
+        if (!pending_.empty()) {
             return Finding::note("extension",
-                                 fmt::format("{}; nothing in {} s from {}", what, seconds, asked_.begin()->second),
+                                 fmt::format("{}; nothing in {} s from {}", what, timeout.count(), *pending_.begin()),
                                  "see whether the network is slow; the extension's log says what it waits for");
         }
         return Finding::ok("extension", std::move(what));
@@ -84,94 +78,82 @@ class Examination {
         return Finding::problem("extension", fmt::format("{}: {}", identifier_, what), std::move(advice));
     }
 
-    void take(ExtensionChannel::Answer answer, std::set<std::string>& schemes) {
-        const auto kind = asked_.extract(answer.id);
-        const auto line = answerWithResult(std::move(answer.line));
-        if (!line) {
-            fault_ = kind ? fmt::format("{}: {}", kind.mapped(), line.error().message) : line.error().message;
-        } else if (kind) {
-            takeEntries(*line, kind.mapped(), schemes);
-        } else {
-            takeDescription(*line);
-        }
+    /// `take` returns what is wrong with the result.
+    void send(std::string_view method, std::string_view params, const std::string& kind,
+              std::function<std::optional<platform::Failure>(Json result)> take) {
+        const auto request = pending_.insert(kind);
+        (*client_)->send(method, params,
+                         [this, request, take = std::move(take)](const ExtensionClient::Result& result) {
+                             const std::string name = *request;
+                             pending_.erase(request);
+                             if (!result && result.error().kind == platform::Failure::Kind::unavailable) {
+                                 gone_ = result.error().message;
+                             } else if (const auto fault = result ? take(*result) : result.error()) {
+                                 fault_ = name.empty() ? fault->message : fmt::format("{}: {}", name, fault->message);
+                             }
+                         });
     }
 
-    void takeDescription(const std::string& line) {
+    std::optional<platform::Failure> takeDescription(Json result) {
         described_ = SteadyClock::now() - start_;
-        const auto widgets = readDescription(line);
+        const auto widgets = readDescription(result);
         if (!widgets) {
-            fault_ = widgets.error();
-            return;
+            return widgets.error();
         }
         widgetCount_ = widgets->size();
         using Method = EntryRequest::Method;
         for (const WidgetInfo& widget : *widgets) {
             for (const Method method : {Method::placeholder, Method::timeline}) {
                 const EntryRequest request{.method = method, .kind = widget.kind, .family = largestFamily(widget)};
-                asked_.emplace(channel_->send(methodName(method), paramsOf(request)), widget.kind);
+                send(methodName(method), paramsOf(request), widget.kind,
+                     [this](Json entries) { return takeEntries(entries); });
             }
         }
+        return std::nullopt;
     }
 
-    void takeEntries(const std::string& line, const std::string& kind, std::set<std::string>& schemes) {
-        const auto entries = readEntries(line);
+    std::optional<platform::Failure> takeEntries(Json result) {
+        const auto entries = readEntries(result);
         if (!entries) {
-            fault_ = fmt::format("{}: {}", kind, entries.error());
-            return;
+            return entries.error();
         }
         for (const Entry& entry : *entries) {
-            collectSchemes(entry, schemes);
+            collectSchemes(entry, schemes_);
         }
+        return std::nullopt;
     }
 
     std::string identifier_;
+    std::set<std::string>& schemes_;
     SteadyClock::time_point start_;
-    platform::Expected<ExtensionChannel, std::string> channel_;
+    platform::Outcome<std::unique_ptr<ExtensionClient>> client_;
     std::optional<SteadyClock::duration> described_;
     std::size_t widgetCount_ = 0;
-    /// The widgets' kinds by the requests that have no answer yet.
-    std::map<std::int64_t, std::string> asked_;
-    /// What was wrong with an answer, the last time.
+    /// The widgets' kinds, one for each request that has no response yet.
+    std::multiset<std::string> pending_;
+    std::optional<std::string> gone_;
+    /// What was wrong with a response, the last time.
     std::string fault_;
 };
 
 } // namespace
 
 ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionTrial& trial) {
-    const auto deadline = SteadyClock::now() + trial.patience;
-    std::vector<Examination> examinations;
-    examinations.reserve(manifests.size());
-    for (const Manifest& manifest : manifests) {
-        examinations.emplace_back(manifest, trial);
-    }
     ExtensionFindings found;
-    for (;;) {
-        std::vector<Examination*> awaited;
-        std::vector<pollfd> descriptors;
-        for (Examination& examination : examinations) {
-            if (!examination.isDone()) {
-                const auto its = examination.awaited();
-                awaited.push_back(&examination);
-                descriptors.insert(descriptors.end(), its.begin(), its.end());
-            }
-        }
-        const auto left = deadline - SteadyClock::now();
-        if (awaited.empty() || left <= SteadyClock::duration::zero()) {
-            break;
-        }
-        if (poll(descriptors.data(), descriptors.size(), milliseconds(left)) <= 0) {
-            continue;
-        }
-        auto ready = descriptors.begin();
-        for (Examination* examination : awaited) {
-            ExtensionChannel::Descriptors its{};
-            std::copy_n(ready, its.size(), its.begin());
-            ready += its.size();
-            examination->exchange(its, found.schemes);
-        }
+    std::deque<ExtensionProbe> probes;
+    for (const Manifest& manifest : manifests) {
+        probes.emplace_back(manifest, trial, found.schemes);
     }
-    for (const Examination& examination : examinations) {
-        found.findings.push_back(examination.finding(trial.patience));
+    const auto deadline = SteadyClock::now() + trial.timeout;
+    // Its only purpose is to end the wait.
+    EventSource timer([&timer] { timer.setDeadline(std::nullopt); });
+    timer.setDeadline(deadline);
+    const auto isDone = [](const ExtensionProbe& probe) { return probe.isDone(); };
+    while (SteadyClock::now() < deadline && !std::all_of(probes.begin(), probes.end(), isDone)) {
+        g_main_context_iteration(nullptr, TRUE);
+    }
+    for (const ExtensionProbe& probe : probes) {
+        found.findings.push_back(probe.finding(trial.timeout));
     }
     return found;
 }

@@ -18,7 +18,7 @@ struct ExtensionTrial {
     /// As in `makeExtensionEnvironment`.
     std::optional<std::filesystem::path> home;
     Confined confined = Confined::yes;
-    std::chrono::steady_clock::duration patience{};
+    std::chrono::seconds timeout{};
 };
 
 struct ExtensionFindings {
@@ -29,8 +29,8 @@ struct ExtensionFindings {
 };
 
 /// Starts the extensions, all at once, and asks each to describe itself and for a placeholder and a timeline of each
-/// widget, with the default configuration, in the largest size that it has. Takes a moment longer than the patience at
-/// most, however extensions behave. On the thread that outlives them: one ends with the thread that started it.
+/// widget, with the default configuration, in the largest size that it has. Takes a moment longer than the
+/// timeout at most, however extensions behave. Runs the default main context.
 ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionTrial& trial);
 
 } // namespace host

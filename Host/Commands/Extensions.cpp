@@ -35,43 +35,43 @@ std::optional<Failure> failureOf(std::vector<Failure> failures, bool works) {
     return last;
 }
 
-Outcome<ExtensionConnection> open(const Manifest& manifest, const ExtensionChoice& choice) {
-    auto connection = ExtensionConnection::open(manifest, choice.home, choice.confined);
-    if (!connection) {
-        return Unexpected{unavailable(connection.error().message)};
-    }
-    return *std::move(connection);
+Outcome<ExtensionHandle> start(const Manifest& manifest, const ExtensionChoice& choice,
+                               std::chrono::milliseconds responseTimeout = Timeouts{}.response) {
+    return ExtensionClient::start(manifest, choice.home, choice.confined,
+                                  {.response = responseTimeout, .idle = std::nullopt});
 }
 
 std::optional<Failure> useExtensions(const std::vector<Manifest>& manifests, const ExtensionChoice& choice,
                                      const UseExtension& use) {
+    struct Started {
+        Outcome<ExtensionHandle> client;
+        std::optional<PendingResponse<std::vector<WidgetInfo>>> description;
+    };
     // All start at once.
-    std::vector<std::pair<Outcome<ExtensionConnection>, std::int64_t>> opened;
+    std::vector<Started> all;
     for (const Manifest& manifest : manifests) {
-        auto connection = open(manifest, choice);
-        const std::int64_t id = connection ? connection->send("describe", "{}") : 0;
-        opened.emplace_back(std::move(connection), id);
+        Started& each = all.emplace_back(
+            start(manifest, choice, manifests.size() > 1 ? timeoutAmongSeveral : Timeouts{}.response), std::nullopt);
+        if (each.client) {
+            each.description.emplace(**each.client, "describe", "{}", readDescription);
+        }
     }
-    const auto timeout = manifests.size() > 1 ? timeoutAmongSeveral : Timeouts{}.response;
-    const auto describeAndUse = [&](Outcome<ExtensionConnection>& connection, std::int64_t id) -> Outcome<bool> {
-        if (!connection) {
-            return Unexpected{connection.error()};
+    const auto describeAndUse = [&](Started& each) -> Outcome<bool> {
+        if (!each.client) {
+            return Unexpected{each.client.error()};
         }
-        auto answer = connection->answer(id, timeout);
-        if (!answer) {
-            return Unexpected{failureOf(answer.error())};
-        }
-        auto widgets = readDescription(*answer);
+        auto widgets = each.description->wait();
         if (!widgets) {
-            return Unexpected{unavailable(widgets.error())};
+            return Unexpected{widgets.error()};
         }
-        DescribedExtension described{*std::move(connection), *std::move(answer), *std::move(widgets)};
+        (*each.client)->setResponseTimeout(Timeouts{}.response);
+        DescribedExtension described{*std::move(each.client), *std::move(widgets)};
         return use(described);
     };
     std::vector<Failure> failures;
     bool works = false;
     for (std::size_t i = 0; i < manifests.size(); ++i) {
-        const auto isLast = describeAndUse(opened[i].first, opened[i].second);
+        const auto isLast = describeAndUse(all[i]);
         if (!isLast) {
             if (isLast.error().kind == Failure::Kind::unwritable) {
                 return isLast.error();
@@ -90,8 +90,8 @@ std::optional<Failure> useExtensions(const std::vector<Manifest>& manifests, con
 
 } // namespace
 
-std::vector<platform::Expected<Manifest, std::string>> readManifests(const ExtensionChoice& choice) {
-    std::vector<platform::Expected<Manifest, std::string>> manifests;
+std::vector<Outcome<Manifest>> readManifests(const ExtensionChoice& choice) {
+    std::vector<Outcome<Manifest>> manifests;
     if (choice.extension) {
         manifests.push_back(manifestFor(*choice.extension));
         return manifests;
@@ -109,7 +109,7 @@ Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
         if (manifest) {
             manifests.push_back(*std::move(manifest));
         } else {
-            failures.push_back(unavailable(manifest.error()));
+            failures.push_back(manifest.error());
         }
     }
     if (auto failure = failureOf(std::move(failures), !manifests.empty())) {
@@ -121,45 +121,40 @@ Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
     return manifests;
 }
 
-Failure failureOf(const ConnectionError& error) {
-    const bool refused = error.kind == ConnectionError::Kind::refused;
-    return {refused ? Failure::Kind::usage : Failure::Kind::unavailable, error.message};
-}
-
 std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExtension& use) {
     const auto manifests = manifestsOf(choice);
     return manifests ? useExtensions(*manifests, choice, use) : std::optional(manifests.error());
 }
 
-Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice) {
+Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const ExtensionChoice& choice) {
     const auto manifests = manifestsOf(choice);
     return manifests ? openExtensionFor(kind, *manifests, choice) : Unexpected{manifests.error()};
 }
 
-Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const std::vector<Manifest>& manifests,
-                                              const ExtensionChoice& choice) {
+Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const std::vector<Manifest>& manifests,
+                                          const ExtensionChoice& choice) {
     if (manifests.size() == 1) {
-        return open(manifests.front(), choice);
+        return start(manifests.front(), choice);
     }
-    std::optional<ExtensionConnection> found;
+    ExtensionHandle found;
     auto failure = useExtensions(manifests, choice, [&](DescribedExtension& each) -> Outcome<bool> {
         if (std::any_of(each.widgets.begin(), each.widgets.end(),
                         [&](const WidgetInfo& widget) { return widget.kind == kind; })) {
-            found.emplace(std::move(each.connection));
+            found = std::move(each.client);
         }
-        return found.has_value();
+        return found != nullptr;
     });
     if (failure) {
         return Unexpected{*std::move(failure)};
     }
     if (!found) {
-        return Unexpected{Failure{Failure::Kind::usage, unknownWidget(kind)}};
+        return Unexpected{unknownWidget(kind)};
     }
-    return *std::move(found);
+    return found;
 }
 
-platform::Expected<Manifest, std::string> manifestNamed(const std::string& identifier, const ExtensionChoice& choice) {
-    std::string reason = "the extension " + identifier + " is not installed";
+Outcome<Manifest> manifestNamed(const std::string& identifier, const ExtensionChoice& choice) {
+    Failure reason = unavailable("the extension " + identifier + " is not installed");
     for (auto& manifest : readManifests(choice)) {
         if (!manifest) {
             // It may be the one.
@@ -171,13 +166,9 @@ platform::Expected<Manifest, std::string> manifestNamed(const std::string& ident
     return Unexpected{reason};
 }
 
-Outcome<ExtensionConnection> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice) {
+Outcome<ExtensionHandle> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice) {
     const auto manifest = manifestNamed(identifier, choice);
-    return manifest ? open(*manifest, choice) : Unexpected{unavailable(manifest.error())};
-}
-
-std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request) {
-    return connection.send(methodName(request.method), paramsOf(request));
+    return manifest ? start(*manifest, choice) : Unexpected{manifest.error()};
 }
 
 } // namespace host

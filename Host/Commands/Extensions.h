@@ -1,7 +1,8 @@
 // The extensions that a command speaks to: the one named on the command line, or those that are installed.
 #pragma once
 
-#include "Host/Connection/ExtensionConnection.h"
+#include "Host/Commands/PendingResponse.h"
+#include "Host/Connection/ExtensionClient.h"
 #include "Host/Connection/Messages.h"
 #include "Host/Connection/Requests.h"
 #include "Platform/Foundation/Failure.h"
@@ -25,16 +26,16 @@ struct ExtensionChoice {
 };
 
 /// The manifest of the chosen extension, or those of every installed one, each with what is wrong with it in its place.
-std::vector<platform::Expected<Manifest, std::string>> readManifests(const ExtensionChoice& choice);
+std::vector<Outcome<Manifest>> readManifests(const ExtensionChoice& choice);
 
 /// The sound manifests of the chosen extension or of every installed one; at least one. What is wrong with others is
 /// named on standard error.
 Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice);
 
+using ExtensionHandle = std::unique_ptr<ExtensionClient>;
+
 struct DescribedExtension {
-    ExtensionConnection connection;
-    /// The answer, and what it says.
-    std::string answer;
+    ExtensionHandle client;
     std::vector<WidgetInfo> widgets;
 };
 
@@ -48,34 +49,15 @@ std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExt
 
 /// Starts the extension that has the widget `kind`. Where there is one extension only, that is taken for it without
 /// asking. What is wrong with others is named on standard error.
-Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
+Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
 /// The same among these manifests, which are at least one.
-Outcome<ExtensionConnection> openExtensionFor(const std::string& kind, const std::vector<Manifest>& manifests,
-                                              const ExtensionChoice& choice);
+Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const std::vector<Manifest>& manifests,
+                                          const ExtensionChoice& choice);
 
-/// The manifest of the extension with that identifier; what is wrong with others' does not matter. The error is one
-/// clear line.
-platform::Expected<Manifest, std::string> manifestNamed(const std::string& identifier, const ExtensionChoice& choice);
+/// The manifest of the extension with that identifier; what is wrong with others' does not matter.
+Outcome<Manifest> manifestNamed(const std::string& identifier, const ExtensionChoice& choice);
 
 /// Starts the extension with that identifier.
-Outcome<ExtensionConnection> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice);
-
-/// Calls a method and reads its answer with `read`; a request that the extension refuses was a wrong choice of the
-/// user's.
-Failure failureOf(const ConnectionError& error);
-template <class Value>
-Outcome<Value> receive(ExtensionConnection& connection, std::int64_t id, Message<Value> (*read)(std::string_view)) {
-    const auto answer = connection.answer(id);
-    if (!answer) {
-        return platform::Unexpected{failureOf(answer.error())};
-    }
-    auto value = read(*answer);
-    if (!value) {
-        return platform::Unexpected{Failure{Failure::Kind::unavailable, value.error()}};
-    }
-    return *std::move(value);
-}
-
-std::int64_t sendEntryRequest(ExtensionConnection& connection, const EntryRequest& request);
+Outcome<ExtensionHandle> openExtensionNamed(const std::string& identifier, const ExtensionChoice& choice);
 
 } // namespace host

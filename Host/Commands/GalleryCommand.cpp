@@ -18,7 +18,7 @@ constexpr double scale = 2;
 
 /// A picture whose entry was requested.
 struct RequestedPicture {
-    std::int64_t id = 0;
+    PendingResponse<std::vector<Entry>> entries;
     std::string kind;
     std::string family;
 };
@@ -34,12 +34,14 @@ class GalleryPainter {
             for (const std::string& family : widget.families) {
                 const EntryRequest request{
                     .method = EntryRequest::Method::timeline, .kind = widget.kind, .family = family};
-                pictures.push_back({sendEntryRequest(extension.connection, request), widget.kind, family});
+                pictures.push_back(
+                    {PendingResponse(*extension.client, methodName(request.method), paramsOf(request), readEntries),
+                     widget.kind, family});
             }
         }
         const platform::Date now = platform::SystemClock::shared().now();
         for (const RequestedPicture& picture : pictures) {
-            const auto entries = receive(extension.connection, picture.id, readEntries);
+            const auto entries = picture.entries.wait();
             if (!entries) {
                 return entries.error();
             }

@@ -48,11 +48,10 @@ std::optional<Failure> runOn(HostDisplay& display, const ExtensionChoice& choice
          .findManifest = [choice](const std::string& identifier) { return manifestNamed(identifier, choice); },
          .startExtension =
              [choice](const Manifest& manifest) {
-                 return ExtensionChannel::open(manifest, choice.home, choice.confined);
+                 return ExtensionClient::start(manifest, choice.home, choice.confined);
              },
          .display = display,
-         .presence = presence,
-         .timeouts = {}});
+         .presence = presence});
     return alreadyReported(application.run());
 }
 

@@ -15,9 +15,8 @@ namespace {
 
 using platform::Unexpected;
 
-Outcome<std::string> familyOfPreview(ExtensionConnection& connection, const std::string& kind,
-                                     const std::string& name) {
-    const auto previews = receive(connection, connection.send("previews", "{}"), readPreviews);
+Outcome<std::string> familyOfPreview(ExtensionClient& extension, const std::string& kind, const std::string& name) {
+    const auto previews = PendingResponse(extension, "previews", "{}", readPreviews).wait();
     if (!previews) {
         return Unexpected{previews.error()};
     }
@@ -30,10 +29,10 @@ Outcome<std::string> familyOfPreview(ExtensionConnection& connection, const std:
     return std::string("medium");
 }
 
-std::int64_t sendPreviewRequest(ExtensionConnection& connection, const std::string& kind, const std::string& name) {
+std::string previewParams(const std::string& kind, const std::string& name) {
     std::string params;
     platform::JsonWriter(params).beginObject().member("kind", kind).member("name", name).endObject();
-    return connection.send("preview", params);
+    return params;
 }
 
 std::string picture(const Entry& entry, const RenderRequest& request, const std::string& family, Renderer& renderer) {
@@ -60,32 +59,33 @@ std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest reque
     if (request.format != RenderFormat::tree) {
         renderer.emplace();
     }
-    auto connection = openExtensionFor(request.entry.kind, choice);
-    if (!connection) {
-        return connection.error();
+    const auto extension = openExtensionFor(request.entry.kind, choice);
+    if (!extension) {
+        return extension.error();
     }
-    std::int64_t id = 0;
-    if (request.preview) {
-        if (!request.family) {
-            const auto family = familyOfPreview(*connection, request.entry.kind, *request.preview);
-            if (!family) {
-                return family.error();
-            }
-            request.family = *family;
+    if (request.preview && !request.family) {
+        const auto family = familyOfPreview(**extension, request.entry.kind, *request.preview);
+        if (!family) {
+            return family.error();
         }
-        id = sendPreviewRequest(*connection, request.entry.kind, *request.preview);
-    } else {
-        request.entry.family = request.family.value_or(request.entry.family);
-        id = sendEntryRequest(*connection, request.entry);
+        request.family = *family;
     }
-    const auto entries = receive(*connection, id, readEntries);
+    request.entry.family = request.family.value_or(request.entry.family);
+    const std::string_view method = request.preview ? "preview" : methodName(request.entry.method);
+    const std::string params =
+        request.preview ? previewParams(request.entry.kind, *request.preview) : paramsOf(request.entry);
+    const platform::Date now = platform::SystemClock::shared().now();
+    if (!renderer) {
+        const auto tree = PendingResponse<std::string>(**extension, method, params, [now](Json result) {
+                              return readEntryText(result, now);
+                          }).wait();
+        return tree ? writeOutput(*tree + '\n', request.output) : std::optional(tree.error());
+    }
+    const auto entries = PendingResponse(**extension, method, params, readEntries).wait();
     if (!entries) {
         return entries.error();
     }
-    const Entry& entry = *entryAt(*entries, platform::SystemClock::shared().now());
-    return writeOutput(renderer ? picture(entry, request, request.family.value_or(request.entry.family), *renderer)
-                                : entry.json + '\n',
-                       request.output);
+    return writeOutput(picture(*entryAt(*entries, now), request, request.entry.family, *renderer), request.output);
 }
 
 } // namespace host

@@ -117,7 +117,7 @@ void Confinement::grant(const FileGrant& file) {
     granted_.push_back({file.path, identity});
 }
 
-bool Confinement::isStale() const {
+bool Confinement::needsRestart() const {
     return std::any_of(granted_.begin(), granted_.end(), [](const Granted& each) {
         struct stat status {};
         const bool exists = stat(each.path.c_str(), &status) == 0;

@@ -54,7 +54,7 @@ class Confinement {
     /// Whether a granted file or folder has appeared, gone or been replaced since `prepare`: rules bind to inodes, so
     /// the process does not see the new one, and should be started anew before it is asked again. Some fifty calls of
     /// stat.
-    bool isStale() const;
+    bool needsRestart() const;
 
   private:
     Confinement(NetworkAccess network, int landlock) : ruleset_(network, landlock) {}

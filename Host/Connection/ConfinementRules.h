@@ -9,9 +9,9 @@
 // A program that is a script (#!) may run the system's commands besides, as it could do nothing without them.
 //
 // What it may not is everything else: the rest of the home, fonts, /proc, other files of /etc than those named. The
-// files of /etc are granted one by one since the folder has the system's secrets; `Confinement::isStale` notices when
-// one of them is replaced. For the same reason the program is granted as a file, not by its folder: that may be the
-// home.
+// files of /etc are granted one by one since the folder has the system's secrets; `Confinement::needsRestart` notices
+// when one of them is replaced. For the same reason the program is granted as a file, not by its folder: that may be
+// the home.
 #pragma once
 
 #include "Host/Connection/ExtensionEnvironment.h"

@@ -7,11 +7,13 @@
 namespace host {
 namespace {
 
+using platform::Failure;
+using platform::Outcome;
 using platform::Unexpected;
 
-std::string notAccepted(const std::string& what, const std::string& name, const std::vector<std::string>& accepted) {
+Failure notAccepted(const std::string& what, const std::string& name, const std::vector<std::string>& accepted) {
     const std::string names = accepted.empty() ? "none" : fmt::format("\"{}\"", fmt::join(accepted, "\", \""));
-    return fmt::format("no {} \"{}\"; accepted: {}", what, name, names);
+    return {Failure::Kind::usage, fmt::format("no {} \"{}\"; accepted: {}", what, name, names)};
 }
 
 template <class Value>
@@ -37,7 +39,7 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
 
 } // namespace
 
-Message<WidgetInfo> declaredWidget(const std::vector<WidgetInfo>& widgets, const std::string& kind) {
+Outcome<WidgetInfo> declaredWidget(const std::vector<WidgetInfo>& widgets, const std::string& kind) {
     const WidgetInfo* widget = find(widgets, &WidgetInfo::kind, kind);
     if (widget == nullptr) {
         return Unexpected{notAccepted("kind", kind, names(widgets, &WidgetInfo::kind))};
@@ -45,11 +47,11 @@ Message<WidgetInfo> declaredWidget(const std::vector<WidgetInfo>& widgets, const
     return *widget;
 }
 
-std::string unknownWidget(const std::string& kind) {
-    return "no installed extension has the widget " + kind;
+Failure unknownWidget(const std::string& kind) {
+    return {Failure::Kind::usage, "no installed extension has the widget " + kind};
 }
 
-Message<std::string> declaredFamily(const WidgetInfo& widget, const std::optional<std::string>& family) {
+Outcome<std::string> declaredFamily(const WidgetInfo& widget, const std::optional<std::string>& family) {
     if (!family && !widget.families.empty()) {
         return contains(widget.families, "medium") ? std::string("medium") : widget.families.front();
     }
@@ -60,7 +62,7 @@ Message<std::string> declaredFamily(const WidgetInfo& widget, const std::optiona
     return wanted;
 }
 
-std::optional<std::string> checkSettings(const WidgetInfo& widget, const std::map<std::string, std::string>& settings) {
+std::optional<Failure> checkSettings(const WidgetInfo& widget, const std::map<std::string, std::string>& settings) {
     for (const auto& [name, choice] : settings) {
         const ParameterInfo* parameter = find(widget.parameters, &ParameterInfo::name, name);
         if (parameter == nullptr) {

@@ -19,7 +19,13 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::Failure;
+using platform::Outcome;
 using platform::Unexpected;
+
+Unexpected<Failure> unavailable(std::string message) {
+    return {{Failure::Kind::unavailable, std::move(message)}};
+}
 
 bool passesThrough(std::string_view name) {
     constexpr std::array names{"PATH",     "LANG",        "LANGUAGE", "TZ",        "http_proxy",    "https_proxy",
@@ -36,13 +42,12 @@ bool wrapperIsInstalled() {
 }
 
 /// A user database with one user, this one, who lives in `home`.
-platform::Expected<TemporaryFolder, std::string> userDatabaseWith(const fs::path& home,
-                                                                  std::vector<std::string>& variables) {
+Outcome<TemporaryFolder> userDatabaseWith(const fs::path& home, std::vector<std::string>& variables) {
     if (home.string().find_first_of(":\n") != std::string::npos) {
-        return Unexpected{fmt::format("a user database cannot hold the home {}", home.string())};
+        return unavailable(fmt::format("a user database cannot hold the home {}", home.string()));
     }
     if (!wrapperIsInstalled()) {
-        return Unexpected{std::string("another home takes nss_wrapper, which is not installed")};
+        return unavailable("another home takes nss_wrapper, which is not installed");
     }
     auto folder = TemporaryFolder::make();
     if (!folder) {
@@ -88,11 +93,11 @@ bool userStandsInFile() {
 
 } // namespace
 
-platform::Expected<TemporaryFolder, std::string> TemporaryFolder::make() {
+Outcome<TemporaryFolder> TemporaryFolder::make() {
     std::error_code failure;
     std::string name = (fs::temp_directory_path(failure) / "widgethost-XXXXXX").string();
     if (failure || mkdtemp(name.data()) == nullptr) {
-        return Unexpected{std::string("no temporary folder can be made")};
+        return unavailable("no temporary folder can be made");
     }
     return TemporaryFolder(name);
 }
@@ -108,22 +113,21 @@ TemporaryFolder::~TemporaryFolder() {
     }
 }
 
-platform::Expected<ExtensionEnvironment, std::string> makeExtensionEnvironment(const Manifest& manifest,
-                                                                               const std::optional<fs::path>& home) {
+Outcome<ExtensionEnvironment> makeExtensionEnvironment(const Manifest& manifest, const std::optional<fs::path>& home) {
     ExtensionEnvironment environment;
     std::error_code failure;
     environment.home = home ? absoluteFolder(*home) : fs::path(recordedHome());
     const fs::path data = home ? environment.home / ".local" / "share" : userDataFolder();
     if (!data.is_absolute()) {
-        return Unexpected{std::string("there is no place for the extension's container: neither XDG_DATA_HOME nor "
-                                      "HOME is an absolute path")};
+        return unavailable("there is no place for the extension's container: neither XDG_DATA_HOME nor "
+                           "HOME is an absolute path");
     }
     environment.container = data / "widgethost" / "containers" / manifest.identifier;
     const fs::path caches = environment.container / "Caches";
     fs::create_directories(caches, failure);
     if (failure) {
-        return Unexpected{fmt::format("cannot make the extension's container {}: {}", environment.container.string(),
-                                      failure.message())};
+        return unavailable(fmt::format("cannot make the extension's container {}: {}", environment.container.string(),
+                                       failure.message()));
     }
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string_view text = *variable;

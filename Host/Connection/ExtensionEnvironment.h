@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Host/Connection/Manifest.h"
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 
 #include <filesystem>
 #include <optional>
@@ -14,7 +14,7 @@ namespace host {
 /// A folder of its own that goes with its owner.
 class TemporaryFolder {
   public:
-    static platform::Expected<TemporaryFolder, std::string> make();
+    static platform::Outcome<TemporaryFolder> make();
     TemporaryFolder(TemporaryFolder&& other) noexcept;
     TemporaryFolder& operator=(TemporaryFolder&&) = delete;
     ~TemporaryFolder();
@@ -41,8 +41,8 @@ struct ExtensionEnvironment {
 ///
 /// With `home`, the extension is to take that folder for the user's real home: it gets a user database that says so (by
 /// nss_wrapper), and its container lies in that home's data folder. A user whom only a directory service knows gets
-/// such a database, too, where the wrapper is installed. The error is one clear line.
-platform::Expected<ExtensionEnvironment, std::string>
-makeExtensionEnvironment(const Manifest& manifest, const std::optional<std::filesystem::path>& home);
+/// such a database, too, where the wrapper is installed.
+platform::Outcome<ExtensionEnvironment> makeExtensionEnvironment(const Manifest& manifest,
+                                                                 const std::optional<std::filesystem::path>& home);
 
 } // namespace host

@@ -25,6 +25,10 @@ namespace {
 using platform::FileDescriptor;
 using platform::Unexpected;
 
+Unexpected<platform::Failure> unavailable(std::string message) {
+    return {{platform::Failure::Kind::unavailable, std::move(message)}};
+}
+
 struct Pipe {
     FileDescriptor reading;
     FileDescriptor writing;
@@ -127,13 +131,13 @@ platform::Expected<Child, int> runChild(Start& start) {
 
 } // namespace
 
-platform::Expected<ExtensionProcess, std::string>
-ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environment, Confined confined) {
+platform::Outcome<ExtensionProcess> ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environment,
+                                                            Confined confined) {
     auto input = makePipe();
     auto output = makePipe();
     auto errors = makePipe();
     if (!input || !output || !errors) {
-        return Unexpected{fmt::format("no pipe to the extension: {}", std::strerror(errno))};
+        return unavailable(fmt::format("no pipe to the extension: {}", std::strerror(errno)));
     }
     std::optional<Confinement> confinement;
     if (confined == Confined::yes) {
@@ -162,7 +166,7 @@ ExtensionProcess::start(const Manifest& manifest, ExtensionEnvironment environme
     }
     if (!child) {
         const char* what = tried.confining.step == Confinement::Step::none ? "start" : "confine";
-        return Unexpected{fmt::format("cannot {} the extension {}: {}", what, program, std::strerror(child.error()))};
+        return unavailable(fmt::format("cannot {} the extension {}: {}", what, program, std::strerror(child.error())));
     }
     ExtensionProcess started(child->process, std::move(child->end), std::move(environment), std::move(confinement));
     started.input_ = std::move(input->writing);

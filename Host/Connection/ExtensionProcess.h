@@ -7,7 +7,7 @@
 #include "Host/Connection/Confinement.h"
 #include "Host/Connection/ExtensionEnvironment.h"
 #include "Host/Connection/Manifest.h"
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 #include "Platform/Foundation/FileDescriptor.h"
 
 #include <chrono>
@@ -20,12 +20,12 @@ namespace host {
 
 class ExtensionProcess {
   public:
-    /// Starts the manifest's executable, confined, in a session of its own. The error is one clear line.
+    /// Starts the manifest's executable, confined, in a session of its own.
     ///
     /// The child shares the host's memory until it becomes the extension, so that a large host starts one as quickly as
     /// a small one; the calling thread waits for it meanwhile, others go on.
-    static platform::Expected<ExtensionProcess, std::string>
-    start(const Manifest& manifest, ExtensionEnvironment environment, Confined confined = Confined::yes);
+    static platform::Outcome<ExtensionProcess> start(const Manifest& manifest, ExtensionEnvironment environment,
+                                                     Confined confined = Confined::yes);
 
     ExtensionProcess(ExtensionProcess&& other) noexcept;
     ExtensionProcess& operator=(ExtensionProcess&&) = delete;
@@ -42,7 +42,7 @@ class ExtensionProcess {
 
     /// Whether a folder or file that the extension may read has appeared or been replaced since it was started: it does
     /// not see the new one, and should be ended and started anew before it is asked again.
-    bool isStale() const { return confinement_ && confinement_->isStale(); }
+    bool needsRestart() const { return confinement_ && confinement_->needsRestart(); }
 
     /// A descriptor that is readable once the process has ended.
     const platform::FileDescriptor& end() const { return end_; }

@@ -12,10 +12,13 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
-using platform::Unexpected;
 
 /// More than any manifest takes.
-constexpr std::uintmax_t greatestManifestSize = std::uintmax_t{1} << 20U;
+constexpr std::uintmax_t maxManifestSize = std::uintmax_t{1} << 20U;
+
+platform::Unexpected<platform::Failure> invalid(std::string message) {
+    return {{platform::Failure::Kind::unavailable, std::move(message)}};
+}
 
 /// A folder that is meant below the home, not the home itself, and stays there.
 bool staysBelow(const fs::path& relative) {
@@ -25,27 +28,27 @@ bool staysBelow(const fs::path& relative) {
 
 } // namespace
 
-platform::Expected<Manifest, std::string> readManifest(const fs::path& file) {
+platform::Outcome<Manifest> readManifest(const fs::path& file) {
     std::error_code failure;
     if (!fs::is_regular_file(file, failure)) {
-        return Unexpected{fmt::format("no manifest at {}", file.string())};
+        return invalid(fmt::format("no manifest at {}", file.string()));
     }
-    if (fs::file_size(file, failure) > greatestManifestSize || failure) {
-        return Unexpected{fmt::format("{} is no manifest", file.string())};
+    if (fs::file_size(file, failure) > maxManifestSize || failure) {
+        return invalid(fmt::format("{} is no manifest", file.string()));
     }
     simdjson::dom::parser parser;
     simdjson::dom::object json;
     if (parser.load(file.string()).get(json) != simdjson::SUCCESS) {
-        return Unexpected{fmt::format("{} is no JSON object", file.string())};
+        return invalid(fmt::format("{} is no JSON object", file.string()));
     }
     std::string_view identifier;
     if (json["identifier"].get(identifier) != simdjson::SUCCESS || identifier.empty() || identifier.front() == '.' ||
         identifier.find('/') != std::string_view::npos) {
-        return Unexpected{fmt::format("{}: \"identifier\" is missing or cannot name a folder", file.string())};
+        return invalid(fmt::format("{}: \"identifier\" is missing or cannot name a folder", file.string()));
     }
     std::string_view executable;
     if (json["executable"].get(executable) != simdjson::SUCCESS || executable.empty()) {
-        return Unexpected{fmt::format("{}: \"executable\" is missing", file.string())};
+        return invalid(fmt::format("{}: \"executable\" is missing", file.string()));
     }
     const fs::path folder = fs::absolute(file, failure).parent_path();
     Manifest manifest{.identifier = std::string(identifier),
@@ -57,8 +60,8 @@ platform::Expected<Manifest, std::string> readManifest(const fs::path& file) {
         for (const simdjson::dom::element read : reads) {
             std::string_view path;
             if (read.get(path) != simdjson::SUCCESS || path.empty() || !staysBelow(path)) {
-                return Unexpected{
-                    fmt::format("{}: \"reads\" holds something else than folders below the home", file.string())};
+                return invalid(
+                    fmt::format("{}: \"reads\" holds something else than folders below the home", file.string()));
             }
             manifest.reads.emplace_back(path);
         }
@@ -80,7 +83,7 @@ bool mayRead(const Manifest& manifest, const fs::path& path) {
     });
 }
 
-platform::Expected<Manifest, std::string> manifestFor(const fs::path& path) {
+platform::Outcome<Manifest> manifestFor(const fs::path& path) {
     std::error_code failure;
     if (path.extension() == ".json") {
         return readManifest(path);

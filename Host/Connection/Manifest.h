@@ -6,7 +6,7 @@
 // Manifests are installed as widgethost/extensions/NAME.json under an XDG data folder.
 #pragma once
 
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 
 #include <filesystem>
 #include <string>
@@ -24,15 +24,15 @@ struct Manifest {
     bool network = false;
 };
 
-/// Reads a manifest; a relative executable is meant from the manifest's folder. The error is one clear line.
-platform::Expected<Manifest, std::string> readManifest(const std::filesystem::path& file);
+/// Reads a manifest; a relative executable is meant from the manifest's folder.
+platform::Outcome<Manifest> readManifest(const std::filesystem::path& file);
 
 /// Whether the extension may read what lies at `path` below the home: in one of its folders, links aside.
 bool mayRead(const Manifest& manifest, const std::filesystem::path& path);
 
 /// The extension that a user names by `path`: a manifest, or an executable with its manifest beside it as `path`.json;
 /// one without reads nothing of the home and does not connect.
-platform::Expected<Manifest, std::string> manifestFor(const std::filesystem::path& path);
+platform::Outcome<Manifest> manifestFor(const std::filesystem::path& path);
 
 /// The manifests installed in the XDG data folders (the user's first, then the system's, then share beside this
 /// program's own bin folder), by name; of two of the same name the first counts.

@@ -1,16 +1,17 @@
-// The protocol's results as values: what a host reads out of an extension's answers.
+// The protocol's results as values.
 //
-// Answers come from another process and are read with distrust: what is missing or of another type is left out, and an
-// answer that makes no sense without it is refused with a reason, one clear line.
+// Results come from another process and are read with distrust: what is missing or of another type is left out; a
+// result that makes no sense without it is a failure, `unavailable`.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
-#include "Platform/Foundation/Expected.h"
+#include "Platform/Foundation/Failure.h"
 #include "Platform/Views/View.h"
+
+#include <simdjson.h>
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace host {
@@ -57,20 +58,24 @@ struct Entry {
     platform::View view;
     /// Where a click that meets no link goes.
     std::optional<std::string> widgetURL;
-    /// The entry as the protocol carries it.
-    std::string json;
 };
 
-template <class Value>
-using Message = platform::Expected<Value, std::string>;
+/// Results are JSON objects.
+using Json = simdjson::dom::element;
 
-Message<std::vector<WidgetInfo>> readDescription(std::string_view answer);
-Message<std::vector<PreviewInfo>> readPreviews(std::string_view answer);
-Message<OptionsInfo> readOptions(std::string_view answer);
+platform::Outcome<std::vector<WidgetInfo>> readDescription(Json result);
+platform::Outcome<std::vector<PreviewInfo>> readPreviews(Json result);
+platform::Outcome<OptionsInfo> readOptions(Json result);
 
-/// The entries of a `timeline` or `preview` answer, or the one of a `snapshot` or `placeholder`; at least one, sorted
-/// by date, whatever order they came in.
-Message<std::vector<Entry>> readEntries(std::string_view answer);
+/// The entries of a `timeline` or `preview`, or the one of a `snapshot` or `placeholder`; at least one, sorted by date,
+/// whatever order they came in.
+platform::Outcome<std::vector<Entry>> readEntries(Json result);
+
+/// The entry of them to show at `now`, as the extension wrote it, on one line.
+platform::Outcome<std::string> readEntryText(Json result, platform::Date now);
+
+/// The result as the extension wrote it, on one line.
+platform::Outcome<std::string> readText(Json result);
 
 /// The entry to show at `now`: the last that is not later, or the first of those to come. Takes sorted entries, at
 /// least one.
@@ -81,14 +86,10 @@ struct Timeline {
     std::vector<Entry> entries;
     /// The earliest moment to ask again.
     platform::Date reload;
-    /// The files that the entries were made from, by their paths below the user's home: what the extension says, at
-    /// most `maxWatches`.
+    /// The files that the entries were made from, by their paths below the user's home; at most `maxWatches`.
     std::vector<std::string> watches;
     static constexpr std::size_t maxWatches = 64;
 };
-Message<Timeline> readTimeline(std::string_view answer);
-
-/// The "result" of an answer, as the extension wrote it.
-Message<std::string> readResult(std::string_view answer);
+platform::Outcome<Timeline> readTimeline(Json result);
 
 } // namespace host

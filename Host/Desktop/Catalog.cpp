@@ -5,14 +5,14 @@
 namespace host {
 
 void Catalog::describe(HostApplication& host, const std::string& extension, Described done) {
-    host.ask(extension, "describe", "{}",
-             [this, extension, done = std::move(done)](const platform::Expected<std::string, std::string>& answer) {
-                 const auto widgets = answer ? readDescription(*answer) : platform::Unexpected{answer.error()};
-                 if (widgets) {
-                     widgets_.insert_or_assign(extension, *widgets);
-                 }
-                 done(widgets);
-             });
+    host.request(extension, "describe", "{}",
+                 [this, extension, done = std::move(done)](const ExtensionClient::Result& result) {
+                     const auto widgets = result ? readDescription(*result) : platform::Unexpected{result.error()};
+                     if (widgets) {
+                         widgets_.insert_or_assign(extension, *widgets);
+                     }
+                     done(widgets);
+                 });
 }
 
 const WidgetInfo* Catalog::widget(const std::string& extension, const std::string& kind) const {

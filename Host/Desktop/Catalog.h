@@ -15,12 +15,12 @@ namespace host {
 
 class Catalog {
   public:
-    using ReadManifests = std::function<std::vector<platform::Expected<Manifest, std::string>>()>;
+    using ReadManifests = std::function<std::vector<platform::Outcome<Manifest>>()>;
 
     explicit Catalog(ReadManifests readManifests) : readManifests_(std::move(readManifests)) {}
 
     /// Asks the extension for its widgets; calls `done` from the main loop with them, or with the reason for a failure.
-    using Described = std::function<void(const Message<std::vector<WidgetInfo>>& widgets)>;
+    using Described = std::function<void(const platform::Outcome<std::vector<WidgetInfo>>& widgets)>;
     void describe(HostApplication& host, const std::string& extension, Described done);
 
     /// The widget as last described; null before that.

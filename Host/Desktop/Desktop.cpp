@@ -202,15 +202,12 @@ void Desktop::askForPlaceholder(const Instance& instance) {
                                .family = instance.family,
                                .renderingMode = arrangement_.renderingMode,
                                .configuration = {}};
-    host_->ask(instance.extension, methodName(request.method), paramsOf(request),
-               [this, id = instance.id](const Expected<std::string, std::string>& answer) {
-                   const auto entries =
-                       answer ? readEntries(*answer) : Message<std::vector<Entry>>(Unexpected{answer.error()});
-                   TileController* shown = tile(id);
-                   if (entries && shown != nullptr && shown->isWaiting()) {
-                       shown->showPlaceholder(entries->front().view);
-                   }
-               });
+    host_->requestEntries(instance.extension, request, [this, id = instance.id](const auto& entries) {
+        TileController* shown = tile(id);
+        if (entries && shown != nullptr && shown->isWaiting()) {
+            shown->showPlaceholder(entries->front().view);
+        }
+    });
 }
 
 void Desktop::menuRequested(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) {

@@ -68,13 +68,12 @@ void EditorWindow::preview() {
                                .kind = instance_.kind,
                                .family = instance_.family,
                                .configuration = {instance_.configuration.begin(), instance_.configuration.end()}};
-    host_.ask(instance_.extension, methodName(request.method), paramsOf(request),
-              lifetime_.weakly([this, number = ++previews_](const auto& answer) {
-                  const auto entries = answer ? readEntries(*answer) : platform::Unexpected{answer.error()};
-                  if (entries && number == previews_) {
-                      view_.show(*entryAt(*entries, platform::SystemClock::shared().now()));
-                  }
-              }));
+    host_.requestEntries(instance_.extension, request,
+                         lifetime_.weakly([this, number = ++previews_](const auto& entries) {
+                             if (entries && number == previews_) {
+                                 view_.show(*entryAt(*entries, platform::SystemClock::shared().now()));
+                             }
+                         }));
 }
 
 void EditorWindow::responded(int response) {

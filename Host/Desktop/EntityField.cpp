@@ -63,13 +63,13 @@ void EntityField::ask(const std::string& matching) {
         out.member("matching", matching);
     }
     out.endObject();
-    host_.ask(instance_.extension, "options", params,
-              lifetime_.weakly([this, isWhole = matching.empty(), number = ++questions_](const auto& answer) {
-                  const auto options = answer ? readOptions(*answer) : platform::Unexpected{answer.error()};
-                  if (options && number == questions_) {
-                      list(*options, isWhole);
-                  }
-              }));
+    host_.request(instance_.extension, "options", params,
+                  lifetime_.weakly([this, isWhole = matching.empty(), number = ++questions_](const auto& result) {
+                      const auto options = result ? readOptions(*result) : platform::Unexpected{result.error()};
+                      if (options && number == questions_) {
+                          list(*options, isWhole);
+                      }
+                  }));
 }
 
 void EntityField::list(const OptionsInfo& options, bool isWhole) {

@@ -95,9 +95,10 @@ void GalleryWindow::restyle() {
 
 void GalleryWindow::ask(const std::string& extension) {
     catalog_.describe(host_, extension,
-                      lifetime_.weakly([this, extension](const Message<std::vector<WidgetInfo>>& widgets) {
+                      lifetime_.weakly([this, extension](const platform::Outcome<std::vector<WidgetInfo>>& widgets) {
                           if (!widgets) {
-                              sayNothing(localized("An extension does not say what widgets it has."), widgets.error());
+                              sayNothing(localized("An extension does not say what widgets it has."),
+                                         widgets.error().message);
                               return;
                           }
                           for (const WidgetInfo& widget : *widgets) {
@@ -168,13 +169,11 @@ GtkWidget* GalleryWindow::makeCard(const Instance& instance, const WidgetInfo& w
                                .kind = instance.kind,
                                .family = instance.family,
                                .configuration = {}};
-    host_.ask(instance.extension, methodName(request.method), paramsOf(request),
-              lifetime_.weakly([&card](const platform::Expected<std::string, std::string>& answer) {
-                  const auto entries = answer ? readEntries(*answer) : platform::Unexpected{answer.error()};
-                  if (entries) {
-                      card.view.show(*entryAt(*entries, platform::SystemClock::shared().now()));
-                  }
-              }));
+    host_.requestEntries(instance.extension, request, lifetime_.weakly([&card](const auto& entries) {
+        if (entries) {
+            card.view.show(*entryAt(*entries, platform::SystemClock::shared().now()));
+        }
+    }));
     return box;
 }
 

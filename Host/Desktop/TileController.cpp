@@ -47,13 +47,13 @@ std::string filledIn(const std::string& format, const std::string& value) {
 }
 
 /// For a reader who can do nothing about it; `widgethost explain` says more.
-std::string inWords(NoAnswer::Cause cause) {
+std::string inWords(TileFailure::Cause cause) {
     switch (cause) {
-    case NoAnswer::Cause::notStarted:
+    case TileFailure::Cause::notStarted:
         return localized("The extension could not be started.");
-    case NoAnswer::Cause::lost:
+    case TileFailure::Cause::stopped:
         return localized("The extension stopped without an answer.");
-    case NoAnswer::Cause::unusable:
+    case TileFailure::Cause::invalidResponse:
         break;
     }
     return localized("The extension gave no usable answer.");
@@ -213,7 +213,7 @@ void TileController::explain() {
         return;
     }
     showMessage({.title = localized("Could not be updated"),
-                 .texts = {inWords(current->history().lastFailure->why.cause),
+                 .texts = {inWords(current->history().lastFailure->cause),
                            filledIn(localized("The next attempt is at %s."), shortMoment(current->schedule().due()))},
                  .button = {},
                  .milliseconds = explanationMilliseconds});

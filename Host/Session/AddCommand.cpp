@@ -10,17 +10,18 @@
 namespace host {
 namespace {
 
-using platform::Expected;
 using platform::Failure;
+using platform::Outcome;
 using platform::Unexpected;
 
 struct Unref {
     void operator()(GApplicationCommandLine* line) const { g_object_unref(line); }
 };
 
-class Request : public std::enable_shared_from_this<Request> {
+class AddRequest : public std::enable_shared_from_this<AddRequest> {
   public:
-    Request(HostApplication& host, GApplicationCommandLine* line, Instance instance, std::optional<std::string> family)
+    AddRequest(HostApplication& host, GApplicationCommandLine* line, Instance instance,
+               std::optional<std::string> family)
         : host_(host), line_(G_APPLICATION_COMMAND_LINE(g_object_ref(line))), instance_(std::move(instance)),
           family_(std::move(family)) {}
 
@@ -29,21 +30,22 @@ class Request : public std::enable_shared_from_this<Request> {
         isOneOfSeveral_ = extensions.size() > 1;
         pending_ = extensions.size();
         for (const std::string& extension : extensions) {
-            host_.ask(extension, "describe", "{}",
-                      [self = shared_from_this(), extension](const Expected<std::string, std::string>& answer) {
-                          self->described(extension, answer ? readDescription(*answer) : Unexpected{answer.error()});
-                      });
+            host_.request(extension, "describe", "{}",
+                          [self = shared_from_this(), extension](const ExtensionClient::Result& result) {
+                              self->described(extension,
+                                              result ? readDescription(*result) : Unexpected{result.error()});
+                          });
         }
     }
 
   private:
-    void described(const std::string& extension, const Message<std::vector<WidgetInfo>>& widgets) {
+    void described(const std::string& extension, const Outcome<std::vector<WidgetInfo>>& widgets) {
         --pending_;
         if (isFound_) {
             return;
         }
         if (!widgets) {
-            complain(isOneOfSeveral_ ? extension + ": " + widgets.error() : widgets.error());
+            complain((isOneOfSeveral_ ? extension + ": " : "") + widgets.error().message);
         } else if (isOneOfSeveral_ && !declaredWidget(*widgets, instance_.kind)) {
             lacksWidget_ = true;
         } else {
@@ -51,7 +53,7 @@ class Request : public std::enable_shared_from_this<Request> {
             return add(extension, *widgets);
         }
         if (pending_ == 0 && lacksWidget_) {
-            fail({Failure::Kind::usage, unknownWidget(instance_.kind)});
+            fail(unknownWidget(instance_.kind));
         }
     }
 
@@ -59,7 +61,7 @@ class Request : public std::enable_shared_from_this<Request> {
         instance_.extension = extension;
         auto instance = declaredInstance(instance_, family_, widgets);
         if (!instance) {
-            return fail({Failure::Kind::usage, instance.error()});
+            return fail(instance.error());
         }
         host_.change(Addition{*std::move(instance)},
                      [self = shared_from_this()](const HostApplication::Change& result) { self->changed(result); });
@@ -103,7 +105,7 @@ class Request : public std::enable_shared_from_this<Request> {
 
 } // namespace
 
-Message<Instance> declaredInstance(Instance instance, const std::optional<std::string>& family,
+Outcome<Instance> declaredInstance(Instance instance, const std::optional<std::string>& family,
                                    const std::vector<WidgetInfo>& widgets) {
     const auto widget = declaredWidget(widgets, instance.kind);
     if (!widget) {
@@ -136,7 +138,7 @@ int answerAdd(HostApplication& host, GApplicationCommandLine* line, const std::v
         return static_cast<int>(Failure::Kind::usage);
     }
     const auto family = words[1].empty() ? std::nullopt : std::optional(words[1]);
-    std::make_shared<Request>(host, line, arrangement->instances.front(), family)
+    std::make_shared<AddRequest>(host, line, arrangement->instances.front(), family)
         ->ask({words.begin() + 2, words.end()});
     // A host that ends before it is done has added nothing that anybody knows of.
     return static_cast<int>(Failure::Kind::unavailable);

@@ -15,10 +15,9 @@ namespace host {
 
 class HostApplication;
 
-/// The instance in the family that was chosen, or else in the widget's own; or, in one line, what the widgets do not
-/// declare of it.
-Message<Instance> declaredInstance(Instance instance, const std::optional<std::string>& family,
-                                   const std::vector<WidgetInfo>& widgets);
+/// The instance in the family that was chosen, or else in the widget's own; or what the widgets do not declare of it.
+platform::Outcome<Instance> declaredInstance(Instance instance, const std::optional<std::string>& family,
+                                             const std::vector<WidgetInfo>& widgets);
 
 /// What follows "add": the instance as an arrangement's file has it, its family, empty for the widget's own, and the
 /// extensions that may have the widget. `instance` must have no fault.

@@ -3,6 +3,7 @@
 #include "Host/Connection/UserFolders.h"
 #include "Platform/Foundation/JsonWriter.h"
 #include "Platform/Foundation/Localization.h"
+#include "Platform/Views/ViewWriter.h"
 
 #include <fmt/format.h>
 
@@ -87,7 +88,12 @@ std::optional<StoredEntry> EntryStore::load(const Instance& instance, const std:
     if (!made || takeLine(rest) != askedFor(instance, renderingMode)) {
         return std::nullopt;
     }
-    auto timeline = readTimeline(rest);
+    simdjson::dom::parser parser;
+    Json result;
+    if (parser.parse(rest).get(result) != simdjson::SUCCESS) {
+        return std::nullopt;
+    }
+    auto timeline = readTimeline(result);
     return timeline ? std::optional(StoredEntry{std::move(timeline->entries.front()), *made, timeline->reload})
                     : std::nullopt;
 }
@@ -97,13 +103,19 @@ std::optional<FileError> EntryStore::save(const Instance& instance, const std::s
     if (auto failure = prepare(folder_)) {
         return failure;
     }
-    std::string answer;
-    JsonWriter out(answer);
-    out.beginObject().key("result").beginObject().key("entries").beginArray().raw(entry.entry.json).endArray();
-    out.key("reload").beginObject().member("date", toRfc3339(entry.reload)).endObject().endObject().endObject();
+    std::string timeline;
+    JsonWriter out(timeline);
+    out.beginObject().key("entries").beginArray().beginObject().member("date", toRfc3339(entry.entry.date));
+    out.key("content").beginObject();
+    if (entry.entry.widgetURL) {
+        out.member("widgetURL", *entry.entry.widgetURL);
+    }
+    platform::writeView(out.key("view"), entry.entry.view);
+    out.endObject().endObject().endArray();
+    out.key("reload").beginObject().member("date", toRfc3339(entry.reload)).endObject().endObject();
     return files_.replaceUnflushed(
         pathOf(folder_, instance.id),
-        fmt::format("{}\n{}\n{}\n", toRfc3339(entry.made), askedFor(instance, renderingMode), answer));
+        fmt::format("{}\n{}\n{}\n", toRfc3339(entry.made), askedFor(instance, renderingMode), timeline));
 }
 
 void EntryStore::keepOnly(const std::set<InstanceId>& ids) const {

@@ -1,8 +1,8 @@
 // The last entry of each tile, on disk: what a host draws at its start until the extension has answered.
 //
 // A file a tile, ID.tile, in a folder for the user alone: entries tell what the user reads. Its lines are the moment
-// when the entry came, what it was asked for, and an answer of the protocol's with that entry alone. It is a cache;
-// whoever deletes it loses nothing but a moment. Any thread.
+// when the entry came, what it was asked for, and a timeline as the protocol has it, with that entry alone. It is a
+// cache. Any thread.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"

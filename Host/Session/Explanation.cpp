@@ -65,7 +65,7 @@ std::string explanation(const Tile& tile, Date now) {
     if (history.lastFailure) {
         text += fmt::format("  failed:        {}, {} in a row\n", moment(history.lastFailure->date, now),
                             tile.schedule().failures());
-        text += fmt::format("  because:       {}\n", history.lastFailure->why.reason);
+        text += fmt::format("  because:       {}\n", history.lastFailure->message);
     }
     text += fmt::format("  next try:      {}\n", tile.awaited() ? "under way" : moment(tile.schedule().due(), now));
     return text;

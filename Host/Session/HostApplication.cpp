@@ -23,7 +23,7 @@ constexpr int unavailable = static_cast<int>(platform::Failure::Kind::unavailabl
 /// How long the end waits for what is still to be written.
 constexpr std::chrono::seconds finishTimeout{5};
 
-void complain(const std::string& message) {
+void logWarning(const std::string& message) {
     fmt::print(stderr, "widgethost: {}\n", message);
     std::fflush(stderr);
 }
@@ -36,16 +36,16 @@ HostApplication::HostApplication(const Options& options)
                                              .startExtension = options.startExtension,
                                              .clock = platform::SystemClock::shared(),
                                              .observer = options.display,
-                                             .timeouts = options.timeouts,
                                              .home = options.home,
-                                             .warn = complain}),
+                                             .warn = logWarning}),
       application_(g_application_new(busName, G_APPLICATION_HANDLES_COMMAND_LINE)) {
     g_signal_connect(application_, "startup", G_CALLBACK(&HostApplication::started), this);
     g_signal_connect(application_, "command-line", G_CALLBACK(&HostApplication::commandLine), this);
 }
 
 HostApplication::~HostApplication() {
-    g_clear_object(&monitor_);
+    g_clear_object(&folderMonitor_);
+    g_clear_object(&zoneMonitor_);
     g_object_unref(application_);
 }
 
@@ -54,7 +54,7 @@ int HostApplication::run() {
     std::string command = presence_ == Presence::foreground ? "host" : "background";
     std::array<char*, 3> words{program.data(), command.data(), nullptr};
     const int code = g_application_run(application_, 2, words.data());
-    if (loop_) {
+    if (lock_) {
         display_.shutDown();
         work_.finish(finishTimeout);
     }
@@ -78,16 +78,22 @@ void HostApplication::end() {
     g_application_quit(application_);
 }
 
-void HostApplication::arrangementChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
-                                         GFileMonitorEvent /*event*/, gpointer self) {
+void HostApplication::folderChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
+                                    GFileMonitorEvent /*event*/, gpointer self) {
     static_cast<HostApplication*>(self)->sync();
+}
+
+void HostApplication::zoneChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
+                                  GFileMonitorEvent /*event*/, gpointer self) {
+    // Midnight is another moment now.
+    static_cast<HostApplication*>(self)->session_.reload(std::nullopt, [](const auto& /*failures*/) {});
 }
 
 void HostApplication::start() {
     auto lock = FileLock::tryLock(folder_ / "host.lock");
     if (!lock) {
-        complain(lock.error().kind == platform::Failure::Kind::unavailable ? "another host runs on this arrangement"
-                                                                           : lock.error().message);
+        logWarning(lock.error().kind == platform::Failure::Kind::unavailable ? "another host runs on this arrangement"
+                                                                             : lock.error().message);
         exitCode_ = unavailable;
         g_application_quit(application_);
         return;
@@ -98,28 +104,28 @@ void HostApplication::start() {
         g_dbus_connection_set_exit_on_close(bus, FALSE);
         g_signal_connect_swapped(bus, "closed", G_CALLBACK(&g_application_quit), application_);
     } else {
-        complain("there is no session bus: commands reach this host by the arrangement's file alone");
+        logWarning("there is no session bus: commands reach this host by the arrangement's file alone");
     }
     if (landlockVersion() == 0) {
-        complain("this kernel has no Landlock: extensions can read more than they should");
+        logWarning("this kernel has no Landlock: extensions can read more than they should");
     }
     g_application_hold(application_);
     g_unix_signal_add(SIGTERM, &HostApplication::ended, this);
     g_unix_signal_add(SIGINT, &HostApplication::ended, this);
-    loop_ = std::make_unique<SessionLoop>(session_);
     display_.started(*this);
-    follow();
+    const auto follow = [this](const char* path, auto changed) {
+        GFile* file = g_file_new_for_path(path);
+        GFileMonitor* monitor = g_file_monitor(file, G_FILE_MONITOR_WATCH_MOVES, nullptr, nullptr);
+        g_object_unref(file);
+        if (monitor != nullptr) {
+            g_signal_connect(monitor, "changed", G_CALLBACK(changed), this);
+        }
+        return monitor;
+    };
+    // The arrangement's folder, not the file, which is replaced by another.
+    folderMonitor_ = follow(folder_.c_str(), &HostApplication::folderChanged);
+    zoneMonitor_ = follow("/etc/localtime", &HostApplication::zoneChanged);
     sync();
-}
-
-/// The folder, not the file: whoever replaces the file makes another one.
-void HostApplication::follow() {
-    GFile* folder = g_file_new_for_path(folder_.c_str());
-    monitor_ = g_file_monitor_directory(folder, G_FILE_MONITOR_WATCH_MOVES, nullptr, nullptr);
-    g_object_unref(folder);
-    if (monitor_ != nullptr) {
-        g_signal_connect(monitor_, "changed", G_CALLBACK(&HostApplication::arrangementChanged), this);
-    }
 }
 
 HostApplication::Stamp HostApplication::stampOf(const std::filesystem::path& file) {
@@ -140,18 +146,20 @@ void HostApplication::sync() {
     auto arrangement = file_.load();
     if (!arrangement) {
         // The tiles stay as they are until there is an arrangement that can be read.
-        if (complaint_ != arrangement.error().message) {
-            complaint_ = arrangement.error().message;
-            complain(complaint_);
+        if (lastError_ != arrangement.error().message) {
+            lastError_ = arrangement.error().message;
+            logWarning(lastError_);
         }
         return;
     }
-    complaint_.clear();
+    lastError_.clear();
+    if (std::exchange(isLoaded_, true) && arrangement_ == *arrangement) {
+        return;
+    }
     arrangement_ = *std::move(arrangement);
     display_.arrangementChanged(arrangement_);
     session_.setTiles(arrangement_.instances);
     session_.setRenderingMode(arrangement_.renderingMode);
-    loop_->wakeSoon();
 }
 
 void HostApplication::change(ArrangementChange change, std::function<void(const Change& result)> done) {
@@ -175,7 +183,7 @@ void HostApplication::change(ArrangementChange change, std::function<void(const 
                        const Change& result = *writing->result;
                        if (result) {
                            if (result->notice) {
-                               complain(*result->notice);
+                               logWarning(*result->notice);
                            }
                            sync();
                        }
@@ -189,13 +197,19 @@ void HostApplication::workLater(std::function<void()> work) {
 
 void HostApplication::reload(InstanceId id) {
     session_.reload(id);
-    loop_->step();
 }
 
-void HostApplication::ask(const std::string& extension, std::string_view method, std::string_view params,
-                          Session::Answered done) {
-    session_.ask(extension, method, params, std::move(done));
-    loop_->wakeSoon();
+void HostApplication::request(const std::string& extension, std::string_view method, std::string_view params,
+                              ExtensionClient::Responded responded) {
+    session_.request(extension, method, params, std::move(responded));
+}
+
+void HostApplication::requestEntries(const std::string& extension, const EntryRequest& request,
+                                     std::function<void(const platform::Outcome<std::vector<Entry>>& entries)> done) {
+    session_.request(extension, methodName(request.method), paramsOf(request),
+                     [done = std::move(done)](const ExtensionClient::Result& result) {
+                         done(result ? readEntries(*result) : platform::Unexpected{result.error()});
+                     });
 }
 
 int HostApplication::answer(GApplicationCommandLine* line) {
@@ -247,8 +261,7 @@ int HostApplication::reload(GApplicationCommandLine* line, const std::optional<s
         g_application_command_line_set_exit_status(line, failures.empty() ? 0 : unavailable);
         g_object_unref(line);
     });
-    loop_->step();
-    // What is answered here counts; it may all be over already.
+    // There may be no tiles of that kind.
     return g_application_command_line_get_exit_status(line);
 }
 

@@ -6,8 +6,8 @@
 
 #include "Host/Arrangement/ArrangementFile.h"
 #include "Host/Arrangement/FileLock.h"
+#include "Host/Connection/Requests.h"
 #include "Host/Session/Session.h"
-#include "Host/Session/SessionLoop.h"
 #include "Host/Session/WorkQueue.h"
 
 #include <gio/gio.h>
@@ -16,8 +16,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -53,7 +53,6 @@ class HostApplication {
         HostDisplay& display;
         /// Whether a host that runs already is told that somebody wants to see it.
         Presence presence = Presence::foreground;
-        Timeouts timeouts;
     };
     explicit HostApplication(const Options& options);
     HostApplication(const HostApplication&) = delete;
@@ -80,18 +79,21 @@ class HostApplication {
     void workLater(std::function<void()> work);
     /// Asks for one tile at once.
     void reload(InstanceId id);
-    /// As `Session::ask`.
-    void ask(const std::string& extension, std::string_view method, std::string_view params, Session::Answered done);
+    /// As `Session::request`.
+    void request(const std::string& extension, std::string_view method, std::string_view params,
+                 ExtensionClient::Responded responded);
+    /// The same for entries.
+    void requestEntries(const std::string& extension, const EntryRequest& request,
+                        std::function<void(const platform::Outcome<std::vector<Entry>>& entries)> done);
 
   private:
     static void started(GApplication* application, gpointer self);
     static int commandLine(GApplication* application, GApplicationCommandLine* line, gpointer self);
-    static void arrangementChanged(GFileMonitor* monitor, GFile* file, GFile* other, GFileMonitorEvent event,
-                                   gpointer self);
+    static void folderChanged(GFileMonitor* monitor, GFile* file, GFile* other, GFileMonitorEvent event, gpointer self);
+    static void zoneChanged(GFileMonitor* monitor, GFile* file, GFile* other, GFileMonitorEvent event, gpointer self);
     static gboolean ended(gpointer self);
 
     void start();
-    void follow();
     void sync();
     int answer(GApplicationCommandLine* line);
     int reload(GApplicationCommandLine* line, const std::optional<std::string>& kind);
@@ -102,18 +104,19 @@ class HostApplication {
     HostDisplay& display_;
     Presence presence_;
     Arrangement arrangement_;
+    bool isLoaded_ = false;
     /// Another one for each content of the arrangement's file.
     using Stamp = std::array<std::int64_t, 5>;
     static Stamp stampOf(const std::filesystem::path& file);
     std::optional<Stamp> stamp_;
     Session session_;
-    std::unique_ptr<SessionLoop> loop_;
     /// host.lock: one host at a time shows an arrangement. Commands, which have a lock of their own, go on meanwhile.
     std::optional<FileLock> lock_;
     GApplication* application_;
-    GFileMonitor* monitor_ = nullptr;
-    /// The last complaint about the arrangement's file, which is made once.
-    std::string complaint_;
+    GFileMonitor* folderMonitor_ = nullptr;
+    GFileMonitor* zoneMonitor_ = nullptr;
+    /// What is wrong with the arrangement's file, which is logged once.
+    std::string lastError_;
     int exitCode_ = 0;
     WorkQueue work_;
 };

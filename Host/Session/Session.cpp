@@ -1,6 +1,5 @@
 #include "Host/Session/Session.h"
 
-#include "Host/Connection/ExtensionConnection.h"
 #include "Host/Connection/Requests.h"
 
 #include <algorithm>
@@ -9,7 +8,8 @@
 namespace host {
 
 using platform::Date;
-using platform::Expected;
+using platform::Failure;
+using platform::Outcome;
 using platform::Unexpected;
 
 namespace {
@@ -25,12 +25,25 @@ EntryRequest requestFor(const Instance& instance, const std::string& renderingMo
             .configuration = {instance.configuration.begin(), instance.configuration.end()}};
 }
 
+template <class Time>
+void include(std::optional<Time>& earliest, const std::optional<Time>& time) {
+    if (time) {
+        earliest = std::min(earliest.value_or(*time), *time);
+    }
+}
+
 constexpr const char* askedFor = "it was asked for";
 
 } // namespace
 
+Session::Session(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)), files_(dependencies_.home.lexically_normal()),
+      source_([this] { dispatch(); }) {
+    updateSource();
+}
+
 void Session::setTiles(const std::vector<Instance>& instances) {
-    const Date now = around_.clock.now();
+    const Date now = dependencies_.clock.now();
     std::map<InstanceId, Tile> kept;
     for (const Instance& instance : instances) {
         const auto known = tiles_.find(instance.id);
@@ -41,32 +54,34 @@ void Session::setTiles(const std::vector<Instance>& instances) {
             kept.insert(tiles_.extract(known));
         }
     }
-    // What is left has been removed, and nobody waits for it any more.
-    for (const auto& [id, tile] : std::exchange(tiles_, std::move(kept))) {
-        tellWaiters(id, std::nullopt);
+    for (const auto& [id, removed] : std::exchange(tiles_, std::move(kept))) {
+        completeReloads(id, std::nullopt);
     }
     followFiles();
+    dispatchSoon();
 }
 
 void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
-    Waiter waiter{.pending = {}, .failures = {}, .done = std::move(done)};
+    ReloadRequest request{.pending = {}, .failures = {}, .done = std::move(done)};
     for (auto& [id, tile] : tiles_) {
         if (!kind || tile.instance().kind == *kind) {
-            tile.reload(around_.clock.now(), askedFor);
-            waiter.pending.push_back(id);
+            tile.reload(dependencies_.clock.now(), askedFor);
+            request.pending.push_back(id);
         }
     }
-    if (waiter.pending.empty()) {
-        waiter.done({});
+    if (request.pending.empty()) {
+        request.done({});
     } else {
-        waiters_.push_back(std::move(waiter));
+        reloads_.push_back(std::move(request));
+        dispatchSoon();
     }
 }
 
 void Session::reload(InstanceId id) {
     const auto known = tiles_.find(id);
     if (known != tiles_.end()) {
-        known->second.reload(around_.clock.now(), askedFor);
+        known->second.reload(dependencies_.clock.now(), askedFor);
+        dispatchSoon();
     }
 }
 
@@ -76,8 +91,10 @@ void Session::setRenderingMode(const std::string& mode) {
     }
 }
 
-void Session::ask(const std::string& extension, std::string_view method, std::string_view params, Answered done) {
-    questions_.push_back({extension, std::string(method), std::string(params), std::move(done)});
+void Session::request(const std::string& extension, std::string_view method, std::string_view params,
+                      ExtensionClient::Responded responded) {
+    pending_.push_back({extension, std::string(method), std::string(params), std::move(responded)});
+    dispatchSoon();
 }
 
 const Tile* Session::tile(InstanceId id) const {
@@ -87,66 +104,28 @@ const Tile* Session::tile(InstanceId id) const {
 
 void Session::clockChanged() {
     for (auto& [id, tile] : tiles_) {
-        tile.clockChanged(around_.clock.now());
+        tile.clockChanged(dependencies_.clock.now());
     }
+    dispatchSoon();
 }
 
-std::vector<pollfd> Session::awaited() const {
-    std::vector<pollfd> all;
-    if (!followed_.empty() && files_.descriptor() >= 0) {
-        all.push_back({files_.descriptor(), POLLIN, 0});
+void Session::dispatch() {
+    if (source_.isReady(timer_.descriptor()) && timer_.take() == WallTimer::Event::clockSet) {
+        clockChanged();
     }
-    for (const auto& [identifier, extension] : extensions_) {
-        for (const pollfd& descriptor : extension->channel().awaited()) {
-            if (descriptor.fd >= 0) {
-                all.push_back(descriptor);
-            }
-        }
-    }
-    return all;
-}
-
-std::optional<SteadyTime> Session::deadline() const {
-    std::optional<SteadyTime> earliest = files_.deadline();
-    const auto include = [&earliest](const std::optional<SteadyTime>& deadline) {
-        if (deadline) {
-            earliest = std::min(earliest.value_or(*deadline), *deadline);
-        }
-    };
-    for (const auto& [identifier, extension] : extensions_) {
-        include(extension->deadline());
-    }
-    for (const auto& [id, tile] : tiles_) {
-        include(tile.fileDeadline());
-    }
-    return earliest;
-}
-
-std::optional<Date> Session::nextDate() const {
-    std::optional<Date> earliest;
-    for (const auto& [id, tile] : tiles_) {
-        if (const auto next = tile.nextEvent()) {
-            earliest = std::min(earliest.value_or(*next), *next);
-        }
-    }
-    return earliest;
-}
-
-void Session::step(std::span<const pollfd> ready) {
-    // Before the answers: those that came while files were being written do not count.
-    noticeChangedFiles();
-    exchange(ready);
-    bury();
-    askQuestions();
-    askForDueTiles();
+    takeFileChanges();
+    std::erase_if(extensions_, [](const auto& each) { return each.second->hasEnded(); });
+    sendPending();
+    requestDueTiles();
     for (auto& [id, tile] : tiles_) {
-        if (tile.advance(around_.clock.now())) {
-            around_.observer.tileUpdated(tile, TileUpdate::entry);
+        if (tile.advance(dependencies_.clock.now())) {
+            dependencies_.observer.tileUpdated(tile, TileUpdate::entry);
         }
     }
+    updateSource();
 }
 
-void Session::noticeChangedFiles() {
+void Session::takeFileChanges() {
     const SteadyTime now = steadyNow();
     files_.dispatch(now);
     for (const std::string& path : files_.takeChanged(now)) {
@@ -158,69 +137,26 @@ void Session::noticeChangedFiles() {
     }
     if (files_.failure() != warning_) {
         warning_ = files_.failure();
-        if (warning_ && around_.warn) {
-            around_.warn(*warning_);
+        if (warning_ && dependencies_.warn) {
+            dependencies_.warn(*warning_);
         }
     }
 }
 
-void Session::exchange(std::span<const pollfd> ready) {
-    const SteadyTime now = steadyNow();
-    for (auto& [identifier, extension] : extensions_) {
-        auto descriptors = extension->channel().awaited();
-        for (pollfd& descriptor : descriptors) {
-            const auto known =
-                std::find_if(ready.begin(), ready.end(), [&](const pollfd& each) { return each.fd == descriptor.fd; });
-            descriptor.revents = known == ready.end() || descriptor.fd < 0 ? short{0} : known->revents;
-        }
-        extension->exchange(descriptors, now);
-        takeAnswers(*extension);
-        extension->expire(now);
-    }
-}
-
-void Session::takeAnswers(RunningExtension& extension) {
-    while (auto answer = extension.nextAnswer(steadyNow())) {
-        auto line = answerWithResult(std::move(answer->line));
-        finish(answer->ticket, {.answer = line ? Expected<std::string, NoAnswer>(*std::move(line))
-                                               : Unexpected{NoAnswer{NoAnswer::Cause::unusable, line.error().message}},
-                                .seconds = answer->seconds,
-                                .manifest = extension.channel().manifest()});
-    }
-}
-
-/// Has those know who wait for extensions that are lost, and lets go of these when they are gone.
-void Session::bury() {
-    std::erase_if(extensions_, [this](const auto& each) {
-        RunningExtension& extension = *each.second;
-        const auto lost = extension.channel().lost();
-        if (lost) {
-            for (const Ticket ticket : extension.takeUnanswered()) {
-                finish(ticket, {.answer = Unexpected{NoAnswer{NoAnswer::Cause::lost, *lost}},
-                                .seconds = 0,
-                                .manifest = extension.channel().manifest()});
-            }
-        }
-        return extension.channel().hasEnded();
-    });
-}
-
-void Session::askQuestions() {
-    // Whoever is answered here may ask the next.
-    for (Question& question : std::exchange(questions_, {})) {
-        const auto extension = running(question.extension);
-        if (extension) {
-            const Ticket ticket{++lastTicket_};
-            (*extension)->ask(question.method, question.params, ticket, steadyNow());
-            asked_.emplace(ticket, std::move(question.done));
+void Session::sendPending() {
+    // A callback may add the next.
+    for (Request& request : std::exchange(pending_, {})) {
+        const auto client = extension(request.extension);
+        if (client) {
+            (*client)->send(request.method, request.params, std::move(request.responded));
         } else {
-            question.done(Unexpected{extension.error()});
+            request.responded(Unexpected{client.error()});
         }
     }
 }
 
-void Session::askForDueTiles() {
-    const Date now = around_.clock.now();
+void Session::requestDueTiles() {
+    const Date now = dependencies_.clock.now();
     std::map<std::string, std::vector<Tile*>> due;
     for (auto& [id, tile] : tiles_) {
         if (tile.isDue(now, steadyNow())) {
@@ -228,107 +164,116 @@ void Session::askForDueTiles() {
         }
     }
     for (const auto& [identifier, tiles] : due) {
-        ask(identifier, tiles);
-    }
-}
-
-void Session::ask(const std::string& identifier, const std::vector<Tile*>& due) {
-    const auto extension = running(identifier);
-    for (Tile* tile : due) {
-        if (extension) {
-            const Ticket ticket{++lastTicket_};
-            const EntryRequest request = requestFor(tile->instance(), renderingMode_);
-            (*extension)->ask(methodName(request.method), paramsOf(request), ticket, steadyNow());
-            tile->asked(ticket, steadyNow());
-        } else {
-            fail(*tile, {NoAnswer::Cause::notStarted, extension.error()});
-            around_.observer.tileUpdated(*tile, TileUpdate::status);
+        const auto client = extension(identifier);
+        for (Tile* tile : tiles) {
+            if (client) {
+                requestTimeline(*tile, **client);
+            } else {
+                handleFailure(*tile, {now, TileFailure::Cause::notStarted, client.error().message});
+            }
         }
     }
 }
 
-Expected<RunningExtension*, std::string> Session::running(const std::string& identifier) {
-    std::vector<RunningExtension*> stale;
+void Session::requestTimeline(Tile& tile, ExtensionClient& extension) {
+    const RequestId id{++lastRequest_};
+    tile.asked(id, steadyNow());
+    const EntryRequest request = requestFor(tile.instance(), renderingMode_);
+    extension.send(methodName(request.method), paramsOf(request),
+                   [this, id, instance = tile.instance().id, manifest = extension.manifest()](const auto& result) {
+                       handleResponse(instance, id, manifest, result);
+                   });
+}
+
+/// The process that the next request goes to, started if need be.
+Outcome<ExtensionClient*> Session::extension(const std::string& identifier) {
+    std::vector<ExtensionClient*> outdated;
     const auto [first, last] = extensions_.equal_range(identifier);
     for (auto each = first; each != last; ++each) {
-        RunningExtension& extension = *each->second;
-        if (extension.isLeaving()) {
+        ExtensionClient& client = *each->second;
+        if (client.isShuttingDown()) {
             continue;
         }
-        if (!extension.channel().isStale()) {
-            return &extension;
+        if (!client.needsRestart()) {
+            return &client;
         }
-        // What it may read lies somewhere else now; another process will see it.
-        stale.push_back(&extension);
-        extension.dismiss(steadyNow());
+        outdated.push_back(&client);
+        client.shutDown();
     }
-    const auto manifest = around_.findManifest(identifier);
+    const auto manifest = dependencies_.findManifest(identifier);
     if (!manifest) {
         return Unexpected{manifest.error()};
     }
-    auto channel = around_.startExtension(*manifest);
-    if (!channel) {
-        return Unexpected{channel.error()};
+    auto started = dependencies_.startExtension(*manifest);
+    if (!started) {
+        return Unexpected{started.error()};
     }
-    auto started = std::make_unique<RunningExtension>(*std::move(channel), around_.timeouts, steadyNow());
-    for (RunningExtension* each : stale) {
+    ExtensionClient& client = *extensions_.emplace(identifier, *std::move(started))->second;
+    client.onEnd([this] { dispatchSoon(); });
+    for (ExtensionClient* each : outdated) {
         // Its answers may lack what has been replaced.
-        started->takeOver(*each, steadyNow());
+        client.takeRequests(*each);
     }
-    return extensions_.emplace(identifier, std::move(started))->second.get();
+    return &client;
 }
 
-void Session::finish(Ticket ticket, const Reply& reply) {
-    if (const auto question = asked_.extract(ticket)) {
-        question.mapped()(reply.answer ? Expected<std::string, std::string>(*reply.answer)
-                                       : Unexpected{reply.answer.error().reason});
+void Session::handleResponse(InstanceId id, RequestId request, const Manifest& manifest,
+                             const ExtensionClient::Result& result) {
+    const auto known = tiles_.find(id);
+    if (known == tiles_.end() || known->second.awaited() != request) {
         return;
     }
-    const auto asker = std::find_if(tiles_.begin(), tiles_.end(),
-                                    [ticket](const auto& each) { return each.second.awaited() == ticket; });
-    if (asker != tiles_.end()) {
-        Tile& tile = asker->second;
-        finish(tile, reply);
-        around_.observer.tileUpdated(tile, tile.advance(around_.clock.now()) ? TileUpdate::entry : TileUpdate::status);
+    Tile& tile = known->second;
+    auto timeline = result ? readTimeline(*result) : Outcome<Timeline>(Unexpected{result.error()});
+    if (timeline) {
+        handleTimeline(tile, *std::move(timeline), manifest);
+    } else {
+        const bool isGone = !result && result.error().kind == Failure::Kind::unavailable;
+        handleFailure(tile, {dependencies_.clock.now(),
+                             isGone ? TileFailure::Cause::stopped : TileFailure::Cause::invalidResponse,
+                             timeline.error().message});
     }
+    dispatchSoon();
 }
 
-void Session::finish(Tile& tile, const Reply& reply) {
-    if (!reply.answer) {
-        fail(tile, reply.answer.error());
-        return;
-    }
-    auto timeline = readTimeline(*reply.answer);
-    if (!timeline) {
-        fail(tile, {NoAnswer::Cause::unusable, timeline.error()});
-        return;
-    }
-    const Date now = around_.clock.now();
-    auto watches = watchesOf(*timeline, reply.manifest);
-    const SteadyTime asked =
-        steadyNow() - std::chrono::duration_cast<SteadyTime::duration>(std::chrono::duration<double>(reply.seconds));
-    const bool isUnsettled = std::any_of(watches.begin(), watches.end(),
-                                         [&](const std::string& path) { return files_.isUnsettledSince(path, asked); });
-    if (!isUnsettled || !tile.discard(*timeline, now)) {
-        tile.answered(*std::move(timeline), std::move(watches), now, reply.seconds);
+void Session::handleTimeline(Tile& tile, Timeline timeline, const Manifest& manifest) {
+    // Before the answer: it does not count if it came while a file was being written.
+    takeFileChanges();
+    const Date now = dependencies_.clock.now();
+    const std::chrono::duration<double> taken = steadyNow() - tile.lastAsked();
+    auto watches = watchesOf(timeline, manifest);
+    const bool isUnsettled = std::any_of(watches.begin(), watches.end(), [&](const std::string& path) {
+        return files_.isUnsettledSince(path, tile.lastAsked());
+    });
+    if (!isUnsettled || !tile.discard(timeline, now)) {
+        tile.answered(std::move(timeline), std::move(watches), now, taken.count());
         const auto before = followed_;
         followFiles();
         for (const std::string& path : tile.watches()) {
             // It may have changed after it was read and before it was followed.
-            if (!before.contains(path) && files_.hasChangedSince(path, now.addingSeconds(-reply.seconds))) {
+            if (!before.contains(path) && files_.hasChangedSince(path, now.addingSeconds(-taken.count()))) {
                 tile.fileChanged(path, steadyNow());
             }
         }
     }
-    tellWaiters(tile.instance().id, std::nullopt);
+    dependencies_.observer.tileUpdated(tile, tile.advance(now) ? TileUpdate::entry : TileUpdate::status);
+    completeReloads(tile.instance().id, std::nullopt);
 }
 
-/// The files that an extension may have followed, by their absolute paths.
+void Session::handleFailure(Tile& tile, TileFailure failure) {
+    const InstanceId id = tile.instance().id;
+    const std::string message = std::to_string(id) + ": " + failure.message;
+    tile.failed(std::move(failure));
+    dependencies_.observer.tileUpdated(tile, TileUpdate::status);
+    completeReloads(id, message);
+}
+
+/// The absolute paths of the files that the extension may have followed.
 std::set<std::string> Session::watchesOf(const Timeline& timeline, const Manifest& manifest) const {
     std::set<std::string> watches;
     for (const std::string& path : timeline.watches) {
-        if (around_.home.is_absolute() && mayRead(manifest, path)) {
-            watches.insert((around_.home / path).lexically_normal().string());
+        if (dependencies_.home.is_absolute() && mayRead(manifest, path)) {
+            watches.insert((dependencies_.home / path).lexically_normal().string());
         }
     }
     return watches;
@@ -345,25 +290,36 @@ void Session::followFiles() {
     }
 }
 
-void Session::fail(Tile& tile, const NoAnswer& why) {
-    tile.failed(why, around_.clock.now());
-    tellWaiters(tile.instance().id, std::to_string(tile.instance().id) + ": " + why.reason);
-}
-
-void Session::tellWaiters(InstanceId id, const std::optional<std::string>& failure) {
-    std::vector<Waiter> served;
-    for (Waiter& waiter : waiters_) {
-        if (std::erase(waiter.pending, id) > 0 && failure) {
-            waiter.failures.push_back(*failure);
+void Session::completeReloads(InstanceId id, const std::optional<std::string>& failure) {
+    for (ReloadRequest& request : reloads_) {
+        if (std::erase(request.pending, id) > 0 && failure) {
+            request.failures.push_back(*failure);
         }
     }
-    const auto isServed = [](const Waiter& waiter) { return waiter.pending.empty(); };
-    const auto rest = std::stable_partition(waiters_.begin(), waiters_.end(), std::not_fn(isServed));
-    std::move(rest, waiters_.end(), std::back_inserter(served));
-    waiters_.erase(rest, waiters_.end());
-    for (const Waiter& waiter : served) {
-        waiter.done(waiter.failures);
+    const auto rest = std::stable_partition(reloads_.begin(), reloads_.end(),
+                                            [](const ReloadRequest& request) { return !request.pending.empty(); });
+    const std::vector<ReloadRequest> complete(std::make_move_iterator(rest), std::make_move_iterator(reloads_.end()));
+    reloads_.erase(rest, reloads_.end());
+    for (const ReloadRequest& request : complete) {
+        request.done(request.failures);
     }
+}
+
+/// Has the main loop wait for what is due next.
+void Session::updateSource() {
+    std::optional<SteadyTime> deadline = files_.deadline();
+    std::optional<Date> date;
+    for (const auto& [id, tile] : tiles_) {
+        include(deadline, tile.fileDeadline());
+        include(date, tile.nextEvent());
+    }
+    if (!pending_.empty()) {
+        deadline = SteadyTime();
+    }
+    source_.watch(files_.descriptor(), followed_.empty() ? GIOCondition{} : G_IO_IN);
+    source_.watch(timer_.descriptor(), G_IO_IN);
+    source_.setDeadline(deadline);
+    timer_.set(date);
 }
 
 } // namespace host

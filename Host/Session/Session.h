@@ -1,25 +1,23 @@
 // The core of a host that runs day and night: keeps every tile's entry up to date, and every extension in its bounds.
 //
-// It has no loop and no timer of its own: its owner waits, for the descriptors, for the deadline by the steady clock
-// and for the date by the wall clock that it names, and calls `step` whenever one of them is there.
+// It runs on GLib's main loop, in the default main context; between reloads nothing wakes up.
 //
 //  - A tile is asked for when it is due (see TileSchedule.h). Its extension is started for that if it does not run, all
-//    its due tiles are asked for together, and it is told to leave when it has had nothing to do for five seconds.
+//    its due tiles are asked for together, and it shuts down when it has had nothing to do for five seconds.
 //  - An extension that ends, is silent for too long (Timeouts.h), floods or speaks nonsense is ended. Its tiles keep
-//    their entries and are tried again, each by its schedule; other extensions' tiles do not notice.
+//    their entries and are tried again, each by its schedule; other extensions' tiles are not affected.
 //  - A tile is asked for, too, when one of the files changes that its answer names (see FileWatcher.h). An answer that
-//    came while such a file was being written is passed over, so that half a file is never shown.
-//  - An entry that is equal to the one before is no news.
+//    came while such a file was being written is discarded, so that half a file is never shown.
+//  - An entry that is equal to the one before is not reported.
 //
 // One thread.
 #pragma once
 
-#include "Host/Connection/Manifest.h"
+#include "Host/Connection/ExtensionClient.h"
 #include "Host/Session/FileWatcher.h"
-#include "Host/Session/RunningExtension.h"
 #include "Host/Session/Tile.h"
+#include "Host/Session/WallTimer.h"
 #include "Platform/Foundation/Clock.h"
-#include "Platform/Foundation/Expected.h"
 
 #include <filesystem>
 #include <functional>
@@ -27,7 +25,6 @@
 #include <memory>
 #include <optional>
 #include <set>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,24 +48,22 @@ class SessionObserver {
 
 class Session {
   public:
-    /// Finds the manifest of the extension with that identifier, as it is now; the error is one clear line.
-    using FindManifest = std::function<platform::Expected<Manifest, std::string>(const std::string& identifier)>;
-    using StartExtension = std::function<platform::Expected<ExtensionChannel, std::string>(const Manifest& manifest)>;
+    /// Finds the manifest of the extension with that identifier, as it is now.
+    using FindManifest = std::function<platform::Outcome<Manifest>(const std::string& identifier)>;
+    using StartExtension = std::function<platform::Outcome<std::unique_ptr<ExtensionClient>>(const Manifest& manifest)>;
 
-    /// What the session works with; the clock and the observer must outlive it.
-    struct Surroundings {
+    /// The clock and the observer must outlive the session.
+    struct Dependencies {
         FindManifest findManifest;
         StartExtension startExtension;
         const platform::Clock& clock;
         SessionObserver& observer;
-        Timeouts timeouts;
         /// The user's real home, which the paths of followed files start from; absolute.
         std::filesystem::path home;
-        /// Tells, in one clear line, what does not work as it should; may be empty.
+        /// Called with one clear line when something does not work as it should; may be empty.
         std::function<void(const std::string& message)> warn;
     };
-    explicit Session(Surroundings surroundings)
-        : around_(std::move(surroundings)), files_(around_.home.lexically_normal()) {}
+    explicit Session(Dependencies dependencies);
 
     /// From now on these are the tiles. New ones and those that show something else are asked for at once.
     void setTiles(const std::vector<Instance>& instances);
@@ -78,76 +73,64 @@ class Session {
 
     /// Called when the tiles that were to be reloaded have their answers or have failed, with the failures in words.
     using Reloaded = std::function<void(const std::vector<std::string>& failures)>;
-    /// Asks for the tiles of that kind, or all, at once. `done` may be called before this returns.
+    /// Asks for the tiles of that kind, or all, at once. `done` is called before this returns if there are no tiles.
     void reload(const std::optional<std::string>& kind, Reloaded done);
     /// Asks for one tile at once, if it is there.
     void reload(InstanceId id);
 
-    /// An answer with a result, or why there is none, in one clear line.
-    using Answered = std::function<void(const platform::Expected<std::string, std::string>& answer)>;
-    /// Puts a question of the user's to an extension, which is started for it if it does not run; `params` is a JSON
-    /// object. `done` is called once, by `step`.
-    void ask(const std::string& extension, std::string_view method, std::string_view params, Answered done);
+    /// Sends a request of the user's to an extension, which is started for it if it does not run; `params` is a JSON
+    /// object. `responded` is called once, from the main loop.
+    void request(const std::string& extension, std::string_view method, std::string_view params,
+                 ExtensionClient::Responded responded);
 
     const Tile* tile(InstanceId id) const;
     const std::map<InstanceId, Tile>& tiles() const { return tiles_; }
 
-    /// The wall clock was set, or its zone was changed, or the machine has slept.
+    /// The wall clock was set, or the machine has slept.
     void clockChanged();
 
-    std::vector<pollfd> awaited() const;
-    std::optional<SteadyTime> deadline() const;
-    std::optional<platform::Date> nextDate() const;
-    /// Does what there is to do; `ready` is `awaited()` with the events that there were, or empty.
-    void step(std::span<const pollfd> ready);
-
   private:
-    struct Waiter {
+    struct ReloadRequest {
         std::vector<InstanceId> pending;
         std::vector<std::string> failures;
         Reloaded done;
     };
-
-    struct Question {
+    struct Request {
         std::string extension;
         std::string method;
         std::string params;
-        Answered done;
+        ExtensionClient::Responded responded;
     };
 
-    void exchange(std::span<const pollfd> ready);
-    void noticeChangedFiles();
-    void takeAnswers(RunningExtension& extension);
-    void bury();
-    void askQuestions();
-    void askForDueTiles();
-    void ask(const std::string& identifier, const std::vector<Tile*>& due);
-    platform::Expected<RunningExtension*, std::string> running(const std::string& identifier);
-    struct Reply {
-        platform::Expected<std::string, NoAnswer> answer;
-        double seconds;
-        const Manifest& manifest;
-    };
-    void finish(Ticket ticket, const Reply& reply);
-    void finish(Tile& tile, const Reply& reply);
-    void fail(Tile& tile, const NoAnswer& why);
+    void dispatch();
+    void dispatchSoon() { source_.setDeadline(SteadyTime()); }
+    void takeFileChanges();
+    void sendPending();
+    void requestDueTiles();
+    void requestTimeline(Tile& tile, ExtensionClient& extension);
+    platform::Outcome<ExtensionClient*> extension(const std::string& identifier);
+    void handleResponse(InstanceId id, RequestId request, const Manifest& manifest,
+                        const ExtensionClient::Result& result);
+    void handleTimeline(Tile& tile, Timeline timeline, const Manifest& manifest);
+    void handleFailure(Tile& tile, TileFailure failure);
     std::set<std::string> watchesOf(const Timeline& timeline, const Manifest& manifest) const;
     void followFiles();
-    void tellWaiters(InstanceId id, const std::optional<std::string>& failure);
+    void completeReloads(InstanceId id, const std::optional<std::string>& failure);
+    void updateSource();
 
-    Surroundings around_;
+    Dependencies dependencies_;
     FileWatcher files_;
     std::set<std::string> followed_;
     std::optional<std::string> warning_;
     std::map<InstanceId, Tile> tiles_;
-    /// By the extension's identifier; those that leave, or are lost, are kept until their processes are gone.
-    std::multimap<std::string, std::unique_ptr<RunningExtension>> extensions_;
-    std::vector<Waiter> waiters_;
-    /// Those that are still to be put, and those that are.
-    std::vector<Question> questions_;
-    std::map<Ticket, Answered> asked_;
+    std::vector<ReloadRequest> reloads_;
+    std::vector<Request> pending_;
     std::string renderingMode_ = Arrangement::fullColor;
-    std::uint64_t lastTicket_ = 0;
+    std::uint64_t lastRequest_ = 0;
+    WallTimer timer_;
+    EventSource source_;
+    /// By identifier. Includes processes that are shutting down; they get no new requests.
+    std::multimap<std::string, std::unique_ptr<ExtensionClient>> extensions_;
 };
 
 } // namespace host

@@ -51,8 +51,8 @@ void Tile::clockChanged(Date now) {
     }
 }
 
-void Tile::asked(Ticket ticket, SteadyTime now) {
-    awaited_ = ticket;
+void Tile::asked(RequestId request, SteadyTime now) {
+    awaited_ = request;
     lastAsked_ = now;
     fileDeadline_.reset();
     history_.reason = std::exchange(reason_, "its time had come");
@@ -78,10 +78,10 @@ void Tile::answered(Timeline timeline, std::set<std::string> watches, Date now, 
     current_ = 0;
 }
 
-void Tile::failed(NoAnswer why, Date now) {
+void Tile::failed(TileFailure failure) {
     awaited_.reset();
-    history_.lastFailure = TileHistory::Failure{now, std::move(why)};
-    schedule_.failed(now);
+    schedule_.failed(failure.date);
+    history_.lastFailure = std::move(failure);
 }
 
 bool Tile::advance(Date now) {

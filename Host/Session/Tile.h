@@ -2,10 +2,10 @@
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
+#include "Host/Connection/EventSource.h"
 #include "Host/Connection/Messages.h"
 #include "Host/Session/TileSchedule.h"
 
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,19 +16,19 @@
 
 namespace host {
 
-/// Why there is no answer.
-struct NoAnswer {
+/// Why a reload failed.
+struct TileFailure {
     enum class Cause {
-        /// The extension could not be started.
         notStarted,
-        /// It ended, fell silent, or said what made no sense at all, and was given up.
-        lost,
-        /// It refused, or its answer makes no sense.
-        unusable,
+        /// The extension ended, or was killed because it was silent or broke the protocol.
+        stopped,
+        /// It refused the request, or its response makes no sense.
+        invalidResponse,
     };
-    Cause cause = Cause::lost;
+    platform::Date date;
+    Cause cause = Cause::stopped;
     /// One clear line, for those who look into it.
-    std::string reason;
+    std::string message;
 };
 
 /// How a tile's last reload went, and its last good one.
@@ -37,28 +37,22 @@ struct TileHistory {
         platform::Date date;
         double seconds = 0;
     };
-    struct Failure {
-        platform::Date date;
-        NoAnswer why;
-    };
     std::optional<Success> lastSuccess;
     /// Since the last success.
-    std::optional<Failure> lastFailure;
-    /// What made it be asked for last, in a few words.
+    std::optional<TileFailure> lastFailure;
+    /// Why it was asked for last, in a few words.
     std::string reason;
 };
 
-/// Names one request of one tile among all of a session.
-enum class Ticket : std::uint64_t {};
-
-using SteadyTime = std::chrono::steady_clock::time_point;
+/// One request among all of a session.
+enum class RequestId : std::uint64_t {};
 
 class Tile {
   public:
     /// Between two requests for changes of files: at most four a second, and as after any failure while they fail.
     static constexpr std::chrono::milliseconds minReloadInterval{250};
     static constexpr std::chrono::seconds minIntervalAfterFailure{5};
-    /// Answers that are passed over in a row because their files were being written.
+    /// Answers in a row that are discarded because their files were being written.
     static constexpr int maxDiscarded = 8;
 
     Tile(Instance instance, platform::Date now) : instance_(std::move(instance)), schedule_(now) {}
@@ -67,7 +61,8 @@ class Tile {
     const TileSchedule& schedule() const { return schedule_; }
     const TileHistory& history() const { return history_; }
     /// The request under way whose answer counts.
-    std::optional<Ticket> awaited() const { return awaited_; }
+    std::optional<RequestId> awaited() const { return awaited_; }
+    SteadyTime lastAsked() const { return lastAsked_; }
 
     /// What to show now: of the last timeline the last entry that applies already. Nothing before the first answer.
     const Entry* entry() const { return entries_.empty() ? nullptr : &entries_[current_]; }
@@ -90,14 +85,14 @@ class Tile {
     /// What it was made from may have changed while the machine slept.
     void clockChanged(platform::Date now);
 
-    void asked(Ticket ticket, SteadyTime now);
+    void asked(RequestId request, SteadyTime now);
     void answered(Timeline timeline, std::set<std::string> watches, platform::Date now, double seconds);
-    /// Passes over an answer whose files were being written meanwhile; false if one must be taken at last.
+    /// Discards an answer whose files were being written meanwhile; false if it is one too many, and must be taken.
     bool discard(const Timeline& timeline, platform::Date now);
-    void failed(NoAnswer why, platform::Date now);
+    void failed(TileFailure failure);
 
-    /// Goes on to the entry that applies at `now`; whether what is to be shown is another view than before, which
-    /// counts as seen then.
+    /// Goes on to the entry that applies at `now`. Returns whether its view, or where a click goes, differs from what
+    /// it was after the call before.
     bool advance(platform::Date now);
 
   private:
@@ -107,12 +102,12 @@ class Tile {
     std::vector<Entry> entries_;
     std::size_t current_ = 0;
     std::optional<Entry> seen_;
-    std::optional<Ticket> awaited_;
+    std::optional<RequestId> awaited_;
     std::set<std::string> watches_;
     std::optional<SteadyTime> fileDeadline_;
     SteadyTime lastAsked_;
     int discarded_ = 0;
-    /// What it is due for.
+    /// Why it is due.
     std::string reason_ = "it was placed";
 };
 

@@ -64,7 +64,7 @@ TEST_F(ConfinedChild, LandlockGuardsWhatItCan) {
 TEST_F(ConfinedChild, TheRestHoldsWithoutLandlock) {
     EXPECT_EQ(openWithin(0, secret_, O_RDONLY), 0);
     const Confinement confinement = Confinement::prepare(rules_, 0);
-    EXPECT_FALSE(confinement.isStale());
+    EXPECT_FALSE(confinement.needsRestart());
     EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_INET, SOCK_STREAM, 0); }), EACCES);
     EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_INET6, SOCK_DGRAM, 0); }), EACCES);
     EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_NETLINK, SOCK_RAW, 0); }), EACCES);
@@ -100,7 +100,7 @@ TEST(Confinement, IsStaleWhenWhatItGrantsIsNotWhatItWas) {
         const char* name;
         const Change& before;
         const Change& after;
-        bool isStale;
+        bool needsRestart;
     };
     const std::vector<Row> rows{
         {"still absent", nothing, nothing, false},
@@ -118,7 +118,7 @@ TEST(Confinement, IsStaleWhenWhatItGrantsIsNotWhatItWas) {
         row.before(path);
         const Confinement confinement = Confinement::prepare({.files = {{path, FileAccess::read}}});
         row.after(path);
-        EXPECT_EQ(confinement.isStale(), row.isStale);
+        EXPECT_EQ(confinement.needsRestart(), row.needsRestart);
     }
 }
 

@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-platform::Expected<Manifest, std::string> manifestWith(const std::string& members) {
+platform::Outcome<Manifest> manifestWith(const std::string& members) {
     const platform::TemporaryFolder folder;
     return readManifest(folder.write("x.json", R"({"identifier": "x", "executable": "y")" +
                                                    (members.empty() ? "" : ", " + members) + "}"));
@@ -26,7 +26,7 @@ TEST(Manifest, ReadsNothingAndDoesNotConnectUnlessItSaysSo) {
 
 TEST(Manifest, ReadsFoldersBelowTheHomeAlone) {
     const auto manifest = manifestWith(R"("reads": ["Library/A B", ".config/x/", "..x"], "network": true)");
-    ASSERT_TRUE(manifest) << manifest.error();
+    ASSERT_TRUE(manifest) << manifest.error().message;
     EXPECT_THAT(manifest->reads, testing::ElementsAre("Library/A B", ".config/x/", "..x"));
     EXPECT_TRUE(manifest->network);
     for (const char* folder : {R"("")", R"(".")", R"("./")", R"("././")", R"("..")", R"("a/../..")", R"("a/..")",

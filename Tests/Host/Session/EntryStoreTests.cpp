@@ -20,9 +20,9 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 constexpr const char* mode = "fullColor";
-constexpr const char* answer =
-    R"({"result":{"date":"2026-03-16T09:30:00.000Z","content":{"widgetURL":"x:\n","view":{"type":"vstack","children":[)"
-    R"({"type":"text","text":"two\nlines"},{"type":"image","data":"AAAA","fallback":{"type":"clear"}}]}}}})";
+constexpr std::string_view json =
+    R"({"date":"2026-03-16T09:30:00.000Z","content":{"widgetURL":"x:\n","view":{"type":"vstack","children":[)"
+    R"({"type":"text","text":"two\nlines"},{"type":"image","data":"AAAA","fallback":{"type":"clear"}}]}}})";
 
 class EntryStoreTest : public testing::Test {
   protected:
@@ -37,7 +37,8 @@ class EntryStoreTest : public testing::Test {
                             .family = "medium",
                             .configuration = {{"group", "Work \"quoted\"\n"}},
                             .unknown = {}};
-    const StoredEntry entry{readEntries(answer)->front(), {758'100'000.125}, {758'100'300}};
+    simdjson::dom::parser parser;
+    const StoredEntry entry{readEntries(parser.parse(json))->front(), {758'100'000.125}, {758'100'300}};
 };
 
 TEST_F(EntryStoreTest, BringsBackWhatWasMadeForJustThis) {
@@ -47,7 +48,6 @@ TEST_F(EntryStoreTest, BringsBackWhatWasMadeForJustThis) {
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->entry.view, entry.entry.view);
     EXPECT_EQ(loaded->entry.widgetURL, "x:\n");
-    EXPECT_EQ(loaded->entry.json, entry.entry.json);
     EXPECT_EQ(loaded->made, entry.made);
     EXPECT_EQ(loaded->reload, entry.reload);
 

@@ -43,10 +43,9 @@ class HostApplicationTest : public testing::Test, public HostDisplay {
                                          .findManifest = nullptr,
                                          .startExtension = nullptr,
                                          .display = *this,
-                                         .presence = Presence::foreground,
-                                         .timeouts = {}};
+                                         .presence = Presence::foreground};
         options.findManifest = [](const auto& /*identifier*/) {
-            return platform::Expected<Manifest, std::string>(platform::Unexpected{std::string("not installed")});
+            return platform::Outcome<Manifest>(platform::Unexpected{platform::Failure{.message = "not installed"}});
         };
         host.emplace(options);
         EXPECT_EQ(host->run(), 0);
