@@ -28,15 +28,11 @@ std::string forPeople(const WidgetInfo& widget) {
 
 std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format) {
     std::string text;
-    auto failure = useExtensions(choice, [&](DescribedExtension& each) -> Outcome<bool> {
+    auto failure = useExtensions(choice, [&](const DescribedExtension& each) {
         if (format == TextFormat::json) {
-            const auto json = PendingResponse(*each.client, "describe", "{}", readText).wait();
-            if (!json) {
-                return platform::Unexpected{json.error()};
-            }
-            text += *json + '\n';
+            text += each.description.text + '\n';
         } else {
-            for (const WidgetInfo& widget : each.widgets) {
+            for (const WidgetInfo& widget : each.description.widgets) {
                 text += forPeople(widget);
             }
         }

@@ -41,11 +41,17 @@ Outcome<ExtensionHandle> start(const Manifest& manifest, const ExtensionChoice& 
                                   {.response = responseTimeout, .idle = std::nullopt});
 }
 
+Outcome<Description> readDescriptionAndText(Json result) {
+    auto widgets = readDescription(result);
+    auto text = readText(result);
+    return widgets ? Outcome<Description>({*std::move(widgets), *std::move(text)}) : Unexpected{widgets.error()};
+}
+
 std::optional<Failure> useExtensions(const std::vector<Manifest>& manifests, const ExtensionChoice& choice,
                                      const UseExtension& use) {
     struct Started {
         Outcome<ExtensionHandle> client;
-        std::optional<PendingResponse<std::vector<WidgetInfo>>> description;
+        std::optional<PendingResponse<Description>> description;
     };
     // All start at once.
     std::vector<Started> all;
@@ -53,19 +59,19 @@ std::optional<Failure> useExtensions(const std::vector<Manifest>& manifests, con
         Started& each = all.emplace_back(
             start(manifest, choice, manifests.size() > 1 ? timeoutAmongSeveral : Timeouts{}.response), std::nullopt);
         if (each.client) {
-            each.description.emplace(**each.client, "describe", "{}", readDescription);
+            each.description.emplace(**each.client, "describe", "{}", readDescriptionAndText);
         }
     }
     const auto describeAndUse = [&](Started& each) -> Outcome<bool> {
         if (!each.client) {
             return Unexpected{each.client.error()};
         }
-        auto widgets = each.description->wait();
-        if (!widgets) {
-            return Unexpected{widgets.error()};
+        const auto& description = each.description->wait();
+        if (!description) {
+            return Unexpected{description.error()};
         }
         (*each.client)->setResponseTimeout(Timeouts{}.response);
-        DescribedExtension described{*std::move(each.client), *std::move(widgets)};
+        DescribedExtension described{*std::move(each.client), *description};
         return use(described);
     };
     std::vector<Failure> failures;
@@ -138,7 +144,7 @@ Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const std::ve
     }
     ExtensionHandle found;
     auto failure = useExtensions(manifests, choice, [&](DescribedExtension& each) -> Outcome<bool> {
-        if (std::any_of(each.widgets.begin(), each.widgets.end(),
+        if (std::any_of(each.description.widgets.begin(), each.description.widgets.end(),
                         [&](const WidgetInfo& widget) { return widget.kind == kind; })) {
             found = std::move(each.client);
         }

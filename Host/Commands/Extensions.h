@@ -34,9 +34,15 @@ Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice);
 
 using ExtensionHandle = std::unique_ptr<ExtensionClient>;
 
+struct Description {
+    std::vector<WidgetInfo> widgets;
+    /// As the extension wrote it, on one line.
+    std::string text;
+};
+
 struct DescribedExtension {
     ExtensionHandle client;
-    std::vector<WidgetInfo> widgets;
+    Description description;
 };
 
 /// What is done with one extension; answers whether it is the last that is wanted.

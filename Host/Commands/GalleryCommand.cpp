@@ -30,7 +30,7 @@ class GalleryPainter {
 
     std::optional<Failure> paint(DescribedExtension& extension) {
         std::vector<RequestedPicture> pictures;
-        for (const WidgetInfo& widget : extension.widgets) {
+        for (const WidgetInfo& widget : extension.description.widgets) {
             for (const std::string& family : widget.families) {
                 const EntryRequest request{
                     .method = EntryRequest::Method::timeline, .kind = widget.kind, .family = family};
@@ -87,7 +87,7 @@ std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryReque
         if (auto stop = painter.paint(extension)) {
             return platform::Unexpected{*std::move(stop)};
         }
-        widgets.insert(widgets.end(), extension.widgets.begin(), extension.widgets.end());
+        widgets.insert(widgets.end(), extension.description.widgets.begin(), extension.description.widgets.end());
         return false;
     });
     return failure ? std::move(failure)

@@ -198,7 +198,7 @@ void ExtensionClient::handleLine(std::string_view line) {
     } else if (message["error"]["message"].get(refusal) == simdjson::SUCCESS) {
         requests_.extract(id).mapped().responded(Unexpected{Failure{Failure::Kind::usage, std::string(refusal)}});
     } else {
-        fail("sent an answer with neither result nor error");
+        fail("sent an answer that makes no sense, with neither result nor error");
     }
 }
 
