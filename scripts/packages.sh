@@ -3,7 +3,7 @@
 build_packages=(
     cmake ninja-build g++ pkg-config gettext
     nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev libcurl4-openssl-dev
-    libcli11-dev libfmt-dev libglib2.0-dev
+    libcli11-dev libfmt-dev libglib2.0-dev libseccomp-dev
     libpango1.0-dev libcairo2-dev libharfbuzz-dev libpng-dev libgdk-pixbuf-2.0-dev
     libfontconfig-dev libwayland-dev wayland-protocols libx11-dev libgtk-3-dev libgtk-layer-shell-dev
 )

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Host/Commands/Finding.h"
-#include "Host/Connection/Confinement.h"
 #include "Host/Connection/Manifest.h"
+#include "Host/Connection/Sandbox.h"
 
 #include <chrono>
 #include <filesystem>

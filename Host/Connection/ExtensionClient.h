@@ -58,7 +58,7 @@ class ExtensionClient {
     bool isShuttingDown() const { return isShuttingDown_ || error_; }
     /// Whether the process is gone, so that destroying this waits for nothing.
     bool hasEnded() const { return process_.isReaped(); }
-    /// Whether it should be started anew: see `Confinement::needsRestart`.
+    /// Whether it should be started anew: see `Sandbox::needsRestart`.
     bool needsRestart() const { return process_.needsRestart(); }
     const Manifest& manifest() const { return manifest_; }
 

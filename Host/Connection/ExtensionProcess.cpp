@@ -59,8 +59,8 @@ struct Start {
     char* const* variables = nullptr;
     std::array<int, 3> descriptors{};
     pid_t host = 0;
-    const Confinement* confinement = nullptr;
-    Confinement::Failure confining;
+    const Sandbox* sandbox = nullptr;
+    Sandbox::Failure failure;
     int executing = 0;
 };
 
@@ -83,9 +83,9 @@ int becomeExtension(void* given) {
     for (int number = 0; number < 3; ++number) {
         dup2(start.descriptors[static_cast<std::size_t>(number)], number);
     }
-    if (start.confinement != nullptr) {
-        start.confining = start.confinement->enter();
-        if (start.confining.step != Confinement::Step::none) {
+    if (start.sandbox != nullptr) {
+        start.failure = start.sandbox->apply();
+        if (start.failure.step != Sandbox::Step::none) {
             _exit(EXIT_FAILURE);
         }
     }
@@ -121,10 +121,10 @@ platform::Expected<Child, int> runChild(Start& start) {
         return Unexpected{error};
     }
     Child child{process, FileDescriptor(end)};
-    if (start.confining.step != Confinement::Step::none || start.executing != 0) {
+    if (start.failure.step != Sandbox::Step::none || start.executing != 0) {
         while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
         }
-        return Unexpected{start.executing != 0 ? start.executing : start.confining.error};
+        return Unexpected{start.executing != 0 ? start.executing : start.failure.error};
     }
     return child;
 }
@@ -139,10 +139,10 @@ platform::Outcome<ExtensionProcess> ExtensionProcess::start(const Manifest& mani
     if (!input || !output || !errors) {
         return unavailable(fmt::format("no pipe to the extension: {}", std::strerror(errno)));
     }
-    std::optional<Confinement> confinement;
+    std::optional<Sandbox> sandbox;
     if (confined == Confined::yes) {
         const auto interpreter = scriptInterpreter(manifest.executable);
-        confinement.emplace(Confinement::prepare(confinementRules(manifest, environment, interpreter)));
+        sandbox.emplace(Sandbox::prepare(sandboxRules(manifest, environment, interpreter)));
     }
     std::vector<char*> variables;
     for (std::string& variable : environment.variables) {
@@ -156,19 +156,19 @@ platform::Outcome<ExtensionProcess> ExtensionProcess::start(const Manifest& mani
                       .variables = variables.data(),
                       .descriptors = {input->reading.get(), output->writing.get(), errors->writing.get()},
                       .host = getpid(),
-                      .confinement = confinement ? &*confinement : nullptr};
+                      .sandbox = sandbox ? &*sandbox : nullptr};
     Start tried = start;
     auto child = runChild(tried);
-    if (tried.confining.step == Confinement::Step::userNamespace) {
-        confinement->renounceUserNamespace();
+    if (tried.failure.step == Sandbox::Step::userNamespace) {
+        sandbox->disableUserNamespace();
         tried = start;
         child = runChild(tried);
     }
     if (!child) {
-        const char* what = tried.confining.step == Confinement::Step::none ? "start" : "confine";
+        const char* what = tried.failure.step == Sandbox::Step::none ? "start" : "confine";
         return unavailable(fmt::format("cannot {} the extension {}: {}", what, program, std::strerror(child.error())));
     }
-    ExtensionProcess started(child->process, std::move(child->end), std::move(environment), std::move(confinement));
+    ExtensionProcess started(child->process, std::move(child->end), std::move(environment), std::move(sandbox));
     started.input_ = std::move(input->writing);
     started.output_ = std::move(output->reading);
     started.errors_ = std::move(errors->reading);
@@ -177,8 +177,8 @@ platform::Outcome<ExtensionProcess> ExtensionProcess::start(const Manifest& mani
 
 ExtensionProcess::ExtensionProcess(ExtensionProcess&& other) noexcept
     : process_(std::exchange(other.process_, 0)), end_(std::move(other.end_)),
-      environment_(std::move(other.environment_)), confinement_(std::move(other.confinement_)),
-      input_(std::move(other.input_)), output_(std::move(other.output_)), errors_(std::move(other.errors_)) {}
+      environment_(std::move(other.environment_)), sandbox_(std::move(other.sandbox_)), input_(std::move(other.input_)),
+      output_(std::move(other.output_)), errors_(std::move(other.errors_)) {}
 
 ExtensionProcess::~ExtensionProcess() {
     if (isReaped()) {

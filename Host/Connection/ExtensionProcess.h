@@ -4,9 +4,9 @@
 // has started is killed by this process alone, and outlives a host that is killed.
 #pragma once
 
-#include "Host/Connection/Confinement.h"
 #include "Host/Connection/ExtensionEnvironment.h"
 #include "Host/Connection/Manifest.h"
+#include "Host/Connection/Sandbox.h"
 #include "Platform/Foundation/Failure.h"
 #include "Platform/Foundation/FileDescriptor.h"
 
@@ -42,7 +42,7 @@ class ExtensionProcess {
 
     /// Whether a folder or file that the extension may read has appeared or been replaced since it was started: it does
     /// not see the new one, and should be ended and started anew before it is asked again.
-    bool needsRestart() const { return confinement_ && confinement_->needsRestart(); }
+    bool needsRestart() const { return sandbox_ && sandbox_->needsRestart(); }
 
     /// A descriptor that is readable once the process has ended.
     const platform::FileDescriptor& end() const { return end_; }
@@ -58,16 +58,15 @@ class ExtensionProcess {
 
   private:
     ExtensionProcess(pid_t process, platform::FileDescriptor end, ExtensionEnvironment environment,
-                     std::optional<Confinement> confinement)
-        : process_(process), end_(std::move(end)), environment_(std::move(environment)),
-          confinement_(std::move(confinement)) {}
+                     std::optional<Sandbox> sandbox)
+        : process_(process), end_(std::move(end)), environment_(std::move(environment)), sandbox_(std::move(sandbox)) {}
 
     bool waitForEnd(std::chrono::milliseconds timeout) const;
 
     pid_t process_;
     platform::FileDescriptor end_;
     ExtensionEnvironment environment_;
-    std::optional<Confinement> confinement_;
+    std::optional<Sandbox> sandbox_;
     platform::FileDescriptor input_;
     platform::FileDescriptor output_;
     platform::FileDescriptor errors_;

@@ -29,9 +29,9 @@ struct RulesetAttributes {
 constexpr std::uint64_t readingFiles = LANDLOCK_ACCESS_FS_READ_FILE;
 constexpr std::uint64_t reading = readingFiles | LANDLOCK_ACCESS_FS_READ_DIR;
 constexpr std::uint64_t writingFiles = LANDLOCK_ACCESS_FS_WRITE_FILE | accessTruncate;
-constexpr std::uint64_t owning = reading | writingFiles | LANDLOCK_ACCESS_FS_REMOVE_DIR |
-                                 LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_DIR |
-                                 LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SYM | LANDLOCK_ACCESS_FS_REFER;
+constexpr std::uint64_t creating = reading | writingFiles | LANDLOCK_ACCESS_FS_REMOVE_DIR |
+                                   LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_DIR |
+                                   LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SYM | LANDLOCK_ACCESS_FS_REFER;
 /// What may be granted on a file that is no folder; the kernel refuses more.
 constexpr std::uint64_t ofFiles = LANDLOCK_ACCESS_FS_EXECUTE | readingFiles | writingFiles | accessDeviceControl;
 
@@ -41,8 +41,8 @@ std::uint64_t rightsOf(FileAccess access) {
         return reading | LANDLOCK_ACCESS_FS_EXECUTE;
     case FileAccess::readAndWrite:
         return reading | writingFiles;
-    case FileAccess::own:
-        return owning;
+    case FileAccess::readWriteCreate:
+        return creating;
     case FileAccess::read:
         break;
     }
@@ -88,7 +88,7 @@ void LandlockRuleset::grant(const FileDescriptor& file, FileKind kind, FileAcces
     syscall(SYS_landlock_add_rule, descriptor_.get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
 }
 
-int LandlockRuleset::enter() const noexcept {
+int LandlockRuleset::apply() const noexcept {
     return syscall(SYS_landlock_restrict_self, descriptor_.get(), 0) == 0 ? 0 : errno;
 }
 

@@ -4,7 +4,7 @@
 // Documentation/userspace-api/landlock.rst and include/uapi/linux/landlock.h, version 7 of the interface (Linux 6.15).
 #pragma once
 
-#include "Host/Connection/ConfinementRules.h"
+#include "Host/Connection/SandboxRules.h"
 #include "Platform/Foundation/FileDescriptor.h"
 
 #include <cstdint>
@@ -16,23 +16,22 @@ namespace host {
 /// 1: files; 2: moving between folders; 3: truncation; 4: TCP; 5: device control; 6: signals and abstract sockets.
 int landlockVersion();
 
-/// What a process that enters it is confined to: everything that this version can restrict is refused but for what is
-/// granted here.
+/// A process that it is applied to may do nothing of what this version can restrict, but for what is granted here.
 class LandlockRuleset {
   public:
-    /// A ruleset that grants no files, for a kernel of `version` or later; one that confines nobody where that is 0.
+    /// A ruleset that grants no files, for a kernel of `version` or later; one that restricts nothing if that is 0.
     LandlockRuleset(NetworkAccess network, int version);
 
-    /// Whether it confines anybody.
+    /// Whether it restricts anything.
     bool isThere() const { return descriptor_.isOpen(); }
 
     enum class FileKind { folder, other };
     /// Grants access to the open file, or to all that is below the open folder; it may be closed then.
     void grant(const platform::FileDescriptor& file, FileKind kind, FileAccess access) const;
 
-    /// Confines the calling thread, for good; it must have no-new-privileges. An errno, 0 for success. May be called
-    /// between fork and exec.
-    int enter() const noexcept;
+    /// Confines the calling thread, for good. Requires no-new-privileges. Returns an errno, 0 for success.
+    /// Async-signal-safe.
+    int apply() const noexcept;
 
   private:
     std::uint64_t restricted_ = 0;

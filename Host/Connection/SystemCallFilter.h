@@ -1,4 +1,4 @@
-// Which system calls an extension's process may make, as a program that the kernel asks before each (seccomp).
+// Which system calls an extension's process may make: a program that the kernel runs before each (seccomp).
 //
 // Landlock watches files and TCP; the filter has what that leaves open, and holds on kernels without it:
 // - sockets: of the local kind datagrams alone, which reach the system's log but neither the session's bus nor the
@@ -9,7 +9,7 @@
 // What is refused gets an error, never a signal: a library that only tries goes on.
 #pragma once
 
-#include "Host/Connection/ConfinementRules.h"
+#include "Host/Connection/SandboxRules.h"
 
 #include <linux/filter.h>
 #include <vector>
@@ -18,14 +18,14 @@ namespace host {
 
 enum class NewProcesses { allowed, refused };
 
-/// The program, for this machine's architecture; well below the kernel's limit of 4096 instructions.
+/// The program, for this machine's architecture; empty if it cannot be made.
 std::vector<sock_filter> systemCallFilter(NetworkAccess network, NewProcesses processes);
 
 /// Whether the kernel takes such programs.
 bool canFilterSystemCalls();
 
-/// Installs the program for the calling thread, for good; it must have no-new-privileges. An errno, 0 for success. May
-/// be called between fork and exec.
-int enterSystemCallFilter(const std::vector<sock_filter>& program) noexcept;
+/// Applies the program to the calling thread, for good. Requires no-new-privileges. Returns an errno, 0 for success.
+/// Async-signal-safe.
+int applySystemCallFilter(const std::vector<sock_filter>& program) noexcept;
 
 } // namespace host

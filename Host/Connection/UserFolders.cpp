@@ -3,28 +3,21 @@
 #include "Platform/Foundation/SharedFolder.h"
 #include "Platform/Foundation/UserDatabase.h"
 
+#include <glib.h>
+
 #include <algorithm>
-#include <cstdlib>
-#include <string>
-#include <string_view>
 
 namespace host {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string environmentText(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nothing here sets variables
-    return value == nullptr ? std::string() : std::string(value);
-}
-
-fs::path userFolder(const char* variable, const char* belowHome) {
-    const fs::path chosen = environmentText(variable);
-    return chosen.is_absolute() ? chosen : fs::path(environmentText("HOME")) / belowHome;
+/// The base directory rules have relative paths ignored, which GLib does not.
+fs::path userFolder(const fs::path& chosen, const char* belowHome) {
+    return chosen.is_absolute() ? chosen : fs::path(g_get_home_dir()) / belowHome;
 }
 
 void addOnce(std::vector<fs::path>& folders, const fs::path& folder) {
-    // The base directory rules have relative paths ignored.
     if (folder.is_absolute() && std::find(folders.begin(), folders.end(), folder) == folders.end()) {
         folders.push_back(folder);
     }
@@ -33,15 +26,15 @@ void addOnce(std::vector<fs::path>& folders, const fs::path& folder) {
 } // namespace
 
 fs::path userDataFolder() {
-    return userFolder("XDG_DATA_HOME", ".local/share");
+    return userFolder(g_get_user_data_dir(), ".local/share");
 }
 
 fs::path userConfigFolder() {
-    return userFolder("XDG_CONFIG_HOME", ".config");
+    return userFolder(g_get_user_config_dir(), ".config");
 }
 
 fs::path userCacheFolder() {
-    return userFolder("XDG_CACHE_HOME", ".cache");
+    return userFolder(g_get_user_cache_dir(), ".cache");
 }
 
 fs::path realHome(const std::optional<fs::path>& chosen) {
@@ -53,14 +46,8 @@ fs::path realHome(const std::optional<fs::path>& chosen) {
 std::vector<fs::path> dataFolders() {
     std::vector<fs::path> folders;
     addOnce(folders, userDataFolder());
-    std::string list = environmentText("XDG_DATA_DIRS");
-    if (list.empty()) {
-        list = "/usr/local/share:/usr/share";
-    }
-    for (std::string_view rest = list; !rest.empty();) {
-        const std::size_t colon = std::min(rest.find(':'), rest.size());
-        addOnce(folders, rest.substr(0, colon));
-        rest.remove_prefix(std::min(colon + 1, rest.size()));
+    for (const gchar* const* each = g_get_system_data_dirs(); *each != nullptr; ++each) {
+        addOnce(folders, *each);
     }
     addOnce(folders, platform::sharedFolder());
     return folders;

@@ -1,5 +1,5 @@
 // What the kernel makes of the rules, in children of the test that confine themselves.
-#include "Host/Connection/Confinement.h"
+#include "Host/Connection/Sandbox.h"
 
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -23,10 +23,10 @@ int errorOf(int answer) {
 }
 
 /// The errno of `attempt` in a child that has confined itself.
-int errorWithin(const Confinement& confinement, const std::function<int()>& attempt) {
+int errorWithin(const Sandbox& sandbox, const std::function<int()>& attempt) {
     const pid_t child = fork();
     if (child == 0) {
-        _exit(confinement.enter().step == Confinement::Step::none ? errorOf(attempt()) : 255);
+        _exit(sandbox.apply().step == Sandbox::Step::none ? errorOf(attempt()) : 255);
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -39,10 +39,10 @@ class ConfinedChild : public testing::Test {
     const std::string secret_ = folder_.write("secret", "x");
     const bool made_ = fs::create_directory(folder_.path("granted"));
     const std::string granted_ = folder_.write("granted/file", "x");
-    const ConfinementRules rules_{.files = {{folder_.path("granted"), FileAccess::read}}};
+    const SandboxRules rules_{.files = {{folder_.path("granted"), FileAccess::read}}};
 
     int openWithin(int landlock, const std::string& path, int flags) const {
-        return errorWithin(Confinement::prepare(rules_, landlock), [&] { return open(path.c_str(), flags); });
+        return errorWithin(Sandbox::prepare(rules_, landlock), [&] { return open(path.c_str(), flags); });
     }
 };
 
@@ -55,31 +55,30 @@ TEST_F(ConfinedChild, LandlockGuardsWhatItCan) {
         EXPECT_EQ(openWithin(version, granted_, O_RDONLY), 0);
         EXPECT_EQ(openWithin(version, granted_, O_WRONLY), EACCES);
         EXPECT_EQ(openWithin(version, secret_, O_RDONLY), EACCES);
-        const Confinement confinement = Confinement::prepare(rules_, version);
-        EXPECT_EQ(errorWithin(confinement, [&] { return truncate(secret_.c_str(), 1); }), version >= 3 ? EACCES : 0);
-        EXPECT_EQ(errorWithin(confinement, [] { return kill(getppid(), 0); }), version >= 6 ? EPERM : 0);
+        const Sandbox sandbox = Sandbox::prepare(rules_, version);
+        EXPECT_EQ(errorWithin(sandbox, [&] { return truncate(secret_.c_str(), 1); }), version >= 3 ? EACCES : 0);
+        EXPECT_EQ(errorWithin(sandbox, [] { return kill(getppid(), 0); }), version >= 6 ? EPERM : 0);
     }
 }
 
 TEST_F(ConfinedChild, TheRestHoldsWithoutLandlock) {
     EXPECT_EQ(openWithin(0, secret_, O_RDONLY), 0);
-    const Confinement confinement = Confinement::prepare(rules_, 0);
-    EXPECT_FALSE(confinement.needsRestart());
-    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_INET, SOCK_STREAM, 0); }), EACCES);
-    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_INET6, SOCK_DGRAM, 0); }), EACCES);
-    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_NETLINK, SOCK_RAW, 0); }), EACCES);
-    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0); }),
-              0);
-    EXPECT_EQ(errorWithin(confinement, [] { return socket(AF_UNIX, SOCK_SEQPACKET, 0); }), EACCES);
+    const Sandbox sandbox = Sandbox::prepare(rules_, 0);
+    EXPECT_FALSE(sandbox.needsRestart());
+    EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_INET, SOCK_STREAM, 0); }), EACCES);
+    EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_INET6, SOCK_DGRAM, 0); }), EACCES);
+    EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_NETLINK, SOCK_RAW, 0); }), EACCES);
+    EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0); }), 0);
+    EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_UNIX, SOCK_SEQPACKET, 0); }), EACCES);
 }
 
 TEST_F(ConfinedChild, WithoutANamespaceThereAreNoProcesses) {
-    Confinement confinement = Confinement::prepare(rules_, 0);
-    confinement.renounceUserNamespace();
-    EXPECT_EQ(errorWithin(confinement, [] { return fork(); }), EAGAIN);
+    Sandbox sandbox = Sandbox::prepare(rules_, 0);
+    sandbox.disableUserNamespace();
+    EXPECT_EQ(errorWithin(sandbox, [] { return fork(); }), EAGAIN);
 }
 
-TEST(Confinement, IsStaleWhenWhatItGrantsIsNotWhatItWas) {
+TEST(Sandbox, NeedsRestartWhenWhatItGrantsIsNotWhatItWas) {
     if (landlockVersion() == 0) {
         GTEST_SKIP() << "this kernel has no Landlock, so nothing is bound to what stood there";
     }
@@ -100,7 +99,7 @@ TEST(Confinement, IsStaleWhenWhatItGrantsIsNotWhatItWas) {
         const char* name;
         const Change& before;
         const Change& after;
-        bool needsRestart;
+        bool isOutdated;
     };
     const std::vector<Row> rows{
         {"still absent", nothing, nothing, false},
@@ -116,10 +115,33 @@ TEST(Confinement, IsStaleWhenWhatItGrantsIsNotWhatItWas) {
         const TemporaryFolder folder;
         const std::string path = folder.path("granted");
         row.before(path);
-        const Confinement confinement = Confinement::prepare({.files = {{path, FileAccess::read}}});
+        const Sandbox sandbox = Sandbox::prepare({.files = {{path, FileAccess::read}}});
         row.after(path);
-        EXPECT_EQ(confinement.needsRestart(), row.needsRestart);
+        EXPECT_EQ(sandbox.needsRestart(), row.isOutdated);
     }
+}
+
+TEST(ScriptInterpreter, IsWhatTheFirstLineNames) {
+    const TemporaryFolder folder;
+    const std::vector<std::pair<std::string, std::optional<fs::path>>> rows{
+        {"#!/bin/sh\necho", "/bin/sh"},
+        {"#! /usr/bin/env  python3\n", "/usr/bin/env"},
+        {"#!\t/bin/sh", "/bin/sh"},
+        {"#!/bin/sh -e\n", "/bin/sh"},
+        {"#!", ""},
+        {"#!\n", ""},
+        {"#!" + std::string(1000, 'x'), std::string(254, 'x')},
+        {"\x7f"
+         "ELF",
+         std::nullopt},
+        {"# !/bin/sh", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& [content, interpreter] : rows) {
+        EXPECT_EQ(scriptInterpreter(folder.write("program", content)), interpreter) << content;
+    }
+    EXPECT_EQ(scriptInterpreter(folder.path("missing")), std::nullopt);
+    EXPECT_EQ(scriptInterpreter(folder.path("")), std::nullopt);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "Host/Connection/Confinement.h"
+#include "Host/Connection/Sandbox.h"
 
 #include "Host/Connection/SystemCallFilter.h"
 
@@ -16,11 +16,11 @@ namespace host {
 namespace {
 
 constexpr rlim_t mebibyte = rlim_t{1} << 20U;
-constexpr rlim_t greatestPrivateMemory = 1024 * mebibyte;
-constexpr rlim_t greatestAddressSpace = 8192 * mebibyte;
-constexpr rlim_t greatestFile = 64 * mebibyte;
-constexpr rlim_t mostDescriptors = 256;
-constexpr rlim_t mostTasks = 96;
+constexpr rlim_t maxPrivateMemory = 1024 * mebibyte;
+constexpr rlim_t maxAddressSpace = 8192 * mebibyte;
+constexpr rlim_t maxFile = 64 * mebibyte;
+constexpr rlim_t maxDescriptors = 256;
+constexpr rlim_t maxTasks = 96;
 
 /// An errno, 0 for success.
 int writeWhole(const char* path, const std::string& text) noexcept {
@@ -36,30 +36,30 @@ int writeWhole(const char* path, const std::string& text) noexcept {
 
 } // namespace
 
-Confinement Confinement::prepare(const ConfinementRules& rules, int landlock) {
-    Confinement confinement(rules.network, landlock);
-    if (confinement.ruleset_.isThere()) {
+Sandbox Sandbox::prepare(const SandboxRules& rules, int landlock) {
+    Sandbox sandbox(rules.network, landlock);
+    if (sandbox.ruleset_.isThere()) {
         for (const FileGrant& file : rules.files) {
-            confinement.grant(file);
+            sandbox.grant(file);
         }
     }
-    confinement.limits_ = {
+    sandbox.limits_ = {
 #ifndef __SANITIZE_ADDRESS__
-        lowered(RLIMIT_DATA, greatestPrivateMemory), lowered(RLIMIT_AS, greatestAddressSpace),
+        lowered(RLIMIT_DATA, maxPrivateMemory), lowered(RLIMIT_AS, maxAddressSpace),
 #endif
-        lowered(RLIMIT_FSIZE, greatestFile), lowered(RLIMIT_NOFILE, mostDescriptors), lowered(RLIMIT_CORE, 0)};
-    confinement.processLimit_ = lowered(RLIMIT_NPROC, mostTasks);
-    confinement.isRoot_ = geteuid() == 0;
-    confinement.ownUserNamespace_ = !confinement.isRoot_;
-    confinement.userMap_ = fmt::format("{0} {0} 1\n", geteuid());
-    confinement.groupMap_ = fmt::format("{0} {0} 1\n", getegid());
-    confinement.filters_ = canFilterSystemCalls();
-    confinement.filterAllowingProcesses_ = systemCallFilter(rules.network, NewProcesses::allowed);
-    confinement.filterRefusingProcesses_ = systemCallFilter(rules.network, NewProcesses::refused);
-    return confinement;
+        lowered(RLIMIT_FSIZE, maxFile), lowered(RLIMIT_NOFILE, maxDescriptors), lowered(RLIMIT_CORE, 0)};
+    sandbox.processLimit_ = lowered(RLIMIT_NPROC, maxTasks);
+    sandbox.isRoot_ = geteuid() == 0;
+    sandbox.ownUserNamespace_ = !sandbox.isRoot_;
+    sandbox.userMap_ = fmt::format("{0} {0} 1\n", geteuid());
+    sandbox.groupMap_ = fmt::format("{0} {0} 1\n", getegid());
+    sandbox.filters_ = canFilterSystemCalls();
+    sandbox.filterAllowingProcesses_ = systemCallFilter(rules.network, NewProcesses::allowed);
+    sandbox.filterRefusingProcesses_ = systemCallFilter(rules.network, NewProcesses::refused);
+    return sandbox;
 }
 
-Confinement::Failure Confinement::enter() const noexcept {
+Sandbox::Failure Sandbox::apply() const noexcept {
     for (const Limit& limit : limits_) {
         if (setrlimit(static_cast<__rlimit_resource>(limit.resource), &limit.value) != 0) {
             return {Step::limits, errno};
@@ -77,12 +77,12 @@ Confinement::Failure Confinement::enter() const noexcept {
         }
     }
     if (ruleset_.isThere()) {
-        if (const int error = ruleset_.enter(); error != 0) {
+        if (const int error = ruleset_.apply(); error != 0) {
             return {Step::files, error};
         }
     }
     if (filters_) {
-        if (const int error = enterSystemCallFilter(counted ? filterAllowingProcesses_ : filterRefusingProcesses_);
+        if (const int error = applySystemCallFilter(counted ? filterAllowingProcesses_ : filterRefusingProcesses_);
             error != 0) {
             return {Step::systemCalls, error};
         }
@@ -90,7 +90,7 @@ Confinement::Failure Confinement::enter() const noexcept {
     return {};
 }
 
-Confinement::Failure Confinement::enterUserNamespace() const noexcept {
+Sandbox::Failure Sandbox::enterUserNamespace() const noexcept {
     int error = writeWhole("/proc/self/uid_map", userMap_);
     if (error == 0) {
         // Without it the kernel lets no ordinary user map a group.
@@ -105,7 +105,7 @@ Confinement::Failure Confinement::enterUserNamespace() const noexcept {
     return {error == 0 ? Step::none : Step::userNamespace, error};
 }
 
-void Confinement::grant(const FileGrant& file) {
+void Sandbox::grant(const FileGrant& file) {
     std::optional<Identity> identity;
     const platform::FileDescriptor opened(open(file.path.c_str(), O_PATH | O_CLOEXEC));
     struct stat status {};
@@ -117,7 +117,7 @@ void Confinement::grant(const FileGrant& file) {
     granted_.push_back({file.path, identity});
 }
 
-bool Confinement::needsRestart() const {
+bool Sandbox::needsRestart() const {
     return std::any_of(granted_.begin(), granted_.end(), [](const Granted& each) {
         struct stat status {};
         const bool exists = stat(each.path.c_str(), &status) == 0;
@@ -125,10 +125,10 @@ bool Confinement::needsRestart() const {
     });
 }
 
-Confinement::Limit Confinement::lowered(int resource, rlim_t most) {
+Sandbox::Limit Sandbox::lowered(int resource, rlim_t max) {
     rlimit now{};
     getrlimit(static_cast<__rlimit_resource>(resource), &now);
-    return {resource, {std::min(now.rlim_cur, most), std::min(now.rlim_max, most)}};
+    return {resource, {std::min(now.rlim_cur, max), std::min(now.rlim_max, max)}};
 }
 
 } // namespace host

@@ -1,6 +1,6 @@
-// The confinement of an extension's process: made ready in the host, entered by the child between fork and exec.
+// The sandbox of an extension's process: prepared in the host, applied by the child between clone and exec.
 //
-// What it is made of, in the order in which the child enters it:
+// What it is made of, in the order in which the child applies it:
 // - limits, as far as the host's own are not lower: 1 GiB of private writable memory (64 threads' stacks are half of
 //   that), 8 GiB of addresses (mapped files, threads' heaps), files of 64 MiB, 256 descriptors, no core files. An
 //   allocation beyond them fails. Sanitized builds go without those of memory, since a sanitizer reserves terabytes.
@@ -8,17 +8,17 @@
 // - 96 processes and threads. The kernel counts these by user, so the extension gets a user namespace of its own, where
 //   it alone is counted. The kernel does not count for root, and some systems give no namespaces: there the extension
 //   may have threads, but no processes at all (a script then has no commands but the shell's own).
-// - Landlock for files, TCP, signals and abstract sockets (ConfinementRules.h, Landlock.h).
+// - Landlock for files, TCP, signals and abstract sockets (SandboxRules.h, Landlock.h).
 // - a filter of system calls for what Landlock leaves open (SystemCallFilter.h).
 //
-// Where the kernel has no Landlock or no filters, the rest holds; ask `landlockVersion` to say so.
+// Where the kernel has no Landlock or no filters, the rest holds; `landlockVersion` says whether it has.
 //
-// Everything that allocates, opens or may fail slowly happens in `prepare`; `enter` makes system calls only, and
+// Everything that allocates, opens or may fail slowly happens in `prepare`; `apply` makes system calls only, and
 // changes nothing but the calling process, so that it may run in a child that shares the host's memory.
 #pragma once
 
-#include "Host/Connection/ConfinementRules.h"
 #include "Host/Connection/Landlock.h"
+#include "Host/Connection/SandboxRules.h"
 
 #include <linux/filter.h>
 #include <optional>
@@ -30,13 +30,13 @@
 
 namespace host {
 
-/// Confinement or none: the latter for finding out whether confinement is at fault, and for measuring what it costs.
+/// Whether there is a sandbox. Without one it can be found out whether it is at fault, and what it costs.
 enum class Confined { yes, no };
 
-class Confinement {
+class Sandbox {
   public:
     /// For a kernel with Landlock of that version.
-    static Confinement prepare(const ConfinementRules& rules, int landlock = landlockVersion());
+    static Sandbox prepare(const SandboxRules& rules, int landlock = landlockVersion());
 
     enum class Step { none, limits, privileges, userNamespace, files, systemCalls };
     /// At which step it went wrong, and the errno; `Step::none` if nothing did.
@@ -45,19 +45,19 @@ class Confinement {
         int error = 0;
     };
 
-    /// Confines the calling process, for good. In the child only: nothing but async-signal-safe system calls.
-    Failure enter() const noexcept;
+    /// Confines the calling process, for good. Async-signal-safe.
+    Failure apply() const noexcept;
 
-    /// Goes on without a user namespace, where `enter` failed at that step: a system may let one be made, but not used.
-    void renounceUserNamespace() { ownUserNamespace_ = false; }
+    /// Goes on without a user namespace, where `apply` failed at that step: a system may let one be made, but not used.
+    void disableUserNamespace() { ownUserNamespace_ = false; }
 
     /// Whether a granted file or folder has appeared, gone or been replaced since `prepare`: rules bind to inodes, so
-    /// the process does not see the new one, and should be started anew before it is asked again. Some fifty calls of
-    /// stat.
+    /// the process does not see the new one, and should be started anew before it is asked again. Takes some fifty
+    /// calls of stat.
     bool needsRestart() const;
 
   private:
-    Confinement(NetworkAccess network, int landlock) : ruleset_(network, landlock) {}
+    Sandbox(NetworkAccess network, int landlock) : ruleset_(network, landlock) {}
 
     struct Identity {
         dev_t device = 0;
@@ -77,7 +77,7 @@ class Confinement {
         int resource = 0;
         rlimit value{};
     };
-    static Limit lowered(int resource, rlim_t most);
+    static Limit lowered(int resource, rlim_t max);
 
     Failure enterUserNamespace() const noexcept;
 

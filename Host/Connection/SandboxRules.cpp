@@ -1,4 +1,4 @@
-#include "Host/Connection/ConfinementRules.h"
+#include "Host/Connection/SandboxRules.h"
 
 #include "Platform/Foundation/FileDescriptor.h"
 
@@ -98,10 +98,10 @@ class RulesBuilder {
         }
     }
 
-    ConfinementRules rules() { return std::move(rules_); }
+    SandboxRules rules() { return std::move(rules_); }
 
   private:
-    ConfinementRules rules_;
+    SandboxRules rules_;
 };
 
 } // namespace
@@ -119,8 +119,8 @@ std::optional<fs::path> scriptInterpreter(const fs::path& program) {
     return line.substr(0, line.find_first_of(" \t\n"));
 }
 
-ConfinementRules confinementRules(const Manifest& manifest, const ExtensionEnvironment& environment,
-                                  const std::optional<fs::path>& interpreter) {
+SandboxRules sandboxRules(const Manifest& manifest, const ExtensionEnvironment& environment,
+                          const std::optional<fs::path>& interpreter) {
     RulesBuilder builder(manifest.network ? NetworkAccess::connections : NetworkAccess::none);
     builder.grantEach(libraryFolders, FileAccess::readAndRun);
     builder.grantEach(readable, FileAccess::read);
@@ -144,7 +144,7 @@ ConfinementRules confinementRules(const Manifest& manifest, const ExtensionEnvir
     for (const std::string& folder : manifest.reads) {
         builder.grant(environment.home / folder, FileAccess::read);
     }
-    builder.grant(environment.container, FileAccess::own);
+    builder.grant(environment.container, FileAccess::readWriteCreate);
     return builder.rules();
 }
 

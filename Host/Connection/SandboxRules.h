@@ -1,4 +1,4 @@
-// What an extension's process may touch: a value made from its manifest, for `Confinement` to enforce.
+// What an extension's process may touch: a value made from its manifest, which `Sandbox` enforces.
 //
 // An extension may
 // - read the system's libraries, zone and locale data, and run the dynamic loader,
@@ -9,7 +9,7 @@
 // A program that is a script (#!) may run the system's commands besides, as it could do nothing without them.
 //
 // What it may not is everything else: the rest of the home, fonts, /proc, other files of /etc than those named. The
-// files of /etc are granted one by one since the folder has the system's secrets; `Confinement::needsRestart` notices
+// files of /etc are granted one by one since the folder has the system's secrets; `Sandbox::needsRestart` notices
 // when one of them is replaced. For the same reason the program is granted as a file, not by its folder: that may be
 // the home.
 #pragma once
@@ -31,8 +31,8 @@ enum class FileAccess {
     readAndRun,
     /// Files are read and written, as devices are.
     readAndWrite,
-    /// Everything but running programs and making files that are none, such as sockets and devices.
-    own,
+    /// Read, write, create and delete; no execution, no sockets or device nodes.
+    readWriteCreate,
 };
 
 /// A file, or a folder with all that is below it. What does not exist is not granted.
@@ -50,7 +50,7 @@ enum class NetworkAccess {
     connections,
 };
 
-struct ConfinementRules {
+struct SandboxRules {
     std::vector<FileGrant> files;
     NetworkAccess network = NetworkAccess::none;
 };
@@ -59,7 +59,7 @@ struct ConfinementRules {
 std::optional<std::filesystem::path> scriptInterpreter(const std::filesystem::path& program);
 
 /// The rules for an extension that is started with `environment`; `interpreter` as `scriptInterpreter` answered.
-ConfinementRules confinementRules(const Manifest& manifest, const ExtensionEnvironment& environment,
-                                  const std::optional<std::filesystem::path>& interpreter);
+SandboxRules sandboxRules(const Manifest& manifest, const ExtensionEnvironment& environment,
+                          const std::optional<std::filesystem::path>& interpreter);
 
 } // namespace host
