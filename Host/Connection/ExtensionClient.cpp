@@ -60,7 +60,7 @@ ExtensionClient::start(const Manifest& manifest, const std::optional<std::filesy
 ExtensionClient::ExtensionClient(const Manifest& manifest, ExtensionProcess process, const Timeouts& timeouts)
     : manifest_(manifest), process_(std::move(process)), timeouts_(timeouts),
       lastActivity_(std::chrono::steady_clock::now()), source_([this] { dispatch(); }) {
-    for (const FileDescriptor* stream : {&process_.input(), &process_.output(), &process_.errors()}) {
+    for (const FileDescriptor* stream : {&process_.input, &process_.output, &process_.errors}) {
         fcntl(stream->get(), F_SETFL, fcntl(stream->get(), F_GETFL) | O_NONBLOCK);
     }
     updateSource();
@@ -111,14 +111,14 @@ void ExtensionClient::dispatch() {
     const auto isReady = [this](const FileDescriptor& stream) {
         return stream.isOpen() && source_.isReady(stream.get());
     };
-    const bool isHeard = isReady(process_.errors()) || isReady(process_.output());
+    const bool isHeard = isReady(process_.errors) || isReady(process_.output);
     if (isHeard && (!isShuttingDown_ || !requests_.empty())) {
         lastActivity_ = std::chrono::steady_clock::now();
     }
-    if (isReady(process_.errors())) {
+    if (isReady(process_.errors)) {
         readStderr();
     }
-    if (isReady(process_.input())) {
+    if (isReady(process_.input)) {
         write();
     }
     if (isReady(process_.end())) {
@@ -127,7 +127,7 @@ void ExtensionClient::dispatch() {
             source_.watch(process_.end().get(), GIOCondition{});
         }
     }
-    if (isReady(process_.output())) {
+    if (isReady(process_.output)) {
         readResponses();
     }
     if (const auto due = deadline(); due && *due <= std::chrono::steady_clock::now()) {
@@ -140,22 +140,22 @@ void ExtensionClient::dispatch() {
 }
 
 void ExtensionClient::write() {
-    const ssize_t count = ::write(process_.input().get(), outgoing_.data(), outgoing_.size());
+    const ssize_t count = ::write(process_.input.get(), outgoing_.data(), outgoing_.size());
     if (count > 0) {
         outgoing_.erase(0, static_cast<std::size_t>(count));
     } else if (errno != EAGAIN && errno != EINTR) {
         // It reads no more; the end of its output says why.
         outgoing_.clear();
-        close(process_.input());
+        close(process_.input);
     }
 }
 
 void ExtensionClient::readStderr() {
     const std::size_t before = stderrTail_.size();
-    const bool hasMore = readSome(process_.errors().get(), stderrTail_);
+    const bool hasMore = readSome(process_.errors.get(), stderrTail_);
     stderrSize_ += stderrTail_.size() - before;
     if (!hasMore || stderrSize_ > maxStderr) {
-        close(process_.errors());
+        close(process_.errors);
     }
     if (stderrTail_.size() > maxStderrTail) {
         stderrTail_.erase(0, stderrTail_.size() - maxStderrTail);
@@ -164,8 +164,8 @@ void ExtensionClient::readStderr() {
 
 void ExtensionClient::readResponses() {
     const std::size_t searched = incoming_.size();
-    if (!readSome(process_.output().get(), incoming_)) {
-        close(process_.output());
+    if (!readSome(process_.output.get(), incoming_)) {
+        close(process_.output);
         outgoing_.clear();
         shutDown();
         return;
@@ -239,11 +239,11 @@ void ExtensionClient::fail(std::string_view why) {
         return;
     }
     // What it wrote at its end says more than its exit code.
-    if (process_.errors().isOpen()) {
-        readSome(process_.errors().get(), stderrTail_);
+    if (process_.errors.isOpen()) {
+        readSome(process_.errors.get(), stderrTail_);
     }
     process_.kill();
-    for (FileDescriptor* stream : {&process_.input(), &process_.output(), &process_.errors()}) {
+    for (FileDescriptor* stream : {&process_.input, &process_.output, &process_.errors}) {
         close(*stream);
     }
     const std::string_view words = lastLine(stderrTail_);
@@ -257,12 +257,12 @@ void ExtensionClient::fail(std::string_view why) {
 
 /// Has the main loop wait for what is waited for now.
 void ExtensionClient::updateSource() {
-    if (isShuttingDown_ && outgoing_.empty() && process_.input().isOpen()) {
-        close(process_.input());
+    if (isShuttingDown_ && outgoing_.empty() && process_.input.isOpen()) {
+        close(process_.input);
     }
-    source_.watch(process_.errors().get(), G_IO_IN);
-    source_.watch(process_.output().get(), G_IO_IN);
-    source_.watch(process_.input().get(), outgoing_.empty() ? GIOCondition{} : G_IO_OUT);
+    source_.watch(process_.errors.get(), G_IO_IN);
+    source_.watch(process_.output.get(), G_IO_IN);
+    source_.watch(process_.input.get(), outgoing_.empty() ? GIOCondition{} : G_IO_OUT);
     if (isClosed() && !hasEnded()) {
         // Only then: it may exit before its responses are read.
         source_.watch(process_.end().get(), G_IO_IN);

@@ -85,7 +85,7 @@ class ExtensionClient {
     void updateSource();
 
     /// Whether the extension has closed its output, as it does when it exits.
-    bool isClosed() const { return !process_.output().isOpen(); }
+    bool isClosed() const { return !process_.output.isOpen(); }
 
     Manifest manifest_;
     ExtensionProcess process_;

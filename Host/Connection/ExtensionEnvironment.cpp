@@ -49,12 +49,14 @@ Outcome<TemporaryFolder> userDatabaseWith(const fs::path& home, std::vector<std:
     if (!wrapperIsInstalled()) {
         return unavailable("another home takes nss_wrapper, which is not installed");
     }
-    auto folder = TemporaryFolder::make();
-    if (!folder) {
-        return folder;
+    std::error_code failure;
+    std::string name = (fs::temp_directory_path(failure) / "widgethost-XXXXXX").string();
+    if (failure || mkdtemp(name.data()) == nullptr) {
+        return unavailable("no temporary folder can be made");
     }
-    const fs::path users = folder->path() / "passwd";
-    const fs::path groups = folder->path() / "group";
+    TemporaryFolder folder(new fs::path(name));
+    const fs::path users = *folder / "passwd";
+    const fs::path groups = *folder / "group";
     std::ofstream(users) << fmt::format("user:x:{}:{}::{}:/bin/sh\n", getuid(), getgid(), home.string());
     std::ofstream(groups) << fmt::format("user:x:{}:\n", getgid());
     variables.push_back(std::string("LD_PRELOAD=") + wrapperLibrary);
@@ -93,24 +95,10 @@ bool userStandsInFile() {
 
 } // namespace
 
-Outcome<TemporaryFolder> TemporaryFolder::make() {
-    std::error_code failure;
-    std::string name = (fs::temp_directory_path(failure) / "widgethost-XXXXXX").string();
-    if (failure || mkdtemp(name.data()) == nullptr) {
-        return unavailable("no temporary folder can be made");
-    }
-    return TemporaryFolder(name);
-}
-
-TemporaryFolder::TemporaryFolder(TemporaryFolder&& other) noexcept : path_(std::move(other.path_)) {
-    other.path_.clear();
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    if (!path_.empty()) {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
+void RemoveFolder::operator()(const fs::path* folder) const {
+    std::error_code ignored;
+    fs::remove_all(*folder, ignored);
+    std::default_delete<const fs::path>()(folder);
 }
 
 Outcome<ExtensionEnvironment> makeExtensionEnvironment(const Manifest& manifest, const std::optional<fs::path>& home) {
@@ -144,7 +132,7 @@ Outcome<ExtensionEnvironment> makeExtensionEnvironment(const Manifest& manifest,
         if (!database) {
             return Unexpected{database.error()};
         }
-        environment.userDatabase.emplace(*std::move(database));
+        environment.userDatabase = *std::move(database);
     }
     return environment;
 }

@@ -5,35 +5,28 @@
 #include "Platform/Foundation/Failure.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace host {
 
-/// A folder of its own that goes with its owner.
-class TemporaryFolder {
-  public:
-    static platform::Outcome<TemporaryFolder> make();
-    TemporaryFolder(TemporaryFolder&& other) noexcept;
-    TemporaryFolder& operator=(TemporaryFolder&&) = delete;
-    ~TemporaryFolder();
-    const std::filesystem::path& path() const { return path_; }
-
-  private:
-    explicit TemporaryFolder(std::filesystem::path path) : path_(std::move(path)) {}
-    std::filesystem::path path_;
+struct RemoveFolder {
+    void operator()(const std::filesystem::path* folder) const;
 };
+/// A folder that is removed at the end of this.
+using TemporaryFolder = std::unique_ptr<const std::filesystem::path, RemoveFolder>;
 
 struct ExtensionEnvironment {
-    /// What the extension is to take for the user's real home. Empty where the user database knows none.
+    /// What the extension is to take for the user's real home. Empty if the user database knows none.
     std::filesystem::path home;
     /// The extension's own folder.
     std::filesystem::path container;
     /// "NAME=value" each.
     std::vector<std::string> variables;
-    /// Holds the user database that the extension is to have in place of the system's.
-    std::optional<TemporaryFolder> userDatabase;
+    /// Holds the user database that the extension has in place of the system's; may be null.
+    TemporaryFolder userDatabase;
 };
 
 /// Makes the extension's container, a folder of its own in the user's data folder, and the variables: HOME and

@@ -169,23 +169,23 @@ platform::Outcome<ExtensionProcess> ExtensionProcess::start(const Manifest& mani
         return unavailable(fmt::format("cannot {} the extension {}: {}", what, program, std::strerror(child.error())));
     }
     ExtensionProcess started(child->process, std::move(child->end), std::move(environment), std::move(sandbox));
-    started.input_ = std::move(input->writing);
-    started.output_ = std::move(output->reading);
-    started.errors_ = std::move(errors->reading);
+    started.input = std::move(input->writing);
+    started.output = std::move(output->reading);
+    started.errors = std::move(errors->reading);
     return started;
 }
 
 ExtensionProcess::ExtensionProcess(ExtensionProcess&& other) noexcept
-    : process_(std::exchange(other.process_, 0)), end_(std::move(other.end_)),
-      environment_(std::move(other.environment_)), sandbox_(std::move(other.sandbox_)), input_(std::move(other.input_)),
-      output_(std::move(other.output_)), errors_(std::move(other.errors_)) {}
+    : input(std::move(other.input)), output(std::move(other.output)), errors(std::move(other.errors)),
+      process_(std::exchange(other.process_, 0)), end_(std::move(other.end_)),
+      environment_(std::move(other.environment_)), sandbox_(std::move(other.sandbox_)) {}
 
 ExtensionProcess::~ExtensionProcess() {
     if (isReaped()) {
         return;
     }
-    input_.close();
-    output_.close();
+    input.close();
+    output.close();
     constexpr auto timeout = Timeouts{}.shutdown;
     if (!waitForEnd(timeout)) {
         kill();

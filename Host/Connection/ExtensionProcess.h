@@ -1,7 +1,7 @@
-// The extension's process: started with nothing but what it is given, spoken to through pipes, and never left behind.
+// The extension's process, with pipes to its standard streams.
 //
-// It is killed when the thread that started it ends, however that comes: the kernel does it. What the extension itself
-// has started is killed by this process alone, and outlives a host that is killed.
+// The kernel kills it when the thread that started it ends, however that comes. What the extension itself has started
+// is killed by this process alone, and outlives a host that is killed.
 #pragma once
 
 #include "Host/Connection/ExtensionEnvironment.h"
@@ -33,12 +33,10 @@ class ExtensionProcess {
     /// is killed.
     ~ExtensionProcess();
 
-    platform::FileDescriptor& input() { return input_; }
-    platform::FileDescriptor& output() { return output_; }
-    platform::FileDescriptor& errors() { return errors_; }
-    const platform::FileDescriptor& input() const { return input_; }
-    const platform::FileDescriptor& output() const { return output_; }
-    const platform::FileDescriptor& errors() const { return errors_; }
+    /// The host's ends of the extension's standard streams.
+    platform::FileDescriptor input;
+    platform::FileDescriptor output;
+    platform::FileDescriptor errors;
 
     /// Whether a folder or file that the extension may read has appeared or been replaced since it was started: it does
     /// not see the new one, and should be ended and started anew before it is asked again.
@@ -67,9 +65,6 @@ class ExtensionProcess {
     platform::FileDescriptor end_;
     ExtensionEnvironment environment_;
     std::optional<Sandbox> sandbox_;
-    platform::FileDescriptor input_;
-    platform::FileDescriptor output_;
-    platform::FileDescriptor errors_;
 };
 
 } // namespace host

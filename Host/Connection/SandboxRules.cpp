@@ -133,7 +133,7 @@ SandboxRules sandboxRules(const Manifest& manifest, const ExtensionEnvironment& 
         builder.grantList(valueOf(environment, "SSL_CERT_DIR"), FileAccess::read);
     }
     if (environment.userDatabase) {
-        builder.grant(environment.userDatabase->path(), FileAccess::read);
+        builder.grant(*environment.userDatabase, FileAccess::read);
     }
     builder.grant(manifest.executable, FileAccess::readAndRun);
     builder.grant(manifest.executable.parent_path().parent_path() / "share" / "locale", FileAccess::read);

@@ -26,8 +26,8 @@ struct StoredEntry {
 
 class EntryStore {
   public:
-    /// `folder` need not be there; `tileFolder()` is the host's own. In a relative one there are never any entries.
-    /// `files` must live as long as this.
+    /// `folder` need not be there; `tileFolder()` is the host's own. A relative one never has any
+    /// entries. `files` must live as long as this.
     EntryStore(const platform::FileSystem& files, std::filesystem::path folder)
         : files_(files), folder_(std::move(folder)) {}
 
@@ -35,7 +35,7 @@ class EntryStore {
     /// and in the user's language. A file that is missing, broken or made for something else is nothing.
     std::optional<StoredEntry> load(const Instance& instance, const std::string& renderingMode) const;
 
-    /// Puts an entry in the place of the tile's last one. Nothing when that is done, else one line that says why not.
+    /// Replaces the tile's last entry. Returns why that failed.
     [[nodiscard]] std::optional<platform::FileError> save(const Instance& instance, const std::string& renderingMode,
                                                           const StoredEntry& entry) const;
 
@@ -48,7 +48,7 @@ class EntryStore {
     std::filesystem::path folder_;
 };
 
-/// widgethost/tiles in the user's cache folder; relative where the user has none.
+/// widgethost/tiles in the user's cache folder; relative if the user has none.
 std::filesystem::path tileFolder();
 
 } // namespace host

@@ -2,15 +2,15 @@
 //
 // A path is followed whether it exists or not. Watched are the folders that lead to it as far as they exist, from the
 // base folder on, for the next name on the way alone; and the file itself, so that a write by another hard link is
-// seen, while writes to other files in its folder wake nobody. Symbolic links are followed. Nothing is polled.
+// seen, while writes to other files in its folder wake nothing. Symbolic links are followed. Nothing is polled.
 //
 // A change counts
 //  - at once when the file is closed after writing, renamed into its place or touched,
 //  - 200 ms after the last write while it stays open, but not while it is empty: it was cut to be written anew,
 //  - 200 ms after it was removed or created, unless it is closed or replaced before.
 //
-// Like a `Session` it has no loop and no timer: its owner waits for `descriptor` and for `deadline`, and calls
-// `dispatch`. File systems without notification (FUSE, NFS) report nothing. One thread.
+// It has no loop and no timer: the caller waits for `descriptor` and for `deadline`, and calls `dispatch`. File systems
+// without notification (FUSE, NFS) report nothing. One thread.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -37,7 +37,7 @@ class FileWatcher {
     /// Requires an absolute path as the base; changes above that folder are not noticed while it exists.
     explicit FileWatcher(std::string base, std::chrono::milliseconds settleTime = std::chrono::milliseconds(200));
 
-    /// Readable when something happened; -1 where the kernel gives no descriptor.
+    /// Readable when something happened; -1 if the kernel gives no descriptor.
     int descriptor() const { return inotify_.get(); }
 
     /// Follows these paths and no others from now on. Requires absolute paths below the base. What is pending for a
@@ -51,13 +51,13 @@ class FileWatcher {
     /// When `takeChanged` has something next without any further event.
     std::optional<Time> deadline() const;
 
-    /// Whether the file is being written, or was written since `time`: who read it meanwhile may have read half of it.
+    /// Whether the file is being written, or was written since `time`: what was read meanwhile may be half of it.
     bool isUnsettledSince(const std::string& path, Time time) const;
     /// Whether the file, or a folder on the way to it, has changed at `date` or later, by the times that the file
     /// system keeps: for a path that was not followed then.
     bool hasChangedSince(const std::string& path, platform::Date date) const;
 
-    /// In one line, why some changes will not be noticed; nothing where all is well.
+    /// In one line, why some changes will not be noticed.
     const std::optional<std::string>& failure() const { return failure_; }
     std::size_t watchCount() const { return watches_.size(); }
 

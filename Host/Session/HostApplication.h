@@ -1,7 +1,7 @@
-// The host of a login session: one on the bus, one on an arrangement, running until it is told to end.
+// The host of a login session: one on the bus, one on an arrangement, running until SIGTERM, SIGINT or the end of the
+// bus.
 //
-// It follows the arrangement's file, whoever changes it, and answers what `callRunningHost` hands it. Without a session
-// bus it runs all the same, and follows the file alone.
+// It follows the arrangement's file and answers `callRunningHost`. Without a session bus it follows the file alone.
 #pragma once
 
 #include "Host/Arrangement/ArrangementFile.h"
@@ -23,13 +23,13 @@ namespace host {
 
 class HostApplication;
 
-/// Whether somebody started the host to see it, or it was started along with the session.
+/// Whether the user started the host to see it, or it was started along with the session.
 enum class Presence { foreground, background };
 
-/// What a host shows its session on: nothing at all, or a desktop.
+/// What a host shows its session on: nothing, or a desktop.
 class HostDisplay : public SessionObserver {
   public:
-    /// The host is about to read its arrangement for the first time.
+    /// Called before the arrangement is read for the first time.
     virtual void started(HostApplication& /*host*/) {}
     /// Called before the session's tiles change.
     virtual void arrangementChanged(const Arrangement& /*arrangement*/) {}
@@ -37,7 +37,7 @@ class HostDisplay : public SessionObserver {
     virtual void findPlace(Instance& /*instance*/) {}
     /// Called when the user starts the host again. Returns whether there is something to see.
     virtual bool activate() { return false; }
-    /// The host ends; what is to be saved must be saved now.
+    /// Called at the end of the host; what is to be saved must be saved now.
     virtual void shutDown() {}
 };
 
@@ -51,7 +51,7 @@ class HostApplication {
         Session::FindManifest findManifest;
         Session::StartExtension startExtension;
         HostDisplay& display;
-        /// Whether a host that runs already is told that somebody wants to see it.
+        /// `foreground` activates the display of a host that runs already.
         Presence presence = Presence::foreground;
     };
     explicit HostApplication(const Options& options);
@@ -59,8 +59,8 @@ class HostApplication {
     HostApplication& operator=(const HostApplication&) = delete;
     ~HostApplication();
 
-    /// Runs until SIGTERM, SIGINT or the end of the bus, and answers the exit code: 0; or 69 at once where another host
-    /// runs on this arrangement. A host on this bus that runs already is no failure: it says so itself.
+    /// Returns the exit code: 0; or 69 at once if another host runs on this arrangement. A host on this bus that runs
+    /// already is no failure: it says so itself.
     int run();
 
     /// Ends the run, with the exit code 0.
@@ -72,10 +72,9 @@ class HostApplication {
     /// What was written, or why nothing was.
     using Change = platform::Outcome<ArrangementFile::Update>;
     /// Changes the arrangement, after all changes before: in its file, beside the main loop, and then on the display.
-    /// `done` is told afterwards, from the main loop; where the host ends meanwhile, nobody is told. What fails changes
-    /// nothing.
+    /// `done` is called afterwards, from the main loop, unless the host ends meanwhile. A failure changes nothing.
     void change(ArrangementChange change, std::function<void(const Change& result)> done);
-    /// Does what may wait for the disk, after all that was handed in before; `work` must own all that it uses.
+    /// Does what may wait for the disk, after all work before; `work` must own all that it uses.
     void workLater(std::function<void()> work);
     /// Asks for one tile at once.
     void reload(InstanceId id);

@@ -1,6 +1,6 @@
 // The host that runs in this login session, found on the session bus.
 //
-// It is asked by command lines: "sync", to read the arrangement anew; "add" (AddCommand.h); "reload [KIND]";
+// It answers command lines: "sync", to read the arrangement anew; "add" (AddCommand.h); "reload [KIND]";
 // "explain ID"; "host", which it answers by saying that it is there. What it prints comes out here, and its exit code
 // comes back.
 #pragma once
@@ -20,7 +20,7 @@ struct NoHost {
     Reason reason = Reason::noneRuns;
 };
 
-/// Hands `arguments` to the running host and waits for its answer: the exit code.
+/// Calls the running host with `arguments`. Returns its exit code.
 platform::Expected<int, NoHost> callRunningHost(const std::vector<std::string>& arguments);
 
 } // namespace host

@@ -15,14 +15,14 @@ platform::Date roundedUp(platform::Date date) {
 void TileSchedule::answered(platform::Date now, platform::Date reload) {
     failures_ = 0;
     lastAsked_ = now;
-    due_ = roundedUp(std::max(reload, now.addingSeconds(shortestWait)));
+    due_ = roundedUp(std::max(reload, now.addingSeconds(minWait)));
 }
 
 void TileSchedule::failed(platform::Date now) {
     lastAsked_ = now;
-    const double wait = shortestWait * std::pow(2, std::min(failures_, 10));
+    const double wait = minWait * std::pow(2, std::min(failures_, 10));
     ++failures_;
-    due_ = roundedUp(now.addingSeconds(std::min(wait, longestWaitAfterFailure)));
+    due_ = roundedUp(now.addingSeconds(std::min(wait, maxWaitAfterFailure)));
 }
 
 void TileSchedule::clockChanged(platform::Date now) {

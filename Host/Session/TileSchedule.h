@@ -1,7 +1,7 @@
 // When a tile is asked for next, by the wall clock.
 //
-// An answer says when to ask again; a failure is tried again after 5 s, then after twice as long each time, at most
-// after 5 min. Dates are whole seconds, so that tiles that were asked for together are due together. Pure.
+// An answer says when to ask again. After a failure the wait is 5 s, then twice as long each time, at most 5 min. Dates
+// are whole seconds, so that tiles that were asked for together are due together. Pure.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -10,8 +10,8 @@ namespace host {
 
 class TileSchedule {
   public:
-    static constexpr double shortestWait = 5;
-    static constexpr double longestWaitAfterFailure = 300;
+    static constexpr double minWait = 5;
+    static constexpr double maxWaitAfterFailure = 300;
 
     /// Due at once.
     explicit TileSchedule(platform::Date now) : due_(now), lastAsked_(now) {}
@@ -20,12 +20,12 @@ class TileSchedule {
     /// Failures since the last answer.
     int failures() const { return failures_; }
 
-    /// A reload date in the past or nearer than the shortest wait is taken for that.
+    /// A reload date in the past or nearer than `minWait` is taken for that.
     void answered(platform::Date now, platform::Date reload);
     void failed(platform::Date now);
-    /// Somebody does not want to wait.
+    /// Due at `now`, whatever the date was.
     void askAt(platform::Date now) { due_ = now; }
-    /// The clock was set: back beyond the last time the tile was asked for, its dates mean nothing any more.
+    /// Due at once if the clock was set back beyond the last time the tile was asked for: its dates mean nothing then.
     void clockChanged(platform::Date now);
 
   private:

@@ -1,6 +1,6 @@
-// What may wait for a disk or another process, done one thing after the other beside the main loop.
+// Runs jobs that may wait for a disk or another process one after the other, on a thread beside the main loop.
 //
-// There is a thread only while there is work. All is called on the main thread.
+// There is a thread only while there is work. Called on the main thread.
 #pragma once
 
 #include <chrono>
@@ -16,7 +16,7 @@ class WorkQueue {
     struct Job {
         /// Called on the main thread when all jobs before are done; may be empty.
         std::function<void()> prepare;
-        /// Called on the thread. It must own all that it uses.
+        /// Called on the thread. Must own all that it uses.
         std::function<void()> work;
         /// Called on the main thread, from the default main context; may be empty.
         std::function<void()> done;
@@ -29,7 +29,7 @@ class WorkQueue {
 
     void add(Job job);
 
-    /// Waits for what is still to be done, until the timeout; for when the main loop is over. Nobody is told any more.
+    /// Does the jobs that are left, until the timeout; for when the main loop is over. Calls no `done`.
     void finish(std::chrono::milliseconds timeout);
 
   private:
