@@ -5,7 +5,7 @@ build_packages=(
     nlohmann-json3-dev libsimdjson-dev libicu-dev libexpat1-dev libcurl4-openssl-dev
     libcli11-dev libfmt-dev libglib2.0-dev libseccomp-dev
     libpango1.0-dev libcairo2-dev libharfbuzz-dev libpng-dev libgdk-pixbuf-2.0-dev
-    libfontconfig-dev libwayland-dev wayland-protocols libx11-dev libgtk-3-dev libgtk-layer-shell-dev
+    libfontconfig-dev libwayland-dev wayland-protocols plasma-wayland-protocols libx11-dev libgtk-3-dev libgtk-layer-shell-dev
 )
 # What the programs need when they run, beyond libraries: certificates, zones, and the font. What they link or load comes with
 # the -dev packages here; which packages those are on the machine of a .deb's user, cmake/Package.cmake finds out.

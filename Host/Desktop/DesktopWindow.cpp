@@ -1,5 +1,6 @@
 #include "Host/Desktop/DesktopWindow.h"
 
+#include <gdk/gdkwayland.h>
 #include <gdk/gdkx.h>
 #include <gtk-layer-shell.h>
 
@@ -62,8 +63,7 @@ DesktopWindow::DesktopWindow(Level level, Input input, Stacking& stacking, Paint
         stacking_.add(window_.get());
     }
     if (input == Input::none) {
-        const std::unique_ptr<cairo_region_t, decltype(&cairo_region_destroy)> nothing(cairo_region_create(),
-                                                                                       &cairo_region_destroy);
+        const RegionHandle nothing(cairo_region_create());
         gtk_widget_input_shape_combine_region(window_.get(), nothing.get());
     }
     // The compositor closes a layer surface with its screen; `put` shows it again on another.
@@ -98,6 +98,7 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
         // Its edges may be rounded differently there.
         gtk_widget_queue_draw(window_.get());
     }
+    const bool blursOtherwise = output_.blurManager != output.blurManager;
     output_ = output;
     frame_ = frame;
     if (!isVisible) {
@@ -110,6 +111,9 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
             gdk_window_lower(gtk_widget_get_window(window_.get()));
         }
     }
+    if (blursOtherwise) {
+        applyBlur();
+    }
 }
 
 /// Whether the window lowers itself, since no window manager does.
@@ -121,6 +125,36 @@ bool DesktopWindow::isUnmanaged() const {
 bool DesktopWindow::isBlended() const {
     const bool isFront = gtk_window_get_window_type(GTK_WINDOW(window_.get())) == GTK_WINDOW_POPUP;
     return isFront ? gdk_screen_is_composited(gtk_widget_get_screen(window_.get())) != FALSE : stacking_.isBlended();
+}
+
+void DesktopWindow::blurBehind(RegionHandle region) {
+    blurRegion_ = std::move(region);
+    applyBlur();
+}
+
+void DesktopWindow::applyBlur() {
+    blur_.reset();
+    if (output_.blurManager == nullptr || !blurRegion_ || gtk_widget_get_mapped(window_.get()) == FALSE) {
+        return;
+    }
+    GdkWindow* const window = gtk_widget_get_window(window_.get());
+    const WaylandHandle<wl_region> region(
+        wl_compositor_create_region(gdk_wayland_display_get_wl_compositor(gdk_window_get_display(window))));
+    for (int i = 0; i < cairo_region_num_rectangles(blurRegion_.get()); ++i) {
+        cairo_rectangle_int_t part;
+        cairo_region_get_rectangle(blurRegion_.get(), i, &part);
+        wl_region_add(region.get(), part.x, part.y, part.width, part.height);
+    }
+    blur_.reset(org_kde_kwin_blur_manager_create(output_.blurManager, gdk_wayland_window_get_wl_surface(window)));
+    org_kde_kwin_blur_set_region(blur_.get(), region.get());
+    org_kde_kwin_blur_commit(blur_.get());
+    // It takes effect with the window's next frame.
+    gtk_widget_queue_draw(window_.get());
+}
+
+void DesktopWindow::unmapped() {
+    fractional_.reset();
+    blur_.reset();
 }
 
 void DesktopWindow::realized() {

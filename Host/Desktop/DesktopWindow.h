@@ -45,6 +45,8 @@ class DesktopWindow {
 
     /// Whether what lies below shines through.
     bool isBlended() const;
+    /// Blurs what lies behind that part of the window, in its units, where and while the compositor can.
+    void blurBehind(RegionHandle region);
     /// Takes the keyboard, at `time` of a click, if no window manager does that.
     void takeKeyboard(guint32 time) const;
 
@@ -54,7 +56,8 @@ class DesktopWindow {
     void realized();
     gboolean draw(cairo_t* cairo);
     bool drawFractional();
-    void unmapped() { fractional_.reset(); }
+    void applyBlur();
+    void unmapped();
 
     Stacking& stacking_;
     Paint paint_;
@@ -64,6 +67,8 @@ class DesktopWindow {
     Output output_;
     Rect frame_;
     std::optional<FractionalScaleSurface> fractional_;
+    RegionHandle blurRegion_;
+    WaylandHandle<org_kde_kwin_blur> blur_;
 };
 
 } // namespace host

@@ -125,7 +125,8 @@ Output Outputs::describe(int number, const Monitor& monitor) const {
     }
     Output output{.screen = {.name = nameOf(number), .bounds = rectOf(bounds), .area = rectOf(area)},
                   .monitor = monitor.monitor.get(),
-                  .scale = std::max(1.0, static_cast<double>(gdk_monitor_get_scale_factor(monitor.monitor.get())))};
+                  .scale = std::max(1.0, static_cast<double>(gdk_monitor_get_scale_factor(monitor.monitor.get()))),
+                  .blurManager = wayland_ ? wayland_->blurManager() : nullptr};
     const int pixels = wayland_ && bounds.width > 0 ? wayland_->pixelWidth(output.screen.name) : 0;
     // GDK's size in units is rounded.
     const double scale = pixels > 0 ? std::round(scaleSteps * pixels / bounds.width) / scaleSteps : 1;

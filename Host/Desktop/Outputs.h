@@ -26,6 +26,8 @@ struct Output {
     double scale = 1;
     /// For surfaces at a fractional scale; null if the scale is an integer.
     const WaylandObjects* fractional = nullptr;
+    /// Null if the compositor does not blur what lies behind windows.
+    org_kde_kwin_blur_manager* blurManager = nullptr;
     bool operator==(const Output&) const = default;
 };
 

@@ -93,10 +93,12 @@ TileController::TileController(Instance instance, const std::string& renderingMo
 
 void TileController::put(const Output& output, const Rect& frame) {
     frame_ = frame;
-    const bool hasOtherScale = std::exchange(output_, output).scale != output.scale;
+    const Output before = std::exchange(output_, output);
+    const bool looksOtherwise =
+        before.scale != output.scale || (before.blurManager == nullptr) != (output.blurManager == nullptr);
     if (window_.rendered().width == 0) {
         paint();
-    } else if (hasOtherScale) {
+    } else if (looksOtherwise) {
         paintSoon();
     }
     window_.put(output, frame);
@@ -332,8 +334,10 @@ TileStyle TileController::style(Redaction redaction) const {
     // GTK draws a window that reaches onto another screen at the larger of both scales.
     const bool usesToolkitScale = output_.fractional == nullptr && gtk_widget_get_realized(window_.widget()) != FALSE;
     const double scale = usesToolkitScale ? std::max<double>(output_.scale, window_.deviceScale()) : output_.scale;
-    return context_.settings.tileStyle(
+    TileStyle style = context_.settings.tileStyle(
         scale, redaction, valueNamed<DrawingMode>(renderingMode_, drawingModeNames).value_or(DrawingMode::fullColor));
+    style.appearance.wallpaper = output_.blurManager == nullptr ? Wallpaper::sharp : Wallpaper::blurred;
+    return style;
 }
 
 std::string TileController::name() const {

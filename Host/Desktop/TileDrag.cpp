@@ -2,6 +2,7 @@
 
 #include "Host/Arrangement/Snapping.h"
 #include "Host/Desktop/TilePaint.h"
+#include "Host/Layout/Measures.h"
 
 namespace host {
 
@@ -9,7 +10,10 @@ TileDrag::TileDrag(const RenderedTile& rendered, const Rect& start, Outputs& out
                    std::multimap<std::size_t, Rect> others)
     : rendered_(rendered), start_(start), outputs_(outputs), others_(std::move(others)),
       window_(DesktopWindow::Level::front, DesktopWindow::Input::none, outputs.stacking(),
-              [this](cairo_t* cairo) { draw(cairo); }) {}
+              [this](cairo_t* cairo) { draw(cairo); }) {
+    window_.blurBehind(roundedRegion({shadowMargin, shadowMargin, start.width, start.height},
+                                     cornerRadius * start.width * rendered.scale / rendered.width));
+}
 
 void TileDrag::move(Point distance) {
     if (outputs_.all().empty()) {

@@ -26,7 +26,6 @@ struct Mark {
 void fillMark(cairo_t* cairo, const Mark& mark, const Rgba& color);
 void strokeMark(cairo_t* cairo, const Mark& mark, const Rgba& color);
 
-using RegionHandle = std::unique_ptr<cairo_region_t, Releaser<cairo_region_destroy>>;
 /// The pixels of a rectangle with round corners.
 RegionHandle roundedRegion(const Rect& rect, double radius);
 

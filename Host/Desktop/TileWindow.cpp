@@ -156,9 +156,10 @@ void TileWindow::makeParts() {
 /// part is realized.
 void TileWindow::shape() {
     const bool isBlended = window_.isBlended();
-    const RegionHandle outline = roundedRegion({outset_, outset_, frame_.width, frame_.height}, cornerRadius * unit());
+    RegionHandle outline = roundedRegion({outset_, outset_, frame_.width, frame_.height}, cornerRadius * unit());
     gtk_widget_shape_combine_region(widget(), isBlended ? nullptr : outline.get());
     gtk_widget_input_shape_combine_region(widget(), isBlended ? outline.get() : nullptr);
+    window_.blurBehind(std::move(outline));
 }
 
 void TileWindow::onScaleChanged(GParamSpec* /*property*/) const {

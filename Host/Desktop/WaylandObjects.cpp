@@ -53,7 +53,7 @@ WaylandObjects::WaylandObjects(wl_display* display, std::function<void()> change
             [](void* self, wl_registry* /*registry*/, std::uint32_t number, const char* interface,
                std::uint32_t version) { static_cast<WaylandObjects*>(self)->onGlobal(number, interface, version); },
         .global_remove = [](void* self, wl_registry* /*registry*/,
-                            std::uint32_t number) { static_cast<WaylandObjects*>(self)->screens_.erase(number); },
+                            std::uint32_t number) { static_cast<WaylandObjects*>(self)->onGlobalRemoved(number); },
     };
     wl_registry_add_listener(registry_.get(), &listener, this);
 }
@@ -67,11 +67,23 @@ void WaylandObjects::onGlobal(std::uint32_t number, const std::string& interface
         sharedMemory_ = bind<wl_shm>(number, wl_shm_interface, 1);
     } else if (interface == wp_viewporter_interface.name) {
         viewporter_ = bind<wp_viewporter>(number, wp_viewporter_interface, 1);
+    } else if (interface == org_kde_kwin_blur_manager_interface.name) {
+        blurManager_ = bind<org_kde_kwin_blur_manager>(number, org_kde_kwin_blur_manager_interface, 1);
+        blurNumber_ = number;
+        changed_();
     } else if (interface == wl_output_interface.name && version >= outputVersion) {
         auto screen = std::make_unique<Screen>(
             Screen{.objects = *this, .output = bind<wl_output>(number, wl_output_interface, outputVersion)});
         wl_output_add_listener(screen->output.get(), &Screen::listener, screen.get());
         screens_[number] = std::move(screen);
+    }
+}
+
+void WaylandObjects::onGlobalRemoved(std::uint32_t number) {
+    screens_.erase(number);
+    if (blurManager_ && number == blurNumber_) {
+        blurManager_.reset();
+        changed_();
     }
 }
 

@@ -1,4 +1,5 @@
-// Wayland objects that GTK does not offer: for fractional scales of screens, and for surfaces at those scales.
+// Wayland objects that GTK does not offer: for fractional scales of screens, for surfaces at those scales, and for
+// blurring what lies behind a surface.
 #pragma once
 
 #include <functional>
@@ -6,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include <blur-client-protocol.h>
 #include <viewporter-client-protocol.h>
 #include <wayland-client.h>
 
@@ -23,13 +25,16 @@ struct DestroyWaylandObject {
     void operator()(wl_subsurface* object) const { wl_subsurface_destroy(object); }
     void operator()(wp_viewporter* object) const { wp_viewporter_destroy(object); }
     void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }
+    void operator()(org_kde_kwin_blur_manager* object) const { org_kde_kwin_blur_manager_destroy(object); }
+    void operator()(org_kde_kwin_blur* object) const { org_kde_kwin_blur_release(object); }
 };
 template <class Object>
 using WaylandHandle = std::unique_ptr<Object, DestroyWaylandObject>;
 
 class WaylandObjects {
   public:
-    /// `changed` is called from the main loop when a screen may have another resolution, and first when all are known.
+    /// `changed` is called from the main loop when a screen may have another resolution or the compositor begins or ends
+    /// to blur, and first when all are known.
     WaylandObjects(wl_display* display, std::function<void()> changed);
     WaylandObjects(const WaylandObjects&) = delete;
     WaylandObjects& operator=(const WaylandObjects&) = delete;
@@ -42,11 +47,14 @@ class WaylandObjects {
     wl_subcompositor* subcompositor() const { return subcompositor_.get(); }
     wl_shm* sharedMemory() const { return sharedMemory_.get(); }
     wp_viewporter* viewporter() const { return viewporter_.get(); }
+    /// Null while the compositor does not blur.
+    org_kde_kwin_blur_manager* blurManager() const { return blurManager_.get(); }
 
   private:
     struct Screen;
 
     void onGlobal(std::uint32_t number, const std::string& interface, std::uint32_t version);
+    void onGlobalRemoved(std::uint32_t number);
     template <class Object>
     WaylandHandle<Object> bind(std::uint32_t number, const wl_interface& interface, std::uint32_t version) {
         return WaylandHandle<Object>(
@@ -58,6 +66,9 @@ class WaylandObjects {
     WaylandHandle<wl_subcompositor> subcompositor_;
     WaylandHandle<wl_shm> sharedMemory_;
     WaylandHandle<wp_viewporter> viewporter_;
+    WaylandHandle<org_kde_kwin_blur_manager> blurManager_;
+    /// The compositor's number of it.
+    std::uint32_t blurNumber_ = 0;
     /// By the compositor's numbers.
     std::map<std::uint32_t, std::unique_ptr<Screen>> screens_;
 };
