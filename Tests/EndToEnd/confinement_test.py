@@ -5,6 +5,7 @@ import json
 import os
 import shutil
 import socket
+import sys
 import tempfile
 import unittest
 from pathlib import Path
@@ -12,7 +13,7 @@ from pathlib import Path
 from https_server import Authority, HttpsServer, body
 from support import EXTENSION, HOST, NO_WEB, OK, HostTest, host, is_running, texts, wait_until
 
-PROBE = Path(os.environ["TEST_PROGRAMS"]) / "confinement_probe"
+PROBE = Path(__file__).with_name("confinement_probe.py")
 SANITIZED = bool(os.environ.get("SANITIZED"))
 IS_ROOT = os.getuid() == 0
 # Any number that is nobody's.
@@ -55,7 +56,10 @@ class Anybody(HostTest):
         self.write([])
         self.inherited = self.enterContext(tempfile.TemporaryFile())
         self.probe = self.home / "probe"
-        shutil.copy(PROBE, self.probe)
+        shutil.copy(sys.executable, self.probe)
+        modules = self.container / ".local" / "lib" / f"python3.{sys.version_info.minor}" / "site-packages"
+        modules.mkdir(parents=True)
+        shutil.copy(PROBE, modules / "usercustomize.py")
         self.manifest = {"identifier": "probe", "executable": str(self.probe), "reads": ["Library/Application Support/FOLIOvault"]}
 
     def ask(self, *orders, confined=True, **manifest):
