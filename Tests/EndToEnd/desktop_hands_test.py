@@ -114,7 +114,7 @@ class Wayland(Hands, DesktopTest):
     def test_the_menu(self):
         self.make_world(accessible=True)
         self.arrange(FAVOURITES)
-        self.start()
+        self.start(WIDGETHOST_MESSAGE_MILLISECONDS="4000")
         self.sees(FAVOURITES)
         self.world.click(*at(FAVOURITES))
         for key in ("Menu", "shift+F10"):

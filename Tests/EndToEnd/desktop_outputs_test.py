@@ -91,7 +91,7 @@ class Wayland(DesktopTest):
         self.start()
         self.sees(near)
         self.sees(far)
-        panels = self.world.add_panel("top", 60), self.world.add_panel("left", 50)
+        panels = self.world.add_panel("TOP", 60), self.world.add_panel("LEFT", 50)
         self.sees(Placed(1, place=(150, 100)))
         self.sees(Placed(2, "WorkspacesWidget", "small", (output.width - width, output.height - height)))
         self.world.drag((210, 120), (214, 160))
@@ -100,7 +100,7 @@ class Wayland(DesktopTest):
         moved = Placed(1, place=(104, 80), output=output.name)
         wait_until(lambda: self.arranged()[1] == moved.member(), "the place to be written")
         for panel in panels:
-            panel.close()
+            panel.kill()
         self.sees(moved)
         self.sees(far)
         self.assertEqual(self.arranged()[2], far.member())

@@ -31,24 +31,6 @@ class Answers(HomeTest):
             self.file.unlink()
             self.assertIn("No Favorites", texts(extension.timeline()["entries"][0]))
 
-    def test_links_and_icons_arrive(self):
-        self.write([{"Name": "A\nB", "UUID": "U/1?x#y", "Icon": PNG}, {"Name": "no URL", "UUID": "{U 2}"},
-                    {"Name": "Base", "Path": str(self.home / "Data" / "B & C.fvBase2")}], plistlib.FMT_XML)
-        with Extension(self.environment()) as extension:
-            view = extension.timeline()["entries"][0]["content"]["view"]
-            links = [(node["url"], node["id"]) for node in nodes(view) if node["type"] == "link"]
-            path = str(self.home / "Data" / "B & C.fvBase2")
-            self.assertEqual(links[0], ("x-foliovault-item://U/1?x&widget=favorites#y", "item:U/1?x#y"))
-            self.assertEqual(links[1][1], "db:" + path)
-            self.assertRegex(links[1][0], r"^x-foliovault://open-path\?path=/.*Ada%20%C3%84/Data/B%20%26%20C.fvBase2&widget=favorites$")
-            self.assertEqual(len(links), 2)
-            self.assertIn("~/Data/B & C.fvBase2", texts({"content": {"view": view}}))
-            images = [node for node in nodes(view) if node["type"] == "image"]
-            self.assertEqual(len(images), 1)
-            self.assertEqual(images[0]["fallback"]["symbol"], "doc")
-            tinted = extension.timeline(mode="tinted")["entries"][0]["content"]["view"]
-            self.assertFalse([node for node in nodes(tinted) if node["type"] == "image"])
-
     def test_germans_read_german_wherever_the_machine_comes_from(self):
         self.write(favourites(9))
         german, english = ("Favoriten", "+2 weitere"), ("Favorites", "+2 more")

@@ -5,13 +5,13 @@ import os
 import socket
 import struct
 import subprocess
+import sys
 from pathlib import Path
 
 from desks import DESKS, HEIGHT, WIDTH
 from picture import Picture
 from support import wait_until
 from wayland_hands import WaylandHands
-from wayland_panel import WaylandPanel
 from world import Output, Window, World
 
 CONFIGURATION = """
@@ -91,7 +91,7 @@ class WaylandWorld(World):
 
     def screenshot(self, output=None):
         """Of one output in its pixels, or of the whole layout, a pixel to each unit of it; the pointer is not in it."""
-        return Picture.from_ppm(self.run("grim", "-t", "ppm", *(["-o", output] if output else ["-s", 1]), "-"))
+        return Picture.from_file(self.run("grim", "-t", "ppm", *(["-o", output] if output else ["-s", 1]), "-"))
 
     def add_output(self):
         """To the right of all others. Its name."""
@@ -122,8 +122,9 @@ class WaylandWorld(World):
         self.command(f"output {name} mode {width}x{height}")
 
     def add_panel(self, edge, thickness):
-        """Ends when it is closed."""
-        return WaylandPanel(self.socket, edge, thickness)
+        """Along the edge TOP or LEFT. Ends with the process that is returned."""
+        size = (1, thickness) if edge == "TOP" else (thickness, 1)
+        return self.start(sys.executable, "-B", Path(__file__).with_name("plain_window.py"), *size, 0, 0, 0, edge)
 
     def switch_workspace(self, number):
         self.command(f"workspace {number + 1}")
