@@ -78,6 +78,7 @@ TileWindow::TileWindow(Handlers handlers, Stacking& stacking)
     connect<&TileWindow::keyPressed>(widget(), "key-press-event", this);
     g_signal_connect_after(widget(), "set-focus", G_CALLBACK(&gtk_widget_queue_draw), nullptr);
     g_signal_connect(widget(), "notify::has-toplevel-focus", G_CALLBACK(&gtk_widget_queue_draw), nullptr);
+    g_signal_connect(widget(), "notify::focus-visible", G_CALLBACK(&gtk_widget_queue_draw), nullptr);
     connect<&TileWindow::onScaleChanged>(widget(), "notify::scale-factor", this);
     connect<&TileWindow::shape>(widget(), "map", this);
 }
@@ -172,7 +173,9 @@ void TileWindow::draw(cairo_t* cairo) {
     const Palette palette(rendered_.appearance);
     GtkWindow* const window = GTK_WINDOW(widget());
     if (const auto pressed = partWith(GTK_STATE_FLAG_ACTIVE); pressed && !isDragged_) {
-        fillMark(cairo, markOf(*pressed), palette.highlight(Palette::Highlight::pressed));
+        // So large a part needs less.
+        fillMark(cairo, markOf(*pressed),
+                 palette.highlight(isWhole(*pressed) ? Palette::Highlight::hovered : Palette::Highlight::pressed));
     } else if (const auto hovered = partWith(GTK_STATE_FLAG_PRELIGHT); hovered && !isDragged_ && !isWhole(*hovered)) {
         fillMark(cairo, markOf(*hovered), palette.highlight(Palette::Highlight::hovered));
     }

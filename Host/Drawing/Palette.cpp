@@ -54,7 +54,7 @@ constexpr Pair dividers{hex(0x000000, 0.10), hex(0xFFFFFF, 0.10)};
 constexpr Pair tiles{hex(0xFCFCFD), hex(0x202023)};
 constexpr double sharpAlpha = 0.98;
 constexpr double sharpVibrantAlpha = 0.92;
-constexpr double blurredAlpha = 0.86;
+constexpr double blurredAlpha = 0.90;
 constexpr Pair badgeGrounds{hex(0xF1F1F4), hex(0x48484D)};
 constexpr Pair tileEdges{hex(0x000000, 0.10), hex(0xFFFFFF, 0.14)};
 constexpr double edgeThickness = 0.5;
