@@ -53,7 +53,7 @@ constexpr std::array<Pair, 3> highLevels{{
 constexpr Pair dividers{hex(0x000000, 0.10), hex(0xFFFFFF, 0.10)};
 constexpr Pair tiles{hex(0xFCFCFD), hex(0x202023)};
 constexpr double sharpAlpha = 0.98;
-constexpr double sharpVibrantAlpha = 0.92;
+constexpr double sharpVibrantAlpha = 0.95;
 constexpr double blurredAlpha = 0.90;
 constexpr Pair badgeGrounds{hex(0xF1F1F4), hex(0x48484D)};
 constexpr Pair tileEdges{hex(0x000000, 0.10), hex(0xFFFFFF, 0.14)};
@@ -146,7 +146,7 @@ Rgba Palette::named(platform::Color color) const {
 Rgba Palette::tint() const {
     Rgba tint = appearance_.accent.value_or(named(platform::Color::blue));
     tint.alpha = 1;
-    return tint;
+    return standingOut(tint, shapeContrast);
 }
 
 Rgba Palette::plain(platform::Color color, Group group) const {
@@ -224,7 +224,7 @@ Rgba Palette::highlight(Highlight highlight) const {
 }
 
 Rgba Palette::focusRing() const {
-    return standingOut(tint(), shapeContrast);
+    return tint();
 }
 
 Rgba Palette::redacted(Rgba color) {

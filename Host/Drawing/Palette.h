@@ -3,17 +3,17 @@
 // Full colour: levels of the foreground are black on light and white on dark at the level's strength; named colours are
 // as the palette has them, brighter on dark.
 //
-// Tinted: a picture of one colour. What belongs to the accent group is drawn in the tint, the desktop's accent colour
-// or else the palette's blue; every other named colour in the gray of its own luminance, so that white text stands on
-// it as legibly as on the colour. White stays white in both. A level in the accent group is the tint at the level's
-// strength.
+// Tinted: a picture of one colour. What belongs to the accent group is drawn in the tint: the desktop's accent colour or
+// else the palette's blue, as much darker or lighter as it takes for 3:1 on the tile. Every other named colour is drawn
+// in the gray of its own luminance, so that white text stands on it as legibly as on the colour. White stays white in
+// both. A level in the accent group is the tint at the level's strength.
 //
 // Vibrant: for a background that shows through. Levels are stronger by a tenth and more, and named colours are half way
 // to their gray.
 //
 // The tile covers the wallpaper almost wholly, so that no line of it runs through letters and a light tile stays white
 // on a dark one; less where the compositor blurs what shows through, and in the vibrant mode. The levels have a
-// contrast of 4.5:1 and more on it wherever it lies, except blurred ones on the opposite of the tile's own shade.
+// contrast of 4.5:1 and more on any wallpaper.
 //
 // High contrast, in any of these modes: the tile is opaque, white or nearly black. Levels are at full strength or
 // little less. Named colours and the tint are darkened on light and lightened on dark where they are too close to what

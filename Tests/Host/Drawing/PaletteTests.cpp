@@ -85,7 +85,7 @@ TEST(Palette, TextsAreReadableOnEveryWallpaper) {
     for (const Appearance& appearance : appearances()) {
         const Palette palette(appearance);
         const bool isBlurred = appearance.wallpaper == Wallpaper::blurred;
-        const std::array least{isBlurred ? 9.0 : 12.0, 5.0, isBlurred ? 4.0 : 4.5};
+        constexpr std::array least{10.0, 6.0, 4.5};
         // A letter on one pixel, the tile on the next: no other wallpaper is worse than black and white side by side.
         for (const Rgba& one : wallpapers) {
             for (const Rgba& other : wallpapers) {
