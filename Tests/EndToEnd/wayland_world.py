@@ -119,7 +119,8 @@ class WaylandWorld(World):
         wait_until(is_drawn, f"a picture of {name}")
 
     def resize(self, name, width, height):
-        self.command(f"output {name} mode {width}x{height}")
+        """A screen that is higher than wide is turned."""
+        self.command(f"output {name} mode {max(width, height)}x{min(width, height)} transform {90 if height > width else 'normal'}")
 
     def add_panel(self, edge, thickness):
         """Along the edge TOP or LEFT. Ends with the process that is returned."""
