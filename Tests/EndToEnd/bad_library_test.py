@@ -2,7 +2,6 @@
 
 import os
 import plistlib
-import threading
 import unittest
 from dataclasses import dataclass
 from datetime import datetime
@@ -112,33 +111,6 @@ class BadLibraries(HomeTest):
                 self.write([{}, each.record, {"x": 1}, each.record, {key: [] for key in each.record}], name=each.file)
                 rows = [node for node in nodes(self.view(each.kind)) if node["type"] == "link"]
                 self.assertEqual(len(rows), 2)
-
-    def test_a_file_replaced_while_it_is_read_is_the_old_or_the_new_one(self):
-        for kind, count in COUNTS.items():
-            path, stop = self.library / LISTS[kind], threading.Event()
-            old, new = (plistlib.dumps([{"Name": f"{name} {i}", "UUID": f"U{i}", "title": f"{name} {i}", "URL": "x:"} for i in range(size)],
-                                       fmt=plistlib.FMT_BINARY) for name, size in (("old", 2000), ("new", 3000)))
-
-            def replace():
-                fresh = path.with_suffix(".new")
-                while not stop.is_set():
-                    for content in (new, old):
-                        fresh.write_bytes(content)
-                        fresh.rename(path)
-            path.write_bytes(old)
-            thread = threading.Thread(target=replace)
-            thread.start()
-            try:
-                for _ in range(100):
-                    shown = texts({"content": {"view": self.view(kind)}})
-                    if count.format(2000) in shown:
-                        self.assertIn("old 0", shown)
-                    else:
-                        self.assertIn(count.format(3000), shown)
-                        self.assertIn("new 0", shown)
-            finally:
-                stop.set()
-                thread.join()
 
     def test_long_lists_names_and_icons(self):
         names = ["line\nbreak", "עברית", "x" * 10_000, "\u202eover", "😀" * 100, ""]

@@ -9,7 +9,7 @@ import time
 import unittest
 from datetime import datetime, timezone
 
-from https_server import Authority, HttpsServer, body, drip, gzip_bomb, hang, redirect, stop
+from https_server import Authority, HttpsServer, body, drip, gzip_bomb, hang, stop
 from support import Extension, HomeTest, favourites, nodes, texts, wait_until
 
 REFERENCE = datetime(2001, 1, 1, tzinfo=timezone.utc)
@@ -97,13 +97,9 @@ class Feeds(TipsTest):
 
     def test_pages(self):
         """The body counts, whatever the status. A failed download shows the last tips, and what has none leaves those on the disk."""
-        none, loop = ["No Tips", "Tips could not be loaded."], f"https://{HOST}/loop"
-        rows = [(body(feed("A"), status=404), ["Tips", "A"]), (body(gzip.compress(feed("A")), Content_Encoding="gzip"), ["Tips", "A"]),
-                (redirect(f"https://{HOST}/elsewhere"), ["Tips", "B"]), (drip([feed("A")[:200], feed("A")[200:]], .1), ["Tips", "A"]),
-                (body(b"<html><body><p>404</p></body></html>", status=404), none), (body(b"", status=304), none),
-                (body(gzip.compress(feed("A"))), none), (stop(feed("New")[:100], 5000, closes=True), ["Tips", "Old"]),
-                (gzip_bomb(1 << 30), ["Tips", "Old"]), (redirect(f"http://{HOST}/plain"), ["Tips", "Old"]), (redirect(loop), ["Tips", "Old"])]
-        self.server.pages.update({"/elsewhere": body(feed("B")), "/loop": redirect(loop)})
+        none = ["No Tips", "Tips could not be loaded."]
+        rows = [(body(feed("A"), status=404), ["Tips", "A"]), (body(b"<html><body><p>404</p></body></html>", status=404), none), (body(b"", status=304), none),
+                (body(gzip.compress(feed("A"))), none), (stop(feed("New")[:100], 5000, closes=True), ["Tips", "Old"]), (gzip_bomb(1 << 30), ["Tips", "Old"])]
         with self.extension() as extension:
             for page, expected in rows:
                 self.keep("Old", 1000 * HOUR)
@@ -114,10 +110,6 @@ class Feeds(TipsTest):
                 peak = next(int(line.split()[1]) for line in lines if line.startswith("VmHWM"))
             if not os.environ.get("SANITIZED"):
                 self.assertLess(peak, 64 << 10)
-        for variables in ({"SSL_CERT_FILE": "/nowhere"}, {"https_proxy": "http://127.0.0.1:1"}):
-            with Extension({**self.environment(https_proxy=self.server.proxy, SSL_CERT_FILE=str(authority.file)), **variables}) as extension:
-                self.keep("Old", 1000 * HOUR)
-                self.assertEqual(self.shown(extension, "small"), ["Tips", "Old"], variables)
 
 
 class Caches(TipsTest):

@@ -1,10 +1,12 @@
-"""A pointer and a keyboard for a Wayland compositor, plugged in for as long as this client is connected."""
+"""A pointer and a keyboard for a Wayland compositor, plugged in for as long as a client is connected that speaks the wire protocol itself:
+a message is the object's number, its size and the request's or event's number, and the arguments in 32-bit words.
+"""
 
+import array
 import itertools
+import socket
 import struct
 import tempfile
-
-from wayland_client import WaylandClient
 
 NAMED_KEYS = ("Return", "Escape", "BackSpace", "Delete", "Left", "Right", "Up", "Down", "Home", "End", "Page_Up", "Page_Down",
               "Menu", "space", *(f"F{number}" for number in range(1, 13)))
@@ -22,6 +24,61 @@ def keymap():
     symbols = "".join(f"key <K{i}> {{[{symbol}]}};" for i, symbol in enumerate(KEYS.values()))
     return (f'xkb_keymap {{ xkb_keycodes "k" {{ minimum = 8; maximum = 255; {codes} }}; xkb_types "t" {{ include "complete" }};'
             f'xkb_compatibility "c" {{ include "complete" }}; xkb_symbols "s" {{ {symbols} }}; }};').encode() + b"\0"
+
+
+class WaylandClient:
+    """`path` is the compositor's socket."""
+
+    def __init__(self, path):
+        self.socket = socket.socket(socket.AF_UNIX)
+        self.socket.settimeout(20)
+        self.socket.connect(str(path))
+        self.received = b""
+        self.numbers = itertools.count(2)
+        self.globals = {}
+        self.registry = self.number()
+        self.send(1, 1, struct.pack("=I", self.registry))
+        self.wait()
+
+    def close(self):
+        self.socket.close()
+
+    def number(self):
+        """For the next object; they are given in the order in which the compositor hears of them."""
+        return next(self.numbers)
+
+    def send(self, number, request, arguments=b"", descriptors=()):
+        message = struct.pack("=2I", number, (8 + len(arguments)) << 16 | request) + arguments
+        rights = [(socket.SOL_SOCKET, socket.SCM_RIGHTS, array.array("i", descriptors))] if descriptors else []
+        self.socket.sendmsg([message], rights)
+
+    def bind(self, interface, version):
+        number, text = self.number(), interface.encode() + b"\0" * (4 - len(interface) % 4)
+        self.send(self.registry, 0, struct.pack("=2I", self.globals[interface], len(interface) + 1) + text + struct.pack("=2I", version, number))
+        return number
+
+    def event(self):
+        """The next one: the object's number, the event's, and its arguments."""
+        while len(self.received) < 8 or len(self.received) < (size := struct.unpack_from("=I", self.received, 4)[0] >> 16):
+            more = self.socket.recv(65536)
+            if not more:
+                raise ConnectionError("the compositor hung up")
+            self.received += more
+        number, event = struct.unpack_from("=IH", self.received)
+        body, self.received = self.received[8:size], self.received[size:]
+        if number == 1 and event == 0:
+            raise ConnectionError(f"the compositor refuses: {body[12:].decode(errors='replace')}")
+        if number == self.registry and event == 0:
+            name, length = struct.unpack_from("=2I", body)
+            self.globals[body[8:8 + length - 1].decode()] = name
+        return number, event, body
+
+    def wait(self):
+        """Until the compositor has done all that it was asked for."""
+        callback = self.number()
+        self.send(1, 0, struct.pack("=I", callback))
+        while self.event()[0] != callback:
+            pass
 
 
 class WaylandHands(WaylandClient):
@@ -50,16 +107,11 @@ class WaylandHands(WaylandClient):
         left, top, width, height = self.bounds()
         self.pointer_request(1, struct.pack("=4I", x - left, y - top, width, height))
 
-    def press(self, button):
+    def press(self, button=1):
         self.pointer_request(2, struct.pack("=2I", BUTTONS[button], 1))
 
-    def release(self, button):
+    def release(self, button=1):
         self.pointer_request(2, struct.pack("=2I", BUTTONS[button], 0))
-
-    def scroll(self, clicks):
-        """Down by so many clicks of a wheel; up where they are negative."""
-        self.send(self.pointer, 5, struct.pack("=I", 0))
-        self.pointer_request(7, struct.pack("=Iii", 0, clicks * 15 * 256, clicks))
 
     def pointer_request(self, request, arguments):
         """One that begins with the time, and the frame that ends it."""

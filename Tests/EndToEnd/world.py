@@ -73,6 +73,7 @@ class World:
         self.display = {}
         try:
             self.start_display()
+            self.move, self.press, self.release, self.key, self.type = (getattr(self.hands, name) for name in ("move", "press", "release", "key", "type"))
             if accessible:
                 shutil.copy(ACCESSIBILITY_SERVICE, self.services)
             self.bus = self.bus or SessionBus(self.services, self.environment())
@@ -133,15 +134,6 @@ class World:
         """Moves the pointer to where nothing is, and no corner that a desk has something behind."""
         self.move(WIDTH - 2, HEIGHT // 2)
 
-    def move(self, x, y):
-        self.hands.move(x, y)
-
-    def press(self, button=1):
-        self.hands.press(button)
-
-    def release(self, button=1):
-        self.hands.release(button)
-
     def click(self, x, y, button=1):
         self.move(x, y)
         self.press(button)
@@ -153,15 +145,6 @@ class World:
         for step in range(1, steps + 1):
             self.move(*(a + (b - a) * step // steps for a, b in zip(start, end)))
         self.release()
-
-    def scroll(self, clicks):
-        self.hands.scroll(clicks)
-
-    def key(self, name):
-        self.hands.key(name)
-
-    def type(self, text):
-        self.hands.type(text)
 
     # What is around.
 

@@ -52,7 +52,7 @@ Section "Screen"
 EndSection
 """
 # What the settings daemon tells all programs; the dots to an inch are counted in 1024ths.
-SETTINGS = "Gdk/WindowScalingFactor {scale}\nXft/DPI {dpi}\n"
+SETTINGS = "Xft/DPI {}\n"
 DPI = 96 * 1024
 SOCKETS = Path("/tmp/.X11-unix")
 
@@ -113,7 +113,7 @@ class XWorld(World):
         tell.chmod(0o755)
         config.write_text(self.desk.config)
         self.settings = self.folder / "settings"
-        self.settings.write_text(SETTINGS.format(scale=1, dpi=DPI))
+        self.settings.write_text(SETTINGS.format(DPI))
         if self.is_whole:
             # Some programs start one of their own otherwise.
             self.bus = SessionBus("/usr/share/dbus-1/services", self.environment())
@@ -337,16 +337,13 @@ class XWorld(World):
         self.run("xrandr")
         self.draw_wallpaper()
 
-    def set_scale(self, output, scale):
-        """Of all outputs; a whole number where the desk has no command for it: X11 knows no other."""
-        self.run(*self.desk.set_scale.format(scale).split()) if self.desk.set_scale else self.set_settings(scale, 1)
+    def set_scale(self, _, scale):
+        """Of all outputs, where the desk has a command for it."""
+        self.run(*self.desk.set_scale.format(scale).split())
 
     def set_text_size(self, times):
         """Of all programs, as a multiple of the usual one."""
-        self.set_settings(1, times)
-
-    def set_settings(self, scale, text_size):
-        self.settings.write_text(SETTINGS.format(scale=scale, dpi=int(DPI * text_size)))
+        self.settings.write_text(SETTINGS.format(int(DPI * times)))
         self.parts[1].send_signal(signal.SIGHUP)
 
 
@@ -363,15 +360,11 @@ class XHands:
         # Its option to wait for the move waits for ever where the pointer is there already.
         self.do("mousemove", x, y)
 
-    def press(self, button):
+    def press(self, button=1):
         self.do("mousedown", button)
 
-    def release(self, button):
+    def release(self, button=1):
         self.do("mouseup", button)
-
-    def scroll(self, clicks):
-        """Down by so many clicks of a wheel; up where they are negative."""
-        self.do("click", "--repeat", abs(clicks), "--delay", 0, 5 if clicks > 0 else 4)
 
     def key(self, name):
         """A key's name or character, with modifiers before it: "Tab", "shift+Tab", "ctrl+a"."""
