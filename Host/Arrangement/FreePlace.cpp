@@ -3,6 +3,7 @@
 #include "Host/Arrangement/Spacing.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace host {
 namespace {
@@ -45,6 +46,32 @@ Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen) {
     }
     const double aside = tileGap * static_cast<double>(taken.size() % asideCount);
     return {corner.x + aside, corner.y + aside};
+}
+
+std::vector<Rect> packTiles(const std::vector<Size>& sizes, double width) {
+    constexpr double anyHeight = 1e6;
+    std::vector<std::size_t> order(sizes.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::vector<Rect> best;
+    double leastHeight = anyHeight;
+    do {
+        std::vector<Rect> frames(sizes.size());
+        std::vector<Rect> taken;
+        double height = 0;
+        for (const std::size_t index : order) {
+            const Size& size = sizes[index];
+            const bool fits = size.width + 2 * tileGap <= width;
+            const Point place =
+                fits ? freePlace(size, taken, {0, 0, width, anyHeight}) : Point{tileGap, height + tileGap};
+            frames[index] = taken.emplace_back(Rect{place.x, place.y, size.width, size.height});
+            height = std::max(height, frames[index].bottom());
+        }
+        if (height < leastHeight) {
+            leastHeight = height;
+            best = frames;
+        }
+    } while (std::next_permutation(order.begin(), order.end()));
+    return best;
 }
 
 } // namespace host

@@ -11,4 +11,9 @@ namespace host {
 /// distance from all that is taken. On a full screen tiles overlap, each a little aside.
 Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen);
 
+/// Packs tiles of these sizes, at most six, on an area of this width and any height: in the order that takes the least
+/// height, and of such orders the one most like the given. Returns their frames in the order of `sizes`, each at its
+/// distance from the area's edges and the other tiles. A tile that is too wide lies below those before it.
+std::vector<Rect> packTiles(const std::vector<Size>& sizes, double width);
+
 } // namespace host

@@ -103,8 +103,8 @@ std::optional<Failure> showDesktop(const ExtensionChoice& choice, Presence prese
     if (auto failure = runOn(**desktop, choice, presence)) {
         return failure;
     }
-    const auto examples = (*desktop)->examplesWanted();
-    return examples ? std::optional(restartWithHome(*examples, choice)) : std::nullopt;
+    const auto home = (*desktop)->homeWanted();
+    return home ? std::optional(restartWithHome(*home, choice)) : std::nullopt;
 }
 
 std::optional<Failure> runHost(const ExtensionChoice& choice) {

@@ -50,8 +50,13 @@ platform::Outcome<Manifest> readManifest(const fs::path& file) {
     if (json["executable"].get(executable) != simdjson::SUCCESS || executable.empty()) {
         return invalid(fmt::format("{}: \"executable\" is missing", file.string()));
     }
+    std::string_view name;
+    if (json["name"].get(name) != simdjson::SUCCESS || name.empty()) {
+        name = identifier;
+    }
     const fs::path folder = fs::absolute(file, failure).parent_path();
     Manifest manifest{.identifier = std::string(identifier),
+                      .name = std::string(name),
                       .executable = (folder / fs::path(executable)).lexically_normal(),
                       .reads = {},
                       .network = false};
@@ -92,7 +97,10 @@ platform::Outcome<Manifest> manifestFor(const fs::path& path) {
     beside += ".json";
     const fs::path executable = fs::absolute(path, failure).lexically_normal();
     if (!fs::is_regular_file(beside, failure)) {
-        return Manifest{.identifier = executable.filename().string(), .executable = executable, .reads = {}};
+        return Manifest{.identifier = executable.filename().string(),
+                        .name = executable.filename().string(),
+                        .executable = executable,
+                        .reads = {}};
     }
     auto manifest = readManifest(beside);
     if (manifest) {

@@ -1,6 +1,6 @@
 // An extension's manifest: who it is, where its program lies, and what it needs to be allowed.
 //
-//     {"identifier": "net.foliovault.widgets", "executable": "foliovault-widgets",
+//     {"identifier": "net.foliovault.widgets", "name": "FOLIOvault", "executable": "foliovault-widgets",
 //      "reads": ["Library/Application Support/FOLIOvault"], "network": true}
 //
 // Manifests are installed as widgethost/extensions/NAME.json under an XDG data folder.
@@ -16,6 +16,8 @@ namespace host {
 
 struct Manifest {
     std::string identifier;
+    /// For people; the identifier where the manifest has no "name".
+    std::string name;
     /// Absolute.
     std::filesystem::path executable;
     /// Folders below the user's real home that the extension may read.

@@ -25,14 +25,16 @@ const WidgetInfo* Catalog::widget(const std::string& extension, const std::strin
     return found == known->second.end() ? nullptr : &*found;
 }
 
-std::vector<std::string> Catalog::extensions() const {
-    std::vector<std::string> identifiers;
+std::vector<ExtensionInfo> Catalog::extensions() const {
+    std::vector<ExtensionInfo> extensions;
     for (const auto& manifest : readManifests_()) {
-        if (manifest) {
-            identifiers.push_back(manifest->identifier);
+        // Of two with the same identifier the first counts.
+        const auto isKnown = [&](const ExtensionInfo& each) { return each.identifier == manifest->identifier; };
+        if (manifest && std::none_of(extensions.begin(), extensions.end(), isKnown)) {
+            extensions.push_back({manifest->identifier, manifest->name});
         }
     }
-    return identifiers;
+    return extensions;
 }
 
 std::vector<std::filesystem::path> Catalog::missingFolders(const std::filesystem::path& home) const {

@@ -13,6 +13,11 @@
 
 namespace host {
 
+struct ExtensionInfo {
+    std::string identifier;
+    std::string name;
+};
+
 class Catalog {
   public:
     using ReadManifests = std::function<std::vector<platform::Outcome<Manifest>>()>;
@@ -26,8 +31,8 @@ class Catalog {
     /// The widget as last described; null before that.
     const WidgetInfo* widget(const std::string& extension, const std::string& kind) const;
 
-    /// The identifiers of the installed extensions, in the order of their manifests. Broken manifests are left out.
-    std::vector<std::string> extensions() const;
+    /// The installed extensions, in the order of their manifests. Broken manifests are left out.
+    std::vector<ExtensionInfo> extensions() const;
 
     /// The folders below `home` that installed extensions read and that are not there.
     std::vector<std::filesystem::path> missingFolders(const std::filesystem::path& home) const;

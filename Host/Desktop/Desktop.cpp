@@ -1,6 +1,7 @@
 #include "Host/Desktop/Desktop.h"
 
 #include "Host/Connection/Requests.h"
+#include "Host/Connection/UserFolders.h"
 #include "Host/Desktop/EditorWindow.h"
 #include "Host/Desktop/Examples.h"
 #include "Host/Desktop/GalleryWindow.h"
@@ -48,9 +49,14 @@ void Desktop::started(HostApplication& host) {
     }
 }
 
-/// A desktop without widgets shows what there is to add.
+/// A desktop without widgets shows what there is to add, or examples of it.
 void Desktop::showGalleryIfEmpty() {
-    if (tiles_.empty()) {
+    if (!tiles_.empty()) {
+        return;
+    }
+    if (!catalog_.missingFolders(home_).empty() && examplesFolder()) {
+        showExamples();
+    } else {
         showGallery();
     }
 }
@@ -194,6 +200,9 @@ void Desktop::restyle() {
     if (gallery_) {
         gallery_->restyle();
     }
+    for (const auto& [id, editor] : editors_) {
+        editor->restyle();
+    }
 }
 
 void Desktop::askForPlaceholder(const Instance& instance) {
@@ -297,13 +306,23 @@ void Desktop::undoRequested(InstanceId id) {
 }
 
 void Desktop::showGallery() {
+    if (const auto own = realHome(std::nullopt); home_ == examplesHome() && catalog_.missingFolders(own).empty()) {
+        homeWanted_ = own;
+        host_->end();
+        return;
+    }
     if (!gallery_) {
         settings_.readTheme();
         gallery_ = std::make_unique<GalleryWindow>(
             *host_, catalog_, renderers_, settings_, outputs_,
-            [this](const Instance& instance) { change(Addition{.instance = instance}); }, [this] { gallery_.reset(); });
-        if (const auto notice = libraryNotice(catalog_.missingFolders(home_))) {
-            gallery_->say(*notice, examplesFolder() ? [this] { showExamples(); } : std::function<void()>());
+            GalleryWindow::Actions{
+                .add = [this](const Instance& instance, auto added) { add(instance, std::move(added)); },
+                .remove = [this](InstanceId id) { change(Removal{.id = id}); },
+                .close = [this] { gallery_.reset(); }});
+        if (home_ == examplesHome()) {
+            gallery_->showBanner(localized("These are examples. Your own library is shown once there is one."));
+        } else if (const auto missing = catalog_.missingFolders(home_); !missing.empty()) {
+            gallery_->showMessage(noLibraryMessage(missing), [this] { showExamples(); });
         }
     }
     gallery_->present();
@@ -315,7 +334,7 @@ void Desktop::showExamples() {
         showFailure(localized("The examples cannot be shown"), home.error());
         return;
     }
-    examplesWanted_ = *std::move(home);
+    homeWanted_ = *std::move(home);
     host_->end();
 }
 
@@ -330,10 +349,29 @@ void Desktop::edit(InstanceId id) {
     if (!editor) {
         editor = std::make_unique<EditorWindow>(
             *host_, *widget, shown->instance(), renderers_, settings_,
-            [this, id](const Settings& settings) { change(Edit{.id = id, .settings = settings}); },
-            [this, id] { editors_.erase(id); });
+            EditorWindow::Actions{.apply =
+                                      [this, id](const Settings& settings, const std::optional<std::string>& family) {
+                                          if (!settings.empty()) {
+                                              change(Edit{.id = id, .settings = settings});
+                                          }
+                                          if (family) {
+                                              change(Resizing{.id = id, .family = *family});
+                                          }
+                                      },
+                                  .close = [this, id] { editors_.erase(id); }});
     }
     editor->present();
+}
+
+void Desktop::add(const Instance& instance, std::function<void(InstanceId id)> added) {
+    host_->change(Addition{.instance = instance},
+                  [this, added = std::move(added)](const HostApplication::Change& result) {
+                      if (result) {
+                          added(result->arrangement.instances.back().id);
+                      } else {
+                          showUnsaved(result.error());
+                      }
+                  });
 }
 
 void Desktop::change(const ArrangementChange& change) {

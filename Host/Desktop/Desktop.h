@@ -36,8 +36,8 @@ class Desktop final : public HostDisplay, private TileDelegate {
     static platform::Expected<std::unique_ptr<Desktop>, std::string> open(Options options);
     ~Desktop() override;
 
-    /// After the host has ended: a home with examples, if the user asked for them.
-    const std::optional<std::filesystem::path>& examplesWanted() const { return examplesWanted_; }
+    /// After the host has ended: the home to start again with, that of examples or the user's own.
+    const std::optional<std::filesystem::path>& homeWanted() const { return homeWanted_; }
 
     void started(HostApplication& host) override;
     void arrangementChanged(const Arrangement& arrangement) override;
@@ -67,6 +67,7 @@ class Desktop final : public HostDisplay, private TileDelegate {
     void showGallery();
     void showExamples();
     void edit(InstanceId id);
+    void add(const Instance& instance, std::function<void(InstanceId id)> added);
     void change(const ArrangementChange& change);
     void showUnsaved(const platform::Failure& error);
     TileController* tile(InstanceId id);
@@ -74,7 +75,7 @@ class Desktop final : public HostDisplay, private TileDelegate {
     HostApplication* host_ = nullptr;
     std::filesystem::path home_;
     Presence presence_;
-    std::optional<std::filesystem::path> examplesWanted_;
+    std::optional<std::filesystem::path> homeWanted_;
     RendererCache renderers_;
     EntryStore entries_;
     Catalog catalog_;

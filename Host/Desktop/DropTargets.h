@@ -28,20 +28,24 @@ class DropTargets {
 
   private:
     struct Source {
-        DropTargets* targets;
+        void begun(GdkDragContext* context) const { targets.begin(*this, context); }
+        void ended(GdkDragContext* /*context*/) const { targets.end(); }
+
+        DropTargets& targets;
         const Instance& instance;
         const TilePreview& view;
     };
     struct Target {
         Target(DropTargets& all, Output on);
+        gboolean dropped(GdkDragContext* context, int x, int y, guint time);
+
         DropTargets& targets;
         Output output;
         DesktopWindow window;
     };
 
-    static void begun(GtkWidget* widget, GdkDragContext* context, gpointer source);
-    static void ended(GtkWidget* widget, GdkDragContext* context, gpointer source);
-    static gboolean dropped(GtkWidget* widget, GdkDragContext* context, int x, int y, guint time, gpointer target);
+    void begin(const Source& source, GdkDragContext* context);
+    void end();
     void hide();
 
     Outputs& outputs_;

@@ -1,6 +1,6 @@
-// The editor of a placed widget: what it is set to, made from its declared parameters alone, and what it shows then.
+// The editor of a placed widget: the widget itself beside what it is set to, its size and its declared parameters.
 //
-// A choice is tried in the preview at once and kept when the user is done.
+// A choice shows at once, and is kept when the user is done. On the main thread.
 #pragma once
 
 #include "Host/Desktop/Catalog.h"
@@ -11,41 +11,49 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace host {
 
 class EditorWindow {
   public:
-    /// `apply` is told what was chosen otherwise than before, when the user is done; `closed` is called at the end, and
-    /// may end this. Everything else but the values must outlive this.
+    struct Actions {
+        /// Called when the user is done, with what was chosen since the window was opened: parameters, a family.
+        std::function<void(const Settings& chosen, const std::optional<std::string>& family)> apply;
+        /// Called at the end. May end the editor.
+        std::function<void()> close;
+    };
+
+    /// All that is referred to but `widget` and `instance` must outlive this.
     EditorWindow(HostApplication& host, const WidgetInfo& widget, const Instance& instance, RendererCache& renderers,
-                 const DesktopSettings& settings, std::function<void(const Settings& chosen)> apply,
-                 std::function<void()> closed);
+                 const DesktopSettings& settings, Actions actions);
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
     ~EditorWindow();
 
     void present();
+    void restyle();
 
   private:
-    void choose(const std::string& parameter, const std::string& id);
-    void preview();
+    GtkWidget* makeFields(const WidgetInfo& widget);
+    void showChoice();
+    void arrange();
     void responded(int response);
 
     HostApplication& host_;
+    const DesktopSettings& settings_;
     Instance instance_;
-    /// What was chosen since this was opened.
     Settings chosen_;
-    std::function<void(const Settings& chosen)> apply_;
-    std::function<void()> closed_;
-    /// Before what is in it, which lets go of its widgets first.
+    std::optional<std::string> family_;
+    Actions actions_;
+    /// Declared before what it contains, which disconnects from its widgets first.
     WindowHandle dialog_;
     TilePreview view_;
+    GtkWidget* box_;
+    GtkWidget* scroller_;
     std::vector<std::unique_ptr<ParameterField>> fields_;
-    /// Counts previews; only the last one's answer matters.
-    int previews_ = 0;
-    Lifetime lifetime_;
 };
 
 } // namespace host

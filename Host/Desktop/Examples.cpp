@@ -9,16 +9,17 @@
 namespace host {
 
 namespace fs = std::filesystem;
+using platform::localized;
 
-std::optional<std::string> libraryNotice(const std::vector<fs::path>& missing) {
-    if (missing.empty()) {
-        return std::nullopt;
-    }
-    std::string notice = platform::localized("There is no library yet. It is looked for here:");
+StatusMessage noLibraryMessage(const std::vector<fs::path>& missing) {
+    std::string note = localized("It is looked for here:");
     for (const fs::path& folder : missing) {
-        notice += "\n" + folder.string();
+        note += "\n" + folder.string();
     }
-    return notice;
+    return {.symbol = "archivebox",
+            .title = localized("There is no library yet."),
+            .note = note,
+            .button = examplesFolder() ? localized("Show Examples") : ""};
 }
 
 std::optional<fs::path> examplesFolder() {
@@ -27,9 +28,13 @@ std::optional<fs::path> examplesFolder() {
     return fs::is_directory(folder, failure) ? std::optional(folder) : std::nullopt;
 }
 
+fs::path examplesHome() {
+    return userDataFolder() / "widgethost" / "examples";
+}
+
 platform::Expected<fs::path, std::string> copyExamples() {
     const auto source = examplesFolder();
-    const fs::path copy = userDataFolder() / "widgethost" / "examples";
+    const fs::path copy = examplesHome();
     if (!source || !copy.is_absolute()) {
         return platform::Unexpected{std::string("there are no examples, or there is no place for them")};
     }

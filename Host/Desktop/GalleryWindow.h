@@ -1,60 +1,88 @@
-// The gallery: every widget there is, in each size with what it shows now, to be added by a button or dragged to its
-// place.
+// The gallery: every widget that the extensions have, in each size and with what it shows now, to be added by a click
+// or dragged to its place. On the main thread.
 #pragma once
 
 #include "Host/Desktop/Catalog.h"
-#include "Host/Desktop/DesktopSettings.h"
-#include "Host/Desktop/DropTargets.h"
-#include "Host/Desktop/RendererCache.h"
-#include "Host/Desktop/TilePreview.h"
+#include "Host/Desktop/Labels.h"
+#include "Host/Desktop/WidgetPage.h"
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace host {
 
 class GalleryWindow {
   public:
-    using Add = std::function<void(const Instance& instance)>;
+    struct Actions {
+        /// Places a widget, and calls `added` with its id once that is written.
+        std::function<void(const Instance& instance, std::function<void(InstanceId id)> added)> add;
+        std::function<void(InstanceId id)> remove;
+        /// Called when the user closes the window. May end it.
+        std::function<void()> close;
+    };
 
-    /// `add` places a widget, `closed` is called when the user closes the window, and may end this. Everything else
-    /// must outlive this.
+    /// All that is referred to must outlive this.
     GalleryWindow(HostApplication& host, Catalog& catalog, RendererCache& renderers, const DesktopSettings& settings,
-                  Outputs& outputs, Add add, std::function<void()> closed);
+                  Outputs& outputs, Actions actions);
     GalleryWindow(const GalleryWindow&) = delete;
     GalleryWindow& operator=(const GalleryWindow&) = delete;
     ~GalleryWindow();
 
-    /// Brings it before the user.
     void present();
     void restyle();
-    /// Says something above the widgets; with `showExamples`, offers that too.
-    void say(const std::string& notice, std::function<void()> showExamples);
+    /// Shows a message until a widget is chosen; `pressed` is called for its button.
+    void showMessage(const StatusMessage& message, std::function<void()> pressed);
+    /// Says something above the widgets.
+    void showBanner(const std::string& text);
 
   private:
-    /// A widget in one of its sizes.
-    struct Card;
+    /// A row of the sidebar and its page.
+    struct Entry;
 
-    void ask(const std::string& extension);
-    void addWidget(const std::string& extension, const WidgetInfo& widget);
-    GtkWidget* makeCard(const Instance& instance, const WidgetInfo& widget);
-    void responded(int response);
-    void sayNothing(const std::string& text, const std::string& reason);
-    gboolean deleted(GdkEvent* event);
+    GtkWidget* makeHeader();
+    GtkWidget* makeSidebar();
+    GtkWidget* makeNotice();
+    void describe(const ExtensionInfo& extension, std::size_t place);
+    void requestSymbols(const std::string& extension, std::size_t place);
+    void addEntry(Entry added, const std::string& title, const std::string& symbol);
+    void add(const Instance& instance);
+    void undo();
+    void hideNotice();
+    void showPage(GtkListBoxRow* row);
+    void search();
+    void allocated(GdkRectangle* place);
+    void collapse();
+    void buttonPressed() { pressed_(); }
+    gboolean keyPressed(GdkEvent* event);
+    gboolean deleted(GdkEvent* event) const;
+    static int compareRows(GtkListBoxRow* one, GtkListBoxRow* other, gpointer self);
+    static gboolean isFound(GtkListBoxRow* row, gpointer self);
+    static void setHeading(GtkListBoxRow* row, GtkListBoxRow* before, gpointer self);
 
     HostApplication& host_;
     Catalog& catalog_;
     RendererCache& renderers_;
     const DesktopSettings& settings_;
+    Actions actions_;
     DropTargets drop_;
-    Add add_;
-    std::function<void()> closed_;
-    std::vector<std::unique_ptr<Card>> cards_;
     WindowHandle window_;
-    GtkWidget* box_;
+    GtkWidget* column_;
+    GtkWidget* search_;
+    GtkWidget* list_;
     GtkWidget* stack_;
-    std::function<void()> showExamples_;
+    GtkWidget* notice_;
+    GtkWidget* noticeText_;
+    GtkWidget* message_ = nullptr;
+    std::vector<std::unique_ptr<Entry>> entries_;
+    bool hasHeadings_ = false;
+    std::function<void()> pressed_;
+    /// What the notice is about.
+    InstanceId added_ = 0;
+    bool isCollapsed_ = false;
+    ScheduledCall collapsing_;
+    ScheduledCall hidingNotice_;
     Lifetime lifetime_;
 };
 

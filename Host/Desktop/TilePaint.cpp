@@ -123,7 +123,7 @@ void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, 
         setSource(cairo, ground);
         cairo_rectangle(cairo, place.x, place.y, place.width, place.height);
         cairo_fill(cairo);
-    } else if (alpha == 1) {
+    } else if (backdrop == Backdrop::transparent && alpha == 1) {
         paintShadows(cairo, place, unit, palette);
     }
     // Cairo only reads what it is given as a source.

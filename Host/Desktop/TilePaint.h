@@ -11,8 +11,9 @@ namespace host {
 /// How far a tile's shadow reaches.
 inline constexpr double shadowMargin = 20;
 
-/// What lies under a tile: what the screen shows there, or nothing that could be seen through it.
-enum class Backdrop { transparent, opaque };
+/// What lies under a tile: what the screen shows there, nothing that could be seen through it, or a window of the
+/// toolkit, which has drawn the tile's shadow.
+enum class Backdrop { transparent, opaque, window };
 
 /// The picture in `frame`, on its shadow or on an opaque ground; `alpha` below 1 for one that is not quite there.
 void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, Backdrop backdrop, double alpha = 1);

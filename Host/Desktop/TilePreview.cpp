@@ -3,6 +3,7 @@
 #include "Host/Desktop/TilePaint.h"
 #include "Host/Desktop/WaitingView.h"
 #include "Host/Layout/Measures.h"
+#include "Platform/Foundation/Clock.h"
 
 #include <cmath>
 
@@ -15,8 +16,6 @@ TilePreview::TilePreview(std::string family, std::string name, RendererCache& re
     AtkObject* accessible = gtk_widget_get_accessible(widget());
     atk_object_set_role(accessible, ATK_ROLE_IMAGE);
     atk_object_set_name(accessible, name.c_str());
-    gtk_widget_set_halign(widget(), GTK_ALIGN_CENTER);
-    gtk_widget_set_valign(widget(), GTK_ALIGN_START);
     connect<&TilePreview::draw>(widget(), "draw", this);
     connect<&TilePreview::scaleNoticed>(widget(), "notify::scale-factor", this);
     restyle();
@@ -26,9 +25,22 @@ TilePreview::~TilePreview() {
     g_signal_handlers_disconnect_by_data(widget(), this);
 }
 
-void TilePreview::show(const Entry& entry) {
-    entry_ = entry;
-    restyle();
+void TilePreview::load(HostApplication& host, const Instance& instance, EntryRequest::Method method) {
+    if (std::exchange(family_, instance.family) != instance.family) {
+        entry_.reset();
+        restyle();
+    }
+    const EntryRequest request{.method = method,
+                               .kind = instance.kind,
+                               .family = instance.family,
+                               .configuration = {instance.configuration.begin(), instance.configuration.end()}};
+    host.requestEntries(instance.extension, request,
+                        lifetime_.weakly([this, number = ++requests_](const auto& entries) {
+                            if (entries && number == requests_) {
+                                entry_ = *entryAt(*entries, platform::SystemClock::shared().now());
+                                restyle();
+                            }
+                        }));
 }
 
 void TilePreview::restyle() {
@@ -36,8 +48,8 @@ void TilePreview::restyle() {
         settings_.tileStyle(gtk_widget_get_scale_factor(widget()), entry_ ? Redaction::none : Redaction::placeholder);
     rendered_ =
         renderTile(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, renderers_.renderer());
-    const auto withShadow = [](double length) { return static_cast<int>(std::ceil(length + 2 * shadowMargin)); };
-    gtk_widget_set_size_request(widget(), withShadow(size().width), withShadow(size().height));
+    gtk_widget_set_size_request(widget(), static_cast<int>(std::ceil(size().width)),
+                                static_cast<int>(std::ceil(size().height)));
     gtk_widget_queue_draw(widget());
 }
 
@@ -50,7 +62,7 @@ void TilePreview::scaleNoticed(GParamSpec* /*property*/) {
 }
 
 gboolean TilePreview::draw(cairo_t* cairo) {
-    paintTile(cairo, rendered_, {shadowMargin, shadowMargin, size().width, size().height}, Backdrop::transparent);
+    paintTile(cairo, rendered_, {0, 0, size().width, size().height}, Backdrop::window);
     return TRUE;
 }
 

@@ -1,10 +1,12 @@
-// A tile's picture inside a window of the toolkit.
+// A tile's picture inside a window of the toolkit, which draws the shadow (`tileClass`).
 #pragma once
 
 #include "Host/Connection/Messages.h"
+#include "Host/Connection/Requests.h"
 #include "Host/Desktop/DesktopSettings.h"
 #include "Host/Desktop/RendererCache.h"
 #include "Host/Drawing/RenderedTile.h"
+#include "Host/Session/HostApplication.h"
 
 #include <optional>
 #include <string>
@@ -24,8 +26,9 @@ class TilePreview {
     /// Of the tile, without its shadow, in the window's units.
     Size size() const;
 
-    void show(const Entry& entry);
-    /// The look of the desktop is another.
+    /// Asks for the instance's entry and shows it in the instance's family. Of several requests the last one counts.
+    void load(HostApplication& host, const Instance& instance, EntryRequest::Method method);
+    /// Draws anew, as the desktop looks now.
     void restyle();
 
   private:
@@ -38,6 +41,8 @@ class TilePreview {
     ObjectHandle<GtkWidget> area_;
     std::optional<Entry> entry_;
     RenderedTile rendered_;
+    int requests_ = 0;
+    Lifetime lifetime_;
 };
 
 } // namespace host

@@ -1,9 +1,9 @@
 """The windows of the host's desktop: the editor of a tile, and the gallery of all widgets."""
 
 import json
+import os
 import shutil
 import unittest
-from pathlib import Path
 
 from desktop import DesktopTest, Placed
 from support import wait_until
@@ -25,7 +25,15 @@ class Windows(DesktopTest):
     def press(self, name):
         """A button of the editor, which closes it."""
         self.application.do_action(self.application.find("button", name))
-        wait_until(lambda: not self.application.find_all("button", name), "the end of the editor")
+        self.await_end()
+
+    def press_key(self, key):
+        """One that closes the editor."""
+        self.world.key(key)
+        self.await_end()
+
+    def await_end(self):
+        wait_until(lambda: not self.application.find_all("button", "Done"), "the end of the editor")
 
     def groups(self):
         rows = self.application.find("list box", "Group").children
@@ -46,10 +54,9 @@ class Windows(DesktopTest):
         wait_until(lambda: set(titles) <= set(self.groups()), "all groups")
         self.world.type("Readi")
         wait_until(lambda: self.groups() == ["Reading"], "the one group")
-        for key in ("Tab", "space"):
-            self.world.key(key)
+        self.world.key("Down")
         self.assertNotIn("configuration", self.arranged()[1])
-        self.press("Done")
+        self.press_key("Return")
         edited = Placed(1, place=FAVOURITES.place, settings=(("group", chosen["id"]),))
         self.world.move(1, 1)
         self.sees(edited)
@@ -60,14 +67,16 @@ class Windows(DesktopTest):
         wait_until(lambda: len(self.groups()) > len(titles) - 1, "all groups")
         row = next(row for row in self.application.find("list box", "Group").children if row.children and row.children[0].name != "Reading")
         self.application.do_action(row, "select")
-        self.press("Cancel")
+        self.press_key("Escape")
         self.assertEqual(self.arrangement.read_bytes(), before)
 
         self.open_editor(READING)
-        box = self.application.find("combo box", "Filter")
-        self.application.do_action(next(each for each in box.all() if each.name == "Unread Only"), "click")
+        for title, choice in (("Filter", "Unread Only"), ("Size", "Large")):
+            box = self.application.find("combo box", title)
+            self.application.do_action(next(each for each in box.all() if each.name == choice), "click")
         self.press("Done")
-        self.assertEqual(self.arranged()[2]["configuration"], {"filter": "unreadOnly"})
+        large = Placed(2, READING.kind, "large", READING.place, settings=(("filter", "unreadOnly"),))
+        wait_until(lambda: self.arranged()[2] == large.member(), "both choices")
 
         # What was chosen once may be gone; that is no reason to choose something else.
         self.tell("edit", 1, "--set", "group=Vanished")
@@ -91,7 +100,7 @@ class Windows(DesktopTest):
         self.open_gallery()
         described = json.loads(self.tell("describe", "--json"))["widgets"]
         pages = lambda: [row for row in self.application.find("list box").children if row.children]
-        wait_until(lambda: [row.children[0].name for row in pages()] == [each["displayName"] for each in described], "all widgets in their order")
+        wait_until(lambda: [row.name for row in pages()] == [each["displayName"] for each in described], "all widgets in their order")
         self.assertEqual(["selected" in row.states for row in pages()], [page == 0 for page in range(len(described))])
         for page, widget in enumerate(described):
             self.application.do_action(pages()[page], "select")
@@ -99,17 +108,23 @@ class Windows(DesktopTest):
             wait_until(lambda: [each.name for each in self.application.find_all("button") if each.name.startswith("Add ")] == wanted,
                        f"{widget['displayName']} in all sizes")
             if widget["kind"] == "FavoritesWidget":
-                self.application.do_action(self.application.find("button", "Add Favorites, Medium"))
+                preview = self.application.find("button", "Add Favorites, Medium")
+                self.assertIn("focusable", preview.states)
+                self.application.do_action(preview)
+                self.application.find("label", "Added: Favorites, Medium")
+                self.application.do_action(self.application.find("button", "Undo"))
+                wait_until(lambda: self.arranged() == {}, "the end of the widget")
+                self.application.do_action(preview)
         self.application.do_action(pages()[0], "select")
-        added = Placed(1, place=(24, 24), output=self.world.outputs()[0].name)
-        wait_until(lambda: 1 in self.arranged() and "position" in self.arranged()[1], "the new tile's place")
-        self.assertEqual(self.arranged()[1], added.member())
+        added = Placed(2, place=(24, 24), output=self.world.outputs()[0].name)
+        wait_until(lambda: 2 in self.arranged() and "position" in self.arranged()[2], "the new tile's place")
+        self.assertEqual(self.arranged()[2], added.member())
 
         # Away from the place where something is to be dropped; where the window is said to be, it is when this is seen.
         self.world.place_window(self.desktop.pid, 560, 20, 700, 600)
         wait_until(lambda: self.is_clear((210, 430, 100, 100)), "the free place")
         window = wait_until(lambda: [each for each in self.world.windows() if each.title == "Widgets" and each.x >= 560], "the gallery aside")[0]
-        card = self.application.find(name="Reading List, Small")
+        card = self.application.find("button", "Add Reading List, Small")
         left, top, width, height = card.extents
         self.world.move(window.x + left + width // 2, window.y + top + height // 2)
         self.world.press()
@@ -123,9 +138,9 @@ class Windows(DesktopTest):
             self.world.move(x, 424)
             self.application.tree()
         self.world.release()
-        wait_until(lambda: 2 in self.arranged(), "the dropped widget")
-        dropped = Placed(2, "ReadingListWidget", "small", (200, 424), self.world.outputs()[0].name)
-        self.assertEqual(self.arranged()[2], dropped.member())
+        wait_until(lambda: 3 in self.arranged(), "the dropped widget")
+        dropped = Placed(3, "ReadingListWidget", "small", (200, 424), self.world.outputs()[0].name)
+        self.assertEqual(self.arranged()[3], dropped.member())
         self.world.close_window(self.desktop.pid)
         self.world.move(1, 1)
         self.sees(added)
@@ -133,17 +148,24 @@ class Windows(DesktopTest):
         self.end()
 
     def test_the_first_run(self):
+        """Examples, one of which a click places; and one's own library, once there is one."""
         self.make_world(accessible=True)
         shutil.rmtree(self.library)
-        self.start(options=())
+        users, groups = self.world.folder / "passwd", self.world.folder / "group"
+        users.write_text(f"user:x:{os.getuid()}:{os.getgid()}::{self.home}:/bin/sh\n")
+        groups.write_text(f"user:x:{os.getgid()}:\n")
+        self.start(options=(), LD_PRELOAD="libnss_wrapper.so", NSS_WRAPPER_PASSWD=str(users), NSS_WRAPPER_GROUP=str(groups),
+                   **({"ASAN_OPTIONS": "verify_asan_link_order=0"} if os.environ.get("SANITIZED") else {}))
         self.application = self.accessible()
-        self.application.find("frame", "Widgets")
-        self.application.find(name=f"There is no library yet. It is looked for here:\n{self.library}")
-        self.application.do_action(self.application.find("button", "Show Examples"))
-        examples = self.home / "data" / "widgethost" / "examples"
-        wait_until(lambda: str(examples) in Path(f"/proc/{self.desktop.pid}/cmdline").read_text(), "the desktop with examples")
-        self.await_answers()
-        wait_until(lambda: [each for each in self.world.windows() if each.title == "Widgets"], "the gallery of the examples")
+        self.application.find(name="These are examples. Your own library is shown once there is one.")
+        self.application.do_action(self.application.find("button", "Add Reading List, Small"))
+        placed = Placed(1, "ReadingListWidget", "small", (24, 24), self.world.outputs()[0].name)
+        wait_until(lambda: self.arrangement.exists() and self.arranged().get(1) == placed.member(), "the widget in its place")
+        self.library.mkdir(parents=True)
+        self.write([{"title": "One's own", "URL": "https://www.example.org/"}], "ReadingList.plist")
+        self.tell("desktop")
+        self.world.move(1, 1)
+        self.sees(placed)
         self.end()
 
     def test_a_gallery_without_widgets(self):

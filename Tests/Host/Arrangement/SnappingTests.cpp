@@ -90,5 +90,36 @@ TEST(FreePlace, FillsTheScreenWithoutOverlapAndThenGoesOnAside) {
     EXPECT_TRUE(isFull);
 }
 
+constexpr Size small{170, 170};
+constexpr Size medium{364, 170};
+constexpr Size large{364, 364};
+constexpr Size extraLarge{752, 364};
+
+struct PackingCase {
+    double width;
+    std::vector<Size> sizes;
+    /// The upper left corners.
+    std::vector<Point> expected;
+};
+
+TEST(PackTiles, TakesTheLeastHeight) {
+    const std::vector<PackingCase> cases{
+        {800, {small, medium, large, extraLarge}, {{24, 218}, {24, 24}, {412, 24}, {24, 412}}},
+        {1600, {small, medium, large, extraLarge}, {{24, 218}, {24, 24}, {412, 24}, {800, 24}}},
+        {799, {small, medium, large, extraLarge}, {{24, 24}, {218, 24}, {24, 218}, {24, 606}}},
+        {300, {small, medium, small}, {{24, 24}, {24, 218}, {24, 412}}},
+        {1000, {small, small}, {{24, 24}, {218, 24}}},
+        {0, {small}, {{24, 24}}},
+        {800, {}, {}},
+    };
+    for (const PackingCase& each : cases) {
+        std::vector<Point> corners;
+        for (const Rect& frame : packTiles(each.sizes, each.width)) {
+            corners.push_back({frame.x, frame.y});
+        }
+        EXPECT_EQ(corners, each.expected) << each.width;
+    }
+}
+
 } // namespace
 } // namespace host

@@ -29,6 +29,8 @@ TEST(Manifest, ReadsFoldersBelowTheHomeAlone) {
     ASSERT_TRUE(manifest) << manifest.error().message;
     EXPECT_THAT(manifest->reads, testing::ElementsAre("Library/A B", ".config/x/", "..x"));
     EXPECT_TRUE(manifest->network);
+    EXPECT_EQ(manifest->name, "x");
+    EXPECT_EQ(manifestWith(R"("name": "Ten Widgets")")->name, "Ten Widgets");
     for (const char* folder : {R"("")", R"(".")", R"("./")", R"("././")", R"("..")", R"("a/../..")", R"("a/..")",
                                R"("/etc")", "7", "null"}) {
         EXPECT_FALSE(manifestWith(std::string(R"("reads": ["Library", )") + folder + "]")) << folder;

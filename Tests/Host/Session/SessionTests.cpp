@@ -109,23 +109,23 @@ class SessionTest : public ::testing::Test, public SessionObserver {
     std::chrono::steady_clock::duration longestStep{};
     std::vector<std::string> reads;
     std::filesystem::path executable = FAKE_EXTENSION;
-    Session session{{.findManifest = [this](const std::string& identifier) -> platform::Outcome<Manifest> {
-                         if (identifier == "gone") {
-                             return platform::Unexpected{
-                                 platform::Failure{.message = "no extension \"gone\" is installed"}};
-                         }
-                         return Manifest{.identifier = identifier, .executable = executable, .reads = reads};
-                     },
-                     .startExtension =
-                         [this](const Manifest& manifest) {
-                             ++starts;
-                             return ExtensionClient::start(manifest, home, Confined::yes,
-                                                           {.response = 1s, .idle = 300ms, .shutdown = 200ms});
-                         },
-                     .clock = platform::SystemClock::shared(),
-                     .observer = *this,
-                     .home = home,
-                     .warn = nullptr}};
+    Session session{
+        {.findManifest = [this](const std::string& identifier) -> platform::Outcome<Manifest> {
+             if (identifier == "gone") {
+                 return platform::Unexpected{platform::Failure{.message = "no extension \"gone\" is installed"}};
+             }
+             return Manifest{.identifier = identifier, .name = identifier, .executable = executable, .reads = reads};
+         },
+         .startExtension =
+             [this](const Manifest& manifest) {
+                 ++starts;
+                 return ExtensionClient::start(manifest, home, Confined::yes,
+                                               {.response = 1s, .idle = 300ms, .shutdown = 200ms});
+             },
+         .clock = platform::SystemClock::shared(),
+         .observer = *this,
+         .home = home,
+         .warn = nullptr}};
 };
 
 TEST_F(SessionTest, AsksForAllDueTilesTogetherAndEndsTheExtensionWhenThereIsNothingToDo) {
