@@ -123,7 +123,7 @@ class Files(ArrangementTest):
         self.assertEqual((self.home / ".config").stat().st_mode & 0o777, 0o700)
         self.assertEqual(json.loads((self.home / ".config" / "widgethost" / "arrangement.json").read_bytes())["nextId"], 3)
         self.assertFalse((self.home / "relative").exists())
-        done = host("list", env={"PATH": os.environ["PATH"]}, cwd=self.home)
+        done = host("list", env={"PATH": os.environ["PATH"], "HOME": "relative"}, cwd=self.home)
         self.assertEqual(done.returncode, CONFIGURATION, done.stderr)
 
 

@@ -103,7 +103,7 @@ class Answers(WebClientTest):
             with self.subTest(path):
                 self.expect(expected, path)
                 if not SANITIZED and path != "/max":
-                    self.assertLess(self.resident, (64 if path in ("/flood", "/bomb") else 16) * MIB)
+                    self.assertLess(self.resident, (64 if path in ("/flood", "/bomb") else 24) * MIB)
         for address, error in (("http://localhost/", refused.format("http")), ("file:///etc/passwd", refused.format("file")),
                                ("https://absent.example/", "^Could not resolve host: absent.example$"), ("https://127.0.0.1:1/", "^Failed to connect to 127.0.0.1 port 1")):
             self.expect(error, address)
