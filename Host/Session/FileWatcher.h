@@ -1,16 +1,16 @@
-// Follows files by inotify, whatever becomes of them: written in place, replaced, removed, made anew, reached by links.
+// Follows files by inotify, also those that do not exist yet, are removed and made again, or are reached by links.
 //
-// A path is followed whether it exists or not. Watched are the folders that lead to it as far as they exist, from the
-// base folder on, for the next name on the way alone; and the file itself, so that a write by another hard link is
-// seen, while writes to other files in its folder wake nothing. Symbolic links are followed. Nothing is polled.
+// For each path it watches the folders that lead to it, as far as they exist, from the base folder on, each for the next
+// name only. It also watches the file itself: this notices writes by another hard link, and ignores writes to other
+// files in the folder. Symbolic links are followed. Nothing is polled.
 //
 // A change counts
 //  - at once when the file is closed after writing, renamed into its place or touched,
-//  - 200 ms after the last write while it stays open, but not while it is empty: it was cut to be written anew,
+//  - 200 ms after the last write while it stays open, but not while it is empty: it was truncated to be rewritten,
 //  - 200 ms after it was removed or created, unless it is closed or replaced before.
 //
-// It has no loop and no timer: the caller waits for `descriptor` and for `deadline`, and calls `dispatch`. File systems
-// without notification (FUSE, NFS) report nothing. One thread.
+// The caller waits for `descriptor` and for `deadline`, and then calls `dispatch`. File systems without notification
+// (FUSE, NFS) report nothing. One thread.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -34,36 +34,36 @@ class FileWatcher {
   public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// Requires an absolute path as the base; changes above that folder are not noticed while it exists.
+    /// Requires an absolute `base`. Changes above that folder are not noticed while it exists.
     explicit FileWatcher(std::string base, std::chrono::milliseconds settleTime = std::chrono::milliseconds(200));
 
-    /// Readable when something happened; -1 if the kernel gives no descriptor.
+    /// Readable when there are events; -1 if inotify is not available.
     int descriptor() const { return inotify_.get(); }
 
-    /// Follows these paths and no others from now on. Requires absolute paths below the base. What is pending for a
-    /// path that is followed already stays so.
+    /// Follows these paths and no others from now on. Requires absolute paths below the base. Keeps pending changes of
+    /// paths that were followed before.
     void follow(const std::set<std::string>& paths);
 
-    /// Reads what happened.
+    /// Reads the events.
     void dispatch(Time now);
-    /// The paths whose changes count by now, each once.
+    /// Returns the paths whose changes count by now, and forgets them.
     std::vector<std::string> takeChanged(Time now);
-    /// When `takeChanged` has something next without any further event.
+    /// When to call `takeChanged` next even without an event.
     std::optional<Time> deadline() const;
 
-    /// Whether the file is being written, or was written since `time`: what was read meanwhile may be half of it.
+    /// Whether the file is being written, or was written since `time`, so that a reader may have got half of it.
     bool isUnsettledSince(const std::string& path, Time time) const;
-    /// Whether the file, or a folder on the way to it, has changed at `date` or later, by the times that the file
-    /// system keeps: for a path that was not followed then.
+    /// Whether the file, or a folder on the way to it, has changed at `date` or later, by the file system's times. For
+    /// paths that were not followed at that date.
     bool hasChangedSince(const std::string& path, platform::Date date) const;
 
-    /// In one line, why some changes will not be noticed.
+    /// Why some changes will not be noticed, in one line.
     const std::optional<std::string>& failure() const { return failure_; }
     std::size_t watchCount() const { return watches_.size(); }
 
   private:
-    enum class Pending { none, untilDeadline, untilClosed };
-    /// Which file it is, and not only its name.
+    /// Why a change does not count yet: until the deadline, or, for `truncated`, until the file is closed.
+    enum class Pending { none, replaced, written, truncated };
     struct Identity {
         dev_t device = 0;
         ino_t inode = 0;
@@ -72,15 +72,13 @@ class FileWatcher {
     struct Target {
         std::string path;
         Pending pending = Pending::none;
-        /// Whether the last that happened was a write by somebody who has not closed the file yet.
-        bool isWritten = false;
         Time deadline;
         std::optional<Time> lastWrite;
         platform::Date newestChange;
         std::optional<Identity> identity;
         bool hasChanged = false;
     };
-    /// What one kernel watch is for. One inode has one watch, whatever the paths to it are.
+    /// The targets of one kernel watch: by names in a folder, and by its own content. An inode has one watch only.
     struct Watch {
         std::multimap<std::string, Target*, std::less<>> names;
         std::set<Target*> contents;
@@ -90,11 +88,12 @@ class FileWatcher {
     void nameChanged(Target& target, std::uint32_t mask, Time now);
     void contentChanged(Target& target, std::uint32_t mask, Time now);
     void attributesChanged(Target& target, Time now);
-    static void settle(Target& target);
-    void postpone(Target& target, Time now);
-    static void expire(Target& target);
-    void rebuild();
-    void rebuildAndCompare(Time now);
+    static void markChanged(Target& target);
+    void postpone(Target& target, Pending pending, Time now);
+    static bool hasDeadline(const Target& target) {
+        return target.pending == Pending::replaced || target.pending == Pending::written;
+    }
+    void rebuild(std::optional<Time> now);
     void walk(Target& target, std::map<int, Watch>& watches);
     Watch* add(const std::string& path, std::uint32_t mask, std::map<int, Watch>& watches);
 
