@@ -25,8 +25,8 @@ class AddRequest : public std::enable_shared_from_this<AddRequest> {
         : host_(host), line_(G_APPLICATION_COMMAND_LINE(g_object_ref(line))), instance_(std::move(instance)),
           family_(std::move(family)) {}
 
-    /// Asks all extensions at once: one that says nothing keeps nobody waiting for another.
-    void ask(const std::vector<std::string>& extensions) {
+    /// Asks all extensions at once, so that a silent one does not delay the others.
+    void describe(const std::vector<std::string>& extensions) {
         isOneOfSeveral_ = extensions.size() > 1;
         pending_ = extensions.size();
         for (const std::string& extension : extensions) {
@@ -45,7 +45,7 @@ class AddRequest : public std::enable_shared_from_this<AddRequest> {
             return;
         }
         if (!widgets) {
-            complain((isOneOfSeveral_ ? extension + ": " : "") + widgets.error().message);
+            printError((isOneOfSeveral_ ? extension + ": " : "") + widgets.error().message);
         } else if (isOneOfSeveral_ && !declaredWidget(*widgets, instance_.kind)) {
             lacksWidget_ = true;
         } else {
@@ -72,18 +72,18 @@ class AddRequest : public std::enable_shared_from_this<AddRequest> {
             return fail(result.error());
         }
         if (result->notice) {
-            complain(*result->notice);
+            printError(*result->notice);
         }
         g_application_command_line_print(line_.get(), "%u\n", result->arrangement.instances.back().id);
         end(std::nullopt);
     }
 
-    void complain(const std::string& message) {
+    void printError(const std::string& message) {
         g_application_command_line_printerr(line_.get(), "widgethost: %s\n", message.c_str());
     }
 
     void fail(const Failure& failure) {
-        complain(failure.message);
+        printError(failure.message);
         end(failure);
     }
 
@@ -93,7 +93,7 @@ class AddRequest : public std::enable_shared_from_this<AddRequest> {
     }
 
     HostApplication& host_;
-    /// Its caller waits as long as this is held.
+    /// The calling process waits until this is released.
     std::unique_ptr<GApplicationCommandLine, Unref> line_;
     Instance instance_;
     std::optional<std::string> family_;
@@ -139,8 +139,8 @@ int answerAdd(HostApplication& host, GApplicationCommandLine* line, const std::v
     }
     const auto family = words[1].empty() ? std::nullopt : std::optional(words[1]);
     std::make_shared<AddRequest>(host, line, arrangement->instances.front(), family)
-        ->ask({words.begin() + 2, words.end()});
-    // A host that ends before it is done has added nothing that anybody knows of.
+        ->describe({words.begin() + 2, words.end()});
+    // The exit code if the host ends before it is done.
     return static_cast<int>(Failure::Kind::unavailable);
 }
 

@@ -1,5 +1,5 @@
-// "add", as the running host answers it: the one process of the extension that is to show the widget also says what it
-// has, and the widget's place is written together with it.
+// The running host's command "add". It asks the extension's process, which will also show the widget, what it declares,
+// and writes the widget with its position.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -15,16 +15,18 @@ namespace host {
 
 class HostApplication;
 
-/// The instance in the family that was chosen, or else in the widget's own; or what the widgets do not declare of it.
+/// Returns the instance in the chosen family, or else in the widget's default one. Fails if the widgets do not declare
+/// its kind, family or settings.
 platform::Outcome<Instance> declaredInstance(Instance instance, const std::optional<std::string>& family,
                                              const std::vector<WidgetInfo>& widgets);
 
-/// What follows "add": the instance as an arrangement's file has it, its family, empty for the widget's own, and the
-/// extensions that may have the widget. `instance` must have no fault.
+/// Returns the command line: "add", an arrangement with the instance alone, its family (empty for the default one), and
+/// the extensions that may have the widget. Requires a valid instance.
 std::vector<std::string> addWords(Instance instance, const std::optional<std::string>& family,
                                   const std::vector<std::string>& extensions);
 
-/// Answers the command line with these words, later: with the new instance's id, or with what is wrong.
+/// Carries out the arguments after "add". Prints the new instance's id, or the error, later. Returns the exit code for
+/// the case that the host ends before.
 int answerAdd(HostApplication& host, GApplicationCommandLine* line, const std::vector<std::string>& words);
 
 } // namespace host

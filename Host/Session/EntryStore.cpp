@@ -8,7 +8,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,23 +25,13 @@ std::string pathOf(const fs::path& folder, InstanceId id) {
     return (folder / fmt::format("{}{}", id, ending)).string();
 }
 
-/// Whose entry a file has by its name, be it finished ("3.tile") or not (".3.tile.new", ".3.tile.new1").
-std::optional<InstanceId> idOf(std::string_view name) {
-    if (const std::size_t unfinished = name.rfind(".new");
-        name.starts_with('.') && unfinished != std::string_view::npos) {
-        name = name.substr(1, unfinished - 1);
-    }
-    if (!name.ends_with(ending)) {
-        return std::nullopt;
-    }
-    InstanceId id = 0;
-    const char* const end = name.data() + name.size() - ending.size();
-    const auto [read, error] = std::from_chars(name.data(), end, id);
-    return read == end && error == std::errc() ? std::optional(id) : std::nullopt;
+/// Returns the name of the finished file: "3.tile" for itself, ".3.tile.new" and ".3.tile.new1".
+std::string_view finishedName(std::string_view name) {
+    return name.starts_with('.') ? name.substr(1, name.rfind(".new") - 1) : name;
 }
 
-/// All that the entry depends on, in one line.
-std::string askedFor(const Instance& instance, const std::string& renderingMode) {
+/// Returns all that the entry depends on, in one line.
+std::string keyOf(const Instance& instance, const std::string& renderingMode) {
     std::string text;
     JsonWriter out(text);
     out.beginObject().member("extension", instance.extension).member("kind", instance.kind);
@@ -58,14 +47,14 @@ std::string askedFor(const Instance& instance, const std::string& renderingMode)
     return text;
 }
 
-/// Takes a line from the beginning of `text`, without its end.
+/// Removes the first line of `text`, and returns it without its newline.
 std::string_view takeLine(std::string_view& text) {
     const std::string_view line = text.substr(0, text.find('\n'));
     text.remove_prefix(std::min(line.size() + 1, text.size()));
     return line;
 }
 
-/// Makes the folder, if need be, and keeps others out of it.
+/// Makes the folder if it does not exist, and sets its permissions.
 std::optional<FileError> prepare(const fs::path& folder) {
     if (!folder.is_absolute()) {
         return FileError{"there is no place for entries: neither XDG_CACHE_HOME nor HOME is an absolute path"};
@@ -85,7 +74,7 @@ std::optional<StoredEntry> EntryStore::load(const Instance& instance, const std:
     const auto file = folder_.is_absolute() ? files_.read(pathOf(folder_, instance.id)) : std::nullopt;
     std::string_view rest = file ? file->bytes() : std::string_view();
     const auto made = platform::fromRfc3339(takeLine(rest));
-    if (!made || takeLine(rest) != askedFor(instance, renderingMode)) {
+    if (!made || takeLine(rest) != keyOf(instance, renderingMode)) {
         return std::nullopt;
     }
     simdjson::dom::parser parser;
@@ -113,20 +102,24 @@ std::optional<FileError> EntryStore::save(const Instance& instance, const std::s
     platform::writeView(out.key("view"), entry.entry.view);
     out.endObject().endObject().endArray();
     out.key("reload").beginObject().member("date", toRfc3339(entry.reload)).endObject().endObject();
-    return files_.replaceUnflushed(
-        pathOf(folder_, instance.id),
-        fmt::format("{}\n{}\n{}\n", toRfc3339(entry.made), askedFor(instance, renderingMode), timeline));
+    return files_.replaceUnflushed(pathOf(folder_, instance.id), fmt::format("{}\n{}\n{}\n", toRfc3339(entry.made),
+                                                                             keyOf(instance, renderingMode), timeline));
 }
 
 void EntryStore::keepOnly(const std::set<InstanceId>& ids) const {
     std::error_code failure;
-    std::vector<fs::path> others;
     if (!folder_.is_absolute()) {
         return;
     }
+    std::set<std::string, std::less<>> kept;
+    for (const InstanceId id : ids) {
+        kept.insert(pathOf({}, id));
+    }
+    std::vector<fs::path> others;
     for (fs::directory_iterator each(folder_, failure), end; !failure && each != end; each.increment(failure)) {
-        const auto id = idOf(each->path().filename().native());
-        if (id && !ids.contains(*id)) {
+        const std::string file = each->path().filename();
+        const std::string_view name = finishedName(file);
+        if (name.ends_with(ending) && !kept.contains(name)) {
             others.push_back(each->path());
         }
     }

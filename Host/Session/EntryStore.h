@@ -1,8 +1,8 @@
-// The last entry of each tile, on disk: what a host draws at its start until the extension has answered.
+// A cache of each tile's last entry, on disk. A host draws it at its start, until the extension has responded.
 //
-// A file a tile, ID.tile, in a folder for the user alone: entries tell what the user reads. Its lines are the moment
-// when the entry came, what it was asked for, and a timeline as the protocol has it, with that entry alone. It is a
-// cache. Any thread.
+// Each tile has a file, ID.tile, in a folder that only the user can read, since entries are private. Its three lines
+// are the date when the entry came, a key of all that it depends on, and a timeline of the protocol with that entry
+// alone. Any thread.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -20,27 +20,26 @@ struct StoredEntry {
     Entry entry;
     /// When it came.
     platform::Date made;
-    /// From when on it counts as old.
+    /// When it becomes outdated.
     platform::Date reload;
 };
 
 class EntryStore {
   public:
-    /// `folder` need not be there; `tileFolder()` is the host's own. A relative one never has any
-    /// entries. `files` must live as long as this.
+    /// The host uses `tileFolder()`. `folder` need not exist; a relative one never has entries. `files` must outlive
+    /// this.
     EntryStore(const platform::FileSystem& files, std::filesystem::path folder)
         : files_(files), folder_(std::move(folder)) {}
 
-    /// The tile's last entry, if it was made for this very extension, kind, family, configuration and rendering mode,
-    /// and in the user's language. A file that is missing, broken or made for something else is nothing.
+    /// Returns the tile's last entry, if it was made for the same extension, kind, family, configuration, rendering
+    /// mode and languages; nothing if the file is missing or broken.
     std::optional<StoredEntry> load(const Instance& instance, const std::string& renderingMode) const;
 
-    /// Replaces the tile's last entry. Returns why that failed.
+    /// Replaces the tile's last entry. Returns the error if that fails.
     [[nodiscard]] std::optional<platform::FileError> save(const Instance& instance, const std::string& renderingMode,
                                                           const StoredEntry& entry) const;
 
-    /// Removes the entries of all other tiles, and what writers of them left behind; touches no other files. On the
-    /// real disk only.
+    /// Removes the entries of all other tiles, and their unfinished files. On the real disk only.
     void keepOnly(const std::set<InstanceId>& ids) const;
 
   private:
@@ -48,7 +47,7 @@ class EntryStore {
     std::filesystem::path folder_;
 };
 
-/// widgethost/tiles in the user's cache folder; relative if the user has none.
+/// Returns widgethost/tiles in the user's cache folder; a relative path if the user has none.
 std::filesystem::path tileFolder();
 
 } // namespace host

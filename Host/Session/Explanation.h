@@ -1,5 +1,5 @@
-// What `explain` says about a tile: what it shows, when it last reloaded and how long that took, what failed and why,
-// and when it is tried next.
+// The text of `explain` about a tile: what it shows, its last reload and how long that took, its last failure and the
+// reason, and the date of the next try.
 #pragma once
 
 #include "Host/Session/Tile.h"
@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// Several lines, each ended, in the local time of this process.
+/// Returns several lines, each with a newline, in this process's time zone.
 std::string explanation(const Tile& tile, platform::Date now);
 
 } // namespace host

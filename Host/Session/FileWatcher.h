@@ -1,8 +1,8 @@
 // Follows files by inotify, also those that do not exist yet, are removed and made again, or are reached by links.
 //
-// For each path it watches the folders that lead to it, as far as they exist, from the base folder on, each for the next
-// name only. It also watches the file itself: this notices writes by another hard link, and ignores writes to other
-// files in the folder. Symbolic links are followed. Nothing is polled.
+// For each path it watches the folders that lead to it, as far as they exist, from the base folder on, each for the
+// next name only. It also watches the file itself: this notices writes by another hard link, and ignores writes to
+// other files in the folder. Symbolic links are followed. Nothing is polled.
 //
 // A change counts
 //  - at once when the file is closed after writing, renamed into its place or touched,

@@ -20,7 +20,7 @@ namespace {
 constexpr int usage = static_cast<int>(platform::Failure::Kind::usage);
 constexpr int unavailable = static_cast<int>(platform::Failure::Kind::unavailable);
 
-/// How long the end waits for what is still to be written.
+/// How long `run` waits at the end for changes that are still to be written.
 constexpr std::chrono::seconds finishTimeout{5};
 
 void logWarning(const std::string& message) {
@@ -85,7 +85,7 @@ void HostApplication::folderChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, 
 
 void HostApplication::zoneChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
                                   GFileMonitorEvent /*event*/, gpointer self) {
-    // Midnight is another moment now.
+    // Dates of entries may depend on midnight.
     static_cast<HostApplication*>(self)->session_.reload(std::nullopt, [](const auto& /*failures*/) {});
 }
 
@@ -100,7 +100,7 @@ void HostApplication::start() {
     }
     lock_.emplace(*std::move(lock));
     if (GDBusConnection* bus = g_application_get_dbus_connection(application_); bus != nullptr) {
-        // A login session that ends takes its bus along; GLib's own way would be to kill this process.
+        // The bus closes when the login session ends. GLib's default would be to kill this process.
         g_dbus_connection_set_exit_on_close(bus, FALSE);
         g_signal_connect_swapped(bus, "closed", G_CALLBACK(&g_application_quit), application_);
     } else {
@@ -122,7 +122,7 @@ void HostApplication::start() {
         }
         return monitor;
     };
-    // The arrangement's folder, not the file, which is replaced by another.
+    // The arrangement's folder, since the file is replaced by a rename.
     folderMonitor_ = follow(folder_.c_str(), &HostApplication::folderChanged);
     zoneMonitor_ = follow("/etc/localtime", &HostApplication::zoneChanged);
     sync();
@@ -138,14 +138,14 @@ HostApplication::Stamp HostApplication::stampOf(const std::filesystem::path& fil
 }
 
 void HostApplication::sync() {
-    // Each change comes with several events, and perhaps a command that tells of it.
+    // Each change causes several events, and perhaps a command.
     const Stamp stamp = stampOf(file_.path());
     if (std::exchange(stamp_, stamp) == stamp) {
         return;
     }
     auto arrangement = file_.load();
     if (!arrangement) {
-        // The tiles stay as they are until there is an arrangement that can be read.
+        // The tiles stay until the arrangement can be read.
         if (lastError_ != arrangement.error().message) {
             lastError_ = arrangement.error().message;
             logWarning(lastError_);
@@ -171,7 +171,7 @@ void HostApplication::change(ArrangementChange change, std::function<void(const 
     auto writing = std::make_shared<Writing>(Writing{file_, std::move(change), std::nullopt});
     work_.add({.prepare =
                    [this, writing] {
-                       // Only now it is known what lies where.
+                       // Not earlier, since the changes before may move tiles.
                        auto* addition = std::get_if<Addition>(&writing->change);
                        if (addition != nullptr && !addition->instance.position) {
                            display_.findPlace(addition->instance);
@@ -252,7 +252,7 @@ int HostApplication::answer(GApplicationCommandLine* line) {
 }
 
 int HostApplication::reload(GApplicationCommandLine* line, const std::optional<std::string>& kind) {
-    // The caller waits as long as somebody holds the line.
+    // The calling process waits until the last reference is gone.
     g_object_ref(line);
     session_.reload(kind, [line](const std::vector<std::string>& failures) {
         for (const std::string& failure : failures) {
@@ -261,7 +261,7 @@ int HostApplication::reload(GApplicationCommandLine* line, const std::optional<s
         g_application_command_line_set_exit_status(line, failures.empty() ? 0 : unavailable);
         g_object_unref(line);
     });
-    // There may be no tiles of that kind.
+    // Already set if there are no tiles of that kind.
     return g_application_command_line_get_exit_status(line);
 }
 

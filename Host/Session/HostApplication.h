@@ -1,7 +1,7 @@
-// The host of a login session: one on the bus, one on an arrangement, running until SIGTERM, SIGINT or the end of the
-// bus.
+// The host of a login session: one per session bus, and one per arrangement. It runs until SIGTERM, SIGINT or the end
+// of the bus.
 //
-// It follows the arrangement's file and answers `callRunningHost`. Without a session bus it follows the file alone.
+// It follows the arrangement's file and accepts `callRunningHost`. Without a session bus it only follows the file.
 #pragma once
 
 #include "Host/Arrangement/ArrangementFile.h"
@@ -23,21 +23,21 @@ namespace host {
 
 class HostApplication;
 
-/// Whether the user started the host to see it, or it was started along with the session.
+/// Whether the user started the host, or the login session did.
 enum class Presence { foreground, background };
 
-/// What a host shows its session on: nothing, or a desktop.
+/// Shows the tiles of a host's session.
 class HostDisplay : public SessionObserver {
   public:
     /// Called before the arrangement is read for the first time.
     virtual void started(HostApplication& /*host*/) {}
     /// Called before the session's tiles change.
     virtual void arrangementChanged(const Arrangement& /*arrangement*/) {}
-    /// Gives an instance without a position a free place, if this has places.
+    /// Sets the position of an instance without one, if the display has positions.
     virtual void findPlace(Instance& /*instance*/) {}
-    /// Called when the user starts the host again. Returns whether there is something to see.
+    /// Called when the user starts the host again. Returns whether this showed something.
     virtual bool activate() { return false; }
-    /// Called at the end of the host; what is to be saved must be saved now.
+    /// Called when the host ends; the last chance to save something.
     virtual void shutDown() {}
 };
 
@@ -59,8 +59,8 @@ class HostApplication {
     HostApplication& operator=(const HostApplication&) = delete;
     ~HostApplication();
 
-    /// Returns the exit code: 0; or 69 at once if another host runs on this arrangement. A host on this bus that runs
-    /// already is no failure: it says so itself.
+    /// Returns the exit code: 0, or 69 at once if another host runs on this arrangement. Returns 0 if a host runs on
+    /// this bus already, which then prints so.
     int run();
 
     /// Ends the run, with the exit code 0.
@@ -69,19 +69,19 @@ class HostApplication {
     const Arrangement& arrangement() const { return arrangement_; }
     const Session& session() const { return session_; }
 
-    /// What was written, or why nothing was.
+    /// The arrangement that was written, or why writing failed.
     using Change = platform::Outcome<ArrangementFile::Update>;
-    /// Changes the arrangement, after all changes before: in its file, beside the main loop, and then on the display.
-    /// `done` is called afterwards, from the main loop, unless the host ends meanwhile. A failure changes nothing.
+    /// Changes the arrangement after all changes before: first its file, on another thread, then the display. `done` is
+    /// called afterwards on the main thread, unless the host has ended. A failure changes nothing.
     void change(ArrangementChange change, std::function<void(const Change& result)> done);
-    /// Does what may wait for the disk, after all work before; `work` must own all that it uses.
+    /// Calls `work` on another thread, after all work before. `work` must own all that it uses.
     void workLater(std::function<void()> work);
-    /// Asks for one tile at once.
+    /// Requests one tile at once.
     void reload(InstanceId id);
     /// As `Session::request`.
     void request(const std::string& extension, std::string_view method, std::string_view params,
                  ExtensionClient::Responded responded);
-    /// The same for entries.
+    /// The same, for a request of entries.
     void requestEntries(const std::string& extension, const EntryRequest& request,
                         std::function<void(const platform::Outcome<std::vector<Entry>>& entries)> done);
 
@@ -104,17 +104,17 @@ class HostApplication {
     Presence presence_;
     Arrangement arrangement_;
     bool isLoaded_ = false;
-    /// Another one for each content of the arrangement's file.
+    /// Identifies the content of the arrangement's file; differs after each change.
     using Stamp = std::array<std::int64_t, 5>;
     static Stamp stampOf(const std::filesystem::path& file);
     std::optional<Stamp> stamp_;
     Session session_;
-    /// host.lock: one host at a time shows an arrangement. Commands, which have a lock of their own, go on meanwhile.
+    /// host.lock: only one host at a time shows an arrangement. Commands use another lock.
     std::optional<FileLock> lock_;
     GApplication* application_;
     GFileMonitor* folderMonitor_ = nullptr;
     GFileMonitor* zoneMonitor_ = nullptr;
-    /// What is wrong with the arrangement's file, which is logged once.
+    /// The error of the arrangement's file, which is logged once.
     std::string lastError_;
     int exitCode_ = 0;
     WorkQueue work_;

@@ -1,8 +1,7 @@
-// The host that runs in this login session, found on the session bus.
+// Calls the host that runs in this login session, over the session bus.
 //
-// It answers command lines: "sync", to read the arrangement anew; "add" (AddCommand.h); "reload [KIND]";
-// "explain ID"; "host", which it answers by saying that it is there. What it prints comes out here, and its exit code
-// comes back.
+// The host accepts these command lines: "sync" reads the arrangement again; "add" (AddCommand.h); "reload [KIND]";
+// "explain ID"; "host" prints that it runs. Its output appears on this process's streams.
 #pragma once
 
 #include "Platform/Foundation/Expected.h"

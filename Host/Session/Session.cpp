@@ -177,7 +177,7 @@ void Session::requestDueTiles() {
 
 void Session::requestTimeline(Tile& tile, ExtensionClient& extension) {
     const RequestId id{++lastRequest_};
-    tile.asked(id, steadyNow());
+    tile.requested(id, steadyNow());
     const EntryRequest request = requestFor(tile.instance(), renderingMode_);
     extension.send(methodName(request.method), paramsOf(request),
                    [this, id, instance = tile.instance().id, manifest = extension.manifest()](const auto& result) {
@@ -185,7 +185,7 @@ void Session::requestTimeline(Tile& tile, ExtensionClient& extension) {
                    });
 }
 
-/// The process that the next request goes to, started if need be.
+/// Returns the process for the next request, and starts it if it does not run.
 Outcome<ExtensionClient*> Session::extension(const std::string& identifier) {
     std::vector<ExtensionClient*> outdated;
     const auto [first, last] = extensions_.equal_range(identifier);
@@ -211,7 +211,7 @@ Outcome<ExtensionClient*> Session::extension(const std::string& identifier) {
     ExtensionClient& client = *extensions_.emplace(identifier, *std::move(started))->second;
     client.onEnd([this] { dispatchSoon(); });
     for (ExtensionClient* each : outdated) {
-        // Its answers may lack what has been replaced.
+        // Their responses may lack what has been replaced.
         client.takeRequests(*each);
     }
     return &client;
@@ -237,20 +237,20 @@ void Session::handleResponse(InstanceId id, RequestId request, const Manifest& m
 }
 
 void Session::handleTimeline(Tile& tile, Timeline timeline, const Manifest& manifest) {
-    // Before the answer: it does not count if it came while a file was being written.
+    // First, because the response does not count if a file was being written meanwhile.
     takeFileChanges();
     const Date now = dependencies_.clock.now();
-    const std::chrono::duration<double> taken = steadyNow() - tile.lastAsked();
+    const std::chrono::duration<double> taken = steadyNow() - tile.lastRequestTime();
     auto watches = watchesOf(timeline, manifest);
     const bool isUnsettled = std::any_of(watches.begin(), watches.end(), [&](const std::string& path) {
-        return files_.isUnsettledSince(path, tile.lastAsked());
+        return files_.isUnsettledSince(path, tile.lastRequestTime());
     });
     if (!isUnsettled || !tile.discard(timeline, now)) {
         tile.answered(std::move(timeline), std::move(watches), now, taken.count());
         const auto before = followed_;
         followFiles();
         for (const std::string& path : tile.watches()) {
-            // It may have changed after it was read and before it was followed.
+            // It may have changed between the extension's reading and `follow`.
             if (!before.contains(path) && files_.hasChangedSince(path, now.addingSeconds(-taken.count()))) {
                 tile.fileChanged(path, steadyNow());
             }
@@ -268,7 +268,7 @@ void Session::handleFailure(Tile& tile, TileFailure failure) {
     completeReloads(id, message);
 }
 
-/// The absolute paths of the files that the extension may have followed.
+/// Returns the absolute paths of those files that the extension may read.
 std::set<std::string> Session::watchesOf(const Timeline& timeline, const Manifest& manifest) const {
     std::set<std::string> watches;
     for (const std::string& path : timeline.watches) {
@@ -305,7 +305,7 @@ void Session::completeReloads(InstanceId id, const std::optional<std::string>& f
     }
 }
 
-/// Has the main loop wait for what is due next.
+/// Sets what the main loop waits for.
 void Session::updateSource() {
     std::optional<SteadyTime> deadline = files_.deadline();
     std::optional<Date> date;

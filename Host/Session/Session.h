@@ -1,14 +1,14 @@
-// The core of a host that runs day and night: keeps every tile's entry up to date, and every extension in its bounds.
+// Keeps the entries of all tiles up to date, and supervises the extensions that make them.
 //
-// It runs on GLib's main loop, in the default main context; between reloads nothing wakes up.
+// Runs on GLib's main loop, in the default main context. Between reloads nothing wakes up.
 //
-//  - A tile is asked for when it is due (see TileSchedule.h). Its extension is started for that if it does not run, all
-//    its due tiles are asked for together, and it shuts down when it has had nothing to do for five seconds.
-//  - An extension that ends, is silent for too long (Timeouts.h), floods or speaks nonsense is ended. Its tiles keep
-//    their entries and are tried again, each by its schedule; other extensions' tiles are not affected.
-//  - A tile is asked for, too, when one of the files changes that its answer names (see FileWatcher.h). An answer that
-//    came while such a file was being written is discarded, so that half a file is never shown.
-//  - An entry that is equal to the one before is not reported.
+//  - A tile is requested when it is due (TileSchedule.h). Its extension is started for that, unless it runs already.
+//    All due tiles of an extension are requested together. It shuts down after five seconds without a request.
+//  - An extension that ends, exceeds a timeout (Timeouts.h), floods or breaks the protocol is killed. Its tiles keep
+//    their entries and are tried again, each by its schedule. Tiles of other extensions are not affected.
+//  - A tile is also requested when a file changes that its last response names (FileWatcher.h). A response that came
+//    while such a file was being written is discarded, so that half a file is never shown.
+//  - An entry that equals the one before is not reported.
 //
 // One thread.
 #pragma once
@@ -31,24 +31,24 @@
 
 namespace host {
 
-/// What has changed of a tile.
+/// What has changed in a tile.
 enum class TileUpdate {
-    /// How its last reload went, or when the next one is due.
+    /// The result of its last reload, or the date of the next one.
     status,
-    /// Its entry has another view, or another address for a click; the status may have changed, too.
+    /// The view of its entry, or the link of a click; perhaps the status, too.
     entry,
 };
 
 class SessionObserver {
   public:
     virtual ~SessionObserver() = default;
-    /// Called once for each answer or failure, and when the date of the tile's next entry has come.
+    /// Called once for each response or failure, and when the date of the tile's next entry has come.
     virtual void tileUpdated(const Tile& tile, TileUpdate update) = 0;
 };
 
 class Session {
   public:
-    /// Finds the manifest of the extension with that identifier, as it is now.
+    /// Reads the current manifest of the extension with that identifier.
     using FindManifest = std::function<platform::Outcome<Manifest>(const std::string& identifier)>;
     using StartExtension = std::function<platform::Outcome<std::unique_ptr<ExtensionClient>>(const Manifest& manifest)>;
 
@@ -58,35 +58,35 @@ class Session {
         StartExtension startExtension;
         const platform::Clock& clock;
         SessionObserver& observer;
-        /// The user's real home, which the paths of followed files start from; absolute.
+        /// The user's real home, absolute. The paths of followed files are relative to it.
         std::filesystem::path home;
-        /// Called with one clear line when something does not work as it should; may be empty.
+        /// Called with a warning of one line; may be empty.
         std::function<void(const std::string& message)> warn;
     };
     explicit Session(Dependencies dependencies);
 
-    /// From now on these are the tiles. New ones and those that show something else are asked for at once.
+    /// Replaces the tiles. Requests those that are new or show something else at once.
     void setTiles(const std::vector<Instance>& instances);
 
-    /// From now on tiles are asked for in this rendering mode, by the protocol's name; at once, if it is another one.
+    /// Sets the rendering mode, by the protocol's name. Requests all tiles at once if it is another one.
     void setRenderingMode(const std::string& mode);
 
-    /// Called when the tiles that were to be reloaded have their answers or have failed, with the failures in words.
+    /// Called when all tiles of a reload have their responses or have failed, with the messages of the failures.
     using Reloaded = std::function<void(const std::vector<std::string>& failures)>;
-    /// Asks for the tiles of that kind, or all, at once. `done` is called before this returns if there are no tiles.
+    /// Requests the tiles of that kind, or all, at once. Calls `done` before it returns if there are no such tiles.
     void reload(const std::optional<std::string>& kind, Reloaded done);
-    /// Asks for one tile at once, if it is there.
+    /// Requests one tile at once, if it exists.
     void reload(InstanceId id);
 
-    /// Sends a request of the user's to an extension, which is started for it if it does not run; `params` is a JSON
-    /// object. `responded` is called once, from the main loop.
+    /// Sends a request to an extension, which is started if it does not run. Requires a JSON object as `params`.
+    /// `responded` is called once, from the main loop.
     void request(const std::string& extension, std::string_view method, std::string_view params,
                  ExtensionClient::Responded responded);
 
     const Tile* tile(InstanceId id) const;
     const std::map<InstanceId, Tile>& tiles() const { return tiles_; }
 
-    /// The wall clock was set, or the machine has slept.
+    /// To be called when the wall clock was set or the machine has slept.
     void clockChanged();
 
   private:

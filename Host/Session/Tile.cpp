@@ -33,14 +33,14 @@ bool Tile::isDue(Date date, SteadyTime time) const {
 
 void Tile::reload(Date now, std::string reason) {
     awaited_.reset();
-    schedule_.askAt(now);
+    schedule_.scheduleAt(now);
     reason_ = std::move(reason);
 }
 
 void Tile::fileChanged(const std::string& path, SteadyTime now) {
     const auto interval =
         schedule_.failures() > 0 ? std::chrono::milliseconds(minIntervalAfterFailure) : minReloadInterval;
-    fileDeadline_ = std::max(now, lastAsked_ + interval);
+    fileDeadline_ = std::max(now, lastRequestTime_ + interval);
     reason_ = path + " changed";
 }
 
@@ -51,9 +51,9 @@ void Tile::clockChanged(Date now) {
     }
 }
 
-void Tile::asked(RequestId request, SteadyTime now) {
+void Tile::requested(RequestId request, SteadyTime now) {
     awaited_ = request;
-    lastAsked_ = now;
+    lastRequestTime_ = now;
     fileDeadline_.reset();
     history_.reason = std::exchange(reason_, "its time had come");
 }

@@ -1,4 +1,4 @@
-// One placed widget, as the session keeps it: what is asked for, what came, and how that went.
+// One placed widget in a session: its entries, its schedule, and the history of its requests.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -22,16 +22,16 @@ struct TileFailure {
         notStarted,
         /// The extension ended, or was killed because it was silent or broke the protocol.
         stopped,
-        /// It refused the request, or its response makes no sense.
+        /// It refused the request, or its response is invalid.
         invalidResponse,
     };
     platform::Date date;
     Cause cause = Cause::stopped;
-    /// One clear line, for those who look into it.
+    /// One line.
     std::string message;
 };
 
-/// How a tile's last reload went, and its last good one.
+/// The results of a tile's last reloads.
 struct TileHistory {
     struct Success {
         platform::Date date;
@@ -40,19 +40,19 @@ struct TileHistory {
     std::optional<Success> lastSuccess;
     /// Since the last success.
     std::optional<TileFailure> lastFailure;
-    /// Why it was asked for last, in a few words.
+    /// The reason of the last request, in a few words.
     std::string reason;
 };
 
-/// One request among all of a session.
+/// Identifies a request within a session.
 enum class RequestId : std::uint64_t {};
 
 class Tile {
   public:
-    /// Between two requests for changes of files: at most four a second, and as after any failure while they fail.
+    /// Between two requests because of changed files.
     static constexpr std::chrono::milliseconds minReloadInterval{250};
     static constexpr std::chrono::seconds minIntervalAfterFailure{5};
-    /// Answers in a row that are discarded because their files were being written.
+    /// Responses in a row that are discarded because their files were being written.
     static constexpr int maxDiscarded = 8;
 
     Tile(Instance instance, platform::Date now) : instance_(std::move(instance)), schedule_(now) {}
@@ -60,39 +60,40 @@ class Tile {
     const Instance& instance() const { return instance_; }
     const TileSchedule& schedule() const { return schedule_; }
     const TileHistory& history() const { return history_; }
-    /// The request under way whose answer counts.
+    /// The request whose response counts, while it is awaited.
     std::optional<RequestId> awaited() const { return awaited_; }
-    SteadyTime lastAsked() const { return lastAsked_; }
+    SteadyTime lastRequestTime() const { return lastRequestTime_; }
 
-    /// What to show now: of the last timeline the last entry that applies already. Nothing before the first answer.
+    /// The entry to show now; null before the first response.
     const Entry* entry() const { return entries_.empty() ? nullptr : &entries_[current_]; }
-    /// When the next entry applies, or the tile is due; nothing while it is awaited.
+    /// When the next entry applies, or the tile is due unless a response is awaited; whichever comes first.
     std::optional<platform::Date> nextEvent() const;
-    /// When it is to be asked for because a file has changed; nothing while it is awaited.
+    /// When it is due because a file has changed; nothing while a response is awaited.
     std::optional<SteadyTime> fileDeadline() const { return awaited_ ? std::nullopt : fileDeadline_; }
     bool isDue(platform::Date date, SteadyTime time) const;
 
     /// The files that the entries were made from, as absolute paths.
     const std::set<std::string>& watches() const { return watches_; }
 
-    /// Puts the instance in place of the one of the same id. If that shows something else, it is asked for at once;
-    /// what is shown stays until the answer comes.
+    /// Replaces the instance, which has the same id. If it shows something else, the tile is due at once; its entry
+    /// stays until the response comes.
     void change(Instance instance, platform::Date now);
-    /// Asks again at once: an answer that is under way may be older than what the user has just done.
+    /// Makes it due at once. A response that is awaited does not count any more, since it may be outdated.
     void reload(platform::Date now, std::string reason);
-    /// Asks again for a file that has changed, after the answer that is under way.
+    /// Makes it due because a file has changed, after the response that is awaited.
     void fileChanged(const std::string& path, SteadyTime now);
-    /// What it was made from may have changed while the machine slept.
+    /// Makes it due if it follows files, which may have changed while the machine slept.
     void clockChanged(platform::Date now);
 
-    void asked(RequestId request, SteadyTime now);
+    void requested(RequestId request, SteadyTime now);
     void answered(Timeline timeline, std::set<std::string> watches, platform::Date now, double seconds);
-    /// Discards an answer whose files were being written meanwhile; false if it is one too many, and must be taken.
+    /// Discards a response whose files were being written. Returns false if it must be used: there is no entry yet, or
+    /// `maxDiscarded` were discarded in a row.
     bool discard(const Timeline& timeline, platform::Date now);
     void failed(TileFailure failure);
 
-    /// Goes on to the entry that applies at `now`. Returns whether its view, or where a click goes, differs from what
-    /// it was after the call before.
+    /// Selects the entry that applies at `now`. Returns whether its view or its link differs from what it was after the
+    /// call before.
     bool advance(platform::Date now);
 
   private:
@@ -105,9 +106,9 @@ class Tile {
     std::optional<RequestId> awaited_;
     std::set<std::string> watches_;
     std::optional<SteadyTime> fileDeadline_;
-    SteadyTime lastAsked_;
+    SteadyTime lastRequestTime_;
     int discarded_ = 0;
-    /// Why it is due.
+    /// The reason of the next request.
     std::string reason_ = "it was placed";
 };
 

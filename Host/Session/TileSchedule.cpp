@@ -14,19 +14,19 @@ platform::Date roundedUp(platform::Date date) {
 
 void TileSchedule::answered(platform::Date now, platform::Date reload) {
     failures_ = 0;
-    lastAsked_ = now;
+    lastRequest_ = now;
     due_ = roundedUp(std::max(reload, now.addingSeconds(minWait)));
 }
 
 void TileSchedule::failed(platform::Date now) {
-    lastAsked_ = now;
+    lastRequest_ = now;
     const double wait = minWait * std::pow(2, std::min(failures_, 10));
     ++failures_;
     due_ = roundedUp(now.addingSeconds(std::min(wait, maxWaitAfterFailure)));
 }
 
 void TileSchedule::clockChanged(platform::Date now) {
-    if (now < lastAsked_) {
+    if (now < lastRequest_) {
         due_ = now;
     }
 }

@@ -1,7 +1,7 @@
-// When a tile is asked for next, by the wall clock.
+// When a tile is requested next, by the wall clock.
 //
-// An answer says when to ask again. After a failure the wait is 5 s, then twice as long each time, at most 5 min. Dates
-// are whole seconds, so that tiles that were asked for together are due together. Pure.
+// A response has the date of the next request. After a failure the wait is 5 s, then twice as long each time, up to
+// 5 min. Dates are whole seconds, so that tiles that were requested together are due together. Pure.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -13,24 +13,24 @@ class TileSchedule {
     static constexpr double minWait = 5;
     static constexpr double maxWaitAfterFailure = 300;
 
-    /// Due at once.
-    explicit TileSchedule(platform::Date now) : due_(now), lastAsked_(now) {}
+    /// Makes it due at once.
+    explicit TileSchedule(platform::Date now) : due_(now), lastRequest_(now) {}
 
     platform::Date due() const { return due_; }
-    /// Failures since the last answer.
+    /// Failures since the last response.
     int failures() const { return failures_; }
 
-    /// A reload date in the past or nearer than `minWait` is taken for that.
+    /// Uses `minWait` instead of a reload date that is nearer or in the past.
     void answered(platform::Date now, platform::Date reload);
     void failed(platform::Date now);
-    /// Due at `now`, whatever the date was.
-    void askAt(platform::Date now) { due_ = now; }
-    /// Due at once if the clock was set back beyond the last time the tile was asked for: its dates mean nothing then.
+    /// Makes it due at `now`.
+    void scheduleAt(platform::Date now) { due_ = now; }
+    /// Makes it due at once if the clock was set back before the last request, so that its dates mean nothing.
     void clockChanged(platform::Date now);
 
   private:
     platform::Date due_;
-    platform::Date lastAsked_;
+    platform::Date lastRequest_;
     int failures_ = 0;
 };
 

@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-/// Far enough to be never; a timer that is off would not notice that the clock is set.
+/// The year 3000. A timer that is off would not notice that the clock is set.
 constexpr double never = 32'503'680'000.0;
 
 } // namespace
@@ -22,7 +22,7 @@ WallTimer::WallTimer() : timer_(timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC | TFD
 void WallTimer::set(std::optional<platform::Date> date) {
     date_ = date;
     constexpr double nanosecondsPerSecond = 1e9;
-    // A moment of 0 would switch the timer off; the past is as good as any other moment of it.
+    // A time of 0 would switch the timer off. Any time in the past does the same as 1.
     const double moment = std::fmin(std::fmax(date ? date->unixTime() : never, 1), never);
     const double seconds = std::floor(moment);
     itimerspec once{};

@@ -1,7 +1,7 @@
-// One alarm by the wall clock.
+// A timer by the wall clock, as a descriptor.
 //
-// A descriptor that becomes readable when the wall clock reads a date or more, however it comes to that: by time, by
-// being set, or because the machine has slept meanwhile. It becomes readable too when the clock is set otherwise.
+// The descriptor becomes readable when the wall clock reaches the date: by time, by being set, or while the machine
+// slept. It also becomes readable when the clock is set to another time.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -17,10 +17,10 @@ class WallTimer {
 
     int descriptor() const { return timer_.get(); }
 
-    /// In place of the date before; never, without one.
+    /// Replaces the date; without one, only a clock that is set makes it readable.
     void set(std::optional<platform::Date> date);
 
-    /// What made it readable, which it is not any more.
+    /// Returns what made it readable, and makes it unreadable again.
     enum class Event { none, expired, clockSet };
     Event take();
 

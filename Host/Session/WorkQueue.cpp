@@ -26,7 +26,7 @@ void WorkQueue::start() {
     worked_ = worked.get_future();
     std::thread([this, job = jobs_.front(), worked = std::move(worked)]() mutable {
         job->work();
-        // What the job holds ends on the main thread.
+        // The job must be destroyed on the main thread.
         job.reset();
         const auto ended = [](gpointer self) {
             static_cast<WorkQueue*>(self)->end();
@@ -38,7 +38,7 @@ void WorkQueue::start() {
 }
 
 void WorkQueue::end() {
-    // What is added meanwhile finds that the queue is not empty.
+    // Removed only afterwards, so that a job that `done` adds does not start a second thread.
     if (jobs_.front()->done) {
         jobs_.front()->done();
     }

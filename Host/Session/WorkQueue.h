@@ -1,6 +1,6 @@
-// Runs jobs that may wait for a disk or another process one after the other, on a thread beside the main loop.
+// Runs jobs that may block, such as disk access, on another thread, in order.
 //
-// There is a thread only while there is work. Called on the main thread.
+// The thread exists only while there are jobs. Called on the main thread.
 #pragma once
 
 #include <chrono>
@@ -14,9 +14,9 @@ namespace host {
 class WorkQueue {
   public:
     struct Job {
-        /// Called on the main thread when all jobs before are done; may be empty.
+        /// Called on the main thread after all jobs before; may be empty.
         std::function<void()> prepare;
-        /// Called on the thread. Must own all that it uses.
+        /// Called on the other thread. Must own all that it uses.
         std::function<void()> work;
         /// Called on the main thread, from the default main context; may be empty.
         std::function<void()> done;
@@ -29,14 +29,14 @@ class WorkQueue {
 
     void add(Job job);
 
-    /// Does the jobs that are left, until the timeout; for when the main loop is over. Calls no `done`.
+    /// Runs the jobs that are left, until the timeout, after the main loop has ended. Calls no `done`.
     void finish(std::chrono::milliseconds timeout);
 
   private:
     void start();
     void end();
 
-    /// The first is being done. The thread may outlive this.
+    /// The first one is running. Its thread may outlive this.
     std::deque<std::shared_ptr<Job>> jobs_;
     std::future<void> worked_;
 };

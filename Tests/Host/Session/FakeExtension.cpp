@@ -1,4 +1,4 @@
-// An extension that does what the kind of the tile that asks it says, well or badly.
+// An extension that behaves as the kind of the requested tile says, well or badly.
 
 #include <nlohmann/json.hpp>
 
@@ -12,10 +12,12 @@
 #include <pwd.h>
 #include <string>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace {
 
-// Lists of one are made by name: compilers do not agree on what braces around one value are.
+// `Json::array` even for one element: compilers disagree about braces around one value.
 using Json = nlohmann::json;
 
 Json entry(const char* date, Json view) {
@@ -34,18 +36,26 @@ void answer(const Json& request, const Json& result) {
     std::cout << Json{{"jsonrpc", "2.0"}, {"id", request["id"]}, {"result", result}}.dump() << std::endl;
 }
 
+/// Requests of the kind "Later", which the next "Good" one answers.
+std::vector<Json> later;
+
 void serve(const Json& request) {
     constexpr const char* past = "2001-01-02T00:00:00.000Z";
     const std::string kind = request["params"]["kind"];
     const std::string words = request["params"]["configuration"].value("text", "");
     if (kind == "Good") {
         answer(request, timeline(Json::array({entry(past, text(words + " by " + std::to_string(getpid())))})));
+        for (const Json& each : std::exchange(later, {})) {
+            answer(each, timeline(Json::array({entry(past, text("late"))})));
+        }
+    } else if (kind == "Later") {
+        later.push_back(request);
     } else if (kind == "Slow") {
         constexpr useconds_t microseconds = 300'000;
         usleep(microseconds);
         answer(request, timeline(Json::array({entry(past, text("by " + std::to_string(getpid())))})));
     } else if (kind == "File" || kind == "SlowFile") {
-        // A file of the home by its path, and what it names besides.
+        // Reads the file of the home at that path, and names others besides.
         std::ifstream file(std::filesystem::path(getpwuid(getuid())->pw_dir) / words);
         const std::string content{std::istreambuf_iterator<char>(file), {}};
         constexpr useconds_t microseconds = 100'000;
@@ -103,7 +113,7 @@ int main() {
     for (std::string line; std::getline(std::cin, line);) {
         serve(Json::parse(line));
     }
-    // One that stays needs to be made to leave.
+    // Ignores the end of its input.
     if (std::getenv("LANG") != nullptr && std::string(std::getenv("LANG")) == "stay") {
         pause();
     }

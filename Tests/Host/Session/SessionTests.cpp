@@ -33,7 +33,7 @@ std::string textOf(const Tile* tile) {
     return text == nullptr ? "" : text->text;
 }
 
-/// A session on the fake extension, its loop, and what it told.
+/// A session on the fake extension, its loop, and its updates.
 class SessionTest : public ::testing::Test, public SessionObserver {
   public:
     void tileUpdated(const Tile& tile, TileUpdate update) override {
@@ -128,7 +128,7 @@ class SessionTest : public ::testing::Test, public SessionObserver {
          .warn = nullptr}};
 };
 
-TEST_F(SessionTest, AsksForAllDueTilesTogetherAndEndsTheExtensionWhenThereIsNothingToDo) {
+TEST_F(SessionTest, RequestsDueTilesTogetherAndEndsAnIdleExtension) {
     session.setTiles({tile(1, "Good", "one"), tile(2, "Good", "two"), tile(3, "Several")});
     ASSERT_TRUE(runUntilSettled());
     EXPECT_THAT(textOf(session.tile(1)), StartsWith("one by"));
@@ -140,7 +140,21 @@ TEST_F(SessionTest, AsksForAllDueTilesTogetherAndEndsTheExtensionWhenThereIsNoth
     EXPECT_TRUE(runUntilAlone());
 }
 
-TEST_F(SessionTest, AsksAtOnceForNewAndChangedTilesAndForNoOthers) {
+TEST_F(SessionTest, SlowRequestsDelayNoOther) {
+    std::vector<Instance> tiles;
+    for (InstanceId id = 1; id <= 200; ++id) {
+        tiles.push_back(tile(id, "Later"));
+    }
+    tiles.push_back(tile(201, "Good"));
+    session.setTiles(tiles);
+    ASSERT_TRUE(runUntilSettled());
+    EXPECT_EQ(reloaded.front(), 201U);
+    EXPECT_EQ(textOf(session.tile(1)), "late");
+    EXPECT_EQ(failure(200), "");
+    EXPECT_EQ(starts, 1);
+}
+
+TEST_F(SessionTest, RequestsNewAndChangedTilesAlone) {
     session.setTiles({tile(1, "Good", "one"), tile(2, "Good", "two")});
     ASSERT_TRUE(runUntilSettled());
     ASSERT_TRUE(runUntilAlone());
@@ -155,7 +169,7 @@ TEST_F(SessionTest, AsksAtOnceForNewAndChangedTilesAndForNoOthers) {
     EXPECT_EQ(session.tiles().size(), 1U);
 }
 
-TEST_F(SessionTest, TellsOnlyOfEntriesThatAreOthers) {
+TEST_F(SessionTest, ReportsOnlyOtherEntries) {
     session.setTiles({tile(1, "Same"), tile(2, "Good")});
     ASSERT_TRUE(runUntilSettled());
     changed.clear();
@@ -174,7 +188,7 @@ TEST_F(SessionTest, TellsOnlyOfEntriesThatAreOthers) {
     EXPECT_EQ(calls, 3);
 }
 
-TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
+TEST_F(SessionTest, KeepsEntriesWhateverTheExtensionDoes) {
     struct Row {
         const char* kind;
         const char* reason;
@@ -214,7 +228,7 @@ TEST_F(SessionTest, KeepsEveryTilesEntryWhateverTheExtensionDoes) {
     }
 }
 
-TEST_F(SessionTest, AsksAgainWhatWasAskedWhenAFolderIsReplacedThatTheExtensionReads) {
+TEST_F(SessionTest, RepeatsRequestsWhenAReadableFolderIsReplaced) {
     if (landlockVersion() == 0) {
         GTEST_SKIP() << "without Landlock an extension sees every new folder";
     }
@@ -236,10 +250,10 @@ TEST_F(SessionTest, AsksAgainWhatWasAskedWhenAFolderIsReplacedThatTheExtensionRe
     EXPECT_EQ(starts, 3);
     EXPECT_EQ(failure(1) + failure(2) + failure(3), "");
     EXPECT_EQ(textOf(session.tile(2)), textOf(session.tile(3))) << "the newest process has answered both";
-    EXPECT_NE(textOf(session.tile(1)), textOf(session.tile(2))) << "nobody is asked the same more than twice";
+    EXPECT_NE(textOf(session.tile(1)), textOf(session.tile(2))) << "a request is sent twice at most";
 }
 
-TEST_F(SessionTest, SaysWhyAnExtensionCannotBeStarted) {
+TEST_F(SessionTest, SaysWhyNoExtensionStarts) {
     std::vector<std::string> failures;
     session.setTiles({tile(1, "Good", "", "gone")});
     session.reload(std::nullopt, [&](const auto& all) { failures = all; });
@@ -252,7 +266,7 @@ TEST_F(SessionTest, SaysWhyAnExtensionCannotBeStarted) {
     EXPECT_EQ(session.tile(2)->history().lastFailure->cause, TileFailure::Cause::notStarted);
 }
 
-TEST_F(SessionTest, AnswersToWhatIsNotAskedAnyMoreCountForNothing) {
+TEST_F(SessionTest, IgnoresOutdatedResponses) {
     session.setTiles({tile(1, "Silent", "old")});
     iterate();
     session.setTiles({tile(1, "Good", "new")});
@@ -263,7 +277,7 @@ TEST_F(SessionTest, AnswersToWhatIsNotAskedAnyMoreCountForNothing) {
     EXPECT_THAT(textOf(session.tile(1)), StartsWith("new"));
 }
 
-TEST_F(SessionTest, PutsTheUsersQuestionsAndTellsEveryAnswer) {
+TEST_F(SessionTest, SendsRequestsAndReturnsEachResponse) {
     std::vector<std::string> answers;
     const auto ask = [&](const std::string& kind, const std::string& extension = "fake") {
         session.request(extension, "timeline", R"({"kind":")" + kind + R"(","configuration":{"text":"asked"}})",
@@ -277,14 +291,14 @@ TEST_F(SessionTest, PutsTheUsersQuestionsAndTellsEveryAnswer) {
     ASSERT_TRUE(runUntil([&] { return answers.size() == 3; }));
     EXPECT_THAT(answers, ::testing::UnorderedElementsAre("answered", HasSubstr("no"), HasSubstr("\"gone\"")));
     ASSERT_TRUE(runUntilSettled());
-    EXPECT_THAT(textOf(session.tile(1)), StartsWith("one by")) << "questions leave tiles alone";
-    // An extension that dies owes its answers.
+    EXPECT_THAT(textOf(session.tile(1)), StartsWith("one by")) << "requests do not touch tiles";
+    // The extension dies before it responds.
     ask("Die");
     ASSERT_TRUE(runUntil([&] { return answers.size() == 4; }));
     EXPECT_NE(answers.back(), "answered");
 }
 
-TEST_F(SessionTest, AsksAnewForAllTilesInAnotherRenderingMode) {
+TEST_F(SessionTest, RequestsAllTilesInAnotherRenderingMode) {
     session.setTiles({tile(1, "Good"), tile(2, "Same")});
     ASSERT_TRUE(runUntilSettled());
     reloaded.clear();
@@ -316,7 +330,7 @@ class FollowingTest : public SessionTest {
     std::filesystem::path file = home / "Library" / "file";
 };
 
-TEST_F(FollowingTest, AsksForATileWhoseFileChanges) {
+TEST_F(FollowingTest, RequestsTilesWhoseFileChanges) {
     session.setTiles({tile(1, "File", "Library/file"), tile(2, "File", "Library/file"), tile(3, "Good")});
     ASSERT_TRUE(runUntilShown("first"));
     ASSERT_TRUE(runUntilAlone());
@@ -331,7 +345,7 @@ TEST_F(FollowingTest, AsksForATileWhoseFileChanges) {
     EXPECT_EQ(session.tile(1)->history().reason, file.string() + " changed");
 }
 
-TEST_F(FollowingTest, AsksAgainForWhatChangedWhileItWasFirstRead) {
+TEST_F(FollowingTest, NoticesAChangeDuringTheFirstRequest) {
     session.setTiles({tile(1, "SlowFile", "Library/file")});
     iterate();
     std::this_thread::sleep_for(50ms);
@@ -363,7 +377,7 @@ TEST_F(FollowingTest, NeverShowsAFileThatIsBeingWritten) {
     EXPECT_THAT(shown, ::testing::Not(::testing::Contains(std::string())));
 }
 
-TEST_F(FollowingTest, AsksFourTimesASecondAtMostAndShowsTheLast) {
+TEST_F(FollowingTest, RequestsFourTimesASecondAndShowsTheLast) {
     session.setTiles({tile(1, "File", "Library/file")});
     ASSERT_TRUE(runUntilShown("first"));
     reloaded.clear();
@@ -379,7 +393,7 @@ TEST_F(FollowingTest, AsksFourTimesASecondAtMostAndShowsTheLast) {
     EXPECT_GE(saves, 20);
 }
 
-TEST_F(FollowingTest, AsksForAllThatFollowFilesWhenTheMachineHasSlept) {
+TEST_F(FollowingTest, RequestsTilesOfFilesAfterTheMachineSlept) {
     session.setTiles({tile(1, "File", "Library/file"), tile(2, "Good")});
     ASSERT_TRUE(runUntilShown("first"));
     reloaded.clear();
@@ -388,7 +402,7 @@ TEST_F(FollowingTest, AsksForAllThatFollowFilesWhenTheMachineHasSlept) {
     EXPECT_THAT(reloaded, ElementsAre(1));
 }
 
-TEST_F(SessionTest, MakesAnExtensionLeaveThatStays) {
+TEST_F(SessionTest, KillsAnExtensionThatDoesNotExit) {
     setenv("LANG", "stay", 1);
     session.setTiles({tile(1, "Good")});
     ASSERT_TRUE(runUntilSettled());
