@@ -68,7 +68,7 @@ class LibraryFile {
 template <DisplayableItem Item>
 class ListStore : public LibraryFile {
   public:
-    using Visit = std::function<void(Item)>;
+    using Visit = std::function<void(Item&&)>;
     using LibraryFile::LibraryFile;
     virtual ~ListStore() = default;
 
@@ -80,7 +80,7 @@ class ListStore : public LibraryFile {
     /// Returns all items in the file's order; what stands there twice makes two items.
     std::vector<Item> readFromPlist() const {
         std::vector<Item> items;
-        forEachItem([&items](Item item) { items.push_back(std::move(item)); });
+        forEachItem([&items](Item&& item) { items.push_back(std::move(item)); });
         return items;
     }
 

@@ -24,7 +24,7 @@ struct ListEntry {
 
     /// Adds the next item of the list. `intent.includes(item)` decides whether it counts.
     template <class Intent>
-    void add(Item item, const Intent& intent) {
+    void add(Item&& item, const Intent& intent) {
         if (intent.includes(item)) {
             ++displayCount;
             if (items.size() < listEntryItemCap) {
@@ -51,14 +51,14 @@ class ListProvider {
 
     Entry placeholder() const {
         Entry entry = emptyEntry();
-        for (const Item& item : Item::sampleItems()) {
-            entry.add(item, Intent());
+        for (Item item : Item::sampleItems()) {
+            entry.add(std::move(item), Intent());
         }
         return entry;
     }
     Entry snapshot(const Intent& intent) const {
         Entry entry = emptyEntry();
-        store_->forEachItem([&](Item item) { entry.add(std::move(item), intent); });
+        store_->forEachItem([&](Item&& item) { entry.add(std::move(item), intent); });
         return entry;
     }
     platform::Timeline<Entry> timeline(const Intent& intent) const {

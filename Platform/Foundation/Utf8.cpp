@@ -110,8 +110,13 @@ std::string utf8FromUtf16BigEndian(std::string_view bytes) {
                                      static_cast<unsigned char>(bytes[2 * index + 1]));
     };
     std::string text;
+    text.reserve(count);
     for (std::size_t index = 0; index < count; ++index) {
         const char32_t high = unit(index);
+        if (high < 0x80) {
+            text += static_cast<char>(high);
+            continue;
+        }
         const bool isHigh = high >= 0xD800 && high < 0xDC00;
         const char32_t low = isHigh && index + 1 < count ? unit(index + 1) : 0;
         if (low >= 0xDC00 && low < 0xE000) {

@@ -3,6 +3,7 @@
 #include "Platform/Foundation/Utf8.h"
 #include "Platform/PropertyList/PropertyList.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -20,7 +21,7 @@ constexpr std::uint64_t trailerSize = 32;
 
 class Reader {
   public:
-    explicit Reader(const Data& file) : tree_{.file = file}, bytes_(file.bytes()), collector_(tree_.nodes) {}
+    explicit Reader(const Data& file) : tree_{.file = file}, bytes_(file.bytes()) {}
 
     std::optional<PropertyListTree> read() {
         if (!readTrailer()) {
@@ -30,8 +31,8 @@ class Reader {
         states_.resize(objectCount_);
         // Most objects are values of dictionaries, each beside its key.
         tree_.nodes.reserve(2 * objectCount_);
-        const std::optional<Node> root = object(rootObject_, 0);
-        if (!root) {
+        const Node* const root = object(rootObject_, 0);
+        if (root == nullptr) {
             return std::nullopt;
         }
         tree_.root = *root;
@@ -73,20 +74,21 @@ class Reader {
     }
 
     // NOLINTBEGIN(misc-no-recursion): as deep as the list is nested, within bounds
-    std::optional<Node> object(std::uint64_t index, int depth) {
+    /// Returns the object of that number; null if it is damaged, contains itself or is nested too deeply.
+    const Node* object(std::uint64_t index, int depth) {
         if (index >= objectCount_ || states_[index] == State::open || depth > PropertyList::maxDepth) {
-            return std::nullopt;
+            return nullptr;
         }
         if (states_[index] == State::unread) {
             states_[index] = State::open;
             const std::optional<Node> node = readObject(number(objectsEnd_ + index * offsetSize_, offsetSize_), depth);
             if (!node) {
-                return std::nullopt;
+                return nullptr;
             }
             objects_[index] = *node;
             states_[index] = State::read;
         }
-        return objects_[index];
+        return &objects_[index];
     }
 
     std::optional<Node> readObject(std::uint64_t offset, int depth) {
@@ -152,18 +154,25 @@ class Reader {
     }
 
     std::optional<Node> container(Kind kind, std::uint64_t content, std::uint64_t count, int depth) {
-        const std::size_t mark = collector_.mark();
-        const auto addChild = [&](std::uint64_t place) {
-            const auto child = object(number(content + place * referenceSize_, referenceSize_), depth + 1);
-            const bool mustBeKey = kind == Kind::dictionary && place < count;
-            return child && (!mustBeKey || child->kind == Kind::string) && collector_.add(*child);
-        };
-        for (std::uint64_t index = 0; index < count; ++index) {
-            if (!addChild(index) || (kind == Kind::dictionary && !addChild(count + index))) {
+        const bool isDictionary = kind == Kind::dictionary;
+        const std::uint64_t childCount = isDictionary ? 2 * count : count;
+        Node node{
+            .kind = kind, .height = 1, .count = static_cast<std::uint32_t>(childCount), .content = tree_.nodes.size()};
+        if (childCount > PropertyList::maxValues - tree_.nodes.size()) {
+            return std::nullopt;
+        }
+        tree_.nodes.resize(tree_.nodes.size() + childCount);
+        for (std::uint64_t index = 0; index < childCount; ++index) {
+            const std::uint64_t reference = !isDictionary ? index : index % 2 * count + index / 2;
+            const Node* const child = object(number(content + reference * referenceSize_, referenceSize_), depth + 1);
+            const bool mustBeKey = isDictionary && index % 2 == 0;
+            if (child == nullptr || (mustBeKey && child->kind != Kind::string)) {
                 return std::nullopt;
             }
+            tree_.nodes[node.content + index] = *child;
+            node.height = std::max<std::uint16_t>(node.height, child->height + 1);
         }
-        return collector_.close(kind, mark);
+        return node.height <= PropertyList::maxDepth ? std::optional(node) : std::nullopt;
     }
     // NOLINTEND(misc-no-recursion)
 
@@ -207,7 +216,6 @@ class Reader {
 
     PropertyListTree tree_;
     std::string_view bytes_;
-    PropertyListCollector collector_;
     std::uint64_t offsetSize_ = 0;
     std::uint64_t referenceSize_ = 0;
     std::uint64_t objectCount_ = 0;

@@ -89,13 +89,19 @@ bool PropertyListValue::select(std::span<const std::string_view> keys,
         return false;
     }
     std::fill_n(found.begin(), keys.size(), std::nullopt);
+    const auto keep = [&](std::string_view key, const PropertyListNode& value) {
+        for (std::size_t index = 0; index < keys.size(); ++index) {
+            if (keys[index] == key) {
+                found[index] = PropertyListValue(*tree_, value);
+                return;
+            }
+        }
+    };
     for (auto rest = children(); !rest.empty(); rest = rest.subspan(2)) {
-        const bool isPlain = rest[0].notation == Notation::plain;
-        const std::string decoded = isPlain ? std::string() : PropertyListValue(*tree_, rest[0]).text();
-        const std::string_view key = isPlain ? tree_->bytes(rest[0]) : decoded;
-        const auto wanted = std::find(keys.begin(), keys.end(), key);
-        if (wanted != keys.end()) {
-            found[static_cast<std::size_t>(wanted - keys.begin())] = PropertyListValue(*tree_, rest[1]);
+        if (rest[0].notation == Notation::plain) {
+            keep(tree_->bytes(rest[0]), rest[1]);
+        } else {
+            keep(PropertyListValue(*tree_, rest[0]).text(), rest[1]);
         }
     }
     return true;
