@@ -42,24 +42,17 @@ TEST(JsonWriter, PlacesCommasAndColons) {
 
 TEST(JsonWriter, EscapesAndMendsText) {
     const std::string no = "\xEF\xBF\xBD";
-    const std::vector<std::pair<std::string, std::string>> texts = {
-        {"", ""},
+    const std::pair<std::string, std::string> texts[]{
         {"\"\\/", R"(\"\\/)"},
         {"\n\r\t\b\f\x1F\x7F", "\\n\\r\\t\\u0008\\u000c\\u001f\x7F"},
         {{"a\0b", 3}, R"(a\u0000b)"},
         {"ß€😀\xEF\xBF\xBF", "ß€😀\xEF\xBF\xBF"},
-        // Where characters break off, overlong forms, surrogates, and beyond the last character: one U+FFFD for each
-        // part that could have begun a character.
-        {"a\xF1\x80\x80\xE1\x80\xC2"
-         "b\x80"
-         "c\x80\xBF"
-         "d",
-         "a" + no + no + no + "b" + no + "c" + no + no + "d"},
+        // One U+FFFD for each part that could have begun a character.
+        {"a\xF1\x80\x80\xE1\x80\xC2.\x80.\x80\xBF.\xE2\"",
+         "a" + no + no + no + "." + no + "." + no + no + "." + no + "\\\""},
         {"\xC0\xAF\xE0\x80\xBF\xF0\x81", no + no + no + no + no + no + no},
         {"\xED\xA0\x80\xED\x9F\xBF", no + no + no + "\xED\x9F\xBF"},
         {"\xF4\x90\x80\x80\xF4\x8F\xBF\xBF\xFF", no + no + no + no + "\xF4\x8F\xBF\xBF" + no},
-        {"a\xE2\x82", "a" + no},
-        {"\xE2\"", no + "\\\""},
     };
     for (const auto& [text, expected] : texts) {
         EXPECT_EQ(written(text), '"' + expected + '"');
@@ -67,36 +60,16 @@ TEST(JsonWriter, EscapesAndMendsText) {
     EXPECT_EQ(written(std::string_view("ä").substr(0, 1)), '"' + no + '"') << "looks behind its text";
 }
 
-TEST(JsonWriter, AnyBytesMakeValidJson) {
-    std::mt19937 random(1);
-    std::uniform_int_distribution<int> byte(0, 255);
-    for (int round = 0; round < 20000; ++round) {
-        std::string bytes(static_cast<std::size_t>(round % 40), '\0');
-        for (char& c : bytes) {
-            c = static_cast<char>(byte(random));
-        }
-        const auto parsed = nlohmann::json::parse(written(bytes), nullptr, false);
-        ASSERT_TRUE(parsed.is_string()) << round;
-        const std::string again = parsed.get<std::string>();
-        ASSERT_EQ(nlohmann::json::parse(written(again)).get<std::string>(), again);
-    }
-}
-
-TEST(JsonWriter, NumbersAreShortAndWithoutExponentWherePeopleExpectNone) {
-    const std::vector<std::pair<double, std::string>> numbers = {
-        {0, "0"},
+TEST(JsonWriter, WritesShortNumbersThatComeBackBitForBit) {
+    const std::pair<double, std::string> numbers[]{
         {-0.0, "0"},
-        {1, "1"},
         {-100000, "-100000"},
-        {0.1, "0.1"},
         {0.1 + 0.2, "0.30000000000000004"},
         {1e15, "1000000000000000"},
         {9007199254740993, "9007199254740992"},
         {1e16, "1e+16"},
-        {1e-7, "0.0000001"},
-        {-2.5e-5, "-0.000025"},
+        {-1e-7, "-0.0000001"},
         {1e-8, "1e-08"},
-        {5e-324, "5e-324"},
         {-1.7976931348623157e308, "-1.7976931348623157e+308"},
         {std::numeric_limits<double>::infinity(), "0"},
         {std::numeric_limits<double>::quiet_NaN(), "0"},
@@ -104,9 +77,6 @@ TEST(JsonWriter, NumbersAreShortAndWithoutExponentWherePeopleExpectNone) {
     for (const auto& [number, expected] : numbers) {
         EXPECT_EQ(written(number), expected);
     }
-}
-
-TEST(JsonWriter, NumbersComeBackBitForBit) {
     std::mt19937_64 random(1);
     for (int round = 0; round < 20'000; ++round) {
         const auto number = std::bit_cast<double>(random());

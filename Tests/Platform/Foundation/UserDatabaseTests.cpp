@@ -66,15 +66,12 @@ TEST(SystemUserDatabase, RecordedHome) {
 }
 
 TEST(SystemUserDatabase, ProcessHome) {
-    const char* before = std::getenv("HOME");
-    const std::string saved = before != nullptr ? before : "";
-    setenv("HOME", "/somewhere/else", 1);
-    EXPECT_EQ(SystemUserDatabase::shared().processHome(), "/somewhere/else");
-    setenv("HOME", "", 1);
-    EXPECT_EQ(SystemUserDatabase::shared().processHome(), "/");
+    for (const auto& [value, expected] : {std::pair{"/somewhere/else", "/somewhere/else"}, {"", "/"}}) {
+        setenv("HOME", value, 1);
+        EXPECT_EQ(SystemUserDatabase::shared().processHome(), expected);
+    }
     unsetenv("HOME");
     EXPECT_EQ(SystemUserDatabase::shared().processHome(), "/");
-    setenv("HOME", saved.c_str(), 1);
 }
 
 } // namespace

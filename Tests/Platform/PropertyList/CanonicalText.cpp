@@ -17,7 +17,9 @@ std::string hexadecimal(std::string_view bytes) {
     return text;
 }
 
-std::string quoted(std::string_view text) {
+namespace {
+
+std::string inQuotes(std::string_view text) {
     std::string result = "\"";
     for (const char character : text) {
         if (character == '"' || character == '\\' || static_cast<unsigned char>(character) < 0x20) {
@@ -29,17 +31,20 @@ std::string quoted(std::string_view text) {
     return result + "\"";
 }
 
+/// With as many digits as it takes to tell the number from every other.
 std::string shortest(double number) {
     std::array<char, 32> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::scientific);
     return {digits.data(), end.ptr};
 }
 
+} // namespace
+
 std::string canonicalText(const PropertyListValue& value) {
     using Kind = PropertyListValue::Kind;
     switch (value.kind()) {
     case Kind::string:
-        return quoted(value.string().value());
+        return inQuotes(value.string().value());
     case Kind::integer:
         return value.integer() ? std::to_string(*value.integer()) : "r" + shortest(value.number().value());
     case Kind::real:
@@ -66,7 +71,7 @@ std::string canonicalText(const PropertyListValue& value) {
         });
         std::string text;
         for (const auto& [key, entry] : entries) {
-            text += (text.empty() ? "" : ", ") + quoted(key) + ": " + entry;
+            text += (text.empty() ? "" : ", ") + inQuotes(key) + ": " + entry;
         }
         return "{" + text + "}";
     }

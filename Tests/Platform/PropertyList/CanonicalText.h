@@ -7,6 +7,8 @@
 
 #include "Platform/PropertyList/PropertyList.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <string_view>
 
@@ -18,9 +20,14 @@ std::string canonicalText(const PropertyListValue& value);
 std::string canonicalText(const Data& file);
 std::string canonicalText(std::string_view file);
 
-std::string quoted(std::string_view text);
 std::string hexadecimal(std::string_view bytes);
-/// With as many digits as it takes to tell the number from every other.
-std::string shortest(double number);
+
+/// Expects that each of the files is an error.
+template <typename... Files>
+void expectRefused(const Files&... files) {
+    for (const std::string& file : {std::string(files)...}) {
+        EXPECT_EQ(canonicalText(file), "error") << file << " (" << hexadecimal(file) << ")";
+    }
+}
 
 } // namespace platform
