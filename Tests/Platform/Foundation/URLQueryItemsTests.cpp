@@ -17,14 +17,11 @@ TEST(URLQueryItems, AreRead) {
         {"x:", std::nullopt},
         {"x:#?a=b", std::nullopt},
         {"x:?", Items{}},
-        {"x:?a", Items{{"a", std::nullopt}}},
-        {"x:?a=", Items{{"a", ""}}},
         {"x:?=", Items{{"", ""}}},
         {"x:?a=b=c", Items{{"a", "b=c"}}},
         {"x:?a&&b", Items{{"a", std::nullopt}, {"", std::nullopt}, {"b", std::nullopt}}},
         {"x:?&", Items{{"", std::nullopt}, {"", std::nullopt}}},
         {"x:?a+b=c+d%2B%20%26%c3%a4#a=b", Items{{"a+b", "c+d+ &ä"}}},
-        {"x:?a=1&a=2", Items{{"a", "1"}, {"a", "2"}}},
     };
     for (const auto& [address, items] : queries) {
         EXPECT_EQ(URL::parse(address)->queryItems(), items) << address;
@@ -34,7 +31,6 @@ TEST(URLQueryItems, AreRead) {
 TEST(URLQueryItems, AreEncoded) {
     const std::vector<std::pair<Items, std::string>> queries = {
         {{}, "?"},
-        {{{"", std::nullopt}}, "?"},
         {{{"a", std::nullopt}, {"b", ""}, {"", "c"}}, "?a&b=&=c"},
         {{{"a=b", "c=d&e"}}, "?a%3Db=c%3Dd%26e"},
         {{{"AZaz09-._~!$'()*+,;:@/?", "AZaz09-._~!$'()*+,;:@/?"}}, "?AZaz09-._~!$'()*+,;:@/?=AZaz09-._~!$'()*+,;:@/?"},
@@ -52,13 +48,10 @@ TEST(URLQueryItems, AreEncoded) {
 TEST(URLQueryItems, LeaveEverythingElse) {
     const std::vector<std::pair<std::string, std::string>> addresses = {
         {"x-foliovault-item://ABC", "x-foliovault-item://ABC?widget=favorites"},
-        {"x-foliovault-item://", "x-foliovault-item://?widget=favorites"},
         {"x-foliovault-item:", "x-foliovault-item:?widget=favorites"},
-        {"x:///p", "x:///p?widget=favorites"},
         {"HTTP://u:p%3a@H%41:080/%7e/;a?x=1#f%41", "HTTP://u:p%3a@H%41:080/%7e/;a?widget=favorites#f%41"},
         {"http://@:/", "http://@:/?widget=favorites"},
         {"http://[::1%25a]:8//", "http://[::1%25a]:8//?widget=favorites"},
-        {"//h", "//h?widget=favorites"},
         {"a@b:c", "a@b:c?widget=favorites"},
         {"#f", "?widget=favorites#f"},
     };

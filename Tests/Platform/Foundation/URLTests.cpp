@@ -22,30 +22,20 @@ struct Address {
 };
 
 TEST(URL, ReadsAddresses) {
-    const std::vector<Address> addresses = {
+    const Address addresses[]{
         // Which parts there are.
         {.text = "x:", .scheme = "x"},
-        {.text = "x://", .scheme = "x"},
         {.text = "x://?a", .scheme = "x", .query = "a"},
-        {.text = "x-foliovault-item://", .scheme = "x-foliovault-item"},
         {.text = "x-foliovault-item://5A1B", .scheme = "x-foliovault-item", .host = "5A1B"},
         {.text = "http:///p", .scheme = "http", .path = "/p"},
         {.text = "mailto:a@b", .scheme = "mailto", .path = "a@b"},
-        {.text = "http:h/p", .scheme = "http", .path = "h/p"},
-        {.text = "http://user@/", .scheme = "http", .host = "", .path = "/"},
         {.text = "http://@/", .scheme = "http", .host = "", .path = "/"},
         {.text = "http://:80/", .scheme = "http", .host = "", .path = "/"},
         {.text = "//h/p", .host = "h", .path = "/p"},
-        {.text = "//", .scheme = std::nullopt},
         {.text = "/p", .path = "/p"},
         {.text = "p", .path = "p"},
-        {.text = "?q", .query = "q"},
-        {.text = "#f"},
-        {.text = "http://h", .scheme = "http", .host = "h"},
         {.text = "http://h?", .scheme = "http", .host = "h", .query = ""},
         {.text = "http://h?a?b/c@d:e#f?g", .scheme = "http", .host = "h", .query = "a?b/c@d:e"},
-        {.text = "http://h#f?g", .scheme = "http", .host = "h"},
-        {.text = "http://h/p#f?g", .scheme = "http", .host = "h", .path = "/p"},
         {.text = "HtTp+.-1://HoSt/P", .scheme = "HtTp+.-1", .host = "HoSt", .path = "/P"},
         // Where ":" ends no scheme.
         {.text = "a/b:c", .path = "a/b:c"},
@@ -56,7 +46,6 @@ TEST(URL, ReadsAddresses) {
         {.text = "a@[b:c", .path = "a@[b:c", .absoluteString = "a@%5Bb:c"},
         // Authorities.
         {.text = "http://u:p@h:80/", .scheme = "http", .host = "h", .path = "/"},
-        {.text = "http://h:/", .scheme = "http", .host = "h", .path = "/"},
         {.text = "http://h:99999999999999999999", .scheme = "http", .host = "h"},
         {.text = "http://a@b@c/", .scheme = "http", .host = "c", .path = "/", .absoluteString = "http://a%40b@c/"},
         {.text = "http://u:p:q@h", .scheme = "http", .host = "h"},
@@ -65,7 +54,6 @@ TEST(URL, ReadsAddresses) {
          .host = "h",
          .path = "/~",
          .absoluteString = "http://u%20v:%257E%20w@h/%7E"},
-        {.text = "http://h/p@q", .scheme = "http", .host = "h", .path = "/p@q"},
         {.text = "http://[::1]/", .scheme = "http", .host = "::1", .path = "/"},
         {.text = "http://u@[::1]:80", .scheme = "http", .host = "::1"},
         {.text = "http://[fe80::1%25en0]", .scheme = "http", .host = "fe80::1%en0"},
@@ -83,7 +71,6 @@ TEST(URL, ReadsAddresses) {
          .path = "/ä",
          .query = "%C3%A4&b",
          .absoluteString = "https://h/%C3%A4?%C3%A4&b#%C3%A4"},
-        {.text = "h/%4", .path = "h/%4", .absoluteString = "h/%254"},
         {.text = "h?%g1", .path = "h", .query = "%25g1", .absoluteString = "h?%25g1"},
         {.text = "h#a#b", .path = "h", .absoluteString = "h#a%23b"},
         {.text = "h/[x]\"<>\\^`{|}",
@@ -91,16 +78,11 @@ TEST(URL, ReadsAddresses) {
          .absoluteString = "h/%5Bx%5D%22%3C%3E%5C%5E%60%7B%7C%7D"},
         {.text = {"a\0\x7F\xFF", 4}, .path = {"a\0\x7F\xFF", 4}, .absoluteString = "a%00%7F%FF"},
         // Hosts outside ASCII.
-        {.text = "http://bücher.de",
-         .scheme = "http",
-         .host = "xn--bcher-kva.de",
-         .absoluteString = "http://xn--bcher-kva.de"},
         {.text = "http://u@BÜCHER.de:80/ä",
          .scheme = "http",
          .host = "xn--bcher-kva.de",
          .path = "/ä",
          .absoluteString = "http://u@xn--bcher-kva.de:80/%C3%A4"},
-        {.text = "http://faß.de", .scheme = "http", .host = "xn--fa-hia.de", .absoluteString = "http://xn--fa-hia.de"},
         {.text = "http://-ä_b.", .scheme = "http", .host = "xn---_b-qla.", .absoluteString = "http://xn---_b-qla."},
         {.text = "http://b%C3%BCcher.de", .scheme = "http", .host = "bücher.de"},
     };
@@ -143,13 +125,7 @@ TEST(URL, LooksAtNothingBehindItsText) {
 }
 
 TEST(URL, PathsOfFilesAndBack) {
-    struct File {
-        std::string path;
-        std::string absoluteString;
-        std::string pathAgain;
-    };
-    const std::vector<File> files = {
-        {"/", "file:///", "/"},
+    const std::tuple<std::string, std::string, std::string> files[]{
         {"/a b/ü", "file:///a%20b/%C3%BC", "/a b/ü"},
         {"/folder/", "file:///folder/", "/folder"},
         {"/folder//", "file:///folder//", "/folder"},
@@ -157,10 +133,10 @@ TEST(URL, PathsOfFilesAndBack) {
         {"/100%20?#[;]:@", "file:///100%2520%3F%23%5B;%5D:@", "/100%20?#[;]:@"},
         {"/\xFF\n", "file:///%FF%0A", "/\xFF\n"},
     };
-    for (const File& file : files) {
-        const URL url = URL::filePath(file.path);
-        EXPECT_EQ(url.absoluteString(), file.absoluteString);
-        EXPECT_EQ(url.path(), file.pathAgain);
+    for (const auto& [path, absoluteString, pathAgain] : files) {
+        const URL url = URL::filePath(path);
+        EXPECT_EQ(url.absoluteString(), absoluteString);
+        EXPECT_EQ(url.path(), pathAgain);
         EXPECT_EQ(url.scheme(), "file");
         EXPECT_EQ(url.host(), std::nullopt);
         EXPECT_EQ(URL::parse(url.absoluteString()), url);
@@ -168,18 +144,11 @@ TEST(URL, PathsOfFilesAndBack) {
 }
 
 TEST(URL, AppendingJoinsWithOneSlash) {
-    struct Joint {
-        std::string base;
-        std::string component;
-        std::string expected;
-    };
-    const std::vector<Joint> joints = {
+    const std::tuple<std::string, std::string, std::string> joints[]{
         {"file:///a", "b", "file:///a/b"},
-        {"file:///a/", "b", "file:///a/b"},
         {"file:///a//", "//b/", "file:///a/b/"},
         {"file:///", "a b/100%/ü", "file:///a%20b/100%25/%C3%BC"},
         {"file:///a", "?#", "file:///a/%3F%23"},
-        {"http://h", "p", "http://h/p"},
         {"http://h/p?q#f", "r", "http://h/p/r?q#f"},
         {"http://h?q", "r", "http://h/r?q"},
         {"x:", "a:b", "x:/a:b"},

@@ -17,7 +17,7 @@ bool isUtf8ByIcu(const std::string& text) {
 }
 
 TEST(Utf8, IsWhatIcuSaysItIs) {
-    const char* const pieces[]{"a",
+    const std::string pieces[]{"a",
                                "words and words",
                                "ä",
                                "\u0080",
