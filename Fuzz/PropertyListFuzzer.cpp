@@ -25,8 +25,8 @@ class Walk {
   public:
     void visit(const PropertyListValue& value) {
         // Containers that are shared make more values than there are bytes.
-        constexpr int mostValues = 20'000;
-        if (++values_ > mostValues) {
+        constexpr int maxValues = 20'000;
+        if (++values_ > maxValues) {
             return;
         }
         using Kind = PropertyListValue::Kind;
@@ -43,13 +43,13 @@ class Walk {
         }
         require(value.forEachElement([this](const PropertyListValue& element) {
             visit(element);
-            return values_ <= mostValues;
+            return values_ <= maxValues;
         }) == (kind == Kind::array));
         require(value.forEachEntry([&](const std::string& key, const PropertyListValue& entry) {
             const auto selected = value[key];
             require(selected.has_value());
             visit(entry);
-            return values_ <= mostValues;
+            return values_ <= maxValues;
         }) == (kind == Kind::dictionary));
         visitAsContainer(value);
     }

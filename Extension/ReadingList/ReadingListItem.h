@@ -35,7 +35,7 @@ struct ReadingListItem {
     std::optional<std::string> displaySubtitle() const;
     std::string_view displayIcon() const;
     const std::optional<platform::EncodedData>& displayIconData() const { return iconData; }
-    /// The address through the application, tagged for this widget; nothing if it is no URL.
+    /// The address through the application, tagged for this widget; nothing if it is not a URL.
     std::optional<platform::URL> displayURL() const;
     /// Blue while unread.
     std::optional<platform::Color> dotColor() const;

@@ -3,8 +3,8 @@
 // The file's root is an array of dictionaries, each an item:
 //
 //   key        value
-//   "title"    text; without it the record is no item
-//   "URL"      text, the address, a URL or not; without it the record is no item
+//   "title"    text, required
+//   "URL"      text, required: the address, a URL or not
 //   "unread"   boolean; anything else counts as unread
 //   "date"     date and nothing else; without it the distant past
 //   "type"     integer, a document type's code; without it 0

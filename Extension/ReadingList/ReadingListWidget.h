@@ -13,7 +13,7 @@
 namespace foliovault {
 
 struct ReadingListEntry : ListEntry<ReadingListItem> {
-    /// How many items are on the list, and how many of them are unread, whatever the filter.
+    /// How many items are on the list, and how many of them are unread, before filtering.
     std::int64_t sourceCount = 0;
     std::int64_t unreadCount = 0;
 

@@ -24,7 +24,7 @@ bool isWebAddress(const platform::URL& url);
 platform::URL taggedForWidget(const platform::URL& url, std::string_view widgetIdentifier);
 
 /// Returns the link that opens the address `text`: a web address in the application's open-url link, an address of the
-/// application's own tagged, any other unchanged. Fails if `text` is no URL.
+/// application's own tagged, any other unchanged. Fails if `text` is not a URL.
 std::optional<platform::URL> foliovaultOpenURL(std::string_view text, std::string_view widgetIdentifier);
 
 /// Returns `x-foliovault://COMMAND?NAME=VALUE`, untagged. Fails if that makes no URL.

@@ -13,7 +13,7 @@ namespace foliovault {
 struct MessageView {
     std::string_view symbol;
     platform::Foreground symbolForeground = platform::secondary;
-    /// English wordings, shown in the user's language. Without an explanation there is no such line.
+    /// English wordings, shown in the user's language. An empty explanation takes no line.
     const char* title;
     const char* explanation = nullptr;
 

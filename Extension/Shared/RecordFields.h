@@ -1,6 +1,6 @@
 // The values of a record's keys, each strictly of the kind that it should have.
 //
-// A value of another kind counts as missing: an integer is no boolean, a text no number.
+// A value of another kind counts as missing: an integer is not a boolean, a text not a number.
 #pragma once
 
 #include "Platform/PropertyList/PropertyList.h"

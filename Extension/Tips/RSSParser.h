@@ -17,8 +17,8 @@ namespace foliovault {
 
 class RSSParser final : public platform::XMLParserDelegate {
   public:
-    /// The tips of `document`, newest first, in the feed's order where their dates are equal. Items without a title or
-    /// with a date that cannot be read (see FeedDate.h) are none. Of a malformed document, the items that are complete
+    /// The tips of `document`, newest first, in the feed's order where their dates are equal. Leaves out items without
+    /// a title or with a date that cannot be read (see FeedDate.h). Of a malformed document, returns the tips that end
     /// before its first error. Any thread.
     static std::vector<TipItem> parseTips(std::string_view document);
 
@@ -30,7 +30,7 @@ class RSSParser final : public platform::XMLParserDelegate {
     /// with a small x). What names no character stays as it is.
     static std::string decodeNumericEntities(std::string text);
 
-    /// The character with the number that `digits` write in `radix`; nothing where there is none.
+    /// The character with the number that `digits` write in `radix`; nothing if it is not a character.
     static std::optional<std::string> decodeScalar(std::string_view digits, int radix);
 
     void didStartElement(std::string_view name) override;

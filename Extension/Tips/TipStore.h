@@ -1,9 +1,8 @@
-// The one place that gets tips: from the last download while that is fresh, else from the feed, else from the last
-// download however old.
+// Gets tips: from the last download while that is fresh, else from the feed, else from the last download of any age.
 //
-// The store's memory is its cache file (see TipsCache.h), "tips_cache.json" in the process's caches folder. Whoever
-// asks while the file is fresh causes no download; all who ask during one share it. Of several processes that download
-// at once, the last writer's file stays. Nothing fails outward; what fails is logged, category "TipStore". Any thread.
+// The last download is in a cache file (see TipsCache.h), "tips_cache.json" in the process's caches folder. Calls during
+// a download share it. If several processes download at once, the last writer's file stays. Reports no errors, but logs
+// them with category "TipStore". Any thread.
 #pragma once
 
 #include "Extension/Tips/TipItem.h"
@@ -26,7 +25,7 @@ class TipStore {
   public:
     /// Six hours.
     static constexpr double cacheLifetime = 21'600;
-    /// No download makes a larger cache: a file beyond that is not ours.
+    /// No download makes a larger cache file.
     static constexpr std::size_t maxCacheSize = std::size_t{64} << 20U;
 
     /// All must outlive the store.
@@ -49,12 +48,12 @@ class TipStore {
 
     using Completion = std::function<void(const std::vector<TipItem>& tips)>;
 
-    /// Calls `completion` once with the tips, newest first: at once where the cache is fresh, else after a download, on
-    /// the store's own thread. An answer of the server without tips is no tips; the cache stays as it is.
+    /// Calls `completion` once with the tips, newest first: at once if the cache is fresh, else after a download, on the
+    /// store's own thread. If the server sends no tips, there are none, and the cache stays as it is.
     void fetchTips(Completion completion);
 
-    /// Returns when all who have asked are served. Nobody may ask meanwhile. Ends the store's thread, which must not
-    /// live on into the process's end, where libraries that it has used are dismantled.
+    /// Returns when all calls of `fetchTips` are completed. Requires that none is made meanwhile. Ends the store's
+    /// thread before the process's end unloads the libraries that it uses.
     void finish() { thread_ = {}; }
 
     /// The feed's language for a user of these languages: "de" if the first is German, else "en".

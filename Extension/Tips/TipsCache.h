@@ -2,8 +2,8 @@
 //
 // The file is one JSON object, {"timestamp": …, "tips": […]}: when it was written, and the tips in the feed's order,
 // each an object with the texts "title", "description", "link" and "guid" and the number "pubDate". Both dates are
-// seconds since 2001-01-01 00:00:00 UTC. Reading is strict: whatever lacks a member or has one of another kind is no
-// cache; members beyond these do not matter.
+// seconds since 2001-01-01 00:00:00 UTC. Reading is strict: a file without one of the members, or with one of another
+// kind, is refused. Other members do not matter.
 #pragma once
 
 #include "Extension/Tips/TipItem.h"

@@ -1,4 +1,4 @@
-// Answers the host's requests for the Tips widget.
+// Makes the Tips widget's timelines.
 #pragma once
 
 #include "Extension/Tips/TipItem.h"
@@ -16,7 +16,7 @@ namespace foliovault {
 
 struct TipsEntry {
     platform::Date date;
-    /// Nothing where there are no tips.
+    /// Nothing without tips.
     std::optional<TipItem> tip;
     TipsMode mode = TipsMode::latestTip;
 };

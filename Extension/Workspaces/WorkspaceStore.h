@@ -3,7 +3,7 @@
 // The file's root is an array of dictionaries, each a workspace, in the user's order:
 //
 //   key           of            value
-//   "Name"        record        text; without it the record is no workspace
+//   "Name"        record        text, required
 //   "workspace"   record        dictionary; without it both counts are 0
 //   "databases"   "workspace"   array, of which the number of elements counts; anything else counts 0
 //   "windows"     "workspace"   the same

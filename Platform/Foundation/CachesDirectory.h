@@ -7,11 +7,11 @@
 
 namespace platform {
 
-/// The path of the user's folder for caches: XDG_CACHE_HOME where that is an absolute path, else ".cache" in the home
-/// folder, which is HOME where that is an absolute path, else the one that `users` records, else "/". Nothing is looked
-/// up on disk, and no folder is made.
+/// Returns the path of the user's folder for caches: XDG_CACHE_HOME if that is an absolute path, else ".cache" in the
+/// home folder, which is HOME if that is an absolute path, else the one that `users` records, else "/". Does not access
+/// the disk.
 ///
-/// Source: the XDG base directories. Any thread, as long as nobody changes the process's variables.
+/// Source: the XDG base directories. Any thread, while the process's variables do not change.
 std::string cachesDirectory(const UserDatabase& users);
 
 } // namespace platform

@@ -11,7 +11,7 @@
 namespace platform {
 
 /// The moment when clocks in UTC show what those in the time zone of the process (TZ, else the system's) show at
-/// `date`. Zones are the C library's, whatever form TZ has. Any thread.
+/// `date`. Zones are the C library's, in every form of TZ. Any thread.
 Date localTime(Date date);
 
 /// The day that this is by local time, in days since 1970-01-01. Any thread.
@@ -31,7 +31,7 @@ class Calendar {
     /// The day on which `date` falls. Any thread.
     virtual CalendarDay dayOf(Date date) const = 0;
     /// The first moment of the day after that of `date`: local midnight, or where clocks skip that, the first moment
-    /// after. Nothing if there is none within two days. Any thread.
+    /// after. Nothing if it is more than two days away. Any thread.
     virtual std::optional<Date> startOfNextDay(Date date) const = 0;
 };
 

@@ -28,15 +28,15 @@ struct Date {
 };
 
 /// RFC 3339 in UTC with milliseconds, rounded to the nearest: "2026-03-16T09:30:00.000Z". Dates outside the years 1 to
-/// 9999 are written as the nearest end of that range, what is no number as its beginning.
+/// 9999 are written as the nearest end of that range, NaN as its beginning.
 std::string toRfc3339(Date date);
 
-/// Reads RFC 3339 with any number of second fractions and any offset; nothing if `text` is anything else. A leap second
-/// (":60") has no place in seconds since the reference date and is nothing too.
+/// Reads RFC 3339 with any number of second fractions and any offset; nothing if `text` is anything else. Nothing also
+/// for a leap second (":60"), which seconds since the reference date cannot express.
 std::optional<Date> fromRfc3339(std::string_view text);
 
-/// The moment at which a calendar day and time of the proleptic Gregorian calendar stands in UTC. Days and times out of
-/// range are an absence, February the 30th, hour 24 and second 60 among them.
+/// The moment at which a calendar day and time of the proleptic Gregorian calendar stands in UTC. Nothing for days and
+/// times out of range, as February the 30th, hour 24 and second 60.
 struct CivilTime {
     int year = 1;
     int month = 1;

@@ -1,7 +1,7 @@
 // Bytes as the place they came from stores them: raw, or as base64 text.
 //
 // An XML property list and a JSON message carry bytes as base64. Icons travel from the one to the other without being
-// decoded on the way: whoever needs the bytes themselves asks for them, and only then is the text decoded.
+// decoded on the way: the text is decoded when `decoded()` is called.
 //
 // Base64 is RFC 4648's standard alphabet. As in property lists, white space and any other foreign character between the
 // digits is passed over, and decoding ends at the padding; decoding never fails.

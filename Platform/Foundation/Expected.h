@@ -1,4 +1,4 @@
-// The value of an operation, or why there is none.
+// The value of an operation, or why it failed.
 //
 //     Expected<Manifest, std::string> manifest = readManifest(path);
 //     if (!manifest) { complain(manifest.error()); }
@@ -27,14 +27,14 @@ class [[nodiscard]] Expected {
 
     explicit operator bool() const { return content_.index() == 0; }
 
-    /// Only where there is one.
+    /// Requires a value.
     const Value& operator*() const& { return *std::get_if<0>(&content_); }
     Value& operator*() & { return *std::get_if<0>(&content_); }
     Value&& operator*() && { return std::move(*std::get_if<0>(&content_)); }
     const Value* operator->() const { return std::get_if<0>(&content_); }
     Value* operator->() { return std::get_if<0>(&content_); }
 
-    /// Only where there is no value.
+    /// Requires an error.
     const Error& error() const { return *std::get_if<1>(&content_); }
 
   private:

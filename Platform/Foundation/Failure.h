@@ -18,7 +18,7 @@ struct Failure {
         usage = 64,
         /// Data that was read is not in the form that it must have.
         malformed = 65,
-        /// Something that is needed is missing, busy, died, fell silent or answers nonsense.
+        /// Something that is needed is missing or busy, died, does not answer, or sends nonsense.
         unavailable = 69,
         /// A file, or the output, cannot be written.
         unwritable = 73,

@@ -30,7 +30,7 @@ void preferLargePages(char* memory, std::size_t size) {
 
 /// Reads `size` bytes, or as many as there still are of a file that is cut short meanwhile.
 std::optional<Data> readUpTo(const FileDescriptor& file, std::size_t size) {
-    // NOLINTNEXTLINE(modernize-avoid-c-arrays): memory that nobody fills with zeros first
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays): memory that is not filled with zeros first
     const std::shared_ptr<char[]> content(new (std::nothrow) char[size]);
     if (!content) {
         return std::nullopt;
@@ -66,7 +66,7 @@ bool isNamed(const FileDescriptor& file, const std::string& path) {
 }
 
 /// Opens a file at `path`, made if need be, for this writer alone, and adds a number to `path` where others have
-/// theirs. Not open, and errno says why, where there is none to be had.
+/// theirs. Returns a closed descriptor and sets errno if all are taken.
 FileDescriptor openAlone(std::string& path) {
     const std::size_t length = path.size();
     for (int writer = 1; writer <= DiskFileSystem::maxWriters; ++writer) {

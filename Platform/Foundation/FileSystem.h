@@ -18,17 +18,17 @@ struct FileError {
 class FileSystem {
   public:
     virtual ~FileSystem() = default;
-    /// The whole content of the regular file at `path` as it is now, or nothing: no file, no permission, no memory for
-    /// it, or something that is no regular file (a folder, a pipe, a device), which is never waited for. Of a file that
-    /// is cut short meanwhile, what was left. Any thread.
+    /// Returns the whole content of the regular file at `path`; of a file that is cut short meanwhile, what was left.
+    /// Nothing without the file, a permission or the memory, and for a folder, a pipe or a device, without waiting.
+    /// Any thread.
     virtual std::optional<Data> read(const std::string& path) const = 0;
 
     /// Whether something has that name, be it readable or not; also where that cannot be found out. Any thread.
     virtual bool exists(const std::string& path) const = 0;
 
-    /// Makes `bytes` the whole content of the file at `path`, which need not be there yet; its folder must be. Whoever
-    /// reads meanwhile reads the old file or the new one, whole. Nothing when that is done, else why not, and then the
-    /// old file is as it was. Of several writers at once the last one wins. Any thread.
+    /// Makes `bytes` the whole content of the file at `path`, which may be missing; its folder must exist. Readers see
+    /// the old file or the new one, whole. Returns why it failed, and then the old file is as it was. Of several writers
+    /// at once the last one wins. Any thread.
     [[nodiscard]] virtual std::optional<FileError> replace(const std::string& path, std::string_view bytes) const = 0;
 
     /// The same for what can be made anew, such as a cache: the device is not waited for, so a power failure may leave
@@ -45,9 +45,9 @@ class FileSystem {
 /// Replacing: the bytes go to a file ".NAME.new" in the same folder, are flushed to the device, so that the old or the
 /// new file is there after a power failure too, and take the old one's place by a rename. The new file is for its user
 /// alone (mode 0600), whatever the old one was; a symbolic link at `path` is replaced itself, not what it leads to.
-/// The new file is locked (flock) while it is written, and the lock goes with the process that holds it. Nobody waits
-/// for one: while another writes, the next takes ".NAME.new1", and so on, up to `maxWriters` at once. The names are
-/// always the same, so that a file left over by a process that was killed is used by a later writer.
+/// The new file is locked (flock) while it is written, and the lock goes with the process that holds it. Writers
+/// do not wait: while one writes, the next takes ".NAME.new1", and so on, up to `maxWriters` at once. The names are
+/// always the same, so that a later writer uses a file that a killed process left.
 class DiskFileSystem final : public FileSystem {
   public:
     static constexpr std::size_t maxFileSize = std::size_t{512} << 20U;

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// Reads a whole text. Returns a discarded value where it is no JSON, or where `watch` refuses a part of it.
+/// Reads a whole text. Returns a discarded value if it is not JSON, or if `watch` refuses a part of it.
 inline nlohmann::json parsedJson(std::string_view text, const nlohmann::json::parser_callback_t& watch = nullptr) {
     constexpr bool withExceptions = false;
     // The library stops at a NUL as at the end. No JSON has one, so such a text fails like an empty one.

@@ -1,8 +1,8 @@
 // Writes JSON straight into a text, without a tree in between.
 //
-// Calls come in the order of the text; commas and colons are the writer's business. Text is expected in UTF-8; bytes
-// that are none become U+FFFD, so that the output is always valid. Numbers are written as shortest round-trip decimals,
-// with an exponent only below 1e-7 and from 1e16 on; what is no finite number becomes 0.
+// Requires calls in the order of the text; adds commas and colons. Text is UTF-8; invalid bytes become U+FFFD, so that
+// the output is always valid. Numbers are written as shortest round-trip decimals, with an exponent only below 1e-7 and
+// from 1e16 on; infinity and NaN become 0.
 #pragma once
 
 #include <concepts>

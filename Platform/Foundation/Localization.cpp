@@ -24,7 +24,7 @@ Translations& translations() {
     return translations;
 }
 
-/// What `lookUp(domain)`, a call of gettext, returns in the locale of the translations; `key` where there are none.
+/// What `lookUp(domain)`, a call of gettext, returns in the locale of the translations; `key` without a translation.
 template <typename LookUp>
 std::string translated(const char* key, LookUp lookUp) {
     const auto [domain, locale] = translations();
@@ -66,7 +66,7 @@ std::string languagesBeforeEnglish() {
 void startLocalization(const char* domain) {
     const std::string languages = languagesBeforeEnglish();
     const std::string shared = languages.empty() ? "" : sharedFolder();
-    // gettext heeds LANGUAGE in every locale but "C". This one is on every machine, whatever is generated there, and
+    // gettext heeds LANGUAGE in every locale but "C". This one exists on every machine, and
     // it is used for the lookups alone, so that messages of the C library stay English.
     const locale_t locale = shared.empty() ? nullptr : newlocale(LC_MESSAGES_MASK, "C.UTF-8", nullptr);
     if (locale == nullptr || setenv("LANGUAGE", languages.c_str(), 1) != 0) {

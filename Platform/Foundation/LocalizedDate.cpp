@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-/// The fields of `skeleton` as the user's locale orders and words them; nothing where there is no ICU.
+/// The fields of `skeleton` as the user's locale orders and words them; nothing without ICU.
 std::optional<std::string> formattedByIcu(Date date, std::u16string_view skeleton) {
     const IcuDates* icu = IcuDates::shared();
     if (icu == nullptr) {

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// Returns the folder "share" beside that of the running program, PREFIX/share for PREFIX/bin/program; empty if there
-/// is none. Any thread.
+/// Returns the folder "share" beside that of the running program, PREFIX/share for PREFIX/bin/program; empty if it
+/// is missing. Any thread.
 std::string sharedFolder();
 
 } // namespace platform

@@ -20,7 +20,7 @@ using namespace std::string_view_literals;
 
 struct Signature {
     std::string_view bytes;
-    /// How many of the bytes are no part of the text.
+    /// How many of the bytes do not belong to the text.
     std::size_t markSize;
     const char* encoding;
 };
@@ -33,7 +33,7 @@ constexpr std::array signatures = {
     Signature{"\0<\0?\0x\0m\0l"sv, 0, "UTF-16BE"},
 };
 
-/// The encoding that an XML declaration at the beginning of `text` names; empty if there is none.
+/// The encoding that an XML declaration at the beginning of `text` names; empty without a declaration.
 std::string_view declaredEncoding(std::string_view text) {
     if (!text.starts_with("<?xml")) {
         return {};
@@ -107,7 +107,7 @@ class Converter {
     }
 
   private:
-    // iconv_open() tells a failure by this address.
+    // iconv_open() returns this address when it fails.
     bool isOpen() const { return descriptor_ != reinterpret_cast<iconv_t>(-1); } // NOLINT(performance-no-int-to-ptr)
 
     iconv_t descriptor_;

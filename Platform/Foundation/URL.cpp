@@ -38,7 +38,7 @@ void appendUserInfo(std::string& out, std::string_view info) {
     }
 }
 
-/// The address with its host and every component as an address holds them; nothing if the host is none.
+/// The address with its host and every component as an address holds them; nothing if the host is invalid.
 std::optional<std::string> rewritten(std::string_view text, const URLParts& parts, const AsciiSet& pathCharacters) {
     std::string out(text.substr(0, parts.hasAuthority() ? parts.authorityBegin : parts.pathBegin));
     if (parts.hasAuthority()) {

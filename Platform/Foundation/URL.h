@@ -2,18 +2,18 @@
 //
 // Parsing is forgiving where people are sloppy and strict where an address would change its meaning:
 //
-// - Empty text is no URL. The text before the first ":" (if none of "/ ? # [ ] @" comes first) must be a scheme, an
-//   ASCII letter followed by letters, digits, "+", "-" and ".", or the whole text is no URL.
+// - Empty text is not a URL. The text before the first ":" (if none of "/ ? # [ ] @" comes first) must be a scheme, an
+//   ASCII letter followed by letters, digits, "+", "-" and ".", or the whole text is not a URL.
 // - "//" starts the authority, which ends at "/", "?" or "#". User information ends at the authority's last "@" and
 //   splits at its first ":". A "[" … "]" is an IP literal, after which only the end or ":" may follow. A port is digits
-//   only (or empty), else the text is no URL.
+//   only (or empty), else the text is not a URL.
 // - A component (user, password, path, query, fragment) with a character that it does not allow is percent-encoded as a
 //   whole, "%" included; the other components stay byte for byte.
 // - A host with other characters goes through IDNA (UTS 46, non-transitional processing) and must come out as a valid
-//   ASCII host, else the text is no URL. ASCII case is never changed.
+//   ASCII host, else the text is not a URL. ASCII case is never changed.
 //
 // Query items are the query split at "&" and each at its first "=": an item without "=" has no value, an empty query
-// has no items, "a&&b" has an empty-named item in the middle. Only "%HH" is decoded; "+" is no blank. Items that are
+// has no items, "a&&b" has an empty-named item in the middle. Only "%HH" is decoded; "+" is not a blank. Items that are
 // set keep letters, digits and "- . _ ~ ! $ ' ( ) * + , ; : @ / ?"; everything else is percent-encoded.
 //
 // Source: RFC 3986 for the syntax, UTS 46 for hosts.
@@ -52,7 +52,7 @@ class URL {
     const std::string& absoluteString() const { return text_; }
 
     std::optional<std::string_view> scheme() const;
-    /// The host with its "%HH" decoded and without the brackets of an IP literal. Nothing where there is no authority,
+    /// The host with its "%HH" decoded and without the brackets of an IP literal. Nothing without an authority,
     /// or an empty one with nothing beside it; empty where only the host is ("http://user@/").
     std::optional<std::string> host() const;
     /// The path with its "%HH" decoded, without a trailing "/"; a file URL's file-system path.

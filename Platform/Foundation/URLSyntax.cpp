@@ -27,7 +27,7 @@ bool isUserInfo(std::string_view info) {
     return info.empty() || isPercentEncoded(info.substr(0, info.size() - 1), urlUserCharacters);
 }
 
-/// Splits "user:password@host:port", which begins at `parts.authorityBegin`, and whatever else there may be.
+/// Splits "user:password@host:port", which begins at `parts.authorityBegin`, and any subset of its parts.
 URLForm splitAuthority(std::string_view text, URLParts& parts) {
     parts.hostBegin = parts.authorityBegin;
     parts.hostEnd = parts.pathBegin = urlHostCharacters.endOfRun(text, parts.hostBegin);
@@ -70,7 +70,7 @@ std::size_t componentEnd(std::string_view text, std::size_t begin, const AsciiSe
 }
 
 /// The ASCII form of a host by UTS 46, non-transitional. What is only too long, empty or hyphenated for a name server
-/// is no error: addresses that never meet one hold such hosts.
+/// is not an error: addresses that never meet one hold such hosts.
 std::optional<std::string> hostToAscii(std::string_view text) {
     constexpr std::uint32_t harmlessErrors = UIDNA_ERROR_EMPTY_LABEL | UIDNA_ERROR_LABEL_TOO_LONG |
                                              UIDNA_ERROR_DOMAIN_NAME_TOO_LONG | UIDNA_ERROR_LEADING_HYPHEN |

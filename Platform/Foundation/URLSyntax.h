@@ -56,13 +56,13 @@ struct URLParts {
 /// host possibly, that holds something else.
 enum class URLForm { none, wellFormed, sloppy };
 
-/// Splits an address. `parts` says something unless the text is none.
+/// Splits an address. Leaves `parts` alone if the result is `none`.
 URLForm splitURL(std::string_view text, URLParts& parts);
 
 bool isURLScheme(std::string_view text);
 
 /// A host as an address holds it: `text` itself where it is percent-encoded or an IP literal in brackets, its ASCII
-/// form where it is not ASCII; nothing where it is no host.
+/// form where it is not ASCII; nothing if it is not a host.
 std::optional<std::string> urlHost(std::string_view text);
 
 /// Whether `urlHost` would give `text` back.

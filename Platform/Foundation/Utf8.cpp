@@ -9,11 +9,11 @@ namespace platform {
 
 namespace {
 
-/// What a lead byte asks of the bytes after it; only the second byte's range is ever narrower than 80…BF.
+/// What must follow a lead byte. Only the second byte's range is ever narrower than 80…BF.
 struct Lead {
     std::size_t length;
-    std::uint8_t secondLowest;
-    std::uint8_t secondHighest;
+    std::uint8_t minSecond;
+    std::uint8_t maxSecond;
 };
 
 constexpr Lead leadOf(std::uint8_t byte) {
@@ -59,9 +59,9 @@ Utf8Sequence leadingUtf8Sequence(std::string_view text) {
         return {1, false};
     }
     for (std::size_t index = 1; index < lead.length; ++index) {
-        const std::uint8_t lowest = index == 1 ? lead.secondLowest : 0x80;
-        const std::uint8_t highest = index == 1 ? lead.secondHighest : 0xBF;
-        if (index == text.size() || byteAt(index) < lowest || byteAt(index) > highest) {
+        const std::uint8_t min = index == 1 ? lead.minSecond : 0x80;
+        const std::uint8_t max = index == 1 ? lead.maxSecond : 0xBF;
+        if (index == text.size() || byteAt(index) < min || byteAt(index) > max) {
             return {index, false};
         }
     }

@@ -7,9 +7,9 @@
 
 namespace platform {
 
-/// What `text`, which must not be empty, begins with: one character, or bytes that are none.
+/// What `text`, which must not be empty, begins with: one character, or invalid bytes.
 struct Utf8Sequence {
-    /// Bytes of the character; where there is none, the bytes that one U+FFFD stands for, as the Unicode standard's
+    /// Bytes of the character. Of invalid ones, the bytes that one U+FFFD stands for, as the Unicode standard's
     /// "substitution of maximal subparts" counts them. At least 1.
     std::size_t length = 1;
     bool isCharacter = false;

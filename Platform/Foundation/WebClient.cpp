@@ -140,7 +140,7 @@ class Download {
         if (headers_ > CurlWebClient::maxHeaders) {
             return fail("the headers are larger than 256 KiB");
         }
-        // libcurl would read the body of a refusal to its end, and tell nobody.
+        // libcurl would read the body of a refusal to its end without reporting it.
         return refusal() == 0;
     }
 

@@ -12,7 +12,7 @@
 
 namespace platform {
 
-/// Why there is no answer.
+/// Why a download failed.
 struct WebError {
     /// In English, for the log: "Could not resolve host: feeds.example".
     std::string description;
@@ -21,7 +21,7 @@ struct WebError {
 class WebClient {
   public:
     virtual ~WebClient() = default;
-    /// Downloads `address` and waits for it. The body is what the last server sent, whatever status it gave. Any
+    /// Downloads `address` and waits for it. The body is what the last server sent, with any status. Any
     /// thread, several at once.
     virtual Expected<Data, WebError> get(const URL& address) const = 0;
 };

@@ -1,6 +1,6 @@
 // White space as Unicode has it, line breaks included: the characters with its White_Space property.
 //
-// U+0009…000D, 0020, 0085, 00A0, 1680, 2000…200A, 2028, 2029, 202F, 205F and 3000; the zero-width space is none.
+// U+0009…000D, 0020, 0085, 00A0, 1680, 2000…200A, 2028, 2029, 202F, 205F and 3000; the zero-width space is not one.
 // Texts are UTF-8. All functions are pure; any thread.
 #pragma once
 
@@ -19,7 +19,7 @@ constexpr bool mayBeginWhiteSpace(char byte) {
     return isAsciiWhiteSpace(byte) || byte == '\xC2' || (byte >= '\xE1' && byte <= '\xE3');
 }
 
-/// How many bytes the white space has that `text` begins with, one character of it; 0 if there is none.
+/// How many bytes the white space has that `text` begins with, one character of it; 0 if it begins with something else.
 std::size_t leadingWhiteSpace(std::string_view text);
 
 /// `text` without the white space before and after it.

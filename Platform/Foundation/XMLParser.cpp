@@ -124,7 +124,7 @@ class Run {
     std::string section_;
 };
 
-/// What expat takes for UTF-16, whatever it is told. XML holds no such bytes in UTF-8.
+/// What expat takes for UTF-16 in spite of the encoding it is given. UTF-8 never has these bytes in XML.
 bool looksLikeUtf16(std::string_view text) {
     return text.substr(0, 2).find('\0') != std::string_view::npos || text.starts_with('\xFE') ||
            text.starts_with('\xFF');

@@ -1,7 +1,7 @@
 // An XML parser that reports a document to a delegate, piece by piece, in the document's order.
 //
 // Elements have their raw names ("media:title"): prefixes mean nothing here, and attributes are checked and not
-// reported. Texts arrive as UTF-8, whatever the document's encoding (see TextEncoding.h), with line ends as LF.
+// reported. Texts arrive as UTF-8, from every encoding (see TextEncoding.h), with line ends as LF.
 //
 // The five entities of XML and character references are known, no others: a reference to any other in a text is an
 // error, whether or not the document declares it, so none can grow or reach beyond the document. External subsets are

@@ -37,7 +37,7 @@ class PropertyListValue {
 
     Kind kind() const { return node_->kind; }
 
-    /// The value as the kind it is; nothing if it is of another kind: an integer is no boolean and no real.
+    /// The value as the kind it is; nothing if it is of another kind: an integer is neither a boolean nor a real.
     std::optional<std::string> string() const;
     /// Nothing also for an integer outside of 64 signed bits.
     std::optional<std::int64_t> integer() const;
@@ -48,20 +48,21 @@ class PropertyListValue {
     /// An integer or a real, as a real.
     std::optional<double> number() const;
 
-    /// The number of an array's elements; nothing if this is no array.
+    /// The number of an array's elements; nothing if this is not an array.
     std::optional<std::size_t> arrayCount() const;
 
-    /// Calls `visit(PropertyListValue)` with every element in order, until it returns false. False if this is no array.
+    /// Calls `visit(PropertyListValue)` with every element in order, until it returns false. Returns false if this is
+    /// not an array.
     template <typename Visitor>
     bool forEachElement(Visitor&& visit) const;
 
     /// Calls `visit(const std::string& key, PropertyListValue)` with every key and value in the file's order, until it
-    /// returns false; a duplicate key is visited twice. False if this is no dictionary.
+    /// returns false; a duplicate key is visited twice. False if this is not a dictionary.
     template <typename Visitor>
     bool forEachEntry(Visitor&& visit) const;
 
     /// Sets `found[i]` to the value for `keys[i]`, or to nothing, in one pass over the dictionary; of a duplicate key
-    /// the last counts. False if this is no dictionary. The keys are all different; `found` has room for as many.
+    /// the last counts. False if this is not a dictionary. The keys are all different; `found` has room for as many.
     bool select(std::span<const std::string_view> keys, std::span<std::optional<PropertyListValue>> found) const;
 
     /// The value for one key.

@@ -1,4 +1,4 @@
-// A checked property list in memory, whatever form its file has: one small node a value. Strings and data stay in the
+// A checked property list of any form in memory: one small node a value. Strings and data stay in the
 // file's bytes until they are asked for.
 #pragma once
 
@@ -49,7 +49,7 @@ enum class PropertyListNotation : std::uint8_t {
 struct PropertyListNode {
     PropertyListKind kind = PropertyListKind::null;
     PropertyListNotation notation = PropertyListNotation::plain;
-    /// Of a container, the number of containers on the longest way down, itself included.
+    /// Of a container, the maximum depth of containers in it, itself included.
     std::uint16_t height = 0;
     /// Bytes of strings and data. Children of containers: a dictionary has two an entry, the key and the value.
     std::uint32_t count = 0;

@@ -37,7 +37,7 @@ class Unescaper {
     }
 
   private:
-    /// Reads what follows a backslash; what is no escape means itself.
+    /// Reads what follows a backslash; an unknown escape means its character.
     void appendEscaped(std::string& text) {
         constexpr std::string_view letters = "abfnrtv";
         constexpr std::string_view meanings = "\a\b\f\n\r\t\v";

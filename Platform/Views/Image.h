@@ -1,6 +1,6 @@
 // A picture from the bytes of an image file, resizable, its aspect ratio kept.
 //
-// Whether the bytes are an image is found out by who draws them: `fallback` is drawn where they are none.
+// The bytes are not checked here. The host draws `fallback` if they are not an image.
 #pragma once
 
 #include "Platform/Foundation/EncodedData.h"

@@ -1,7 +1,7 @@
 // A piece of a widget's picture: an immutable value that describes what to draw, not how.
 //
 // A `View` is made by the function of its kind (`vStack`, `text`, `symbol`, …, one small header each) and changed by
-// the modifiers below, each of which answers a new view. Copying is cheap, trees share their parts. Views are equal
+// the modifiers below, each of which returns a new view. Copying is cheap, trees share their parts. Views are equal
 // when they describe the same. Lengths are points. Any thread.
 //
 //     vStack({.spacing = 8}, {symbol("star").font(largeTitle), text("No Favorites").foreground(secondary)})
@@ -24,7 +24,7 @@ struct Node;
 class View;
 using Views = std::vector<View>;
 
-/// Longer texts are cut at a character's boundary, since nobody can see more. A control character counts as the six
+/// Longer texts are cut at a character's boundary, since a widget shows no more. A control character counts as the six
 /// bytes in which it is written.
 inline constexpr std::size_t maxTextLength = std::size_t{16} << 10U;
 /// A view is not linked to a longer address: as many as an answer has must fit into what a host takes.
@@ -57,7 +57,7 @@ class View {
     View foreground(Foreground foreground) &&;
     View foreground(Foreground foreground) const& { return View(*this).foreground(foreground); }
 
-    /// A text's greatest number of lines, and how its lines stand inside its own bounds. No effect on other kinds.
+    /// A text's maximum number of lines, and how its lines stand inside its own bounds. No effect on other kinds.
     View lineLimit(int lines) &&;
     View lineLimit(int lines) const& { return View(*this).lineLimit(lines); }
     View textAlignment(HorizontalAlignment alignment) &&;

@@ -19,7 +19,7 @@ std::optional<std::string_view> textMember(const object& node, std::string_view 
 
 std::optional<double> lengthMember(const object& node, std::string_view name) {
     double value = 0;
-    if (node[name].get(value) != simdjson::SUCCESS || !(std::abs(value) <= greatestViewLength)) {
+    if (node[name].get(value) != simdjson::SUCCESS || !(std::abs(value) <= maxViewLength)) {
         return std::nullopt;
     }
     return value;
@@ -66,11 +66,11 @@ class Reader {
         if (json.get(node) != simdjson::SUCCESS) {
             return refuse("a node is no object");
         }
-        if (depth > greatestViewDepth) {
-            return refuse("the view tree is deeper than " + std::to_string(greatestViewDepth));
+        if (depth > maxViewDepth) {
+            return refuse("the view tree is deeper than " + std::to_string(maxViewDepth));
         }
-        if (++count_ > greatestViewCount) {
-            return refuse("the view tree has more than " + std::to_string(greatestViewCount) + " nodes");
+        if (++count_ > maxViewCount) {
+            return refuse("the view tree has more than " + std::to_string(maxViewCount) + " nodes");
         }
         auto content = contentOf(node, depth);
         if (!content) {

@@ -1,4 +1,4 @@
-// What a modifier makes of a view: the kinds with one child.
+// The views that modifiers return: the kinds with one child.
 #pragma once
 
 #include "Platform/Views/View.h"

@@ -31,7 +31,7 @@ struct Choice {
 
 enum class ParameterType { enumeration, entity };
 
-/// Which of an entity's choices are asked for: all that are suggested, those that match a text, or those of the given
+/// Which of an entity's choices are requested: all that are suggested, those that match a text, or those of the given
 /// ids.
 struct ChoiceRequest {
     std::optional<std::string> matching;

@@ -20,7 +20,7 @@ std::optional<LineReader::Line> LineReader::next() {
         const std::size_t end = pending.find('\n', searched);
         const bool complete = end != std::string_view::npos;
         const std::size_t length = complete ? end : pending.size();
-        if (skipping_ || length > greatestLength) {
+        if (skipping_ || length > maxLength) {
             // Answered as soon as it is known, not at the line's end, which may never come.
             const bool isNew = !skipping_;
             skipping_ = !complete;

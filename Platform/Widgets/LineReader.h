@@ -1,6 +1,6 @@
 // Reads lines of a bounded length from a descriptor.
 //
-// Waiting for input also watches the process's output: when nobody reads that any more, there is no use in waiting.
+// Waiting for input also watches the process's output: when its reader has closed it, waiting ends.
 #pragma once
 
 #include <cstddef>
@@ -11,14 +11,14 @@ namespace platform {
 
 class LineReader {
   public:
-    static constexpr std::size_t greatestLength = std::size_t{1} << 20U;
+    static constexpr std::size_t maxLength = std::size_t{1} << 20U;
 
     /// Reads from `input` and watches `output`; both stay the caller's.
     LineReader(int input, int output) : input_(input), output_(output) {}
 
     struct Line {
         std::string text;
-        /// The line was longer than `greatestLength`; `text` is empty, and the rest is passed over.
+        /// The line was longer than `maxLength`; `text` is empty, and the rest is passed over.
         bool tooLong = false;
     };
 

@@ -349,7 +349,7 @@ std::optional<Id> idOf(const Json& request) {
     return id->is_string() || id->is_number_integer() ? std::optional(id->dump()) : std::nullopt;
 }
 
-/// Parses one line; discarded where it is no JSON. `tooDeep` is set where it goes deeper than a request may.
+/// Parses one line; discarded if it is not JSON. Sets `tooDeep` if it is nested deeper than a request may be.
 Json parse(std::string_view line, bool& tooDeep) {
     const auto watchDepth = [&tooDeep](int depth, Json::parse_event_t event, Json&) {
         const bool opens = event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;

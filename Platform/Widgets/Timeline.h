@@ -1,4 +1,4 @@
-// What a provider answers: entries, each with the moment it applies from, and when to ask again: at a date, or when one
+// What a provider returns: entries, each with the moment it applies from, and when to ask again: at a date, or when one
 // of the files changes that the entries were made from.
 #pragma once
 

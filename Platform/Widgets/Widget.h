@@ -1,4 +1,4 @@
-// A widget as the host knows it: a kind, what it offers, and the host's three requests with their answers as views.
+// A widget as the host knows it: a kind, what it offers, and the host's three requests, which return views.
 //
 // `Widget` is what a bundle holds and the runner speaks to. A widget of the usual make, with an intent, a provider and
 // an entry view, is an `IntentWidget`, which needs no more than its `IntentConfiguration`.
@@ -79,7 +79,7 @@ class Widget {
     virtual std::vector<EntryContent> preview(std::size_t index) const = 0;
 };
 
-/// The one line that says that `name` is no `what`, and what would be: `no kind "Clock"; accepted: "Tips"`.
+/// Returns the message for an unknown `name` of a `what`: `no kind "Clock"; accepted: "Tips"`.
 std::string notAccepted(std::string_view what, std::string_view name, const std::vector<std::string>& accepted);
 std::vector<std::string> parameterNames(const std::vector<ParameterDescription>& parameters);
 std::vector<std::string> choiceIds(const std::vector<Choice>& choices);

@@ -18,7 +18,7 @@ struct WidgetBundle {
     std::function<void()> inputEnded;
 };
 
-/// Serves the bundle over standard input and output until the host ends it; answers the process's exit code.
+/// Serves the bundle over standard input and output until the host ends it. Returns the process's exit code.
 int runBundle(const WidgetBundle& bundle);
 
 } // namespace platform

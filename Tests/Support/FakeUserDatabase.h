@@ -1,4 +1,4 @@
-// A user whose home folders a test decides.
+// A user with the home folders that a test gives.
 #pragma once
 
 #include "Platform/Foundation/UserDatabase.h"

@@ -1,4 +1,4 @@
-// A clock that stands still until it is told to move.
+// A clock that moves when it is set.
 #pragma once
 
 #include "Platform/Foundation/Clock.h"

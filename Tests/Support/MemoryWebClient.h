@@ -1,4 +1,4 @@
-// A web that a test makes up.
+// A web in memory, with the pages that a test publishes.
 #pragma once
 
 #include "Platform/Foundation/WebClient.h"

@@ -1,4 +1,4 @@
-// A log that keeps its lines for a test to look at.
+// A log that keeps its lines.
 #pragma once
 
 #include "Platform/Foundation/Log.h"

@@ -33,7 +33,7 @@ std::string feedOf(const std::string& title) {
            "<pubDate>Tue, 04 Mar 2025 09:30:00 +0100</pubDate></item></channel></rss>";
 }
 
-/// A store with everything made up, at the moment `now`.
+/// A store on fakes, at the moment `now`.
 struct Fakes {
     platform::MemoryFileSystem files;
     platform::MemoryWebClient web;

@@ -1,4 +1,4 @@
-// How moments are written, judged by ICU itself, and by what has long been the same in all its versions.
+// How dates and times are written: as ICU writes them, and as all its versions do.
 
 #include "Platform/Foundation/LocalizedDate.h"
 

@@ -33,10 +33,10 @@ BinaryFile nestedBinary(std::size_t depth) {
 }
 
 TEST(PropertyListLimits, DepthIsBounded) {
-    constexpr std::size_t greatest = PropertyList::maxDepth;
+    constexpr std::size_t max = PropertyList::maxDepth;
     const auto isRead = [](const std::string& file) { return canonicalText(file) != "error"; };
-    for (const std::size_t depth : {greatest, greatest + 1, std::size_t{100'000}}) {
-        const bool isAllowed = depth <= greatest;
+    for (const std::size_t depth : {max, max + 1, std::size_t{100'000}}) {
+        const bool isAllowed = depth <= max;
         EXPECT_EQ(isRead(nested("<array>", "", "</array>", depth)), isAllowed) << depth;
         EXPECT_EQ(isRead(nested("<dict><key>a</key>", "<true/>", "</dict>", depth)), isAllowed) << depth;
         EXPECT_EQ(isRead(nested("(", "", ")", depth)), isAllowed) << depth;

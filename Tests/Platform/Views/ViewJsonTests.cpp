@@ -145,10 +145,10 @@ std::string wide(int count) {
 }
 
 TEST(ViewJson, RefusesTreesBeyondItsBounds) {
-    EXPECT_TRUE(readBack(nested(greatestViewDepth)));
-    EXPECT_THAT(readBack(nested(greatestViewDepth + 1)).error(), testing::HasSubstr("deeper than 64"));
-    EXPECT_TRUE(readBack(wide(greatestViewCount)));
-    EXPECT_THAT(readBack(wide(greatestViewCount + 1)).error(), testing::HasSubstr("more than 10000"));
+    EXPECT_TRUE(readBack(nested(maxViewDepth)));
+    EXPECT_THAT(readBack(nested(maxViewDepth + 1)).error(), testing::HasSubstr("deeper than 64"));
+    EXPECT_TRUE(readBack(wide(maxViewCount)));
+    EXPECT_THAT(readBack(wide(maxViewCount + 1)).error(), testing::HasSubstr("more than 10000"));
     for (const char* json : {"7", "[]", "null", R"({"type":"vstack","children":[7]})",
                              R"({"type":"image","fallback":"none"})", R"({"type":"padding","child":null})"}) {
         EXPECT_FALSE(readBack(json)) << json;

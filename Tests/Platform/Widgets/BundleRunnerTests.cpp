@@ -100,7 +100,7 @@ std::string timelineOf(const std::string& city) {
 }
 
 TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
-    constexpr std::size_t limit = LineReader::greatestLength;
+    constexpr std::size_t limit = LineReader::maxLength;
     Running running(testing::clockBundle());
     running.send(previews(1, limit) + "\n" + previews(2, limit + 1) + "\n" + std::string(5 * limit, 'x') + "\n");
     running.send(previews(3) + "\n\n" + previews(4));
@@ -115,7 +115,7 @@ TEST(BundleRunner, AnswersATooLongLineBeforeItEnds) {
     Pipe input;
     std::latch answered(1);
     std::jthread writer([&] {
-        writeAll(input.writing, std::string(2 * LineReader::greatestLength, 'x'));
+        writeAll(input.writing, std::string(2 * LineReader::maxLength, 'x'));
         answered.wait();
         writeAll(input.writing, "y\nz\n");
     });
