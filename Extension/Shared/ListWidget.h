@@ -87,7 +87,6 @@ std::unique_ptr<platform::Widget> listWidget(std::string kind, const Provider& p
                                              const std::string& previewPrefix) {
     using platform::WidgetFamily;
     using Entry = typename Provider::Entry;
-    const auto intent = Provider::Intent::description();
     const auto samples = [provider] { return std::vector{provider.placeholder()}; };
     const auto nothing = [provider] { return std::vector{provider.emptyEntry()}; };
     return std::make_unique<platform::IntentWidget<Provider>>(platform::IntentConfiguration<Provider>{
@@ -95,8 +94,6 @@ std::unique_ptr<platform::Widget> listWidget(std::string kind, const Provider& p
         .provider = provider,
         .content = [](const Entry& entry,
                       const platform::Environment& environment) { return EntryView{entry}.body(environment); },
-        .displayName = intent.title,
-        .description = intent.description,
         .previews = {{previewPrefix + "Small", WidgetFamily::small, samples},
                      {previewPrefix + "Medium", WidgetFamily::medium, samples},
                      {previewPrefix + "Large", WidgetFamily::large, samples},

@@ -29,14 +29,11 @@ std::vector<TipsEntry> entriesWithoutTip() {
 } // namespace
 
 std::unique_ptr<Widget> TipsWidget::body() const {
-    const auto intent = TipsIntent::description();
     return std::make_unique<IntentWidget<TipsProvider>>(IntentConfiguration<TipsProvider>{
         .kind = kind,
         .provider = provider,
         .content = [](const TipsEntry& entry,
                       const Environment& environment) { return TipsEntryView{entry}.body(environment); },
-        .displayName = intent.title,
-        .description = intent.description,
         .widgetURL = clickAddress,
         .previews = {{"Tips Small", WidgetFamily::small, sampleEntries},
                      {"Tips Medium", WidgetFamily::medium, sampleEntries},

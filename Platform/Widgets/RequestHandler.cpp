@@ -151,7 +151,7 @@ void writeDescription(JsonWriter& out, const WidgetDescription& widget) {
         out.text(familyName(family));
     }
     out.endArray().member("containerBackground", widget.containerBackground).key("configuration").beginObject();
-    out.member("title", widget.configurationTitle).member("description", widget.configurationDescription);
+    out.member("title", widget.displayName).member("description", widget.description);
     out.key("parameters").beginArray();
     for (const ParameterDescription& parameter : widget.parameters) {
         writeParameter(out, parameter);

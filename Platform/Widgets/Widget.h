@@ -46,8 +46,6 @@ struct WidgetDescription {
     std::string description;
     std::vector<WidgetFamily> families;
     std::string containerBackground;
-    std::string configurationTitle;
-    std::string configurationDescription;
     std::vector<ParameterDescription> parameters;
 };
 
@@ -96,7 +94,7 @@ struct Preview {
 
 /// How a widget is made. `Provider` has the types `Entry` (with a member `date`) and `Intent`, and answers
 /// `placeholder()`, `snapshot(intent)` and `timeline(intent)`; or where a timeline takes its time, `timeline(intent,
-/// finish)`, which calls `finish` with it once, on any thread. Texts are in the user's language.
+/// finish)`, which calls `finish` with it once, on any thread. The widget has the intent's title and description.
 template <class Provider>
 struct IntentConfiguration {
     using Entry = typename Provider::Entry;
@@ -104,8 +102,6 @@ struct IntentConfiguration {
     std::string kind;
     Provider provider;
     std::function<View(const Entry&, const Environment&)> content;
-    std::string displayName;
-    std::string description;
     std::vector<WidgetFamily> families = {WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large,
                                           WidgetFamily::extraLarge};
     std::string containerBackground = tertiaryFill;
@@ -127,12 +123,10 @@ class IntentWidget final : public Widget {
 
     WidgetDescription description() const override {
         WidgetDescription description{.kind = configuration_.kind,
-                                      .displayName = configuration_.displayName,
-                                      .description = configuration_.description,
+                                      .displayName = intent_.title,
+                                      .description = intent_.description,
                                       .families = configuration_.families,
                                       .containerBackground = configuration_.containerBackground,
-                                      .configurationTitle = intent_.title,
-                                      .configurationDescription = intent_.description,
                                       .parameters = {}};
         for (const auto& parameter : intent_.parameters) {
             description.parameters.push_back(parameter.description);

@@ -1,4 +1,4 @@
-// A clock that moves when it is set.
+// A clock that stands still.
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
@@ -9,9 +9,6 @@ class FixedClock final : public Clock {
   public:
     explicit FixedClock(Date now = {}) : now_(now) {}
     Date now() const override { return now_; }
-
-    void set(Date now) { now_ = now; }
-    void advance(double seconds) { now_ = now_.addingSeconds(seconds); }
 
   private:
     Date now_;

@@ -78,12 +78,6 @@ class MemoryFileSystem final : public FileSystem {
     void makeUnreadable(const std::string& path) { unreadable_.insert(path); }
     void makeReadable(const std::string& path) { unreadable_.erase(path); }
 
-    /// Leaves only the first `size` bytes of a file, as a writer that was interrupted does.
-    void cutShort(const std::string& path, std::size_t size) {
-        const Data& whole = files_.at(path);
-        write(path, std::string(whole.bytes().substr(0, size)));
-    }
-
     /// How often `path` was asked for, whether it was there or not.
     int readCount(const std::string& path) const { return count(reads_, path); }
     /// How often `path` was to be replaced, whether that went well or not.

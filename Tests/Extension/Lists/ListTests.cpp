@@ -94,18 +94,14 @@ TYPED_TEST(EveryList, LogsWhyAFileHasNoItems) {
 
     const platform::LogLine unparsed{platform::LogLevel::error, TypeParam::category,
                                      std::string("Could not parse ") + TypeParam::file};
-    for (const char* content :
-         {"", "hello", "<plist><dict/></plist>", "<plist><array><dict/><array/></array></plist>",
-          "<plist><array><dict></array></plist>", "(a, b)", "<plist><string>a</string></plist>"}) {
+    for (const char* content : {"", "hello", "<dict/>", "<array><dict/><array/></array>"}) {
         const File bad{std::string(content)};
         EXPECT_THAT(bad.store.readFromPlist(), IsEmpty()) << content;
         EXPECT_THAT(bad.log.lines(), ElementsAre(unparsed)) << content;
     }
-    for (const char* elements : {"", "<dict/>", "<dict><key>name</key><string>n</string></dict><dict/>"}) {
-        const auto good = File::ofArray(elements);
-        EXPECT_THAT(good.store.readFromPlist(), IsEmpty()) << elements;
-        EXPECT_THAT(good.log.lines(), IsEmpty()) << elements;
-    }
+    const auto good = File::ofArray("<dict><key>name</key><string>n</string></dict><dict/>");
+    EXPECT_THAT(good.store.readFromPlist(), IsEmpty());
+    EXPECT_THAT(good.log.lines(), IsEmpty());
 }
 
 TYPED_TEST(EveryList, ShowsTheFirstSixteenAndCountsAll) {
@@ -150,8 +146,6 @@ TYPED_TEST(EveryList, DeclaresFourFamiliesAndFourPreviews) {
     const auto description = widget->description();
     EXPECT_EQ(description.kind, TypeParam::kind);
     EXPECT_EQ(description.displayName, TypeParam::title);
-    EXPECT_EQ(description.configurationTitle, TypeParam::title);
-    EXPECT_EQ(description.description, description.configurationDescription);
     EXPECT_EQ(description.containerBackground, "tertiaryFill");
     EXPECT_THAT(description.families,
                 ElementsAre(WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large, WidgetFamily::extraLarge));

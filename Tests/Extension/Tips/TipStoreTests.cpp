@@ -78,18 +78,19 @@ TEST(TipStore, AsksTheWebWhenTheCacheIsSixHoursOldAndNotBefore) {
     }
 }
 
-TEST(TipStore, KeepsWhatItDownloadedForSixHours) {
+TEST(TipStore, DownloadsOnceForAllWhoAskMeanwhileAndKeepsIt) {
     Fakes fakes;
     fakes.web.publish(feedAddress, feedOf("new"));
-    const auto tips = fakes.fetchTips();
-    EXPECT_THAT(titles(tips), ElementsAre("new"));
+    TipStore store = fakes.store();
+    std::vector<std::string> served;
+    const auto serve = [&served](const std::vector<TipItem>& tips) { served.push_back(tips.at(0).title); };
+    fakes.web.whileLoading = [&] { store.fetchTips(serve); };
+    store.fetchTips(serve);
+    store.finish();
+    EXPECT_THAT(served, ElementsAre("new", "new"));
     fakes.web.fail("down");
-    fakes.clock.advance(21'599);
-    EXPECT_EQ(fakes.fetchTips(), tips);
+    EXPECT_THAT(titles(fakes.fetchTips()), ElementsAre("new"));
     EXPECT_EQ(fakes.web.requests().size(), 1U);
-    fakes.clock.advance(1);
-    EXPECT_EQ(fakes.fetchTips(), tips);
-    EXPECT_EQ(fakes.web.requests().size(), 2U);
 }
 
 TEST(TipStore, FallsBackOnTheLastTipsHoweverOldWhenTheDownloadFails) {

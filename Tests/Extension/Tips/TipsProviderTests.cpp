@@ -60,51 +60,43 @@ struct Fakes {
     }
 };
 
-TEST(TipsProvider, ShowsTheNewestTipForSixHours) {
-    const Fakes fakes("2025-03-16T10:00:00Z", 7);
-    const auto timeline = fakes.timeline({});
-    ASSERT_EQ(timeline.entries.size(), 1U);
-    EXPECT_EQ(timeline.entries[0].tip->title, "0");
-    EXPECT_EQ(timeline.entries[0].mode, TipsMode::latestTip);
-    EXPECT_EQ(timeline.entries[0].date, fakes.clock.now());
-    EXPECT_EQ(toRfc3339(timeline.reload.date), "2025-03-16T16:00:00.000Z");
-}
-
-TEST(TipsProvider, ShowsTheTipOfTheDayUntilMidnight) {
+TEST(TipsProvider, ShowsTheNewestTipForSixHoursOrTheTipOfTheDayUntilMidnight) {
+    struct Row {
+        TipsMode mode;
+        int count;
+        std::optional<Date> midnight;
+        std::optional<std::string> title;
+        const char* reload;
+    };
     const Date midnight = *fromRfc3339("2025-03-17T00:00:00Z");
-    const Fakes fakes("2025-03-16T23:59:00Z", 7, {2025, 3, 16}, midnight);
-    const auto timeline = fakes.timeline({.mode = TipsMode::tipOfTheDay});
-    EXPECT_EQ(timeline.entries.at(0).tip->title, "6");
-    EXPECT_EQ(timeline.entries[0].mode, TipsMode::tipOfTheDay);
-    EXPECT_EQ(timeline.reload.date, midnight);
-    const Fakes endless("2025-03-16T23:59:00Z", 1, {2025, 3, 16});
-    EXPECT_EQ(toRfc3339(endless.timeline({.mode = TipsMode::tipOfTheDay}).reload.date), "2025-03-17T23:59:00.000Z");
+    const Row rows[]{
+        {TipsMode::latestTip, 7, midnight, "0", "2025-03-17T05:59:00.000Z"},
+        {TipsMode::latestTip, 0, midnight, std::nullopt, "2025-03-17T05:59:00.000Z"},
+        {TipsMode::tipOfTheDay, 7, midnight, "6", "2025-03-17T00:00:00.000Z"},
+        {TipsMode::tipOfTheDay, 1, std::nullopt, "0", "2025-03-17T23:59:00.000Z"},
+        {TipsMode::tipOfTheDay, 0, midnight, std::nullopt, "2025-03-17T00:00:00.000Z"},
+    };
+    for (const Row& row : rows) {
+        const Fakes fakes("2025-03-16T23:59:00Z", row.count, {2025, 3, 16}, row.midnight);
+        const auto timeline = fakes.timeline({.mode = row.mode});
+        ASSERT_EQ(timeline.entries.size(), 1U);
+        const TipsEntry& entry = timeline.entries[0];
+        EXPECT_EQ(entry.tip ? std::optional(entry.tip->title) : std::nullopt, row.title);
+        EXPECT_EQ(entry.mode, row.mode);
+        EXPECT_EQ(entry.date, fakes.clock.now());
+        EXPECT_EQ(toRfc3339(timeline.reload.date), row.reload);
+    }
 }
 
 TEST(TipsProvider, PicksByTheDateAsTheCalendarWritesIt) {
-    struct Row {
-        CalendarDay day;
-        std::size_t count;
-        std::size_t index;
-    };
     // Worked out by hand: h ^= h >> 16; h *= 0x45D9F3B; h ^= h >> 16; h mod count.
-    const Row rows[]{
+    const std::tuple<CalendarDay, std::size_t, std::size_t> rows[]{
         {{2025, 3, 16}, 1, 0},  {{2025, 3, 16}, 7, 6},   {{2025, 3, 16}, 50, 44}, {{2025, 3, 16}, 1000003, 405108},
         {{2568, 3, 16}, 7, 4},  {{2568, 3, 16}, 50, 39}, {{2025, 12, 31}, 7, 2},  {{2025, 12, 31}, 1000003, 843140},
         {{2026, 1, 1}, 50, 33}, {{2026, 1, 1}, 2, 1},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(indexOfTheDay(row.day, row.count), row.index) << row.day.year << ' ' << row.count;
-    }
-}
-
-TEST(TipsProvider, HasAnEntryWithoutTipInEitherMode) {
-    const Fakes fakes("2025-03-16T10:00:00Z", 0, {2025, 3, 16}, Date{7});
-    for (const TipsMode mode : allCases(TipsMode{})) {
-        const auto timeline = fakes.timeline({.mode = mode});
-        ASSERT_EQ(timeline.entries.size(), 1U);
-        EXPECT_FALSE(timeline.entries[0].tip);
-        EXPECT_EQ(timeline.entries[0].mode, mode);
+    for (const auto& [day, count, index] : rows) {
+        EXPECT_EQ(indexOfTheDay(day, count), index) << day.year << ' ' << count;
     }
 }
 

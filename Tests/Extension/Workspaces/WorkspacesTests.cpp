@@ -18,7 +18,6 @@ TEST(WorkspaceStore, TakesEachRecordAsWellAsItCan) {
         {"{ Name = w; workspace = { databases = { a = b; }; windows = 2; }; }", {{.id = "w"}}},
         {"{ Name = w; workspace = { windows = ({}, (), a, b); databases = ({}); }; }",
          {{.id = "w", .databaseCount = 1, .windowCount = 4}}},
-        {"{ Name = w; workspace = { databases = (); }; }", {{.id = "w"}}},
     };
     for (const auto& [records, expected] : rows) {
         const testing::StoreFile<WorkspaceStore> file("( " + std::string(records) + " )");

@@ -14,20 +14,12 @@ namespace {
 
 constexpr const char* moment = "2025-03-06T23:30:00Z";
 
-class LocalizedDate : public testing::Test {
-  protected:
-    ~LocalizedDate() override {
-        unsetenv("TZ");
-        unsetenv("LC_ALL");
-    }
+void setEnvironment(const char* locale, const char* zone) {
+    setenv("LC_ALL", locale, 1);
+    setenv("TZ", zone, 1);
+}
 
-    static void setEnvironment(const char* locale, const char* zone) {
-        setenv("LC_ALL", locale, 1);
-        setenv("TZ", zone, 1);
-    }
-};
-
-TEST_F(LocalizedDate, ReadsAsPeopleWriteIt) {
+TEST(LocalizedDate, ReadsAsPeopleWriteIt) {
     const std::tuple<const char*, const char*, const char*> rows[]{
         {"C", "UTC", "Mar 6, 2025"},
         {"en_US.UTF-8", "Pacific/Auckland", "Mar 7, 2025"},
@@ -46,7 +38,7 @@ TEST_F(LocalizedDate, ReadsAsPeopleWriteIt) {
     EXPECT_EQ(localizedDate(Date::distantPast()), "Jan 1, 1");
 }
 
-TEST_F(LocalizedDate, IsThatOfTheIcuThatIsInstalled) {
+TEST(LocalizedDate, IsThatOfTheIcuThatIsInstalled) {
     const std::pair<const char*, const char*> locales[]{
         {"en_US.UTF-8", "en_US"},
         {"de_AT.UTF-8", "de_AT"},

@@ -2,7 +2,7 @@
 
 #include "Platform/Views/Node.h"
 #include "Platform/Views/ViewReader.h"
-#include "Platform/Views/ViewWriter.h"
+#include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,31 +12,19 @@
 namespace platform {
 namespace {
 
-std::string written(const View& view) {
-    std::string json;
-    JsonWriter out(json);
-    writeView(out, view);
-    return json;
-}
-
-Expected<View, std::string> readBack(const std::string& json) {
+Expected<View, std::string> readBack(const std::string& text) {
     simdjson::dom::parser parser;
     simdjson::dom::element element;
-    if (parser.parse(json).get(element) != simdjson::SUCCESS) {
-        return Unexpected{"no JSON: " + json};
+    if (parser.parse(text).get(element) != simdjson::SUCCESS) {
+        return Unexpected{"not JSON: " + text};
     }
     return readView(element);
 }
 
 const View star = symbol("star");
 
-struct Case {
-    View view;
-    const char* json;
-};
-
-const std::vector<Case>& cases() {
-    static const std::vector<Case> all{
+TEST(ViewJson, WritesAndReadsEveryKindOfNode) {
+    const std::pair<View, const char*> rows[]{
         {vStack({}, {}), R"({"type":"vstack","children":[]})"},
         {vStack({.alignment = HorizontalAlignment::leading, .spacing = 0}, {divider(), clear()}),
          R"({"type":"vstack","alignment":"leading","spacing":0,"children":[{"type":"divider"},{"type":"clear"}]})"},
@@ -61,24 +49,16 @@ const std::vector<Case>& cases() {
         {star.link("x:"), R"({"type":"link","url":"x:","child":{"type":"symbol","symbol":"star"}})"},
         {star.accentable(), R"({"type":"accentable","child":{"type":"symbol","symbol":"star"}})"},
     };
-    return all;
-}
-
-TEST(ViewJson, WritesAndReadsEveryKindOfNode) {
-    for (const Case& each : cases()) {
-        EXPECT_EQ(written(each.view), each.json);
-        const auto view = readBack(each.json);
-        ASSERT_TRUE(view) << view.error();
-        EXPECT_EQ(*view, each.view) << each.json;
+    for (const auto& [view, text] : rows) {
+        EXPECT_EQ(json(view), text);
+        const auto read = readBack(text);
+        ASSERT_TRUE(read) << read.error();
+        EXPECT_EQ(*read, view) << text;
     }
 }
 
 TEST(ViewJson, GoesOnWhereItMeetsWhatItDoesNotKnow) {
-    struct Row {
-        const char* json;
-        View expected;
-    };
-    const std::vector<Row> rows{
+    const std::pair<const char*, View> rows[]{
         {R"({"type":"hologram","children":[{"type":"symbol","symbol":"star"}],"depth":3})", vStack({}, {star})},
         {R"({"type":"tilted","angle":7,"child":{"type":"symbol","symbol":"star"}})", star.padding({})},
         {R"({"type":"hologram"})", vStack({}, {})},
@@ -94,10 +74,10 @@ TEST(ViewJson, GoesOnWhereItMeetsWhatItDoesNotKnow) {
         {R"({"type":"frame","width":-1,"height":8,"child":{"type":"symbol","symbol":"star"}})",
          star.frame({.height = 8})},
     };
-    for (const Row& row : rows) {
-        const auto view = readBack(row.json);
-        ASSERT_TRUE(view) << row.json << view.error();
-        EXPECT_EQ(written(*view), written(row.expected)) << row.json;
+    for (const auto& [text, expected] : rows) {
+        const auto view = readBack(text);
+        ASSERT_TRUE(view) << text << view.error();
+        EXPECT_EQ(*view, expected) << text;
     }
 }
 
@@ -129,19 +109,13 @@ TEST(ViewJson, CutsWhatNobodyCanSee) {
 }
 
 std::string nested(int depth) {
-    std::string json = R"({"type":"clear"})";
-    for (int i = 1; i < depth; ++i) {
-        json = R"({"type":"padding","child":)" + json + "}";
-    }
-    return json;
+    const auto levels = static_cast<std::size_t>(depth - 1);
+    return repeated(R"({"type":"padding","child":)", levels) + R"({"type":"clear"})" + repeated("}", levels);
 }
 
 std::string wide(int count) {
-    std::string json = R"({"type":"vstack","children":[{"type":"clear"})";
-    for (int i = 2; i < count; ++i) {
-        json += R"(,{"type":"clear"})";
-    }
-    return json + "]}";
+    return R"({"type":"vstack","children":[{"type":"clear"})" +
+           repeated(R"(,{"type":"clear"})", static_cast<std::size_t>(count - 2)) + "]}";
 }
 
 TEST(ViewJson, RefusesTreesBeyondItsBounds) {

@@ -47,7 +47,7 @@ struct ClockIntent {
 
     static IntentDescription<ClockIntent> description() {
         return {.title = "Clock",
-                .description = "Chooses a clock.",
+                .description = "Shows the time.",
                 .parameters = {enumerationParameter(&ClockIntent::face, "face", "Face", "Clock Face"),
                                entityParameter(&ClockIntent::city, CityQuery{}, "city", "City", "City")}};
     }
@@ -89,8 +89,6 @@ inline WidgetBundle clockBundle(decltype(ClockProvider::whileWorking) whileWorki
                 const bool full = environment.renderingMode == RenderingMode::fullColor;
                 return text(entry.line + ", " + std::string(familyName(environment.family)) + (full ? "" : ", muted"));
             },
-        .displayName = "Clock",
-        .description = "Shows the time.",
         .families = {WidgetFamily::small, WidgetFamily::extraLarge},
         .widgetURL = [](const ClockEntry& entry) -> std::optional<std::string> {
             return entry.line == "later" ? std::optional<std::string>("clock://later") : std::nullopt;

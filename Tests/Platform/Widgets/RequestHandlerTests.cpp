@@ -36,7 +36,7 @@ TEST(RequestHandler, AnswersEveryMethod) {
     };
     const std::vector<Row> rows{
         {"describe", "{}",
-         R"({"identifier":"example.clock","widgets":[{"kind":"Clock","displayName":"Clock","description":"Shows the time.","families":["small","extraLarge"],"containerBackground":"tertiaryFill","configuration":{"title":"Clock","description":"Chooses a clock.","parameters":[{"name":"face","title":"Face","type":"enumeration","typeName":"Clock Face","default":"digital","cases":[{"id":"digital","title":"Digital"},{"id":"analog","title":"Analog"}]},{"name":"city","title":"City","type":"entity","typeName":"City","default":"Rome"}]}}]})"},
+         R"({"identifier":"example.clock","widgets":[{"kind":"Clock","displayName":"Clock","description":"Shows the time.","families":["small","extraLarge"],"containerBackground":"tertiaryFill","configuration":{"title":"Clock","description":"Shows the time.","parameters":[{"name":"face","title":"Face","type":"enumeration","typeName":"Clock Face","default":"digital","cases":[{"id":"digital","title":"Digital"},{"id":"analog","title":"Analog"}]},{"name":"city","title":"City","type":"entity","typeName":"City","default":"Rome"}]}}]})"},
         {"placeholder", R"({"kind":"Clock","environment":{"family":"small"}})",
          R"({"date":"2001-01-01T00:00:00.000Z","content":{"view":{"type":"text","text":"placeholder, small"},"containerBackground":"tertiaryFill"}})"},
         {"snapshot",
