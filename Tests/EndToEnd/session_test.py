@@ -85,8 +85,6 @@ class OneHost(SessionTest):
         self.assertRegex(explained, r"last reloaded: \d{4}-\d\d-\d\d \d\d:\d\d:\d\d, \d+ s ago, in \d+ ms\n")
         self.assertRegex(explained, r"next try: .*, in (5 min|29\d s)\n")
         self.assertNotIn("failed", explained)
-        self.succeed("edit", 1, "--set", "group=Work")
-        self.assertIn("group=Work", self.succeed("explain", 1))
         self.succeed("remove", 1)
         self.assertIn("there are 2", self.refused(USAGE, "explain", 1))
         self.assertEqual(self.succeed("host"), "A host runs already.\n")

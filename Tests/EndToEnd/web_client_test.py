@@ -151,18 +151,6 @@ class Connections(WebClientTest):
         self.expect("'feeds.example'$", "https://feeds.example/", https_proxy=other.proxy)
         self.assertEqual([request.host for request in other.requests], ["other.example"])
 
-    def test_proxies(self):
-        self.pages["/"] = body(b"feed")
-        feed, own, proxy = "https://feeds.example/", self.server.address("/"), self.server.proxy
-        rows = [(feed, {"https_proxy": proxy}, True), (feed, {"HTTPS_PROXY": proxy}, True), (feed, {"all_proxy": proxy}, True),
-                (own, {"https_proxy": proxy}, True), (own, {"https_proxy": proxy, "no_proxy": "a.example,localhost"}, False),
-                (own, {"https_proxy": proxy, "NO_PROXY": "*"}, False), (own, {"http_proxy": "http://127.0.0.1:1"}, False)]
-        for address, variables, is_proxied in rows:
-            self.expect(b"feed", address, **variables)
-            self.assertEqual(self.server.requests.pop().proxied, is_proxied, variables)
-        self.expect("^Failed to connect to 127.0.0.1 port 1 ", "/", https_proxy="http://127.0.0.1:1")
-        self.expect("^Could not resolve proxy: absent.example$", "/", https_proxy="http://absent.example:1")
-
 
 HEAD = b"HTTP/1.1 200 OK\r\n"
 CHUNKED = HEAD + b"Transfer-Encoding: chunked\r\n\r\n1\r\nx\r\n0\r\n"
