@@ -3,6 +3,7 @@
 #include "Host/Arrangement/Spacing.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 
 namespace host {
@@ -22,21 +23,20 @@ bool isClear(const Rect& place, const std::vector<Rect>& taken) {
 } // namespace
 
 Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen) {
-    const Point corner{screen.x + tileGap, screen.y + tileGap};
+    const Point corner{std::max(screen.x + tileGap, screen.right() - tileGap - size.width), screen.y + tileGap};
     if (taken.size() <= maxSearched) {
         std::vector<double> lefts{corner.x};
         std::vector<double> tops{corner.y};
         for (const Rect& each : taken) {
-            lefts.push_back(each.right() + tileGap);
+            lefts.push_back(each.x - tileGap - size.width);
             tops.push_back(each.bottom() + tileGap);
         }
-        std::sort(lefts.begin(), lefts.end());
+        std::sort(lefts.begin(), lefts.end(), std::greater());
         std::sort(tops.begin(), tops.end());
         for (const double top : tops) {
             for (const double left : lefts) {
                 const Rect place{left, top, size.width, size.height};
-                const bool isOnScreen = left >= corner.x && top >= corner.y &&
-                                        place.right() + tileGap <= screen.right() &&
+                const bool isOnScreen = left <= corner.x && top >= corner.y && left >= screen.x + tileGap &&
                                         place.bottom() + tileGap <= screen.bottom();
                 if (isOnScreen && isClear(place, taken)) {
                     return {left, top};
@@ -45,7 +45,7 @@ Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen) {
         }
     }
     const double aside = tileGap * static_cast<double>(taken.size() % asideCount);
-    return {corner.x + aside, corner.y + aside};
+    return {std::max(screen.x, corner.x - aside), corner.y + aside};
 }
 
 std::vector<Rect> packTiles(const std::vector<Size>& sizes, double width) {
@@ -63,7 +63,8 @@ std::vector<Rect> packTiles(const std::vector<Size>& sizes, double width) {
             const bool fits = size.width + 2 * tileGap <= width;
             const Point place =
                 fits ? freePlace(size, taken, {0, 0, width, anyHeight}) : Point{tileGap, height + tileGap};
-            frames[index] = taken.emplace_back(Rect{place.x, place.y, size.width, size.height});
+            taken.push_back({place.x, place.y, size.width, size.height});
+            frames[index] = {fits ? width - taken.back().right() : place.x, place.y, size.width, size.height};
             height = std::max(height, frames[index].bottom());
         }
         if (height < leastHeight) {

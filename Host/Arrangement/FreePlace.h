@@ -7,8 +7,9 @@
 
 namespace host {
 
-/// Returns the upper left corner of the first place on the screen, row by row, where a tile of `size` keeps its
-/// distance from all that is taken. On a full screen tiles overlap, each a little aside.
+/// Returns the upper left corner of the first place on the screen, row by row from the top right, where a tile of `size`
+/// keeps its distance from all that is taken. The left is where the desktop's icons start. On a full screen tiles
+/// overlap, each a little aside.
 Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen);
 
 /// Packs tiles of these sizes, at most six, on an area of this width and any height: in the order that takes the least

@@ -25,8 +25,8 @@ class Wayland(DesktopTest):
         self.sees(here)
         self.sees(there)
         self.world.remove_output(second)
-        # The first free place from the corner, beside the other.
-        self.sees(Placed(2, "ReadingListWidget", place=(508, 24), output=first))
+        # The first free place from the upper right corner.
+        self.sees(Placed(2, "ReadingListWidget", place=(892, 24), output=first))
         self.sees(here)
         self.world.bring_back(second)
         self.sees(there)
@@ -78,7 +78,7 @@ class Wayland(DesktopTest):
         self.world.set_scale(second, 1.6)
         self.sees(moved, scale=1.6)
         self.world.remove_output(second)
-        self.sees(Placed(1, place=(24, 24), output=first), scale=1.6)
+        self.sees(Placed(1, place=(412, 24), output=first), scale=1.6)
         self.end()
 
     def test_panels_come_and_go(self):

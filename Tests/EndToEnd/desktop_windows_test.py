@@ -116,7 +116,7 @@ class Windows(DesktopTest):
                 wait_until(lambda: self.arranged() == {}, "the end of the widget")
                 self.application.do_action(preview)
         self.application.do_action(pages()[0], "select")
-        added = Placed(2, place=(24, 24), output=self.world.outputs()[0].name)
+        added = Placed(2, place=(892, 24), output=self.world.outputs()[0].name)
         wait_until(lambda: 2 in self.arranged() and "position" in self.arranged()[2], "the new tile's place")
         self.assertEqual(self.arranged()[2], added.member())
 
@@ -159,7 +159,7 @@ class Windows(DesktopTest):
         self.application = self.accessible()
         self.application.find(name="These are examples. Your own library is shown once there is one.")
         self.application.do_action(self.application.find("button", "Add Reading List, Small"))
-        placed = Placed(1, "ReadingListWidget", "small", (24, 24), self.world.outputs()[0].name)
+        placed = Placed(1, "ReadingListWidget", "small", (1086, 24), self.world.outputs()[0].name)
         wait_until(lambda: self.arrangement.exists() and self.arranged().get(1) == placed.member(), "the widget in its place")
         self.library.mkdir(parents=True)
         self.write([{"title": "One's own", "URL": "https://www.example.org/"}], "ReadingList.plist")

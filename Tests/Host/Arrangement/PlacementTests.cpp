@@ -61,23 +61,24 @@ TEST_F(PlacementTest, PullsBackWhatNoScreenHas) {
     add("HDMI-1", Position{1700, 900});
     EXPECT_THAT(placed({left, right}),
                 ElementsAre("DP-1 1110,630 arranged", "DP-1 0,30 arranged", "DP-1 0,630 arranged",
-                            "HDMI-1 1750,0 arranged", "DP-1 194,54 arranged", "HDMI-1 24,24 arranged",
+                            "HDMI-1 1750,0 arranged", "DP-1 1086,54 arranged", "HDMI-1 1556,24 arranged",
                             "HDMI-1 1700,900 arranged"));
 }
 
 TEST_F(PlacementTest, FindsPlacesThatNobodyHas) {
     add(std::nullopt, std::nullopt);
-    add("DP-1", Position{24, 54});
+    add("DP-1", Position{1086, 54});
     add("HDMI-1", std::nullopt);
-    EXPECT_THAT(placed({left, right}), ElementsAre("DP-1 218,54 chosen", "DP-1 24,54 arranged", "HDMI-1 24,24 chosen"));
+    EXPECT_THAT(placed({left, right}),
+                ElementsAre("DP-1 892,54 chosen", "DP-1 1086,54 arranged", "HDMI-1 1726,24 chosen"));
 }
 
 TEST_F(PlacementTest, MovesTilesAsLongAsTheirScreenIsAway) {
     add("DP-1", Position{24, 54});
     add("HDMI-1", Position{24, 54});
     EXPECT_THAT(placed({left, right}), ElementsAre("DP-1 24,54 arranged", "HDMI-1 24,54 arranged"));
-    EXPECT_THAT(placed({left}), ElementsAre("DP-1 24,54 arranged", "DP-1 218,54 fallback"));
-    EXPECT_THAT(placed({right}), ElementsAre("HDMI-1 218,24 fallback", "HDMI-1 24,54 arranged"));
+    EXPECT_THAT(placed({left}), ElementsAre("DP-1 24,54 arranged", "DP-1 1086,54 fallback"));
+    EXPECT_THAT(placed({right}), ElementsAre("HDMI-1 1726,24 fallback", "HDMI-1 24,54 arranged"));
     EXPECT_THAT(placed({}), IsEmpty());
 }
 
