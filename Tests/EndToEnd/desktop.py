@@ -17,7 +17,7 @@ from worlds import skip_where_missing
 IDENTIFIER = "net.foliovault.widgets"
 # How far a tile's round corners reach into it, in points; its shadow lies there, or nothing.
 EDGE = 7
-OPAQUE_GROUND = {"light": (246, 246, 248), "dark": (38, 38, 42)}
+OPAQUE_GROUND = {"light": (252, 252, 253), "dark": (32, 32, 35)}
 TOLERANCE = 3
 # What takes an extension's place: it never answers.
 SILENT = "#!/bin/sh\nexec sleep 1000\n"

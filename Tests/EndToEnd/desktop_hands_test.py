@@ -45,6 +45,10 @@ class Hands:
             self.world.key(key)
             self.world.key("Return")
             self.assertEqual(recorder.wait_for_link(), links[place][0], key)
+        plain = self.expected(self.rendered(READING), READING.box())
+        wait_until(lambda: not self.is_shown(plain, READING.box()), "what has the keyboard")
+        self.world.click(*at(READING))
+        self.sees(READING)
 
         url, x, y = next(link for link in self.links(FAVOURITES) if link[0].startswith("x-foliovault-item:"))
         self.world.click(x, y)
