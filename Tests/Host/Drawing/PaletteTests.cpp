@@ -109,15 +109,5 @@ TEST(Palette, TintedWidgetsHaveOneColor) {
               Palette({}).shape(Color::red, Group::plain));
 }
 
-TEST(Palette, HighContrastLeavesWhatStandsOutAlready) {
-    const auto shape = [](ColorScheme scheme, Contrast contrast, Color color) {
-        return Palette({.scheme = scheme, .contrast = contrast}).shape(color, Group::plain);
-    };
-    for (const auto& [scheme, color] :
-         {std::pair{ColorScheme::light, Color::blue}, std::pair{ColorScheme::dark, Color::yellow}}) {
-        EXPECT_EQ(shape(scheme, Contrast::high, color), shape(scheme, Contrast::normal, color));
-    }
-}
-
 } // namespace
 } // namespace host
