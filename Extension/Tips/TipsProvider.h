@@ -22,7 +22,7 @@ struct TipsEntry {
 };
 
 /// Timelines ask the store; placeholders and snapshots show a sample, and touch neither the cache nor the web. The
-/// newest tip is asked for again after six hours, the tip of the day at the next local midnight.
+/// newest tip is reloaded after six hours, the tip of the day at the next local midnight.
 class TipsProvider {
   public:
     using Entry = TipsEntry;

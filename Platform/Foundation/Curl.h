@@ -15,7 +15,7 @@ struct Curl {
     decltype(&::curl_easy_strerror) easyStrerror = nullptr;
     decltype(&::curl_easy_cleanup) easyCleanup = nullptr;
 
-    /// All of them, ready for use, or null where the machine has no such library.
+    /// Returns all of them, ready for use, or null without the library.
     static const Curl* shared();
 };
 

@@ -28,7 +28,7 @@ struct Icu {
     decltype(&::uidna_nameToASCII_UTF8) idnaNameToAsciiUtf8 = nullptr;
     decltype(&::uloc_isRightToLeft) isRightToLeft = nullptr;
 
-    /// All of them, or null where the machine has no ICU.
+    /// Returns all of them, or null without ICU.
     static const Icu* shared();
 };
 
@@ -47,7 +47,7 @@ struct IcuDates {
     decltype(&::udat_format) format = nullptr;
     decltype(&::u_strToUTF8) strToUtf8 = nullptr;
 
-    /// All of them, or null where the machine has no ICU.
+    /// Returns all of them, or null without ICU.
     static const IcuDates* shared();
 };
 

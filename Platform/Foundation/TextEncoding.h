@@ -1,6 +1,6 @@
 // The encoding of a file that is a text: a property list or any XML document.
 //
-// It is told by a byte-order mark (UTF-8, UTF-16, UTF-32), by the shape of an XML declaration in UTF-16, by the
+// It is given by a byte-order mark (UTF-8, UTF-16, UTF-32), by the shape of an XML declaration in UTF-16, by the
 // encoding that an XML declaration names, or else it is UTF-8. The encodings known are the C library's. Any thread.
 #pragma once
 

@@ -1,7 +1,7 @@
 // Property lists: files in the binary, the XML or the old text form, tried in that order.
 //
 // Parsing checks the whole file and makes one small node of each value. Strings and data stay in the file's bytes until
-// they are asked for, so reading 16 records of a 100 MB file copies 16 records.
+// they are read, so reading 16 records of a 100 MB file copies 16 records.
 //
 // The forms:
 // - binary: "bplist0" and one more character, objects, an offset table, a 32-byte trailer. Integers of 1, 2 and 4 bytes

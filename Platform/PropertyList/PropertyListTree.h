@@ -1,5 +1,5 @@
 // A checked property list of any form in memory: one small node a value. Strings and data stay in the
-// file's bytes until they are asked for.
+// file's bytes until they are read.
 #pragma once
 
 #include "Platform/Foundation/Data.h"

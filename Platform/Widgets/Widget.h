@@ -32,7 +32,7 @@ struct InvalidChoice {
     std::string message;
 };
 
-/// One entry with its picture: the view in the widget's container, and where a click that meets no link goes.
+/// One entry with its picture: the view in the widget's container, and what a click beside the links opens.
 struct EntryContent {
     Date date;
     View view;

@@ -119,16 +119,7 @@ class Forge {
         constexpr std::string_view characters = "0123456789 :,+-.;MARtueGgZzUuTt";
         const auto at = static_cast<std::size_t>(below(static_cast<int>(text.size())));
         const char character = characters[static_cast<std::size_t>(below(static_cast<int>(characters.size())))];
-        switch (below(3)) {
-        case 0:
-            text.erase(at, 1);
-            break;
-        case 1:
-            text.insert(at, 1, character);
-            break;
-        default:
-            text[at] = character;
-        }
+        text.replace(at, below(2) != 0 ? 1 : 0, below(3) != 0 ? 1 : 0, character);
     }
 
     std::mt19937 source_{7};

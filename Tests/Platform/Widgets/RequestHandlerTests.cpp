@@ -67,13 +67,14 @@ TEST(RequestHandler, AnswersEveryMethod) {
 
 TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
     const std::string environment = R"("environment":{"family":"small"})";
+    const std::string clock = R"({"kind":"Clock")";
     struct Row {
         std::string line;
         std::string id;
         int code;
         const char* says;
     };
-    const std::vector<Row> rows{
+    std::vector<Row> rows{
         {"", "null", -32700, "not JSON"},
         {"{", "null", -32700, "not JSON"},
         {R"({"jsonrpc":"2.0","id":1,"method":"describe"})" + std::string(1, '\0'), "null", -32700, "not JSON"},
@@ -92,32 +93,32 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
         {R"({"jsonrpc":"2.0","id":18446744073709551615,"method":"Describe"})", "18446744073709551615", -32601,
          "Describe"},
         {R"({"jsonrpc":"2.0","id":7,"method":"describe","params":[]})", "7", -32602, "params"},
-        {request("placeholder", "{" + environment + "}"), "7", -32602, "\\\"kind\\\" is missing"},
-        {request("placeholder", R"({"kind":"Clock"})"), "7", -32602, "\\\"environment\\\" is missing"},
-        {request("placeholder", R"({"kind":"Sundial",)" + environment + "}"), "7", -32602, "accepted: \\\"Clock\\\""},
-        {request("placeholder", R"({"kind":3,)" + environment + "}"), "7", -32602, "\\\"kind\\\" is no text"},
-        {request("placeholder", R"({"kind":"Clock","environment":"small"})"), "7", -32602, "is no object"},
-        {request("placeholder", R"({"kind":"Clock","environment":{}})"), "7", -32602, "\\\"family\\\" is missing"},
-        {request("placeholder", R"({"kind":"Clock","environment":{"family":2}})"), "7", -32602,
-         "\\\"family\\\" is no text"},
-        {request("snapshot", R"({"kind":"Clock",)" + environment + "}"), "7", -32602,
-         "\\\"configuration\\\" is missing"},
-        {request("timeline", R"({"kind":"Clock","configuration":{"face":"sand"},)" + environment + "}"), "7", -32602,
-         "accepted: \\\"digital\\\", \\\"analog\\\""},
-        {request("timeline", R"({"kind":"Clock","configuration":{"face":"Digital"},)" + environment + "}"), "7", -32602,
-         "no choice"},
-        {request("timeline", R"({"kind":"Clock","configuration":{"hands":"two"},)" + environment + "}"), "7", -32602,
-         "accepted: \\\"face\\\", \\\"city\\\""},
-        {request("timeline", R"({"kind":"Clock","configuration":{"face":1},)" + environment + "}"), "7", -32602,
-         "is no text"},
-        {request("options", R"({"kind":"Clock","parameter":"hands"})"), "7", -32602, "accepted: \\\"face\\\""},
-        {request("options", R"({"kind":"Clock","parameter":"city","matching":"a","identifiers":[]})"), "7", -32602,
-         "one at most"},
-        {request("options", R"({"kind":"Clock","parameter":"city","identifiers":[1]})"), "7", -32602, "list of texts"},
-        {request("options", R"({"kind":"Clock","parameter":"city","matching":null})"), "7", -32602, "is no text"},
-        {request("preview", R"({"kind":"Clock","name":"ticking"})"), "7", -32602, "\\\"Ticking\\\""},
         {request("preview", R"({"kind":"Clock","name":"Broken"})"), "7", -32603, "the spring broke"},
     };
+    const std::tuple<const char*, std::string, const char*> wrongParams[]{
+        {"placeholder", "{" + environment + "}", "\\\"kind\\\" is missing"},
+        {"placeholder", R"({"kind":"Clock"})", "\\\"environment\\\" is missing"},
+        {"placeholder", R"({"kind":"Sundial",)" + environment + "}", "accepted: \\\"Clock\\\""},
+        {"placeholder", R"({"kind":3,)" + environment + "}", "\\\"kind\\\" is no text"},
+        {"placeholder", R"({"kind":"Clock","environment":"small"})", "is no object"},
+        {"placeholder", R"({"kind":"Clock","environment":{}})", "\\\"family\\\" is missing"},
+        {"placeholder", R"({"kind":"Clock","environment":{"family":2}})", "\\\"family\\\" is no text"},
+        {"snapshot", clock + "," + environment + "}", "\\\"configuration\\\" is missing"},
+        {"timeline", R"({"kind":"Clock","configuration":{"face":"sand"},)" + environment + "}",
+         "accepted: \\\"digital\\\", \\\"analog\\\""},
+        {"timeline", R"({"kind":"Clock","configuration":{"face":"Digital"},)" + environment + "}", "no choice"},
+        {"timeline", R"({"kind":"Clock","configuration":{"hands":"two"},)" + environment + "}",
+         "accepted: \\\"face\\\", \\\"city\\\""},
+        {"timeline", R"({"kind":"Clock","configuration":{"face":1},)" + environment + "}", "is no text"},
+        {"options", R"({"kind":"Clock","parameter":"hands"})", "accepted: \\\"face\\\""},
+        {"options", R"({"kind":"Clock","parameter":"city","matching":"a","identifiers":[]})", "one at most"},
+        {"options", R"({"kind":"Clock","parameter":"city","identifiers":[1]})", "list of texts"},
+        {"options", R"({"kind":"Clock","parameter":"city","matching":null})", "is no text"},
+        {"preview", R"({"kind":"Clock","name":"ticking"})", "\\\"Ticking\\\""},
+    };
+    for (const auto& [method, params, says] : wrongParams) {
+        rows.push_back({request(method, params), "7", -32602, says});
+    }
     for (const Row& row : rows) {
         const std::string answer = answerTo(row.line);
         const std::string start =
