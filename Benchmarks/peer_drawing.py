@@ -100,10 +100,10 @@ def canvas(family):
 
 
 def time_large(file, rounds):
-    frames, surface, times = json.loads(Path(file).read_text(encoding="utf-8")), canvas("large"), []
+    frames, times = json.loads(Path(file).read_text(encoding="utf-8")), []
     for _ in range(rounds):
         start = time.perf_counter()
-        draw(surface, frames)
+        draw(canvas("large"), frames)
         times.append(time.perf_counter() - start)
     print(statistics.median(times))
 

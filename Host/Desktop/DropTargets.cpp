@@ -37,9 +37,11 @@ void DropTargets::begin(const Source& source, GdkDragContext* context) {
     dragged_ = &source;
     const RenderedTile& rendered = source.view.rendered();
     const int scale = gtk_widget_get_scale_factor(source.view.widget());
-    const SurfaceHandle icon(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, rendered.width, rendered.height));
+    const SurfaceHandle icon(
+        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, rendered.picture.width, rendered.picture.height));
     const CairoHandle cairo(cairo_create(icon.get()));
-    paintTile(cairo.get(), rendered, {0, 0, static_cast<double>(rendered.width), static_cast<double>(rendered.height)},
+    paintTile(cairo.get(), rendered,
+              {0, 0, static_cast<double>(rendered.picture.width), static_cast<double>(rendered.picture.height)},
               Backdrop::transparent);
     cairo_surface_set_device_scale(icon.get(), scale, scale);
     gtk_drag_set_icon_surface(context, icon.get());

@@ -96,7 +96,7 @@ void TileController::put(const Output& output, const Rect& frame) {
     const Output before = std::exchange(output_, output);
     const bool looksOtherwise =
         before.scale != output.scale || (before.blurManager == nullptr) != (output.blurManager == nullptr);
-    if (window_.rendered().width == 0) {
+    if (window_.rendered().picture.width == 0) {
         paint();
     } else if (looksOtherwise) {
         paintSoon();

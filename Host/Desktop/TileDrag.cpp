@@ -12,7 +12,7 @@ TileDrag::TileDrag(const RenderedTile& rendered, const Rect& start, Outputs& out
       window_(DesktopWindow::Level::front, DesktopWindow::Input::none, outputs.stacking(),
               [this](cairo_t* cairo) { draw(cairo); }) {
     window_.blurBehind(roundedRegion({shadowMargin, shadowMargin, start.width, start.height},
-                                     cornerRadius * start.width * rendered.scale / rendered.width));
+                                     cornerRadius * start.width * rendered.scale / rendered.picture.width));
 }
 
 void TileDrag::move(Point distance) {

@@ -29,12 +29,12 @@ Rect onPixels(cairo_t* cairo, const RenderedTile& rendered, Rect frame) {
     double width = frame.width;
     double height = frame.height;
     cairo_user_to_device_distance(cairo, &width, &height);
-    if (std::abs(width - rendered.width) >= 1 || std::abs(height - rendered.height) >= 1) {
+    if (std::abs(width - rendered.picture.width) >= 1 || std::abs(height - rendered.picture.height) >= 1) {
         return frame;
     }
     cairo_user_to_device(cairo, &frame.x, &frame.y);
-    frame = {std::round(frame.x), std::round(frame.y), static_cast<double>(rendered.width),
-             static_cast<double>(rendered.height)};
+    frame = {std::round(frame.x), std::round(frame.y), static_cast<double>(rendered.picture.width),
+             static_cast<double>(rendered.picture.height)};
     cairo_device_to_user(cairo, &frame.x, &frame.y);
     cairo_device_to_user_distance(cairo, &frame.width, &frame.height);
     return frame;
@@ -110,11 +110,11 @@ double radiusOf(const Mark& mark) {
 } // namespace
 
 void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, Backdrop backdrop, double alpha) {
-    if (rendered.width <= 0 || rendered.height <= 0) {
+    if (rendered.picture.width <= 0 || rendered.picture.height <= 0) {
         return;
     }
     const Rect place = onPixels(cairo, rendered, frame);
-    const double unit = place.width * rendered.scale / rendered.width;
+    const double unit = place.width * rendered.scale / rendered.picture.width;
     const Palette palette(rendered.appearance);
     if (backdrop == Backdrop::opaque) {
         // Under the corners' pixels, too.
@@ -126,14 +126,10 @@ void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, 
     } else if (backdrop == Backdrop::transparent && alpha == 1) {
         paintShadows(cairo, place, unit, palette);
     }
-    // Cairo only reads what it is given as a source.
-    auto* pixels = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(rendered.pixels.data()));
-    const SurfaceHandle picture(cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_ARGB32, rendered.width,
-                                                                    rendered.height, rendered.width * 4));
     cairo_save(cairo);
     cairo_translate(cairo, place.x, place.y);
-    cairo_scale(cairo, place.width / rendered.width, place.height / rendered.height);
-    cairo_set_source_surface(cairo, picture.get(), 0, 0);
+    cairo_scale(cairo, place.width / rendered.picture.width, place.height / rendered.picture.height);
+    cairo_set_source_surface(cairo, rendered.picture.surface.get(), 0, 0);
     cairo_paint_with_alpha(cairo, alpha);
     cairo_restore(cairo);
 }

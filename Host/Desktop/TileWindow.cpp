@@ -49,7 +49,8 @@ std::vector<TilePart> tileParts(const RenderedTile& rendered, const std::string&
     std::vector<TilePart> parts;
     if (rendered.widgetURL) {
         parts.push_back({.item = {.role = AccessibleItem::Role::link,
-                                  .frame = {0, 0, rendered.width / rendered.scale, rendered.height / rendered.scale},
+                                  .frame = {0, 0, rendered.picture.width / rendered.scale,
+                                            rendered.picture.height / rendered.scale},
                                   .name = name,
                                   .description = {},
                                   .url = *rendered.widgetURL},
@@ -260,7 +261,7 @@ void TileWindow::clicked(GtkButton* button, gpointer self) {
 }
 
 bool TileWindow::isWhole(std::size_t part) const {
-    return parts_[part].item.frame.width * rendered_.scale >= rendered_.width;
+    return parts_[part].item.frame.width * rendered_.scale >= rendered_.picture.width;
 }
 
 Rect TileWindow::inWindow(const Rect& points) const {

@@ -91,7 +91,9 @@ class TileWindow {
     void makeParts();
     void shape();
     /// Points to the window's units.
-    double unit() const { return rendered_.width > 0 ? frame_.width / (rendered_.width / rendered_.scale) : 1; }
+    double unit() const {
+        return rendered_.picture.width > 0 ? frame_.width / (rendered_.picture.width / rendered_.scale) : 1;
+    }
     Rect inWindow(const Rect& points) const;
     /// Whether the part is the tile itself.
     bool isWhole(std::size_t part) const;

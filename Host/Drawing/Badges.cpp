@@ -65,9 +65,9 @@ View messageView(std::string title, std::vector<std::string> texts, std::optiona
 
 Rect drawBadge(RenderedTile& rendered, const View& badge, Corner corner, const TileStyle& style, Renderer& renderer) {
     const PixelGrid grid(rendered.scale);
-    const Size room{rendered.width / rendered.scale - 2 * badgeInset,
-                    rendered.height / rendered.scale - 2 * badgeInset};
-    if (rendered.pixels.empty() || room.width <= 0 || room.height <= 0) {
+    const Size room{rendered.picture.width / rendered.scale - 2 * badgeInset,
+                    rendered.picture.height / rendered.scale - 2 * badgeInset};
+    if (!rendered.picture.surface || room.width <= 0 || room.height <= 0) {
         return {};
     }
     WidgetLayout layout = layOutAlone(badge, room, renderer.texts(), renderer.images());
@@ -77,14 +77,12 @@ Rect drawBadge(RenderedTile& rendered, const View& badge, Corner corner, const T
     const double width = grid.edge(layout.size.width);
     const double height = grid.edge(layout.size.height);
     const double inset = grid.edge(badgeInset);
-    const Point origin{style.direction == Direction::rightToLeft ? inset : rendered.width - inset - width,
-                       corner == Corner::topTrailing ? inset : rendered.height - inset - height};
+    const Point origin{style.direction == Direction::rightToLeft ? inset : rendered.picture.width - inset - width,
+                       corner == Corner::topTrailing ? inset : rendered.picture.height - inset - height};
     // It is to be read whatever it stands on, a placeholder too.
     Appearance appearance = style.appearance;
     appearance.redaction = Redaction::none;
-    PixelBuffer picture{.pixels = std::move(rendered.pixels), .width = rendered.width, .height = rendered.height};
-    renderer.drawBadge(picture, origin, layout, appearance, rendered.scale);
-    rendered.pixels = std::move(picture.pixels);
+    renderer.drawBadge(rendered.picture, origin, layout, appearance, rendered.scale);
     return {origin.x / rendered.scale, origin.y / rendered.scale, width / rendered.scale, height / rendered.scale};
 }
 

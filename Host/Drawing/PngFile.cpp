@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <png.h>
+#include <vector>
 
 namespace host {
 namespace {
@@ -21,14 +22,15 @@ std::uint32_t straight(std::uint32_t pixel) {
 
 } // namespace
 
-std::string pngFile(PixelBuffer picture) {
-    if (picture.pixels.empty()) {
+std::string pngFile(const PixelBuffer& picture) {
+    if (!picture.surface) {
         return {};
     }
     // Most pixels of a widget are like their neighbour.
     std::uint32_t last = 0;
     std::uint32_t lastStraight = 0;
-    for (std::uint32_t& pixel : picture.pixels) {
+    std::vector<std::uint32_t> pixels(picture.pixels().begin(), picture.pixels().end());
+    for (std::uint32_t& pixel : pixels) {
         if (pixel != last) {
             last = pixel;
             lastStraight = straight(pixel);
@@ -44,7 +46,7 @@ std::string pngFile(PixelBuffer picture) {
     image.flags = PNG_IMAGE_FLAG_FAST;
     std::string file(PNG_IMAGE_PNG_SIZE_MAX(image), '\0');
     png_alloc_size_t size = file.size();
-    const int isWritten = png_image_write_to_memory(&image, file.data(), &size, 0, picture.pixels.data(), 0, nullptr);
+    const int isWritten = png_image_write_to_memory(&image, file.data(), &size, 0, pixels.data(), 0, nullptr);
     file.resize(isWritten != 0 ? size : 0);
     return file;
 }

@@ -9,6 +9,6 @@
 namespace host {
 
 /// Returns the file's bytes; empty if there are no pixels.
-std::string pngFile(PixelBuffer picture);
+std::string pngFile(const PixelBuffer& picture);
 
 } // namespace host

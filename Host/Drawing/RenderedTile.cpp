@@ -1,7 +1,5 @@
 #include "Host/Drawing/RenderedTile.h"
 
-#include <utility>
-
 namespace host {
 
 WidgetLayout layOut(const platform::View& view, Size size, Direction direction, Renderer& renderer) {
@@ -14,10 +12,7 @@ WidgetLayout layOut(const platform::View& view, Size size, Direction direction, 
 
 RenderedTile renderTile(const platform::View& view, Size size, const TileStyle& style, Renderer& renderer) {
     const WidgetLayout layout = layOut(view, size, style.direction, renderer);
-    PixelBuffer picture = renderer.pixels(layout, style.appearance, style.scale);
-    RenderedTile rendered{.pixels = std::move(picture.pixels),
-                          .width = picture.width,
-                          .height = picture.height,
+    RenderedTile rendered{.picture = renderer.pixels(layout, style.appearance, style.scale),
                           .scale = style.scale,
                           .appearance = style.appearance};
     if (style.appearance.redaction == Redaction::none) {

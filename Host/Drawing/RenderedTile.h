@@ -7,7 +7,6 @@
 #include "Host/Layout/Mirroring.h"
 #include "Platform/Views/View.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,18 +23,14 @@ struct TileStyle {
 };
 
 struct RenderedTile {
-    /// 0xAARRGGBB, premultiplied with alpha, as cairo has it: row after row without gaps, width × height of them.
-    std::vector<std::uint32_t> pixels;
-    /// In device pixels. 0 if a picture of the requested size cannot be made.
-    int width = 0;
-    int height = 0;
+    /// No picture if one of the requested size cannot be made.
+    PixelBuffer picture;
     /// Device pixels per point.
     double scale = 1;
     Appearance appearance;
     std::vector<AccessibleItem> items;
     /// Where a click that meets no link goes.
     std::optional<std::string> widgetURL;
-    friend bool operator==(const RenderedTile&, const RenderedTile&) = default;
 };
 
 /// Lays out with the measurers of `renderer`, mirrored for right to left. `size` is in points.

@@ -4,21 +4,11 @@
 #include "Host/Drawing/Painter.h"
 #include "Host/Drawing/VectorFiles.h"
 
-#include <cstddef>
-
 namespace host {
 namespace {
 
 /// Vector pictures are laid on half points, so that they are crisp on screens as they are today.
 constexpr double vectorScale = 2;
-
-/// Must be destroyed before anything else uses the pixels.
-CairoHandle cairoOn(PixelBuffer& picture) {
-    const SurfaceHandle surface(
-        cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(picture.pixels.data()),
-                                            CAIRO_FORMAT_ARGB32, picture.width, picture.height, picture.width * 4));
-    return CairoHandle(cairo_create(surface.get()));
-}
 
 std::string vectorPicture(VectorFormat format, const WidgetLayout& layout, const Appearance& appearance,
                           RenderCaches& caches) {
@@ -47,16 +37,20 @@ PixelBuffer Renderer::pixels(const WidgetLayout& layout, const Appearance& appea
     if (!(width >= 1 && height >= 1 && width <= maxSide && height <= maxSide)) {
         return {};
     }
-    PixelBuffer picture{.pixels = std::vector<std::uint32_t>(static_cast<std::size_t>(width * height)),
-                        .width = static_cast<int>(width),
-                        .height = static_cast<int>(height)};
-    Painter(cairoOn(picture).get(), grid, appearance, Medium::pixels, *caches_).paint(layout);
+    PixelBuffer picture{.width = static_cast<int>(width), .height = static_cast<int>(height)};
+    picture.surface.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, picture.width, picture.height));
+    if (cairo_surface_status(picture.surface.get()) != CAIRO_STATUS_SUCCESS) {
+        return {};
+    }
+    const CairoHandle cairo(cairo_create(picture.surface.get()));
+    Painter(cairo.get(), grid, appearance, Medium::pixels, *caches_).paint(layout);
+    cairo_surface_flush(picture.surface.get());
     return picture;
 }
 
-void Renderer::drawBadge(PixelBuffer& picture, Point origin, const WidgetLayout& layout, const Appearance& appearance,
-                         double scale) {
-    const CairoHandle cairo = cairoOn(picture);
+void Renderer::drawBadge(const PixelBuffer& picture, Point origin, const WidgetLayout& layout,
+                         const Appearance& appearance, double scale) {
+    const CairoHandle cairo(cairo_create(picture.surface.get()));
     cairo_translate(cairo.get(), origin.x, origin.y);
     Painter(cairo.get(), PixelGrid(scale), appearance, Medium::pixels, *caches_).paintBadge(layout);
 }

@@ -29,7 +29,7 @@ class Renderer final {
     ImageMeasurer& images();
 
     /// Returns the picture: as large as the widget, clear outside the tile's round corners. `scale`: device pixels per
-    /// point. No pixels if the picture would have none or more than `maxSide` in either direction.
+    /// point. No picture if it would have no pixels or more than `maxSide` in either direction.
     PixelBuffer pixels(const WidgetLayout& layout, const Appearance& appearance, double scale);
     static constexpr int maxSide = 16'384;
 
@@ -39,7 +39,7 @@ class Renderer final {
 
     /// Draws a badge over a picture: everything on an opaque capsule that is as large as the layout, with its upper
     /// left corner at `origin`, in whole device pixels.
-    void drawBadge(PixelBuffer& picture, Point origin, const WidgetLayout& layout, const Appearance& appearance,
+    void drawBadge(const PixelBuffer& picture, Point origin, const WidgetLayout& layout, const Appearance& appearance,
                    double scale);
 
   private:

@@ -115,14 +115,14 @@ std::vector<Reference> references() {
 }
 
 /// The means of squares of the picture, premultiplied; what is left of the last ones is compared, too.
-Picture downsampled(const RenderedTile& tile) {
-    const int columns = (tile.width + side - 1) / side;
-    const int rows = (tile.height + side - 1) / side;
+Picture downsampled(const PixelBuffer& picture) {
+    const int columns = (picture.width + side - 1) / side;
+    const int rows = (picture.height + side - 1) / side;
     Picture small = plainPicture(columns, rows, {});
     std::vector<int> counts(small.pixels.size());
-    for (int y = 0; y < tile.height; ++y) {
-        for (int x = 0; x < tile.width; ++x) {
-            const std::uint32_t pixel = tile.pixels[static_cast<std::size_t>(y * tile.width + x)];
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+            const std::uint32_t pixel = picture.pixels()[static_cast<std::size_t>(y * picture.width + x)];
             Pixel& sum = small.at(x / side, y / side);
             for (std::size_t channel = 0; channel < 4; ++channel) {
                 sum.at(channel) += static_cast<int>(pixel >> (channel * 8) & 0xFFU);
@@ -158,7 +158,7 @@ TEST(ReferencePictures, AreStillDrawn) {
         if (reference.badge) {
             drawBadge(tile, *reference.badge, reference.corner, reference.style, renderer);
         }
-        const Picture actual = asFile(downsampled(tile));
+        const Picture actual = asFile(downsampled(tile.picture));
         const std::string path = std::string(FIXTURES_FOLDER "/Pictures/") + reference.name + ".png";
         if (std::getenv("WRITE_PICTURES") != nullptr) {
             std::ofstream(path, std::ios::binary) << imageFile(actual, "png");

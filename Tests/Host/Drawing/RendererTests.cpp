@@ -144,10 +144,10 @@ TEST_F(RendererTest, PlaceholdersTellNothing) {
 
 TEST_F(RendererTest, RefusesPicturesOfNoOrAbsurdSize) {
     for (const double scale : {0.0, -1.0, std::nan(""), 1e9}) {
-        EXPECT_TRUE(renderer.pixels({{170, 170}, {}, {}}, {}, scale).pixels.empty());
-        EXPECT_EQ(renderTile(text("Inbox"), {170, 50}, {.scale = scale}, renderer).width, 0);
+        EXPECT_FALSE(renderer.pixels({{170, 170}, {}, {}}, {}, scale).surface);
+        EXPECT_EQ(renderTile(text("Inbox"), {170, 50}, {.scale = scale}, renderer).picture.width, 0);
     }
-    EXPECT_TRUE(renderer.pixels({{0, 10}, {}, {}}, {}, 1).pixels.empty());
+    EXPECT_FALSE(renderer.pixels({{0, 10}, {}, {}}, {}, 1).surface);
     EXPECT_EQ(renderer.pixels({{9, 7}, {}, {}}, {}, 1).width, 9);
 }
 
