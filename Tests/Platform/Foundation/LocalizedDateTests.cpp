@@ -51,7 +51,8 @@ TEST(LocalizedDate, IsThatOfTheIcuThatIsInstalled) {
     };
     for (const auto& [name, icuName] : locales) {
         setEnvironment(name, "Asia/Kathmandu");
-        const auto expected = [&](const char* skeleton) {
+        // Clang before 16 captures no structured bindings.
+        const auto expected = [name = name, icuName = icuName](const char* skeleton) {
             UErrorCode error = U_ZERO_ERROR;
             const std::unique_ptr<icu::DateFormat> format(
                 icu::DateFormat::createInstanceForSkeleton(skeleton, icu::Locale(icuName), error));
