@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::array<const char*, 3> renderingModes{Arrangement::fullColor, "tinted", "vibrant"};
 
-/// Why a change cannot be made; nothing if it was made.
+/// Why a change was not made; nothing if it was.
 using Refusal = std::optional<std::string>;
 
 platform::Unexpected<platform::Failure> invalid(std::string message) {
@@ -25,13 +25,13 @@ bool isUtf8(const std::string& text) {
 }
 
 bool isWithinLimit(const Position& position) {
-    // Also false of what is no number.
+    // False for NaN, too.
     return std::fabs(position.x) <= Position::limit && std::fabs(position.y) <= Position::limit;
 }
 
 std::string unknownId(InstanceId id, const Arrangement& arrangement) {
     if (arrangement.instances.empty()) {
-        return fmt::format("there is no widget {}; none is placed", id);
+        return fmt::format("there is no widget {}; no widget is placed", id);
     }
     std::vector<InstanceId> ids;
     for (const Instance& instance : arrangement.instances) {
@@ -52,7 +52,7 @@ class ChangeVisitor {
 
     Refusal operator()(const Addition& addition) {
         if (arrangement_.nextId == std::numeric_limits<InstanceId>::max()) {
-            return "every id has been given; a new arrangement would begin at 1 again";
+            return "all ids are used up; only a new arrangement starts at 1 again";
         }
         return insert(addition.instance, arrangement_.nextId++);
     }
@@ -112,7 +112,7 @@ class ChangeVisitor {
   private:
     Refusal insert(const Instance& instance, InstanceId id) {
         if (arrangement_.instances.size() >= Arrangement::maxCount) {
-            return fmt::format("there are {} widgets, and no room for more", Arrangement::maxCount);
+            return fmt::format("there are {} widgets already, which is the maximum", Arrangement::maxCount);
         }
         if (auto fault = validate(instance)) {
             return fault;
@@ -159,7 +159,7 @@ bool isRenderingMode(std::string_view name) {
 
 std::optional<std::string> validate(const Instance& instance) {
     if (instance.extension.empty() || instance.kind.empty() || instance.family.empty()) {
-        return "extension, kind and family must be named";
+        return "extension, kind or family is missing";
     }
     if (!isUtf8(instance.extension) || !isUtf8(instance.kind) || !isUtf8(instance.family)) {
         return "the name of the extension, the kind or the family is not UTF-8";

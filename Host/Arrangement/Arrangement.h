@@ -1,6 +1,6 @@
-// The arrangement: which widgets are placed on the desktop, in what size, set to what, and where.
+// The arrangement: which widgets are placed on the desktop, with their sizes, settings and positions.
 //
-// A value, and the changes to it as values, too. No effects; any thread.
+// It and changes to it are values. Any thread.
 #pragma once
 
 #include "Platform/Foundation/Failure.h"
@@ -16,26 +16,25 @@
 
 namespace host {
 
-/// What a user names an instance by: 1, 2, … in the order in which they were added. Never given twice in one file.
+/// 1, 2, … in the order of addition. Never reused in one file.
 using InstanceId = std::uint32_t;
 
-/// The upper left corner, in points from that of the output, or of the whole desktop where no output is named.
+/// The upper left corner, in points from the output's, or from the whole desktop's if no output is named.
 struct Position {
-    /// How far either may be from 0.
+    /// The largest absolute value of either coordinate.
     static constexpr double limit = 100'000;
     double x = 0;
     double y = 0;
     bool operator==(const Position&) const = default;
 };
 
-/// The choice's id by the parameter's name. A parameter left out has its default.
+/// Ids of choices by parameter name. A missing parameter has its default.
 using Settings = std::map<std::string, std::string>;
 
-/// Members of the file that this version does not know, as JSON by their names. They stay with the instance or the
-/// arrangement that they were read with and are written again.
+/// Members of the file that this version does not know, as JSON by name. They are written back where they were read.
 using UnknownMembers = std::map<std::string, std::string>;
 
-/// A placed widget. All texts are UTF-8; extension, kind and family are not empty.
+/// A placed widget. All text is UTF-8; extension, kind and family are not empty.
 struct Instance {
     InstanceId id = 0;
     /// The identifier of the extension that has the widget.
@@ -43,9 +42,9 @@ struct Instance {
     std::string kind;
     std::string family;
     Settings configuration;
-    /// The screen by its name; left out, the host chooses.
+    /// Name of the screen; without one, the host chooses.
     std::optional<std::string> output;
-    /// Left out, the host finds a free place.
+    /// Without one, the host finds a free place.
     std::optional<Position> position;
     UnknownMembers unknown;
     bool operator==(const Instance&) const = default;
@@ -53,13 +52,13 @@ struct Instance {
 
 struct Arrangement {
     static constexpr std::size_t maxCount = 1000;
-    /// In the order in which they were added, each with an id of its own.
+    /// In the order of addition, with unique ids.
     std::vector<Instance> instances;
-    /// Greater than every id that was ever given.
+    /// Greater than every id given so far.
     InstanceId nextId = 1;
-    /// Tiles stay where they are, whatever the pointer does.
+    /// Tiles cannot be dragged.
     bool locked = false;
-    /// How all tiles use colours, by the protocol's name.
+    /// "fullColor", "tinted" or "vibrant", for all tiles.
     std::string renderingMode = fullColor;
     UnknownMembers unknown;
     bool operator==(const Arrangement&) const = default;
@@ -67,23 +66,23 @@ struct Arrangement {
     static constexpr const char* fullColor = "fullColor";
 };
 
-/// Adds `instance` as the last one. Its id is replaced by a fresh one.
+/// Adds `instance` at the end, with a new id.
 struct Addition {
     Instance instance;
 };
 struct Removal {
     InstanceId id = 0;
 };
-/// Puts back an instance that was removed, under the id that it had.
+/// Restores a removed instance with the id it had.
 struct Restoration {
     Instance instance;
 };
-/// Chooses anew what `settings` name and leaves the others as they are.
+/// Replaces the settings that are named and keeps the others.
 struct Edit {
     InstanceId id = 0;
     Settings settings;
 };
-/// Without an output, the instance stays on the one that it is on.
+/// Without an output, the instance stays on its present one.
 struct Move {
     InstanceId id = 0;
     Position position;
@@ -109,7 +108,7 @@ platform::Outcome<Arrangement> applied(Arrangement arrangement, const Arrangemen
 /// Returns the instance with that id. Fails with `usage` and names the ids that exist.
 platform::Outcome<Instance> instanceWith(InstanceId id, const Arrangement& arrangement);
 
-/// Returns in a few words what is invalid in an instance; nothing if it is valid.
+/// Returns in a few words what is invalid, or nothing.
 std::optional<std::string> validate(const Instance& instance);
 
 bool isRenderingMode(std::string_view name);

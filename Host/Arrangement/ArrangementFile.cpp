@@ -43,7 +43,7 @@ Outcome<ArrangementFile::Update> ArrangementFile::update(const ArrangementChange
     }
     auto arrangement = applied(std::move(content->arrangement), change);
     if (!arrangement) {
-        // That a broken file does not have a widget says little.
+        // The user needs to know that the file is broken, not that it lacks a widget.
         return content->broken ? refusal(*content->broken) : Unexpected{arrangement.error()};
     }
     const std::string json = arrangementJson(*arrangement);
@@ -65,13 +65,13 @@ Outcome<ArrangementFile::Update> ArrangementFile::update(const ArrangementChange
 }
 
 Outcome<ArrangementFile::Content> ArrangementFile::read() const {
-    // In this order: a file that comes meanwhile is not taken for one that cannot be read.
+    // In this order, a file that appears meanwhile does not count as unreadable.
     if (!files_.exists(path_)) {
         return Content{};
     }
     const auto bytes = files_.read(path_);
     if (!bytes) {
-        return error(Kind::unreadable, fmt::format("{} cannot be read; it is left as it is", path_.string()));
+        return error(Kind::unreadable, fmt::format("{} cannot be read; it stays unchanged", path_.string()));
     }
     auto arrangement = arrangementFromJson(bytes->bytes());
     if (arrangement) {
@@ -80,7 +80,7 @@ Outcome<ArrangementFile::Content> ArrangementFile::read() const {
     const Failure& why = arrangement.error();
     if (why.kind == Kind::unreadable) {
         return error(Kind::unreadable,
-                     fmt::format("{} is of a newer program ({}, this one knows {}); it is left as it is",
+                     fmt::format("{} is from a newer program ({}, this one reads {}); it stays unchanged",
                                  path_.string(), why.message, arrangementVersion));
     }
     return Content{.arrangement = {}, .broken = BrokenFile{.bytes = *bytes, .reason = why.message}};

@@ -1,10 +1,10 @@
-// The arrangement's file, arrangement.json in a folder of the host's own.
+// The arrangement's file: arrangement.json in the host's own folder.
 //
-// A reader sees a whole arrangement, the old one or the new one, also when a writer is killed or the disk is full.
-// Changes of several processes follow each other, under a lock (arrangement.lock), so that none is lost.
+// Readers see the whole old arrangement or the whole new one, even when a writer is killed or the disk is full. A lock
+// (arrangement.lock) orders changes of several processes, so that each counts.
 //
-// A file that cannot be read is not lost: a broken one is copied to arrangement.json.broken-1, or the first such name
-// that is free, before a new one takes its place; one of a newer version, or that may not be read, is left unchanged.
+// No file is lost. A broken one is copied to arrangement.json.broken-1, or the first free name of that form, before it
+// is replaced. One of a newer version, or without permission to read, stays unchanged.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -20,7 +20,7 @@ namespace host {
 
 class ArrangementFile {
   public:
-    /// The folder is absolute. It need not be there; the first change makes it. `files` must live as long as this.
+    /// `folder` is absolute; the first change creates it. `files` must outlive this.
     ArrangementFile(const platform::FileSystem& files, const std::filesystem::path& folder,
                     std::chrono::milliseconds lockTimeout = std::chrono::seconds(10))
         : files_(files), path_(folder / "arrangement.json"), lockPath_(folder / "arrangement.lock"),
@@ -28,18 +28,18 @@ class ArrangementFile {
 
     const std::filesystem::path& path() const { return path_; }
 
-    /// Returns the arrangement as it is now, an empty one if there is no file. Fails with `unreadable`. Changes nothing
-    /// and does not wait. Any thread.
+    /// Returns the present arrangement, empty without a file. Fails with `unreadable`. Changes nothing, takes no lock.
+    /// Any thread.
     platform::Outcome<Arrangement> load() const;
 
     struct Update {
         Arrangement arrangement;
-        /// One line for the user where a broken file was set aside.
+        /// One line for the user if a broken file was set aside.
         std::optional<std::string> notice;
     };
-    /// Makes a change to the arrangement as it is when all changes before are done. Fails with `usage` if the change
-    /// cannot be made, `unreadable`, or `unwritable` if the file, a copy of a broken one or the lock cannot be had; the
-    /// file is then as it was. Waits for other changes until the lock's timeout, and for the disk; any thread.
+    /// Applies a change to the file. Fails with `usage` if the change is invalid, with `unreadable`, or with
+    /// `unwritable` if the file, a copy of a broken one, or the lock cannot be made; the file then stays as it was.
+    /// Waits for the disk, and for other changes until the lock's timeout. Any thread.
     platform::Outcome<Update> update(const ArrangementChange& change) const;
 
   private:
@@ -47,13 +47,13 @@ class ArrangementFile {
         platform::Data bytes;
         std::string reason;
     };
-    /// What is found; with a broken file, an empty arrangement.
+    /// The arrangement is empty if the file is broken.
     struct Content {
         Arrangement arrangement;
         std::optional<BrokenFile> broken;
     };
     platform::Outcome<Content> read() const;
-    /// Copies a broken file; the notice that says so.
+    /// Copies a broken file. Returns the notice.
     platform::Outcome<std::string> setAside(const BrokenFile& broken) const;
     platform::Unexpected<platform::Failure> refusal(const BrokenFile& broken) const;
 

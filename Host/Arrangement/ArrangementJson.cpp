@@ -20,12 +20,12 @@ using simdjson::dom::array;
 using simdjson::dom::element;
 using simdjson::dom::object;
 
-/// Thrown and caught in this file: what is wrong and where, in a few words.
+/// What is wrong and where, in a few words. Thrown and caught in this file only.
 struct Fault {
     std::string reason;
 };
 
-/// A name from the file, in quotes and on one line whatever it is.
+/// Returns a name from the file as a JSON string, which has no line breaks.
 std::string quoted(std::string_view name) {
     std::string text;
     JsonWriter(text).text(name);
@@ -54,7 +54,7 @@ InstanceId readId(element json, InstanceId max) {
     return static_cast<InstanceId>(id);
 }
 
-/// Calls `readMember` with the name and value of each member, and puts the name before what is wrong with it.
+/// Calls `readMember` with the name and value of each member. Puts the name before the reason of a fault.
 template <class ReadMember>
 void readMembers(object json, ReadMember readMember) {
     std::set<std::string_view> seen;
@@ -90,7 +90,7 @@ Instance readInstance(element json) {
     Instance instance;
     readMembers(read<object>(json, "not an object"), [&](std::string_view name, element value) {
         if (name == "id") {
-            // The greatest would leave no next one.
+            // The largest id would leave no next one.
             instance.id = readId(value, std::numeric_limits<InstanceId>::max() - 1);
         } else if (name == "extension") {
             instance.extension = readText(value);
@@ -200,7 +200,7 @@ platform::Outcome<Arrangement> arrangementFromJson(std::string_view json) {
     if (parser.parse(json).get(members) != simdjson::SUCCESS) {
         return broken("not a JSON object");
     }
-    // Before anything else: a newer form may look like nothing that is known here.
+    // First, because a newer version may have another form.
     std::uint64_t version = 0;
     if (members["version"].get(version) != simdjson::SUCCESS || version == 0) {
         return broken("\"version\": missing or not a version");

@@ -6,11 +6,11 @@
 //     …
 //     ]}
 //
-// one instance a line, so that people can read and compare it. "configuration", "output" and "position" may be left
-// out, and so may "nextId", which is then one more than the greatest id; a smaller one counts as that too. Beside them
-// may stand "locked":true and "renderingMode":"tinted" or "vibrant". Reading is
-// strict: a member that is of another type or there twice, two instances of one id, and what breaks a bound make the
-// file a broken one. Members with other names, which a later program may write under the same version, are kept.
+// One instance per line, for reading and comparing. Optional: "configuration", "output", "position", "nextId" (raised
+// to one more than the largest id), "locked":true, and "renderingMode":"tinted" or "vibrant".
+//
+// A file is broken if a member has another type or occurs twice, two instances have one id, or a limit is exceeded.
+// Unknown members are kept: a later program may write them under the same version.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -22,20 +22,20 @@
 
 namespace host {
 
-/// The form that this program reads and writes. A greater one is for changes that it would misunderstand.
+/// The version that this program reads and writes. A greater one marks changes that it would misunderstand.
 inline constexpr int arrangementVersion = 1;
 
-/// A file with more bytes than this counts as broken.
+/// In bytes. A larger file counts as broken.
 inline constexpr std::size_t maxArrangementFileSize = std::size_t{1} << 20U;
 
-/// Fails with `malformed` for a broken file and with `unreadable` for one of a newer version; the message says in a few
-/// words what is wrong and where.
+/// Fails with `malformed` for a broken file and with `unreadable` for a newer version; the message says in a few words
+/// what is wrong and where.
 platform::Outcome<Arrangement> arrangementFromJson(std::string_view json);
 
-/// The file's whole content. It may be larger than what is read.
+/// Returns the content of the file, which may exceed `maxArrangementFileSize`.
 std::string arrangementJson(const Arrangement& arrangement);
 
-/// The list alone, in one line without its end.
+/// Returns the instances alone, on one line without a newline.
 std::string instancesJson(const Arrangement& arrangement);
 
 } // namespace host

@@ -19,7 +19,7 @@ using platform::Unexpected;
 
 constexpr std::chrono::milliseconds retryInterval{2};
 
-/// errno says why, where it cannot be made.
+/// Returns false with errno set on failure.
 bool makeFolder(const fs::path& folder) {
     if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) {
         return true;
@@ -29,7 +29,7 @@ bool makeFolder(const fs::path& folder) {
            (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST);
 }
 
-/// The kernel itself would wait without a bound.
+/// Polls, because flock itself has no timeout.
 bool acquire(const FileDescriptor& file, std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     while (flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
@@ -45,7 +45,7 @@ Unexpected<Failure> cannotLock(const fs::path& path, int reason) {
     if (reason == EWOULDBLOCK) {
         return {{Failure::Kind::unavailable, fmt::format("cannot lock {}: another process has it", path.string())}};
     }
-    // strerror would answer in the user's language.
+    // strerror would translate.
     const char* const words = strerrordesc_np(reason);
     return {{Failure::Kind::unwritable,
              fmt::format("cannot lock {}: {}", path.string(), words != nullptr ? words : "unknown error")}};

@@ -1,5 +1,5 @@
 // A lock between processes: flock(2) on a file of its own, which stays empty and is never removed. The kernel releases
-// it when its process ends, however that ends.
+// it when the process ends.
 #pragma once
 
 #include "Platform/Foundation/Failure.h"
@@ -12,11 +12,11 @@ namespace host {
 
 class FileLock {
   public:
-    /// Locks the file at `path` for as long as the value lives. Makes the file if it is missing, and the folders above
-    /// it for the user alone (mode 0700). Waits until the timeout for another process that has the lock, then fails
-    /// with `unavailable`. Fails with `unwritable` if the file or a folder cannot be made. Any thread.
+    /// Locks the file at `path` while the value lives. Creates the file, and missing folders with mode 0700. Fails with
+    /// `unavailable` if another process has the lock until the timeout, with `unwritable` if the file or a folder
+    /// cannot be created. Any thread.
     static platform::Outcome<FileLock> lock(const std::filesystem::path& path, std::chrono::milliseconds timeout);
-    /// The same without waiting.
+    /// Locks without waiting.
     static platform::Outcome<FileLock> tryLock(const std::filesystem::path& path) {
         return lock(path, std::chrono::milliseconds(0));
     }

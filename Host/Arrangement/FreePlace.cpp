@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-/// With more tiles than this no gap is searched for.
+/// With more tiles, no gap is searched for: the search takes cubic time.
 constexpr std::size_t maxSearched = 64;
 constexpr std::size_t asideCount = 8;
 

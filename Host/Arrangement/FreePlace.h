@@ -1,4 +1,4 @@
-// Where a new tile without a position goes.
+// Finds a place for a tile without a position.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -7,9 +7,9 @@
 
 namespace host {
 
-/// Returns the upper left corner of the first place on the screen, row by row from the top right, where a tile of `size`
-/// keeps its distance from all that is taken. The left is where the desktop's icons start. On a full screen tiles
-/// overlap, each a little aside.
+/// Returns the upper left corner of the first place, row by row from the top right, where a tile of `size` keeps its
+/// distance from all taken places. The desktop's icons start at the left. On a full screen tiles overlap, each shifted a
+/// little.
 Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen);
 
 /// Packs tiles of these sizes, at most six, on an area of this width and any height: in the order that takes the least

@@ -61,8 +61,7 @@ std::vector<PlacedTile> placeTiles(const std::vector<TileToPlace>& tiles, const 
     if (screens.empty()) {
         return {};
     }
-    // First the tiles that can lie where they are arranged, so that no other takes their places; then those off their
-    // screen.
+    // Tiles on their screen come first, so that no other takes their places; then those off their screen.
     std::vector<std::optional<PlacedTile>> places;
     std::vector<std::vector<Rect>> taken(screens.size());
     std::vector<PlacedTile*> offScreen;

@@ -1,7 +1,7 @@
-// Which screen each placed widget is on, and where there.
+// Computes on which screen each placed widget is, and where.
 //
-// A tile lies where the arrangement says as long as its screen is connected, else in a free place on the first screen.
-// A place off the screen is moved onto it, or to a free place if another tile lies there. Pure.
+// A tile lies where the arrangement says while its screen is connected, else in a free place on the first screen. A
+// place off the screen is clamped to it, or replaced by a free one if another tile lies there. Pure.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -13,11 +13,11 @@
 namespace host {
 
 struct Screen {
-    /// Its name at the graphics card, "DP-1".
+    /// Name of the connector, "DP-1".
     std::string name;
-    /// On the desktop of all screens.
+    /// In the coordinates of the whole desktop.
     Rect bounds;
-    /// The part of it where tiles may lie: without what panels take, as far as the desktop says so.
+    /// Where tiles may lie: the bounds without panels, as far as the desktop reports them.
     Rect area;
     bool operator==(const Screen&) const = default;
 };
@@ -29,15 +29,15 @@ struct TileToPlace {
 
 struct PlacedTile {
     InstanceId id = 0;
-    /// As an index into the screens.
+    /// Index into the screens.
     std::size_t screen = 0;
-    /// On the desktop of all screens.
+    /// In the coordinates of the whole desktop.
     Rect frame;
     enum class Source {
         arrangement,
-        /// A free place, which the tile may keep.
+        /// A free place, to be kept.
         chosen,
-        /// A free place for as long as its screen is away.
+        /// A free place until its screen is back.
         fallback,
     };
     Source source = Source::arrangement;

@@ -26,7 +26,7 @@ double clampedTo(const Span& tile, const Span& screen) {
     return std::max(screen.start, std::min(tile.start, screen.end() - tile.length));
 }
 
-/// Whether spans lie beside each other, as tiles of one row or column do.
+/// Returns whether tiles with these spans are in one row or column.
 bool areNear(const Span& one, const Span& other) {
     return one.start <= other.end() + tileGap + snapDistance && other.start <= one.end() + tileGap + snapDistance;
 }

@@ -1,4 +1,4 @@
-// Where a dragged tile is dropped.
+// Computes where a dragged tile is dropped.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -7,11 +7,11 @@
 
 namespace host {
 
-/// Returns the tile moved onto the screen by the shortest way; one larger than the screen starts at its corner.
+/// Returns the tile moved onto the screen by the shortest way. A tile larger than the screen starts at its corner.
 Rect clampedTo(const Rect& tile, const Rect& screen);
 
-/// Returns the tile where it is dropped: aligned with a neighbour's edge, or with the usual gap beside it, or at the
-/// screen's margin if it is within `snapDistance` of that; else on the grid. Always on the screen.
+/// Returns the tile aligned with a neighbour's edge, at the usual gap beside it, or at the screen's margin, if one is
+/// within `snapDistance`; else on the grid. Always on the screen.
 Rect snapped(const Rect& tile, const std::vector<Rect>& neighbours, const Rect& screen);
 
 } // namespace host

@@ -5,9 +5,9 @@ namespace host {
 
 /// Between tiles, and from a tile to the screen's edge.
 inline constexpr double tileGap = 24;
-/// Dragged tiles move in these steps.
+/// The step of the grid that dragged tiles are dropped on.
 inline constexpr double gridStep = 8;
-/// A dragged tile within this distance of a neighbour's edge or the screen's margin snaps to it.
+/// The largest distance at which a dragged tile snaps.
 inline constexpr double snapDistance = 12;
 
 } // namespace host

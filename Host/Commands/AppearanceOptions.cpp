@@ -20,18 +20,15 @@ CLI::IsMember oneOf(const std::array<std::string_view, Count>& names) {
 } // namespace
 
 void AppearanceOptions::addTo(CLI::App& command) {
-    command.add_option("--mode", mode_, "How colours are used")->check(oneOf(drawingModeNames))->capture_default_str();
-    command.add_option("--appearance", scheme_, "The colour scheme")
-        ->check(oneOf(colorSchemeNames))
-        ->capture_default_str();
+    command.add_option("--mode", mode_, "How to use colours")->check(oneOf(drawingModeNames))->capture_default_str();
+    command.add_option("--appearance", scheme_, "Colour scheme")->check(oneOf(colorSchemeNames))->capture_default_str();
     addContrastOption(command, contrast_);
     command
         .add_option_function<std::string>(
-            "--accent", [this](const std::string& text) { accent_ = colorFromHex(text); },
-            "The colour of the tinted mode")
+            "--accent", [this](const std::string& text) { accent_ = colorFromHex(text); }, "Colour of the tinted mode")
         ->type_name("RRGGBB")
         ->check([](const std::string& text) {
-            return colorFromHex(text) ? std::string() : "\"" + text + "\" is no colour like AF52DE";
+            return colorFromHex(text) ? std::string() : "\"" + text + "\" is not a colour such as AF52DE";
         });
 }
 
@@ -47,7 +44,7 @@ void addContrastOption(CLI::App& command, Contrast& contrast) {
         .add_option_function<std::string>(
             "--contrast",
             [&contrast](const std::string& name) { contrast = *valueNamed<Contrast>(name, contrastNames); },
-            "How far everything stands out from the tile")
+            "Contrast of the content with the tile")
         ->check(oneOf(contrastNames))
         ->default_str("normal");
 }

@@ -16,10 +16,10 @@ namespace host {
 /// --mode, --appearance, --contrast and --accent.
 class AppearanceOptions {
   public:
-    /// Keeps what was parsed, so it must outlive `command`.
+    /// Adds the options to `command`, which this must outlive.
     void addTo(CLI::App& command);
 
-    /// As the protocol calls it.
+    /// Returns the rendering mode by its name in the protocol.
     const std::string& mode() const { return mode_; }
     Appearance appearance() const;
 
@@ -33,7 +33,7 @@ class AppearanceOptions {
 /// Adds --contrast, which sets `contrast`.
 void addContrastOption(CLI::App& command, Contrast& contrast);
 
-/// "AF52DE" or "#AF52DE".
+/// Reads "AF52DE" or "#AF52DE"; returns nothing if the text is neither.
 std::optional<Rgba> colorFromHex(std::string_view text);
 
 } // namespace host

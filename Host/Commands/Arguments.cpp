@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-/// Reads a coordinate in decimals, independent of the user's language; nothing if it is invalid or out of bounds.
+/// Returns the coordinate, or nothing if the text is not a decimal within the limit.
 std::optional<double> coordinate(std::string_view text) {
     double value = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -35,11 +35,11 @@ std::string checkId(const std::string& text) {
     InstanceId id = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), id);
     const bool isId = failure == std::errc() && end == text.data() + text.size();
-    return isId ? std::string() : fmt::format("\"{}\" is no id; widgethost list shows them", text);
+    return isId ? std::string() : fmt::format("\"{}\" is not an id; see widgethost list", text);
 }
 
 std::string checkCoordinate(const std::string& text) {
-    return coordinate(text) ? std::string() : fmt::format("\"{}\" is no number within ±{}", text, Position::limit);
+    return coordinate(text) ? std::string() : fmt::format("\"{}\" is not a number within ±{}", text, Position::limit);
 }
 
 std::string checkPosition(const std::string& text) {
@@ -48,11 +48,11 @@ std::string checkPosition(const std::string& text) {
 }
 
 std::string checkRenderingMode(const std::string& text) {
-    return isRenderingMode(text) ? std::string() : fmt::format("\"{}\" is none of fullColor, tinted, vibrant", text);
+    return isRenderingMode(text) ? std::string() : fmt::format("\"{}\" is not fullColor, tinted or vibrant", text);
 }
 
 CLI::Option* addSettingsOption(CLI::App& command, std::vector<std::string>& settings) {
-    return command.add_option("--set", settings, "A choice of the widget's configuration, as often as needed")
+    return command.add_option("--set", settings, "Setting of the widget; can be repeated")
         ->type_name("NAME=VALUE")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)

@@ -1,4 +1,4 @@
-// Reads and checks arguments of the command line. A check returns what is wrong, empty if nothing is.
+// Reads and checks arguments of the command line. A check returns what is wrong, or an empty text.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -17,17 +17,17 @@ class Option;
 namespace host {
 
 std::string checkId(const std::string& text);
-/// Coordinates are decimals, independent of the user's language.
+/// Requires a decimal, whatever the user's language.
 std::string checkCoordinate(const std::string& text);
 /// "X,Y"
 std::string checkPosition(const std::string& text);
 std::string checkRenderingMode(const std::string& text);
 
-/// Both return nothing for invalid texts.
+/// Return nothing for invalid texts.
 std::optional<Position> position(std::string_view x, std::string_view y);
 std::optional<Position> position(std::string_view text);
 
-/// Adds --set NAME=VALUE, as often as needed, to `command`; its values are appended to `settings` as they are.
+/// Adds the repeatable option --set NAME=VALUE to `command`. Its values are appended to `settings` unchanged.
 CLI::Option* addSettingsOption(CLI::App& command, std::vector<std::string>& settings);
 
 /// Splits each into name and value, in their order.

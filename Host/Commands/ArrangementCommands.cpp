@@ -111,7 +111,7 @@ std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edi
     if (!extension) {
         return extension.error();
     }
-    // An id is not given twice: whatever happens meanwhile, it is of this kind or gone.
+    // Ids are never reused, so the instance has this kind for as long as it exists.
     const auto widgets = PendingResponse(**extension, "describe", "{}", readDescription).wait();
     if (!widgets) {
         return widgets.error();

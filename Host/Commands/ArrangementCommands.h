@@ -1,7 +1,7 @@
 // `widgethost add`, `remove`, `edit`, `move` and `list`: the arrangement, from the command line.
 //
-// Choices are checked against what the extension declares before anything is changed. The change is a value
-// (ArrangementChange), applied to the file or by the running host.
+// Checks settings against what the extension declares before it changes anything. A change is an `ArrangementChange`,
+// applied to the file, or by the running host.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -21,7 +21,7 @@ struct AddRequest {
     std::optional<Position> position;
 };
 
-/// Prints the new instance's id.
+/// Places a widget and prints its id.
 std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest& request);
 
 std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edit);
@@ -29,7 +29,7 @@ std::optional<Failure> editWidget(const ExtensionChoice& choice, const Edit& edi
 /// Makes a change that needs no extension.
 std::optional<Failure> changeArrangement(const ArrangementChange& change);
 
-/// Prints a table; as JSON an array in one line.
+/// Prints a table, or a JSON array on one line.
 std::optional<Failure> listArrangement(TextFormat format);
 
 } // namespace host

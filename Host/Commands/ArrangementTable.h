@@ -1,4 +1,4 @@
-// The arrangement as a table for people:
+// The arrangement as a table of text:
 //
 //     ID  KIND               FAMILY  SETTINGS           PLACE
 //     1   FavoritesWidget    medium  group=Work         DP-1 at 40,60

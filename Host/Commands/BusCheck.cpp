@@ -13,7 +13,7 @@
 namespace host {
 namespace {
 
-/// For each question on the bus.
+/// For each call on the bus.
 constexpr int timeoutMilliseconds = 2000;
 
 struct Release {
@@ -60,10 +60,9 @@ bool isOwned(const Bus& bus, const char* name) {
 }
 
 Finding checkRunningHost(const Bus& bus) {
-    return isOwned(bus, busName)
-               ? Finding::ok("running host", "one runs")
-               : Finding::note("running host", "none runs in this session: placed widgets are not shown",
-                               "start it with widgethost desktop");
+    return isOwned(bus, busName) ? Finding::ok("running host", "running")
+                                 : Finding::note("running host", "not running: placed widgets are not shown",
+                                                 "start it with widgethost desktop");
 }
 
 Finding checkPortal(const Bus& bus) {
@@ -76,9 +75,8 @@ Finding checkPortal(const Bus& bus) {
     }
     const Variant version(value);
     if (!version || g_variant_is_of_type(version.get(), G_VARIANT_TYPE_UINT32) == FALSE) {
-        return Finding::note("portal",
-                             "there is none with settings: widgets do not follow the desktop's light and dark",
-                             "install xdg-desktop-portal and the portal of your desktop, or start it anew");
+        return Finding::note("portal", "no portal has settings: widgets do not follow the desktop's light and dark",
+                             "install xdg-desktop-portal and the portal of your desktop, or restart it");
     }
     return Finding::ok("portal", fmt::format("has settings, version {}", g_variant_get_uint32(version.get())));
 }
@@ -93,7 +91,7 @@ Finding noBus(const std::string& what) {
 Findings checkBus() {
     const auto address = busAddress();
     if (!address) {
-        return {noBus("there is none")};
+        return {noBus("not found")};
     }
     const auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);

@@ -1,12 +1,12 @@
-// The session bus, and who is on it: a running host, the desktop's portal.
+// Checks the session bus, and whether a host and the desktop's portal are on it.
 #pragma once
 
 #include "Host/Commands/Finding.h"
 
 namespace host {
 
-/// Asks the bus that the environment names; starts none. The portal is started where it is not running but can be, as
-/// it would be for the host.
+/// Returns findings about the bus that the environment names. Starts no bus, but may start the portal, as the host
+/// would.
 Findings checkBus();
 
 } // namespace host

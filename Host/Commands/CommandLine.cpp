@@ -22,7 +22,7 @@
 namespace host {
 namespace {
 
-/// The enumerations of the command line, by the names they have there.
+/// Enumerators by their names on the command line.
 const std::map<std::string, EntryRequest::Method> methods{{"timeline", EntryRequest::Method::timeline},
                                                           {"snapshot", EntryRequest::Method::snapshot},
                                                           {"placeholder", EntryRequest::Method::placeholder}};
@@ -90,16 +90,16 @@ class CommandLine {
         app_.fallthrough();
         app_.set_version_flag("--version", "widgethost " WIDGETHOST_VERSION);
         app_.add_option("--extension", extension_,
-                        "An extension's manifest or executable, instead of the installed ones")
+                        "Manifest or executable of an extension to use instead of the installed ones")
             ->type_name("PATH");
-        app_.add_option("--home", home_, "The folder that the extension takes for the user's home")
+        app_.add_option("--home", home_, "Folder to use as the user's home")
             ->type_name("FOLDER")
             ->check(CLI::ExistingDirectory);
         app_.add_flag("--unconfined", unconfined_,
-                      "Let the extension do what the user may; for finding out whether confinement is at fault");
+                      "Run extensions without confinement, to find out whether it is at fault");
     }
 
-    /// `action` runs when the whole command line is parsed.
+    /// Adds a command whose `action` runs after the whole command line is parsed.
     CLI::App& addCommand(const std::string& name, const std::string& description,
                          std::function<std::optional<Failure>()> action) {
         CLI::App* command = app_.add_subcommand(name, description);
@@ -116,82 +116,82 @@ class CommandLine {
     }
 
     void addDescribe() {
-        addJson(addCommand("describe", "Say what widgets there are and what they offer",
+        addJson(addCommand("describe", "List the widgets and their parameters",
                            [this] { return describe(choice(), textFormat()); }));
     }
 
     void addOptions() {
         CLI::App& command = addCommand("options", "List the choices of a widget's parameter",
                                        [this] { return listOptions(choice(), optionsRequest_, textFormat()); });
-        command.add_option("KIND", optionsRequest_.kind, "The widget's kind")->required();
-        command.add_option("PARAMETER", optionsRequest_.parameter, "The parameter's name")->required();
-        command.add_option("--matching", optionsRequest_.matching, "Only choices that contain this text")
+        command.add_option("KIND", optionsRequest_.kind, "Kind of the widget")->required();
+        command.add_option("PARAMETER", optionsRequest_.parameter, "Name of the parameter")->required();
+        command.add_option("--matching", optionsRequest_.matching, "List only choices that contain this text")
             ->type_name("TEXT");
         addJson(command);
     }
 
     void addRender() {
         CLI::App& command = addCommand("render", "Draw one widget", [this] { return doRender(); });
-        command.add_option("KIND", renderRequest_.entry.kind, "The widget's kind")->required();
-        command.add_option("--family", renderRequest_.family, "The widget's size")
+        command.add_option("KIND", renderRequest_.entry.kind, "Kind of the widget")->required();
+        command.add_option("--family", renderRequest_.family, "Size of the widget")
             ->check(CLI::IsMember({"small", "medium", "large", "extraLarge"}));
         addSettingsOption(command, settings_);
-        CLI::Option* request = command.add_option("--request", request_, "What the extension is asked for")
+        CLI::Option* request = command.add_option("--request", request_, "What to ask the extension for")
                                    ->check(CLI::IsMember(names(methods)))
                                    ->capture_default_str();
-        command.add_option("--preview", renderRequest_.preview, "A design-time preview of the widget")
+        command.add_option("--preview", renderRequest_.preview, "Draw this design-time preview")
             ->type_name("NAME")
             ->excludes(request);
         appearance_.addTo(command);
-        command.add_option("--scale", renderRequest_.scale, "Device pixels a point, for PNG")
+        command.add_option("--scale", renderRequest_.scale, "Device pixels per point, for PNG")
             ->check(CLI::Range(0.25, 8.0))
             ->capture_default_str();
-        command.add_option("--format", format_, "What is written: a picture, the view tree or the frames laid out")
+        command.add_option("--format", format_, "What to write: a picture, the view tree or the frames of the layout")
             ->check(CLI::IsMember(names(formats)))
             ->capture_default_str();
-        command.add_option("-o,--output", output_, "The file to write, instead of standard output")->type_name("FILE");
+        command.add_option("-o,--output", output_, "File to write instead of standard output")->type_name("FILE");
     }
 
     void addGallery() {
         CLI::App& command =
-            addCommand("gallery", "Draw every widget in every family, and a page that shows them", [this] {
+            addCommand("gallery", "Draw every widget in every family, with a page that shows them", [this] {
                 return gallery(choice(), {.folder = galleryFolder_,
                                           .schemes = galleryAppearances.at(gallerySchemes_),
                                           .contrast = galleryContrast_});
             });
-        command.add_option("-o,--output", galleryFolder_, "The folder to write")
+        command.add_option("-o,--output", galleryFolder_, "Folder to write to")
             ->type_name("FOLDER")
             ->capture_default_str();
-        command.add_option("--appearance", gallerySchemes_, "The colour schemes that are drawn")
+        command.add_option("--appearance", gallerySchemes_, "Colour schemes to draw")
             ->check(CLI::IsMember(names(galleryAppearances)))
             ->capture_default_str();
         addContrastOption(command, galleryContrast_);
     }
 
     void addAdd() {
-        CLI::App& command = addCommand("add", "Place a widget on the desktop, and print its id", [this] {
+        CLI::App& command = addCommand("add", "Place a widget on the desktop and print its id", [this] {
             return addWidget(choice(), {.kind = widgetKind_,
                                         .family = family_,
                                         .settings = placedSettings(),
                                         .output = screen_,
                                         .position = position(at_)});
         });
-        command.add_option("KIND", widgetKind_, "The widget's kind")->required();
-        command.add_option("--family", family_, "The widget's size, instead of medium");
+        command.add_option("KIND", widgetKind_, "Kind of the widget")->required();
+        command.add_option("--family", family_, "Size of the widget; medium if left out");
         addSettingsOption(command, settings_);
         addScreen(command);
-        command.add_option("--at", at_, "Where its upper left corner lies, in points")
+        command.add_option("--at", at_, "Position of the upper left corner, in points")
             ->type_name("X,Y")
             ->check(checkPosition);
     }
 
     void addRemove() {
-        addId(addCommand("remove", "Take a widget off the desktop",
+        addId(addCommand("remove", "Remove a widget from the desktop",
                          [this] { return changeArrangement(Removal{.id = id_}); }));
     }
 
     void addEdit() {
-        CLI::App& command = addCommand("edit", "Change what a placed widget is set to", [this] {
+        CLI::App& command = addCommand("edit", "Change the settings of a placed widget", [this] {
             return editWidget(choice(), Edit{.id = id_, .settings = placedSettings()});
         });
         addId(command);
@@ -199,19 +199,19 @@ class CommandLine {
     }
 
     void addMove() {
-        CLI::App& command = addCommand("move", "Put a placed widget somewhere else", [this] {
+        CLI::App& command = addCommand("move", "Move a placed widget", [this] {
             return changeArrangement(Move{.id = id_, .position = *position(x_, y_), .output = screen_});
         });
         addId(command);
-        command.add_option("X", x_, "The left edge, in points")->required()->check(checkCoordinate);
-        command.add_option("Y", y_, "The upper edge, in points")->required()->check(checkCoordinate);
+        command.add_option("X", x_, "Left edge, in points")->required()->check(checkCoordinate);
+        command.add_option("Y", y_, "Upper edge, in points")->required()->check(checkCoordinate);
         addScreen(command);
     }
 
     void addLooks() {
-        addCommand("lock", "Keep placed widgets where they are, whatever the pointer does",
+        addCommand("lock", "Keep placed widgets from being dragged",
                    [] { return changeArrangement(Locking{.locked = true}); });
-        addCommand("unlock", "Let placed widgets be dragged",
+        addCommand("unlock", "Allow placed widgets to be dragged",
                    [] { return changeArrangement(Locking{.locked = false}); });
         addCommand("mode", "Choose how placed widgets use colours",
                    [this] { return changeArrangement(SetRenderingMode{.renderingMode = mode_}); })
@@ -223,21 +223,22 @@ class CommandLine {
 
     void addList() {
         addJson(addCommand("list", "List the placed widgets", [this] { return listArrangement(textFormat()); }),
-                "Print JSON, as the arrangement's file has it");
-        addId(addCommand("explain", "Say how a placed widget is doing, and why", [this] { return explainTile(id_); }));
+                "Print JSON, in the form of the arrangement file");
+        addId(addCommand("explain", "Show when a placed widget reloads, and what failed",
+                         [this] { return explainTile(id_); }));
     }
 
     void addId(CLI::App& command) {
-        command.add_option("ID", id_, "The widget's id, as list shows it")->required()->type_name("")->check(checkId);
+        command.add_option("ID", id_, "Id of the widget, as list shows it")->required()->type_name("")->check(checkId);
     }
 
     void addScreen(CLI::App& command) {
-        command.add_option("--output", screen_, "The screen, by its name")
+        command.add_option("--output", screen_, "Name of the screen")
             ->type_name("NAME")
             ->check([](const std::string& name) { return name.empty() ? "the name is empty" : std::string(); });
     }
 
-    /// The last of several choices of one name.
+    /// Returns the settings; of several with one name, the last.
     Settings placedSettings() const {
         Settings settings;
         for (auto& [name, value] : namedSettings(settings_)) {
@@ -247,25 +248,20 @@ class CommandLine {
     }
 
     void addHost() {
-        addCommand("desktop",
-                   "Show the placed widgets on the desktop, until told to end; what widgethost alone does where there "
-                   "is a display",
-                   [this] { return showDesktop(choice(), background_ ? Presence::background : Presence::foreground); })
-            .add_flag("--background", background_,
-                      "Keep quiet where no widget is placed, or a host runs already; for the start of a session");
-        addCommand("host", "Keep the placed widgets up to date without showing them, until told to end",
+        addCommand("desktop", "Show the placed widgets on the desktop; the default where there is a display", [this] {
+            return showDesktop(choice(), background_ ? Presence::background : Presence::foreground);
+        }).add_flag("--background", background_, "Never open the gallery; for the start of a session");
+        addCommand("host", "Keep the placed widgets up to date without showing them",
                    [this] { return runHost(choice()); });
-        addCommand("reload", "Have the running host ask for its widgets at once", [this] {
+        addCommand("reload", "Reload the widgets of the running host", [this] {
             return reloadTiles(kind_);
-        }).add_option("KIND", kind_, "Only widgets of this kind");
+        }).add_option("KIND", kind_, "Reload only widgets of this kind");
     }
 
     void addDoctor() {
-        addJson(
-            addCommand("doctor",
-                       "Say what stands in the way of widgets on this machine; ends with 69 where there is a problem",
-                       [this] { return doctor(choice(), textFormat()); }),
-            "Print JSON: an array of objects with check, state, found and advice");
+        addJson(addCommand("doctor", "Find problems on this machine; exits with 69 if there is one",
+                           [this] { return doctor(choice(), textFormat()); }),
+                "Print JSON: an array of objects with check, state, found and advice");
     }
 
     void addJson(CLI::App& command, const std::string& description = "Print JSON, as the extension answers") {
@@ -285,7 +281,7 @@ class CommandLine {
         }
         const bool isPicture = renderRequest_.format == RenderFormat::png || renderRequest_.format == RenderFormat::pdf;
         if (isPicture && !renderRequest_.output && isatty(STDOUT_FILENO) != 0) {
-            return Failure{Failure::Kind::usage, "a picture is nothing for a terminal; name a file with -o"};
+            return Failure{Failure::Kind::usage, "pictures are not written to a terminal; name a file with -o"};
         }
         return render(choice(), renderRequest_);
     }

@@ -26,7 +26,7 @@ struct CloseFolder {
 
 struct Access {
     bool isFile = false;
-    /// Why it cannot be read, an errno; 0 where it can, and for what is no regular file.
+    /// An errno if it cannot be read, else 0. Also 0 for anything but a regular file.
     int error = 0;
 };
 
@@ -38,7 +38,7 @@ Access accessTo(int folder, const char* name) {
     if (!S_ISREG(status.st_mode)) {
         return {};
     }
-    // Should a pipe have taken the file's place by now, it is not waited for.
+    // O_NONBLOCK: a pipe may have replaced the file by now.
     const FileDescriptor file(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     return {.isFile = true, .error = file.isOpen() ? 0 : errno};
 }
@@ -50,14 +50,14 @@ Finding problem(std::string what, std::string fix) {
 Finding unreachable(const std::string& path, int error) {
     std::string what = fmt::format("{}: {}", path, std::strerror(error)); // NOLINT(concurrency-mt-unsafe)
     if (error == ENOENT) {
-        return problem(std::move(what), "start the application once, so that it makes its library");
+        return problem(std::move(what), "start the application once, so that it creates its library");
     }
-    return problem(std::move(what),
-                   error == ENOTDIR ? "move away what is in the folder's place" : "give yourself access: chmod u+rwx");
+    return problem(std::move(what), error == ENOTDIR ? "move away the file that is in the folder's place"
+                                                     : "make it accessible: chmod u+rwx");
 }
 
 Finding checkFolder(const std::string& path) {
-    // A pipe in the folder's place is refused, not waited for.
+    // O_NONBLOCK: a pipe may be in the folder's place.
     const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
     const std::unique_ptr<DIR, CloseFolder> folder(descriptor < 0 ? nullptr : fdopendir(descriptor));
     if (!folder) {
@@ -81,11 +81,10 @@ Finding checkFolder(const std::string& path) {
         unreadable.resize(unreadable.size() - more);
         return problem(fmt::format("{}: not readable: {}{}", path, fmt::join(unreadable, ", "),
                                    more == 0 ? "" : fmt::format(" and {} more", more)),
-                       "give yourself the right to read them: chmod u+r; a link must lead to a file");
+                       "make them readable (chmod u+r), or correct links that lead nowhere");
     }
     if (files == 0) {
-        return Finding::note("data", path + ": there are no files in it",
-                             "use the application, so that its library has something to show");
+        return Finding::note("data", path + ": contains no files", "add something in the application");
     }
     return Finding::ok("data", fmt::format("{}: {} file{}, readable", path, files, files == 1 ? "" : "s"));
 }
@@ -94,7 +93,7 @@ Finding checkFolder(const std::string& path) {
 
 Findings checkData(const Manifest& manifest, const std::filesystem::path& home) {
     if (!home.is_absolute()) {
-        return {problem("the user database names no home for this user", "have one entered (usermod --home)")};
+        return {problem("the user database names no home for this user", "set one with usermod --home")};
     }
     Findings findings;
     for (const std::string& folder : manifest.reads) {

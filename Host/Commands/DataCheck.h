@@ -1,4 +1,4 @@
-// Whether the data that extensions read exists and is readable.
+// Checks whether the data that extensions read exists and is readable.
 #pragma once
 
 #include "Host/Commands/Finding.h"
@@ -8,8 +8,8 @@
 
 namespace host {
 
-/// Returns one finding for each folder below `home` that the manifest lets the extension read, by whether the files in
-/// it can be opened. Reads no contents and ignores what is no regular file.
+/// Returns one finding for each folder below `home` that the manifest allows the extension to read: whether its regular
+/// files can be opened. Reads no contents.
 Findings checkData(const Manifest& manifest, const std::filesystem::path& home);
 
 } // namespace host

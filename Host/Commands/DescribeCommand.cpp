@@ -7,7 +7,7 @@
 namespace host {
 namespace {
 
-std::string forPeople(const WidgetInfo& widget) {
+std::string asText(const WidgetInfo& widget) {
     std::string text = fmt::format("{}  {}\n    {}\n    families: {}\n", widget.kind, widget.displayName,
                                    widget.description, fmt::join(widget.families, ", "));
     for (const ParameterInfo& parameter : widget.parameters) {
@@ -33,7 +33,7 @@ std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format
             text += each.description.text + '\n';
         } else {
             for (const WidgetInfo& widget : each.description.widgets) {
-                text += forPeople(widget);
+                text += asText(widget);
             }
         }
         return false;

@@ -1,4 +1,4 @@
-// `widgethost describe` and `widgethost options`: what extensions offer, for people and as JSON.
+// `widgethost describe` and `widgethost options`: what extensions offer, as text or JSON.
 #pragma once
 
 #include "Host/Commands/Extensions.h"
@@ -9,17 +9,17 @@
 
 namespace host {
 
-/// The widgets of every extension; as JSON one line an extension, as it describes itself.
+/// Prints the widgets of every extension; as JSON, each extension's own answer on a line.
 std::optional<Failure> describe(const ExtensionChoice& choice, TextFormat format);
 
 struct OptionsRequest {
     std::string kind;
     std::string parameter;
-    /// Only those that match this text.
+    /// Only choices that match this text.
     std::optional<std::string> matching;
 };
 
-/// A parameter's choices.
+/// Prints the choices of a parameter.
 std::optional<Failure> listOptions(const ExtensionChoice& choice, const OptionsRequest& request, TextFormat format);
 
 } // namespace host

@@ -18,7 +18,7 @@ std::string variable(const char* name) {
     return value == nullptr ? "" : value;
 }
 
-/// The last finding says how windows are kept on the desktop, unless they are X11 windows.
+/// The last finding says how windows stay on the desktop, unless they are X11 windows.
 Findings checkWayland(const std::string& display, bool hasX11) {
     const auto version = layerShellVersion();
     if (!version) {
@@ -34,7 +34,7 @@ Findings checkWayland(const std::string& display, bool hasX11) {
     } else if (!hasX11) {
         findings.push_back(Finding::note("windows",
                                          "none: this compositor has no layer shell, and there is no X server",
-                                         "have the compositor start Xwayland, or use one that has a layer shell"));
+                                         "enable Xwayland in the compositor, or use one that has a layer shell"));
     }
     return findings;
 }
@@ -54,21 +54,21 @@ Findings checkX11(const std::string& name) {
     Findings findings{Finding::ok("compositor", "X11, " + name)};
     const std::string manager = gdk_x11_screen_get_window_manager_name(screen);
     if (manager == "unknown") {
-        findings.push_back(Finding::note("window manager", "there is none: nobody keeps widgets under other windows",
-                                         "start a window manager that keeps to the desktops' conventions (EWMH)"));
+        findings.push_back(Finding::note("window manager", "not found: widgets may cover other windows",
+                                         "start a window manager that supports EWMH"));
     } else {
         findings.push_back(Finding::ok("window manager", manager));
         const auto desktopType = gdk_atom_intern_static_string("_NET_WM_WINDOW_TYPE_DESKTOP");
         findings.push_back(Finding::ok("windows", gdk_x11_screen_supports_net_wm_hint(screen, desktopType) != FALSE
                                                       ? "X11 windows of the desktop type, under all windows"
-                                                      : "X11 windows that the window manager leaves alone, under all "
-                                                        "windows: it knows none of the desktop type"));
+                                                      : "unmanaged X11 windows, under all windows: the window manager "
+                                                        "does not support the desktop type"));
     }
-    findings.push_back(
-        gdk_screen_is_composited(screen) != FALSE
-            ? Finding::ok("compositing", "a compositing manager runs")
-            : Finding::note("compositing", "no compositing manager runs: widgets cannot be clear at their corners",
-                            "turn compositing on in the window manager, or start a compositing manager"));
+    findings.push_back(gdk_screen_is_composited(screen) != FALSE
+                           ? Finding::ok("compositing", "a compositing manager is running")
+                           : Finding::note("compositing",
+                                           "no compositing manager is running: widgets have opaque corners",
+                                           "enable compositing in the window manager, or start a compositing manager"));
     return findings;
 }
 
@@ -77,7 +77,7 @@ Findings checkX11(const std::string& name) {
 Findings checkDisplay() {
     const std::string wayland = variable("WAYLAND_DISPLAY");
     const std::string x11 = variable("DISPLAY");
-    // The toolkit's own variable holds.
+    // The toolkit follows this variable.
     const std::string backend = variable("GDK_BACKEND");
     Findings findings;
     if (!wayland.empty() && backend != "x11") {
@@ -89,9 +89,9 @@ Findings checkDisplay() {
         std::move(more.begin(), more.end(), std::back_inserter(findings));
     }
     if (findings.empty()) {
-        findings.push_back(Finding::problem(
-            "compositor", "neither WAYLAND_DISPLAY nor DISPLAY is set: there is nowhere to show windows",
-            "run it inside a graphical session; render and gallery need none"));
+        findings.push_back(Finding::problem("compositor",
+                                            "neither WAYLAND_DISPLAY nor DISPLAY is set: windows cannot be shown",
+                                            "run it inside a graphical session; render and gallery do not need one"));
     }
     return findings;
 }

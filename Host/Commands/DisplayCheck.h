@@ -1,12 +1,12 @@
-// What shows the widgets' windows.
+// Checks what shows the widgets' windows.
 #pragma once
 
 #include "Host/Commands/Finding.h"
 
 namespace host {
 
-/// Checks the Wayland compositor that the environment names, and the X server where windows are X11 windows. Blocks
-/// until they answer. Uses the toolkit, so on one thread only.
+/// Checks the Wayland compositor that the environment names, and the X server if windows are X11 windows. Blocks until
+/// they answer. Uses the toolkit: call from one thread only.
 Findings checkDisplay();
 
 } // namespace host

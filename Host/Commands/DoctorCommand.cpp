@@ -27,7 +27,7 @@ void append(Findings& findings, Findings more) {
     std::move(more.begin(), more.end(), std::back_inserter(findings));
 }
 
-/// Returns the manifests that can be read and adds what is wrong with others to `findings`.
+/// Returns the readable manifests. Adds a finding for each other one.
 std::vector<Manifest> validManifests(const ExtensionChoice& choice, Findings& findings) {
     auto all = readManifests(choice);
     if (all.empty()) {
@@ -40,13 +40,13 @@ std::vector<Manifest> validManifests(const ExtensionChoice& choice, Findings& fi
             manifests.push_back(*std::move(manifest));
         } else {
             findings.push_back(Finding::problem("extension", manifest.error().message,
-                                                "install the extension anew, or remove the manifest"));
+                                                "reinstall the extension, or remove the manifest"));
         }
     }
     return manifests;
 }
 
-/// Whether the arrangement can be read, and whether there is a widget in it.
+/// Checks whether the arrangement can be read, and whether it has a widget.
 Findings checkArrangement() {
     constexpr const char* name = "arrangement";
     const auto folder = configurationFolder();
@@ -56,7 +56,7 @@ Findings checkArrangement() {
     const auto arrangement = ArrangementFile(platform::DiskFileSystem::shared(), *folder).load();
     if (!arrangement) {
         return {Finding::problem(name, arrangement.error().message,
-                                 "mend the file or move it away; one of a newer program is for that program")};
+                                 "repair the file or move it away; a newer file needs the newer program")};
     }
     const std::size_t count = arrangement->instances.size();
     if (count == 0) {
@@ -65,12 +65,12 @@ Findings checkArrangement() {
     return {Finding::ok(name, fmt::format("{} {} placed", count, count == 1 ? "widget is" : "widgets are"))};
 }
 
-/// Whether the kernel can confine extensions to their files. `version` is that of Landlock, 0 without it.
+/// Checks whether the kernel can confine extensions to their files. `version` is Landlock's, 0 without it.
 Finding checkLandlock(int version) {
     constexpr int firstWithTcp = 4;
     constexpr int firstWithSignals = 6;
     if (version <= 0) {
-        return Finding::note("Landlock", "the kernel has none: extensions may read every file that you may",
+        return Finding::note("Landlock", "missing in the kernel: extensions can read every file that you can",
                              "boot Linux 5.13 or later, with landlock among its security modules (lsm=)");
     }
     return Finding::ok("Landlock", fmt::format("version {}: confines extensions in files{}{}", version,
@@ -97,7 +97,7 @@ bool wantsColour() {
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) {
     Findings findings;
     const std::vector<Manifest> manifests = validManifests(choice, findings);
-    // All at once; reported in the order of what a widget needs first.
+    // All start at once. The report lists first what a widget needs first.
     PendingCheck data("data", [manifests, home = choice.home] { return dataFindings(manifests, home); });
     PendingCheck fonts("font", checkFonts);
     PendingCheck bus("session bus", checkBus);

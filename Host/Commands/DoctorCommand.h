@@ -1,4 +1,4 @@
-// `widgethost doctor`: what stands in the way of widgets on this machine, and what to do about it.
+// `widgethost doctor`: finds what keeps widgets from working on this machine, and says what to do.
 #pragma once
 
 #include "Host/Commands/Extensions.h"
@@ -9,7 +9,7 @@
 namespace host {
 
 /// Checks everything that widgets depend on and prints the findings. Fails with `unavailable` if one is a problem.
-/// Takes little more than `checkTimeout` when something hangs, at most twice that.
+/// Takes at most twice `checkTimeout` when something hangs.
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format);
 
 } // namespace host

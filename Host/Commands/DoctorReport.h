@@ -1,4 +1,4 @@
-// What `widgethost doctor` found, for people and for programs.
+// The findings of `widgethost doctor` as text or JSON.
 //
 //     ok       Landlock        version 2: confines extensions in files
 //     PROBLEM  links           x-notes: no application opens it
@@ -13,10 +13,10 @@ namespace host {
 
 enum class Colouring { plain, colours };
 
-/// A line for each finding, one below it for what to do, and a last line that counts.
+/// Returns one line per finding, one below it with the advice, and a last line with the counts.
 std::string doctorReport(const Findings& findings, Colouring colouring);
 
-/// An array of objects with "check", "state" ("ok", "note", "problem"), "found" and "advice", in one line.
+/// Returns one line: an array of objects with "check", "state" ("ok", "note" or "problem"), "found" and "advice".
 std::string doctorJson(const Findings& findings);
 
 } // namespace host

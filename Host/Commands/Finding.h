@@ -1,4 +1,4 @@
-// What a check of the machine has found: one line each for people, and for programs.
+// The result of a check of the machine.
 #pragma once
 
 #include <string>
@@ -10,17 +10,17 @@ namespace host {
 struct Finding {
     enum class State {
         ok,
-        /// Widgets are shown, but with less than they could have.
+        /// Widgets work, with limits.
         note,
         /// Widgets, their data or their links do not work.
         problem,
     };
-    /// What was checked, in a word or two; the same on every machine.
+    /// Name of the check, one or two words, the same on every machine.
     std::string name;
     State state = State::ok;
-    /// What was found, one line. It may contain texts from extensions and files.
+    /// One line. May contain text from extensions and files, even control characters.
     std::string what;
-    /// What to do about it, one line; empty where all is well.
+    /// What to do, one line; empty if the state is ok.
     std::string fix;
 
     static Finding ok(std::string name, std::string what) { return {std::move(name), State::ok, std::move(what), {}}; }

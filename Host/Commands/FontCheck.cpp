@@ -27,7 +27,7 @@ const FcChar8* fontconfigText(const char* text) {
 struct Script {
     const char* name;
     const char* package;
-    /// Some letters that every font for it has.
+    /// Letters that every font for the script has.
     std::array<FcChar32, 3> letters;
 };
 constexpr Script latin{"font", "fonts-inter", {U'a', U'ö', U'…'}};
@@ -36,7 +36,7 @@ constexpr std::array scripts{Script{"Japanese", "fonts-noto-cjk", {U'日', U'の
                              Script{"Hebrew", "fonts-noto-core", {U'א', U'ל', U'ש'}},
                              Script{"emoji", "fonts-noto-color-emoji", {U'😀', U'📚', U'🌍'}}};
 
-/// The family of the font that the script's letters are taken from, where one has them all.
+/// Returns the family of the font that has all these letters; nothing if no font has.
 std::optional<std::string> familyFor(const Script& script, FcConfig* config) {
     const Handle<FcCharSet> letters(FcCharSetCreate());
     for (const FcChar32 letter : script.letters) {
@@ -64,7 +64,7 @@ Finding checkWidgetFont(FcConfig* config) {
     const auto family = familyFor(latin, config);
     const auto fix = fmt::format("install the font {} (on Debian the package {})", widgetFont, latin.package);
     if (!family) {
-        return Finding::problem(latin.name, "there is none: widgets have no texts", fix);
+        return Finding::problem(latin.name, "not found: widgets show no text", fix);
     }
     return family == widgetFont
                ? Finding::ok(latin.name, *family)
@@ -76,7 +76,7 @@ Finding checkScript(const Script& script, FcConfig* config) {
     const auto name = fmt::format("font, {}", script.name);
     const auto family = familyFor(script, config);
     return family ? Finding::ok(name, *family)
-                  : Finding::note(name, "there is none: such names are shown as boxes",
+                  : Finding::note(name, "not found: such names are shown as boxes",
                                   fmt::format("install one (on Debian for example the package {})", script.package));
 }
 

@@ -74,13 +74,13 @@ class GalleryPainter {
 } // namespace
 
 std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryRequest& request) {
-    // Before the extensions, because it reads the fonts while they start.
+    // Made before the extensions start: it reads the fonts meanwhile.
     GalleryPainter painter(request);
     std::error_code error;
     std::filesystem::create_directories(request.folder, error);
     if (error) {
         return Failure{Failure::Kind::unwritable,
-                       fmt::format("cannot make {}: {}", request.folder.string(), error.message())};
+                       fmt::format("cannot create {}: {}", request.folder.string(), error.message())};
     }
     std::vector<WidgetInfo> widgets;
     auto failure = useExtensions(choice, [&](DescribedExtension& extension) -> Outcome<bool> {

@@ -1,7 +1,7 @@
 // `widgethost gallery`: every widget in every family as pictures in a folder, with a page that shows them.
 //
-// The pictures are timelines with the default configuration, widgets in the order of their bundle, at two device pixels
-// a point. The page, index.html, needs nothing but its folder.
+// Pictures show timelines with the default configuration at two device pixels per point, widgets in the order of their
+// bundle. The page, index.html, needs nothing outside its folder.
 #pragma once
 
 #include "Host/Commands/Extensions.h"
@@ -15,7 +15,7 @@ namespace host {
 
 struct GalleryRequest {
     std::filesystem::path folder;
-    /// Every widget is drawn in each of them.
+    /// Each widget is drawn once per scheme.
     std::vector<ColorScheme> schemes;
     Contrast contrast = Contrast::normal;
 };

@@ -31,7 +31,7 @@ std::string escaped(const std::string& text) {
     return markup.get();
 }
 
-/// Kinds and families come from an extension; a file's name is made of plain characters only.
+/// Kinds and families come from an extension, which must not choose the path of a file.
 std::string fileNamePart(std::string_view text) {
     std::string part;
     for (const char c : text) {

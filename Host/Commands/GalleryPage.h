@@ -1,4 +1,4 @@
-// The gallery's page: its widgets' pictures, light beside dark, each on a ground of its own.
+// The gallery's page: pictures of all widgets, light beside dark.
 #pragma once
 
 #include "Host/Connection/Messages.h"
@@ -10,10 +10,10 @@
 
 namespace host {
 
-/// The page as HTML.
+/// Returns the page as HTML.
 std::string galleryPage(const std::vector<WidgetInfo>& widgets, const std::vector<ColorScheme>& schemes);
 
-/// The name of a picture's file beside the page.
+/// Returns the name of a picture's file, beside the page.
 std::string galleryPictureName(std::string_view kind, std::string_view family, ColorScheme scheme);
 
 } // namespace host

@@ -31,8 +31,8 @@ std::optional<Failure> ask(const std::vector<std::string>& arguments) {
     if (!code) {
         const bool hasBus = code.error().reason == NoHost::Reason::noneRuns;
         return Failure{Failure::Kind::unavailable,
-                       hasBus ? "no host runs in this session; start one with widgethost desktop"
-                              : "there is no session bus to reach a host by"};
+                       hasBus ? "no host is running in this session; start one with widgethost desktop"
+                              : "the host cannot be reached: there is no session bus"};
     }
     return alreadyReported(*code);
 }
@@ -55,7 +55,7 @@ std::optional<Failure> runOn(HostDisplay& display, const ExtensionChoice& choice
     return alreadyReported(application.run());
 }
 
-/// Starts this program anew with another home. Returns only on failure.
+/// Replaces this process by one with another home. Returns only on failure.
 Failure restartWithHome(const std::string& home, const ExtensionChoice& choice) {
     std::vector<std::string> words{"widgethost", "--home", home};
     if (choice.extension) {
@@ -71,7 +71,7 @@ Failure restartWithHome(const std::string& home, const ExtensionChoice& choice) 
     }
     arguments.push_back(nullptr);
     execv((platform::programFolder() + "/widgethost").c_str(), arguments.data());
-    return {Failure::Kind::unavailable, fmt::format("cannot start again: {}", std::strerror(errno))};
+    return {Failure::Kind::unavailable, fmt::format("cannot restart: {}", std::strerror(errno))};
 }
 
 } // namespace
@@ -95,7 +95,7 @@ std::optional<Failure> showDesktop(const ExtensionChoice& choice, Presence prese
     if (!desktop) {
         Failure failure{Failure::Kind::unavailable, desktop.error()};
         if (presence == Presence::background) {
-            // As for a display that was lost: a supervisor tries again until it is back.
+            // As after the loss of the display: systemd restarts the host until there is one.
             failure.kind = static_cast<Failure::Kind>(EXIT_FAILURE);
         }
         return failure;
@@ -123,7 +123,7 @@ std::optional<Failure> explainTile(InstanceId id) {
 void notifyHost() {
     const auto code = callRunningHost({"sync"});
     if (!code && code.error().reason == NoHost::Reason::noBus) {
-        fmt::print(stderr, "widgethost: there is no session bus; the arrangement's file alone was changed\n");
+        fmt::print(stderr, "widgethost: there is no session bus; only the arrangement file was changed\n");
     }
 }
 

@@ -1,5 +1,5 @@
-// `widgethost desktop` and `widgethost host`, which run day and night, and the commands that they alone can answer:
-// `reload` and `explain`.
+// `widgethost desktop` and `widgethost host`, which keep running, and the commands that need one of these: `reload` and
+// `explain`.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -12,27 +12,27 @@
 
 namespace host {
 
-/// Returns the folder of the arrangement and of what else the host is configured by.
+/// Returns the folder of the arrangement. Fails with `unreadable` if the environment names no absolute one.
 Outcome<std::filesystem::path> configurationFolder();
 
-/// Shows the arrangement's widgets on the display of the environment until it is told to end. Call before any other
-/// thread is started. There is one host in a session: where one runs already, that one answers.
+/// Shows the arrangement's widgets on the environment's display until told to end. Call before other threads start. If
+/// a host already runs in the session, that one is activated instead.
 std::optional<Failure> showDesktop(const ExtensionChoice& choice, Presence presence);
 
-/// The same without a display: keeps the widgets up to date.
+/// Keeps the widgets up to date without a display.
 std::optional<Failure> runHost(const ExtensionChoice& choice);
 
-/// Has the running host ask for its tiles of that kind, or all, at once, and waits for the answers.
+/// Makes the running host reload its tiles of that kind, or all. Waits until they have.
 std::optional<Failure> reloadTiles(const std::optional<std::string>& kind);
 
-/// Has the running host print how a tile is doing.
+/// Makes the running host print the state of a tile.
 std::optional<Failure> explainTile(InstanceId id);
 
-/// The failure of a command that another process has answered and reported, by its exit code.
+/// Returns the failure for a non-zero exit code whose message has been printed by another process.
 std::optional<Failure> alreadyReported(int exitCode);
 
-/// Has a running host read the arrangement anew, so that it knows what was changed when this returns. Prints a warning
-/// if there is no session bus: a host that runs without one follows the file.
+/// Makes a running host read the arrangement again before this returns. Prints a warning without a session bus: a host
+/// that runs without one follows the file.
 void notifyHost();
 
 } // namespace host

@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-/// Longer than any that is registered; an extension's word is not taken for more.
+/// Longer than any registered scheme. Links come from extensions.
 constexpr std::size_t maxSchemeLength = 64;
 
 void addScheme(std::string_view url, std::set<std::string>& schemes) {

@@ -36,7 +36,7 @@ std::optional<Failure> writeOutput(std::string_view bytes, const std::optional<s
     if (!file) {
         return writeAll(STDOUT_FILENO, bytes) ? std::nullopt : std::optional(cannotWrite("the output"));
     }
-    // Devices and pipes are written to as they are; a file is replaced by one that is complete.
+    // Devices and pipes are written to directly. A file is replaced by a complete one.
     std::error_code error;
     const auto status = std::filesystem::status(*file, error);
     const bool isReplaced = !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);

@@ -1,4 +1,4 @@
-// The form of a command's result, and its output: standard output or a file.
+// Where and in which form a command writes its result.
 #pragma once
 
 #include "Platform/Foundation/Failure.h"
@@ -13,7 +13,7 @@ using platform::Failure;
 
 enum class TextFormat { text, json };
 
-/// Writes `bytes` to `file`, whole or not at all, or to standard output without one. Fails with `unwritable`.
+/// Writes `bytes` to `file`, whole or not at all, or without a file to standard output. Fails with `unwritable`.
 std::optional<Failure> writeOutput(std::string_view bytes, const std::optional<std::filesystem::path>& file);
 
 } // namespace host

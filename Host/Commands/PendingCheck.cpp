@@ -17,7 +17,7 @@ Findings PendingCheck::findings() {
     if (result_.wait_until(deadline_) == std::future_status::ready) {
         return result_.get();
     }
-    return {Finding::problem(name_, "does not answer", "see whether what is behind it hangs, and start that anew")};
+    return {Finding::problem(name_, "does not answer", "restart the program or server that does not answer")};
 }
 
 } // namespace host

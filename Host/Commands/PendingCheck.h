@@ -1,7 +1,7 @@
 // A check that runs on a thread of its own.
 //
-// A check may never return: a stopped compositor, a file system whose server is gone. It is then left behind with its
-// thread and counts as a finding itself; so it must own all that it uses.
+// A check may never return, because of a stopped compositor or a file system whose server is gone. That is a finding,
+// too; its thread is left running. So a check must own all that it uses.
 #pragma once
 
 #include "Host/Commands/Finding.h"
@@ -13,12 +13,11 @@
 
 namespace host {
 
-/// How long a check may take.
 inline constexpr std::chrono::seconds checkTimeout{10};
 
 class PendingCheck {
   public:
-    /// Starts the check. `name` is that of the finding if it does not answer before the timeout.
+    /// Starts the check. `name` names the finding if the check does not return before the timeout.
     PendingCheck(std::string name, std::function<Findings()> check,
                  std::chrono::steady_clock::duration timeout = checkTimeout);
 

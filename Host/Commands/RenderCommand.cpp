@@ -25,7 +25,7 @@ Outcome<std::string> familyOfPreview(ExtensionClient& extension, const std::stri
             return preview.family;
         }
     }
-    // The extension names the previews that exist when it is asked for this one.
+    // The extension refuses this one and names those that exist.
     return std::string("medium");
 }
 
@@ -54,7 +54,7 @@ std::string picture(const Entry& entry, const RenderRequest& request, const std:
 } // namespace
 
 std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest request) {
-    // Before the extension, because it reads the fonts while that starts.
+    // Made before the extension starts: it reads the fonts meanwhile.
     std::optional<Renderer> renderer;
     if (request.format != RenderFormat::tree) {
         renderer.emplace();

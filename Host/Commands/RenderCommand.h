@@ -1,4 +1,4 @@
-// `widgethost render`: one widget as a picture, as its view tree, or as the frames it was laid out in.
+// `widgethost render`: one widget as a picture, its view tree, or the frames of its layout.
 #pragma once
 
 #include "Host/Commands/Extensions.h"
@@ -14,7 +14,7 @@ enum class RenderFormat { png, svg, pdf, tree, frames };
 
 struct RenderRequest {
     EntryRequest entry;
-    /// A design-time preview instead of the request, in its own family unless `family` says another.
+    /// A design-time preview instead of `entry`, in its own family unless `family` names another.
     std::optional<std::string> preview;
     std::optional<std::string> family;
     Appearance appearance;

@@ -1,4 +1,4 @@
-// Whether there is an application for what a click opens.
+// Checks whether an application opens the links of widgets.
 #pragma once
 
 #include "Host/Commands/Finding.h"

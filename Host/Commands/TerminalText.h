@@ -1,11 +1,11 @@
-// Texts for a terminal.
+// Text for a terminal.
 #pragma once
 
 #include <string>
 
 namespace host {
 
-/// Replaces control characters, which might move the cursor, by blanks: texts come from extensions and files.
+/// Replaces control characters by blanks. Text from extensions and files could move the cursor.
 std::string printable(std::string text);
 
 } // namespace host

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Opens standard streams that are missing, so that no file or connection takes their numbers.
+/// Opens missing standard streams, so that no file or connection gets their numbers.
 void openStandardStreams() {
     int lowest = 0;
     while (lowest >= 0 && lowest <= STDERR_FILENO) {

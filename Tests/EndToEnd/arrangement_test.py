@@ -72,8 +72,8 @@ class Commands(ArrangementTest):
                 (("edit", 1, "--set", "mode=latestTip"), 'no parameter "mode"; accepted: "filter"'),
                 (("edit", 2, "--set", "filter=all"), "there is no widget 2; there are 1"),
                 (("remove", 0), "there is no widget 0; there are 1"), (("move", 3, 1, 1), "there is no widget 3; there are 1"),
-                (("remove", "first"), '"first" is no id'), (("remove", -1), '"-1" is no id'), (("move", 1, "nan", 1), "no number within"),
-                (("move", 1, 1, "0x10"), "no number within"), (("move", 1, 1), "Y is required")]
+                (("remove", "first"), '"first" is not an id'), (("remove", -1), '"-1" is not an id'), (("move", 1, "nan", 1), "not a number within"),
+                (("move", 1, 1, "0x10"), "not a number within"), (("move", 1, 1), "Y is required")]
         for arguments, says in rows:
             with self.subTest(arguments):
                 self.assertIn(says, self.refused(USAGE, *arguments))

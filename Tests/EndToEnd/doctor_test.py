@@ -147,7 +147,7 @@ class Desktop(DoctorTest):
     def test_nothing_of_a_desktop(self):
         findings = self.doctor()
         self.expect(findings, "compositor", ("problem", "neither WAYLAND_DISPLAY nor DISPLAY"))
-        self.expect(findings, "session bus", ("note", "there is none"))
+        self.expect(findings, "session bus", ("note", "not found"))
         self.assertNotIn("portal", findings)
         findings = self.doctor(WAYLAND_DISPLAY="nothing", DISPLAY=":98765", DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
         self.expect(findings, "compositor", ("problem", "Wayland, nothing: cannot be reached"), ("problem", "X11, :98765: cannot"))
@@ -157,7 +157,7 @@ class Desktop(DoctorTest):
         bus = SessionBus()
         self.addCleanup(bus.end)
         findings = self.doctor(**bus.variables)
-        for name, row in (("session bus", ("ok", "answers")), ("running host", ("note", "none runs")), ("portal", ("note", "there is none"))):
+        for name, row in (("session bus", ("ok", "answers")), ("running host", ("note", "not running")), ("portal", ("note", "no portal"))):
             self.expect(findings, name, row)
 
     def display_of(self, world):
@@ -179,12 +179,12 @@ class Desktop(DoctorTest):
         findings = self.doctor(**display)
         self.expect(findings, "window manager", ("ok", "^Openbox$"))
         self.expect(findings, "windows", ("ok", "desktop type, under"))
-        self.expect(findings, "compositing", ("ok", "runs"))
+        self.expect(findings, "compositing", ("ok", "running"))
         for program in (world.parts[0], world.parts[2]):
             program.kill()
             program.wait()
         # First its sign on the root window is left behind, then there is none.
-        rows = {"compositor": ("ok", "X11, " + display["DISPLAY"]), "window manager": ("note", "there is none"), "compositing": ("note", "corners")}
+        rows = {"compositor": ("ok", "X11, " + display["DISPLAY"]), "window manager": ("note", "not found"), "compositing": ("note", "corners")}
         for _ in range(2):
             findings = self.doctor(**display)
             for name, row in rows.items():

@@ -72,7 +72,7 @@ class OneHost(SessionTest):
     def test_commands_reach_it(self):
         self.write(favourites(3))
         for command in (("reload",), ("explain", 1)):
-            self.assertIn("no host runs", self.refused(UNAVAILABLE, *command))
+            self.assertIn("no host is running", self.refused(UNAVAILABLE, *command))
         self.start_host()
         self.assertEqual(self.succeed("add", "FavoritesWidget", "--family", "large"), "1\n")
         self.assertEqual(self.succeed("add", "ReadingListWidget"), "2\n")

@@ -176,7 +176,7 @@ TEST_F(ArrangementFileTest, SetsEveryBrokenFileAside) {
 
 TEST_F(ArrangementFileTest, LeavesANewerFileAndWhatIsNoFileAsTheyAre) {
     folder.write("arrangement.json", newer);
-    EXPECT_THAT(failure(file, addition, Kind::unreadable), HasSubstr("is of a newer program (version 2"));
+    EXPECT_THAT(failure(file, addition, Kind::unreadable), HasSubstr("is from a newer program (version 2"));
     EXPECT_EQ(file.load().error().kind, Kind::unreadable);
     EXPECT_EQ(folder.content("arrangement.json"), newer);
     fs::remove(folder.path("arrangement.json"));

@@ -81,7 +81,7 @@ TEST(ArrangementJson, TellsWhatIsWrong) {
              {listing(plain("0")), "\"instances\": no. 1: \"id\": not an id"},
              {listing(plain("4294967295")), "\"instances\": no. 1: \"id\": not an id"},
              {listing(R"({"id":1,"kind":"k","family":"f"})"),
-              "\"instances\": no. 1: extension, kind and family must be named"},
+              "\"instances\": no. 1: extension, kind or family is missing"},
              {listing(plain("1", R"(,"kind":"k")")), "\"instances\": no. 1: \"kind\" is there twice"},
              {listing(R"({"id":1,"kind":7})"), "\"instances\": no. 1: \"kind\": not a text"},
              {listing(plain("1", R"(,"configuration":[])")), "\"instances\": no. 1: \"configuration\": not an object"},
