@@ -9,6 +9,7 @@ from pathlib import Path
 
 from support import CANNOT_CREATE, EXTENSION, HOST, KINDS, NO_WEB, OK, SANITIZING, UNAVAILABLE, USAGE, HostTest, favourites, host, texts
 
+
 class Commands(HostTest):
     def test_describe_and_options(self):
         self.write([{"Name": "Work", "Children": favourites(2)}])
@@ -58,16 +59,16 @@ class Commands(HostTest):
             folder = self.home / appearance
             self.succeed("gallery", "--appearance", appearance, "-o", folder)
             page = (folder / "index.html").read_text()
-            self.assertEqual(page.count('.png"'), count)
-            for picture in folder.glob("*.png"):
-                self.assertIn(f'src="{picture.name}"', page)
+            names = [picture.name for picture in folder.glob("*.png")]
+            self.assertEqual((len(names), page.count('.png"')), (count, count))
+            for name in names:
+                self.assertIn(f'src="{name}"', page)
             self.assertNotIn("http", page)
         self.succeed("gallery", "--appearance", "dark", "--contrast", "high", "-o", self.home / "high")
-        dark = [path.name for path in (self.home / "dark").glob("*.png")]
-        self.assertEqual(len(dark), 4 * len(KINDS))
-        for name in dark:
-            self.assertEqual((self.home / "dark" / name).read_bytes(), (self.home / "both" / name).read_bytes(), name)
-            self.assertNotEqual((self.home / "dark" / name).read_bytes(), (self.home / "high" / name).read_bytes(), name)
+        for name in names:
+            dark = (self.home / "dark" / name).read_bytes()
+            self.assertEqual(dark, (self.home / "both" / name).read_bytes(), name)
+            self.assertNotEqual(dark, (self.home / "high" / name).read_bytes(), name)
 
     def test_the_users_own_library_is_not_touched(self):
         before = sorted(self.home.rglob("*"))
@@ -81,8 +82,7 @@ class Commands(HostTest):
 class WrongArguments(HostTest):
     def test_are_named_in_one_line(self):
         rows = [((), ""), (("paint",), "paint"), (("render",), "KIND"), (("render", "FavoritesWidget", "--family", "tiny"), "tiny"),
-                (("render", "FavoritesWidget", "--scale", "0"), "scale"), (("render", "FavoritesWidget", "--scale", "x"), "scale"),
-                (("render", "FavoritesWidget", "--set", "group"), "NAME=VALUE"), (("render", "FavoritesWidget", "--format", "gif"), "gif"),
+                (("render", "FavoritesWidget", "--scale", "0"), "scale"), (("render", "FavoritesWidget", "--set", "group"), "NAME=VALUE"),
                 (("render", "FavoritesWidget", "--set", "colour=red"), "accepted: \"group\""),
                 (("render", "ClockWidget"), "accepted: " + ", ".join(f'"{kind}"' for kind in KINDS)), (("render", "FavoritesWidget", "--preview", "x"), "Favorites Small"),
                 (("render", "FavoritesWidget", "--preview", "x", "--request", "snapshot"), "preview"),
@@ -134,14 +134,12 @@ class OtherExtensions(HostTest):
 
     def test_bad_ones_are_said_to_be_unavailable(self):
         rows = [("exit 3", "exited with 3"), ("echo last words >&2; exit 1", "last words"), ("kill -SEGV $$", "signal 11"),
-                ("read line; echo nonsense", "else than a message"), ("read line; echo '{}'", ""),
                 ("while :; do printf %9999s x; done", "more than"),
-                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":7}'", "makes no sense"),
-                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"date\":\"now\"}}'", "makes no sense"),
-                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1}'", "neither")]
+                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"date\":\"now\"}}'", "makes no sense")]
         for body, says in rows:
             with self.subTest(body):
                 self.assertIn(says, self.refused(UNAVAILABLE, "render", "X", "--format", "tree", extension=self.script(body)))
+        self.refused(UNAVAILABLE, "describe", extension=self.home / "nothing")
 
     def test_bad_ones_leave_the_others_alone(self):
         self.write(favourites(1))
@@ -163,13 +161,6 @@ class OtherExtensions(HostTest):
                 self.assertEqual(len(said), len(names), said)
                 for line, name in zip(said, names):
                     self.assertIn(name, line)
-
-    def test_missing_ones_too(self):
-        self.refused(UNAVAILABLE, "describe", extension=self.home / "nothing")
-        broken = self.home / "broken.json"
-        for content in ("[]", '{"identifier": "x", "executable": "missing"}'):
-            broken.write_text(content)
-            self.refused(UNAVAILABLE, "describe", extension=broken)
 
     def test_one_that_stays_after_its_answer_is_ended(self):
         marker = self.home / ".local" / "share" / "widgethost" / "containers" / "extension" / "pid"

@@ -31,7 +31,6 @@ using ::testing::Not;
 const Addition addition{{.extension = "net.foliovault.widgets", .kind = "TipsWidget", .family = "medium"}};
 const std::string newer = R"({"version":2,"screens":[]})";
 const std::string broken = R"({"version":1,"instances":[{}]})";
-const std::string brokenOtherwise(10, '\0');
 
 class ArrangementFileTest : public testing::Test {
   protected:
@@ -57,13 +56,11 @@ TEST_F(ArrangementFileTest, BeginsEmptyAndKeepsWhatIsChanged) {
     EXPECT_EQ(count(), 0U);
     EXPECT_EQ(folder.names(), Names{});
     EXPECT_TRUE(file.update(addition));
-    EXPECT_TRUE(file.update(addition));
-    const auto update = file.update(Removal{1});
+    const auto update = file.update(addition);
     ASSERT_TRUE(update);
     EXPECT_EQ(update->notice, std::nullopt);
     EXPECT_TRUE(*file.load() == update->arrangement);
-    EXPECT_EQ(update->arrangement.instances.front().id, 2U);
-    EXPECT_EQ(failure(file, Removal{1}, Kind::usage), "there is no widget 1; there are 2");
+    EXPECT_EQ(failure(file, Removal{3}, Kind::usage), "there is no widget 3; there are 1, 2");
     EXPECT_EQ(folder.names(), (Names{"arrangement.json", "arrangement.lock"}));
 }
 
@@ -74,16 +71,13 @@ TEST_F(ArrangementFileTest, WaitsForAnothersLockOnlySoLong) {
     EXPECT_EQ(count(), 0U);
 }
 
-TEST(FileLock, SaysWhyItCannotBeMade) {
+TEST(FileLock, FollowsNoLink) {
     const platform::TemporaryFolder folder;
-    folder.write("file", "");
     fs::create_symlink("nowhere", folder.path("link"));
-    for (const auto& [path, why] :
-         {std::pair{"file/lock", "Not a directory"}, {"link", "Too many levels of symbolic links"}}) {
-        const auto lock = FileLock::tryLock(folder.path(path));
-        ASSERT_FALSE(lock) << path;
-        EXPECT_EQ(lock.error(), (platform::Failure{Kind::unwritable, "cannot lock " + folder.path(path) + ": " + why}));
-    }
+    const auto lock = FileLock::tryLock(folder.path("link"));
+    ASSERT_FALSE(lock);
+    EXPECT_EQ(lock.error().kind, Kind::unwritable);
+    EXPECT_THAT(lock.error().message, HasSubstr("Too many levels of symbolic links"));
 }
 
 TEST_F(ArrangementFileTest, LosesNothingOfManyProcesses) {
@@ -165,13 +159,8 @@ TEST_F(ArrangementFileTest, SetsEveryBrokenFileAside) {
     EXPECT_THAT(update->notice.value_or(""),
                 AllOf(HasSubstr("no. 1: without an id"), HasSubstr("arrangement.json.broken-2"), Not(HasSubstr("\n"))));
     EXPECT_EQ(count(), 1U);
-    folder.write("arrangement.json", brokenOtherwise);
-    EXPECT_TRUE(file.update(addition));
-    EXPECT_EQ(count(), 1U);
     EXPECT_EQ(folder.content("arrangement.json.broken-1"), "from long ago");
     EXPECT_EQ(folder.content("arrangement.json.broken-2"), broken);
-    EXPECT_EQ(folder.content("arrangement.json.broken-3"), brokenOtherwise);
-    EXPECT_EQ(folder.names().size(), 5U);
 }
 
 TEST_F(ArrangementFileTest, LeavesANewerFileAndWhatIsNoFileAsTheyAre) {
@@ -183,10 +172,6 @@ TEST_F(ArrangementFileTest, LeavesANewerFileAndWhatIsNoFileAsTheyAre) {
     fs::create_symlink("nowhere", folder.path("arrangement.json"));
     EXPECT_THAT(failure(file, addition, Kind::unreadable), HasSubstr("cannot be read"));
     EXPECT_TRUE(fs::is_symlink(folder.path("arrangement.json")));
-    fs::remove(folder.path("arrangement.json"));
-    fs::create_directory(folder.path("arrangement.json"));
-    EXPECT_THAT(failure(file, addition, Kind::unreadable), HasSubstr("cannot be read"));
-    EXPECT_EQ(folder.names(), (Names{"arrangement.json", "arrangement.lock"}));
 }
 
 TEST_F(ArrangementFileTest, NeverGrowsBeyondWhatIsRead) {

@@ -1,15 +1,31 @@
+#include "Host/Commands/DoctorReport.h"
 #include "Host/Commands/LinkSchemes.h"
-#include "Host/Commands/PendingCheck.h"
 
 #include <gtest/gtest.h>
-
-#include <atomic>
-#include <memory>
 
 namespace host {
 namespace {
 
 using State = Finding::State;
+
+TEST(DoctorReport, StandsInColumnsWithTheAdviceBelow) {
+    const Findings findings{{.name = "font, Größe", .what = "Inter"},
+                            {.name = "bus", .state = State::note, .what = "there is none", .fix = "log in"},
+                            {.name = "data", .state = State::problem, .what = "a\n\x1B[2Jb", .fix = "mend it"}};
+    EXPECT_EQ(doctorReport(findings, Colouring::plain), "ok       font, Größe     Inter\n"
+                                                        "note     bus             there is none\n"
+                                                        "                         → log in\n"
+                                                        "PROBLEM  data            a  [2Jb\n"
+                                                        "                         → mend it\n"
+                                                        "\n1 problem, 1 note.\n");
+    EXPECT_EQ(doctorReport({findings.front()}, Colouring::colours),
+              "\x1B[32mok     \x1B[0m  font, Größe     Inter\n\n0 problems, 0 notes.\n");
+}
+
+TEST(DoctorReport, IsValidJsonWhateverWasFound) {
+    EXPECT_EQ(doctorJson({{.name = "data", .state = State::note, .what = "\"\xFF\"", .fix = "a\nb"}}),
+              "[{\"check\":\"data\",\"state\":\"note\",\"found\":\"\\\"\uFFFD\\\"\",\"advice\":\"a\\nb\"}]\n");
+}
 
 TEST(LinkSchemes, AreWhatStandsBeforeTheColon) {
     struct Row {
@@ -24,32 +40,6 @@ TEST(LinkSchemes, AreWhatStandsBeforeTheColon) {
           Row{longest + ":x", longest}, Row{longest + "aa:x", ""}}) {
         EXPECT_EQ(schemeOf(row.url), row.scheme) << row.url;
     }
-}
-
-TEST(PendingCheck, IsLeftBehindWhenItHangsAndDoesNoHarmLater) {
-    const auto goOn = std::make_shared<std::atomic<bool>>(false);
-    const auto ended = std::make_shared<std::atomic<bool>>(false);
-    {
-        PendingCheck hanging(
-            "compositor",
-            [goOn, ended] {
-                goOn->wait(false);
-                ended->store(true);
-                ended->notify_all();
-                return Findings{Finding::ok("compositor", "late")};
-            },
-            std::chrono::milliseconds(20));
-        PendingCheck quick("font", [] { return Findings{Finding::ok("font", "there")}; });
-        EXPECT_EQ(quick.findings().front().what, "there");
-        const Findings found = hanging.findings();
-        ASSERT_EQ(found.size(), 1U);
-        EXPECT_EQ(found.front().name, "compositor");
-        EXPECT_EQ(found.front().state, State::problem);
-    }
-    goOn->store(true);
-    goOn->notify_all();
-    ended->wait(false);
-    EXPECT_TRUE(*ended);
 }
 
 } // namespace
