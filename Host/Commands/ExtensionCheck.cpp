@@ -22,7 +22,7 @@ int milliseconds(SteadyClock::duration duration) {
     return static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(duration).count());
 }
 
-/// The largest shows the most links.
+/// The largest family shows the most links.
 std::string largestFamily(const WidgetInfo& widget) {
     for (const std::string_view family : {"extraLarge", "large", "medium"}) {
         if (std::find(widget.families.begin(), widget.families.end(), family) != widget.families.end()) {
@@ -32,7 +32,7 @@ std::string largestFamily(const WidgetInfo& widget) {
     return widget.families.empty() ? "medium" : widget.families.front();
 }
 
-/// One extension, asked everything.
+/// Sends all requests to one extension.
 class ExtensionProbe {
   public:
     ExtensionProbe(const Manifest& manifest, const ExtensionTrial& trial, std::set<std::string>& schemes)
@@ -48,17 +48,17 @@ class ExtensionProbe {
 
     bool isDone() const { return !client_ || pending_.empty(); }
 
-    /// Requires that it is done, or that the time is over.
+    /// Requires that it is done, or that the timeout is over.
     Finding finding(std::chrono::seconds timeout) const {
-        const std::string again = "install it anew; see whether it does better with --unconfined";
+        const std::string again = "reinstall it, or try --unconfined";
         if (!client_) {
-            return problem(client_.error().message, "mend what is named; the manifest says where the program lies");
+            return problem(client_.error().message, "correct the manifest, which names the program");
         }
         if (gone_) {
             return problem(*gone_, again);
         }
         if (!fault_.empty()) {
-            return problem(fault_, "install the extension and the host of the same version");
+            return problem(fault_, "install the same version of extension and host");
         }
         if (!described_) {
             return problem(fmt::format("started, but gave no answer in {} s", timeout.count()), again);
@@ -68,7 +68,7 @@ class ExtensionProbe {
         if (!pending_.empty()) {
             return Finding::note("extension",
                                  fmt::format("{}; nothing in {} s from {}", what, timeout.count(), *pending_.begin()),
-                                 "see whether the network is slow; the extension's log says what it waits for");
+                                 "check the network; the extension's log says what it waits for");
         }
         return Finding::ok("extension", std::move(what));
     }
@@ -129,10 +129,10 @@ class ExtensionProbe {
     platform::Outcome<std::unique_ptr<ExtensionClient>> client_;
     std::optional<SteadyClock::duration> described_;
     std::size_t widgetCount_ = 0;
-    /// The widgets' kinds, one for each request that has no response yet.
+    /// Kinds of the widgets, one for each request without a response.
     std::multiset<std::string> pending_;
     std::optional<std::string> gone_;
-    /// What was wrong with a response, the last time.
+    /// What was wrong with the last bad response.
     std::string fault_;
 };
 
@@ -145,7 +145,7 @@ ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const 
         probes.emplace_back(manifest, trial, found.schemes);
     }
     const auto deadline = SteadyClock::now() + trial.timeout;
-    // Its only purpose is to end the wait.
+    // Only ends the wait.
     EventSource timer([&timer] { timer.setDeadline(std::nullopt); });
     timer.setDeadline(deadline);
     const auto isDone = [](const ExtensionProbe& probe) { return probe.isDone(); };

@@ -1,4 +1,4 @@
-// Whether extensions start and answer, and what their widgets link to.
+// Checks whether extensions start and answer, and collects the schemes of their links.
 #pragma once
 
 #include "Host/Commands/Finding.h"
@@ -22,15 +22,15 @@ struct ExtensionTrial {
 };
 
 struct ExtensionFindings {
-    /// One for each extension, in their order.
+    /// One per extension, in the order of the manifests.
     Findings findings;
-    /// The schemes of the links and addresses in what the widgets answered.
+    /// The schemes of all links in the answers.
     std::set<std::string> schemes;
 };
 
-/// Starts the extensions, all at once, and asks each to describe itself and for a placeholder and a timeline of each
-/// widget, with the default configuration, in the largest size that it has. Takes a moment longer than the
-/// timeout at most, however extensions behave. Runs the default main context.
+/// Starts all extensions at once. Requests from each its description, and a placeholder and a timeline of each widget
+/// with the default configuration in its largest family. Returns at the latest soon after the timeout. Runs the default
+/// main context.
 ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionTrial& trial);
 
 } // namespace host

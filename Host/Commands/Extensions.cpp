@@ -15,14 +15,14 @@ namespace {
 
 using platform::Unexpected;
 
-/// Where there are other extensions, nobody waits longer for one to describe itself.
+/// The longest time to wait for a description if there are other extensions.
 constexpr std::chrono::milliseconds timeoutAmongSeveral{10'000};
 
 Failure unavailable(std::string message) {
     return {Failure::Kind::unavailable, std::move(message)};
 }
 
-/// Names failures of single extensions on standard error; but the last is the command's, if nothing `works`.
+/// Names failures of single extensions on standard error. Returns the last one instead if nothing `works`.
 std::optional<Failure> failureOf(std::vector<Failure> failures, bool works) {
     std::optional<Failure> last;
     if (!works && !failures.empty()) {
@@ -163,7 +163,7 @@ Outcome<Manifest> manifestNamed(const std::string& identifier, const ExtensionCh
     Failure reason = unavailable("the extension " + identifier + " is not installed");
     for (auto& manifest : readManifests(choice)) {
         if (!manifest) {
-            // It may be the one.
+            // It may be the one with that identifier.
             reason = manifest.error();
         } else if (manifest->identifier == identifier) {
             return *std::move(manifest);

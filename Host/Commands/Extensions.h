@@ -1,4 +1,4 @@
-// The extensions that a command speaks to: the one named on the command line, or those that are installed.
+// The extensions that a command uses: the one named on the command line, or the installed ones.
 #pragma once
 
 #include "Host/Commands/PendingResponse.h"
@@ -25,18 +25,17 @@ struct ExtensionChoice {
     Confined confined = Confined::yes;
 };
 
-/// The manifest of the chosen extension, or those of every installed one, each with what is wrong with it in its place.
+/// Returns the manifest of the chosen extension, or those of all installed ones, each or why it cannot be read.
 std::vector<Outcome<Manifest>> readManifests(const ExtensionChoice& choice);
 
-/// The sound manifests of the chosen extension or of every installed one; at least one. What is wrong with others is
-/// named on standard error.
+/// Returns the readable manifests, at least one. Names the faults of others on standard error.
 Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice);
 
 using ExtensionHandle = std::unique_ptr<ExtensionClient>;
 
 struct Description {
     std::vector<WidgetInfo> widgets;
-    /// As the extension wrote it, on one line.
+    /// As the extension wrote it, one line.
     std::string text;
 };
 
@@ -45,22 +44,21 @@ struct DescribedExtension {
     Description description;
 };
 
-/// What is done with one extension; answers whether it is the last that is wanted.
+/// Uses one extension. Returns true if no other is needed.
 using UseExtension = std::function<Outcome<bool>(DescribedExtension&)>;
 
-/// Starts the chosen extension, or every installed one, and uses one after the other. What fails with one does not
-/// concern the others: it is named on standard error. The command fails where nothing else works, or when output cannot
-/// be written.
+/// Starts the chosen extension, or all installed ones, and uses one after the other. Names failures of single ones on
+/// standard error. Fails if every one fails, or if output cannot be written.
 std::optional<Failure> useExtensions(const ExtensionChoice& choice, const UseExtension& use);
 
-/// Starts the extension that has the widget `kind`. Where there is one extension only, that is taken for it without
-/// asking. What is wrong with others is named on standard error.
+/// Starts the extension that has the widget `kind`. A single extension is started without checking. Names the faults of
+/// others on standard error.
 Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const ExtensionChoice& choice);
-/// The same among these manifests, which are at least one.
+/// Does the same with these manifests, at least one.
 Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const std::vector<Manifest>& manifests,
                                           const ExtensionChoice& choice);
 
-/// The manifest of the extension with that identifier; what is wrong with others' does not matter.
+/// Returns the manifest of the extension with that identifier. Ignores the faults of others.
 Outcome<Manifest> manifestNamed(const std::string& identifier, const ExtensionChoice& choice);
 
 /// Starts the extension with that identifier.

@@ -1,4 +1,4 @@
-// The schemes of the addresses that a click on a widget may open.
+// Finds the schemes of the links that a click on a widget may open.
 #pragma once
 
 #include "Host/Connection/Messages.h"
@@ -9,10 +9,10 @@
 
 namespace host {
 
-/// Returns the scheme of an address in lower case; empty without a valid one.
+/// Returns the scheme of an address in lower case, or an empty text.
 std::string schemeOf(std::string_view url);
 
-/// Adds the schemes of the entry's links and of its own address.
+/// Adds the schemes of the entry's links and of its click address.
 void collectSchemes(const Entry& entry, std::set<std::string>& schemes);
 
 } // namespace host

@@ -1,4 +1,4 @@
-// A request whose response is waited for, by a program that has nothing else to do meanwhile.
+// Sends a request and waits for its response, for a command that does nothing else meanwhile.
 #pragma once
 
 #include "Host/Connection/ExtensionClient.h"
@@ -8,7 +8,7 @@ namespace host {
 template <class Value>
 class PendingResponse {
   public:
-    /// Sends the request. `read` makes the value of the response's result.
+    /// Sends the request. `read` makes the value of the result.
     PendingResponse(ExtensionClient& client, std::string_view method, std::string_view params,
                     std::function<platform::Outcome<Value>(simdjson::dom::element result)> read) {
         client.send(
@@ -17,7 +17,7 @@ class PendingResponse {
             });
     }
 
-    /// Runs the main loop until the response is there. Requires that the client still exists.
+    /// Runs the main loop until the response arrives. Requires that the client still exists.
     const platform::Outcome<Value>& wait() const {
         while (!*response_) {
             g_main_context_iteration(nullptr, TRUE);
