@@ -16,7 +16,7 @@ install(FILES ${desktop}/${name}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/ap
 install(FILES ${desktop}/${name}.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES ${desktop}/autostart.desktop DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/xdg/autostart RENAME ${name}.desktop)
 
-# Shipped as wanted: a session that systemd manages starts it without being told.
+# Enabled by default: a session that systemd manages starts it.
 set(units lib/systemd/user)
 set(wanted ${made}/graphical-session.target.wants)
 file(MAKE_DIRECTORY ${wanted})

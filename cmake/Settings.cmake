@@ -1,4 +1,4 @@
-# What every target of this project is compiled and linked with.
+# Compiler and linker settings of all targets.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -16,7 +16,7 @@ target_include_directories(foliovault_settings INTERFACE ${PROJECT_SOURCE_DIR} $
 target_compile_options(foliovault_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion
     -ffunction-sections -fdata-sections)
-# Named initialisers that leave members at their defaults are this code's habit, not an oversight.
+# Designated initialisers may leave members at their defaults.
 target_compile_options(foliovault_settings INTERFACE -Wno-missing-field-initializers)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     # GCC 12 takes the alternatives that a moved variant does not hold for members that are read uninitialised.

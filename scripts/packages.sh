@@ -7,12 +7,12 @@ build_packages=(
     libpango1.0-dev libcairo2-dev libharfbuzz-dev libpng-dev libgdk-pixbuf-2.0-dev
     libfontconfig-dev libwayland-dev wayland-protocols plasma-wayland-protocols libx11-dev libgtk-3-dev libgtk-layer-shell-dev
 )
-# What the programs need when they run, beyond libraries: certificates, zones, and the font. What they link or load comes with
-# the -dev packages here; which packages those are on the machine of a .deb's user, cmake/Package.cmake finds out.
+# What the programs need to run, besides libraries: certificates, time zones and the font. Libraries come with the -dev packages;
+# cmake/Package.cmake finds their packages for the .deb.
 run_packages=(ca-certificates tzdata fonts-inter)
-# What they do better with: the other home of --home, and the fonts of names in other scripts.
+# Optional at run time: for --home, and fonts for names in other scripts.
 recommended_packages=(libnss-wrapper fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji)
-# What desks are tried with.
+# For trying desks.
 desk_packages=(dbus-daemon python3 python3-gi python3-pil python3-xlib gir1.2-gtk-3.0 xserver-xorg-core xserver-xorg-video-dummy xdotool
     x11-utils x11-xserver-utils hsetroot)
 test_libraries=(libgtest-dev libgmock-dev libplist-dev)
@@ -29,7 +29,7 @@ bench_packages=(
     python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
 )
 
-# of_architecture ARCHITECTURE NAME…: these names, those of libraries with the architecture that apt is to take them for.
+# of_architecture ARCHITECTURE NAME…: prints the names, those of libraries with the architecture for apt.
 of_architecture() {
     local architecture=$1 name; shift
     for name in "$@"; do
@@ -38,7 +38,7 @@ of_architecture() {
     done
 }
 
-# install_packages NAME…: installs those that are missing, as root or by sudo; nothing where all are there.
+# install_packages NAME…: installs missing packages, as root or by sudo.
 install_packages() {
     local missing=() name
     for name in "$@"; do

@@ -1,9 +1,9 @@
-# Bare Debian systems of their own, by debootstrap from the mirror that apt has here. Sourced by other scripts, after packages.sh.
-# They stay in build/systems, so that the next run is quick; nothing is mounted there but while a command runs.
+# Bare Debian systems, made by debootstrap from apt's mirror. Other scripts source this after packages.sh.
+# Systems stay in build/systems, so that the next run is quick. Things are mounted there only while a command runs.
 
 systems=$PWD/build/systems
 
-# cannot_run REASON: ends the script with 77, which is neither passed nor failed.
+# cannot_run REASON: exits with 77, which means neither passed nor failed.
 cannot_run() { echo "${0##*/}: cannot run: $*" >&2; exit 77; }
 
 need_systems() {
@@ -14,7 +14,7 @@ need_systems() {
 
 this_release() { (. /etc/os-release && echo "$VERSION_CODENAME"); }
 
-# make_system RELEASE FOLDER: a fresh one with what every Debian has, and apt's sources as here.
+# make_system RELEASE FOLDER: makes a bare system with the apt sources of this one.
 make_system() {
     local release=$1 folder=$2 bare=$systems/$1.tar log=$systems/$1.log sources mirror
     mkdir -p "$systems"
@@ -35,8 +35,8 @@ make_system() {
     tar -C "$folder" -xpf "$bare"
 }
 
-# in_system FOLDER COMMAND…: runs it there as root, with no variables of this system's. A root of its own by pivot_root, since
-# extensions cannot be confined wholly in a chroot. All mounts and processes go with it.
+# in_system FOLDER COMMAND…: runs the command there as root, without this system's variables. Uses pivot_root, because extensions
+# cannot be confined wholly in a chroot. All mounts and processes end with it.
 in_system() {
     local folder=$1; shift
     cp /etc/resolv.conf "$folder/etc/"
@@ -47,14 +47,14 @@ in_system() {
         cd / && exec env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root DEBIAN_FRONTEND=noninteractive "$@"' sh "$folder" "$@"
 }
 
-# as_builder FOLDER COMMAND: a line for bash, run in the sources there, as an ordinary user.
+# as_builder FOLDER COMMAND: runs a line of bash in the sources there, as an ordinary user.
 as_builder() {
     in_system "$1" setpriv --reuid=builder --regid=builder --init-groups \
         env HOME=/home/builder FOLIOVAULT_WERROR="${FOLIOVAULT_WERROR:-}" bash -euc "cd ~/sources && $2"
 }
 
-# build_system FOLDER RELEASE LINE: one that is kept, with the sources as they are now, where root has run this line for bash, in which
-# packages.sh counts.
+# build_system FOLDER RELEASE LINE: makes or updates a system with the present sources, where root has run this line of bash after
+# packages.sh.
 build_system() {
     local folder=$1 release=$2 log=$1.log
     if [ ! -e "$folder" ]; then
@@ -69,7 +69,7 @@ build_system() {
         { tail "$log" >&2; cannot_run "packages are missing"; }
 }
 
-# arm64_system: the folder of one that builds for arm64, apart, since the libraries of both architectures get into each other's way.
+# arm64_system: prints the folder of a system that builds for arm64. Separate, because libraries of both architectures conflict.
 arm64_system() {
     build_system "$systems/arm64" trixie '
         dpkg --print-foreign-architectures | grep -q arm64 || { dpkg --add-architecture arm64; apt-get update -q; }

@@ -188,17 +188,17 @@ void ExtensionClient::handleLine(std::string_view line) {
     std::string_view refusal;
     std::int64_t id = 0;
     if (parser_.parse(line).get(message) != simdjson::SUCCESS) {
-        fail("sent something else than a message");
+        fail("sent something other than a message");
     } else if (message["id"].get(id) != simdjson::SUCCESS || !requests_.contains(id)) {
         if (++unsolicitedCount_ > maxUnsolicited) {
-            fail("keeps sending what nobody asked for");
+            fail("sent too many unrequested messages");
         }
     } else if (message["result"].get(result) == simdjson::SUCCESS && result.is_object()) {
         requests_.extract(id).mapped().responded(result);
     } else if (message["error"]["message"].get(refusal) == simdjson::SUCCESS) {
         requests_.extract(id).mapped().responded(Unexpected{Failure{Failure::Kind::usage, std::string(refusal)}});
     } else {
-        fail("sent an answer that makes no sense, with neither result nor error");
+        fail("sent an invalid answer, with neither result nor error");
     }
 }
 

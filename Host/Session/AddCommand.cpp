@@ -134,7 +134,7 @@ std::vector<std::string> addWords(Instance instance, const std::optional<std::st
 int answerAdd(HostApplication& host, GApplicationCommandLine* line, const std::vector<std::string>& words) {
     const auto arrangement = words.size() > 2 ? arrangementFromJson(words[0]) : Arrangement();
     if (!arrangement || arrangement->instances.size() != 1) {
-        g_application_command_line_printerr(line, "widgethost: this is no widget to add\n");
+        g_application_command_line_printerr(line, "widgethost: this is not a widget\n");
         return static_cast<int>(Failure::Kind::usage);
     }
     const auto family = words[1].empty() ? std::nullopt : std::optional(words[1]);

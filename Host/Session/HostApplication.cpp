@@ -92,8 +92,9 @@ void HostApplication::zoneChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GF
 void HostApplication::start() {
     auto lock = FileLock::tryLock(folder_ / "host.lock");
     if (!lock) {
-        logWarning(lock.error().kind == platform::Failure::Kind::unavailable ? "another host runs on this arrangement"
-                                                                             : lock.error().message);
+        logWarning(lock.error().kind == platform::Failure::Kind::unavailable
+                       ? "another host is running on this arrangement"
+                       : lock.error().message);
         exitCode_ = unavailable;
         g_application_quit(application_);
         return;
@@ -104,7 +105,7 @@ void HostApplication::start() {
         g_dbus_connection_set_exit_on_close(bus, FALSE);
         g_signal_connect_swapped(bus, "closed", G_CALLBACK(&g_application_quit), application_);
     } else {
-        logWarning("there is no session bus: commands reach this host by the arrangement's file alone");
+        logWarning("there is no session bus: commands reach this host only by the arrangement file");
     }
     if (landlockVersion() == 0) {
         logWarning("this kernel has no Landlock: extensions can read more than they should");
@@ -227,7 +228,7 @@ int HostApplication::answer(GApplicationCommandLine* line) {
     const auto argument = words.size() > 2 ? std::optional(words[2]) : std::nullopt;
     if (command == "host") {
         if (!display_.activate()) {
-            g_application_command_line_print(line, "A host runs already.\n");
+            g_application_command_line_print(line, "A host is already running.\n");
         }
         return 0;
     }
@@ -275,8 +276,8 @@ int HostApplication::explain(GApplicationCommandLine* line, const std::string& i
         for (const auto& [each, ignored] : session_.tiles()) {
             known += fmt::format("{}{}", known.empty() ? "" : ", ", each);
         }
-        const std::string message =
-            fmt::format("there is no tile {}; there {}\n", id, known.empty() ? "are none" : "are " + known);
+        const std::string message = fmt::format("there is no widget {}; {}\n", id,
+                                                known.empty() ? "no widget is placed" : "there are " + known);
         g_application_command_line_printerr(line, "widgethost: %s", message.c_str());
         return usage;
     }

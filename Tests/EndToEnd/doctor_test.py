@@ -91,7 +91,7 @@ class Extensions(DoctorTest):
         self.assertLess(time.monotonic() - start, 20)
         self.expect(findings, "compositor", ("problem", "does not answer"))
         self.expect(findings, "extension", ("problem", "a.json is no JSON object"), ("problem", "^b: cannot start .*"),
-                    ("problem", "^c: .* exited with 3"), ("problem", "^d: .*no answer in 10 s"), ("problem", "^e: .*else than a message"),
+                    ("problem", "^c: .* exited with 3"), ("problem", "^d: .*no answer in 10 s"), ("problem", "^e: .*other than a message"),
                     ("problem", "^f: not today"), ("note", "^g: .*1 widget; nothing in 10 s from Slow"))
 
 

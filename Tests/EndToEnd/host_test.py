@@ -135,7 +135,7 @@ class OtherExtensions(HostTest):
     def test_bad_ones_are_said_to_be_unavailable(self):
         rows = [("exit 3", "exited with 3"), ("echo last words >&2; exit 1", "last words"), ("kill -SEGV $$", "signal 11"),
                 ("while :; do printf %9999s x; done", "more than"),
-                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"date\":\"now\"}}'", "makes no sense")]
+                ("read line; echo '{\"jsonrpc\":\"2.0\",\"id\":1,\"result\":{\"date\":\"now\"}}'", "is invalid")]
         for body, says in rows:
             with self.subTest(body):
                 self.assertIn(says, self.refused(UNAVAILABLE, "render", "X", "--format", "tree", extension=self.script(body)))

@@ -87,7 +87,7 @@ class OneHost(SessionTest):
         self.assertNotIn("failed", explained)
         self.succeed("remove", 1)
         self.assertIn("there are 2", self.refused(USAGE, "explain", 1))
-        self.assertEqual(self.succeed("host"), "A host runs already.\n")
+        self.assertEqual(self.succeed("host"), "A host is already running.\n")
 
     def test_without_a_bus_it_follows_the_file(self):
         self.write(favourites(3))
