@@ -100,12 +100,12 @@ class ChangeVisitor {
         return std::nullopt;
     }
 
-    Refusal operator()(const SetRenderingMode& recoloring) {
-        if (!isRenderingMode(recoloring.renderingMode)) {
-            return fmt::format("there is no mode \"{}\"; there are {}", recoloring.renderingMode,
+    Refusal operator()(const SetRenderingMode& mode) {
+        if (!isRenderingMode(mode.renderingMode)) {
+            return fmt::format("there is no mode \"{}\"; there are {}", mode.renderingMode,
                                fmt::join(renderingModes, ", "));
         }
-        arrangement_.renderingMode = recoloring.renderingMode;
+        arrangement_.renderingMode = mode.renderingMode;
         return std::nullopt;
     }
 
