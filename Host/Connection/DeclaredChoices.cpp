@@ -25,7 +25,7 @@ std::vector<std::string> names(const std::vector<Value>& values, std::string Val
     return all;
 }
 
-/// The one whose `name` is `wanted`; null where there is none.
+/// Returns the value whose `name` is `wanted`, or null.
 template <class Value>
 const Value* find(const std::vector<Value>& values, std::string Value::*name, const std::string& wanted) {
     const auto found =

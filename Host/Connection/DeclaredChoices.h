@@ -1,4 +1,4 @@
-// What a user chose, against what an extension declares. Failures are `usage` and name what is accepted.
+// Checks what a user chose against what an extension declares. Failures are `usage` and list what is accepted.
 #pragma once
 
 #include "Host/Connection/Messages.h"
@@ -10,17 +10,17 @@
 
 namespace host {
 
-/// The widget of that kind.
+/// Returns the widget of that kind.
 platform::Outcome<WidgetInfo> declaredWidget(const std::vector<WidgetInfo>& widgets, const std::string& kind);
 
-/// No extension has it.
+/// The failure if no extension has the widget.
 platform::Failure unknownWidget(const std::string& kind);
 
-/// The family, where the widget has it; without one medium, or the first where there is no medium.
+/// Returns the family if the widget has it. The default is medium, or else the widget's first one.
 platform::Outcome<std::string> declaredFamily(const WidgetInfo& widget, const std::optional<std::string>& family);
 
-/// Nothing if the widget has each parameter, and an enumeration the choice. What an entity parameter names may have
-/// gone, or not have come yet.
+/// Returns nothing if the widget has each parameter, and each enumeration the choice. Does not check the choices of
+/// entity parameters, which may be removed or added later.
 std::optional<platform::Failure> checkSettings(const WidgetInfo& widget,
                                                const std::map<std::string, std::string>& settings);
 

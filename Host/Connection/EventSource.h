@@ -1,6 +1,6 @@
-// A source of GLib's main loop: descriptors and a deadline that are waited for together, until this is destroyed.
+// A source of GLib's main loop that waits for descriptors and a deadline, until it is destroyed.
 //
-// It belongs to the default main context, and is called after what draws. One thread.
+// It belongs to the default main context, with a priority below drawing. One thread.
 #pragma once
 
 #include <glib.h>
@@ -16,20 +16,20 @@ using SteadyTime = std::chrono::steady_clock::time_point;
 
 class EventSource {
   public:
-    /// `dispatch` is called when a descriptor is ready or the deadline has passed. It must not destroy this, and must
-    /// set the deadline anew.
+    /// `dispatch` is called when a descriptor is ready or the deadline has passed. It must set the deadline again, and
+    /// must not destroy this.
     explicit EventSource(std::function<void()> dispatch);
     EventSource(const EventSource&) = delete;
     EventSource& operator=(const EventSource&) = delete;
     ~EventSource();
 
-    /// Waits for `condition` on the descriptor, in place of what was waited for on it before; for nothing if it is 0,
-    /// which must be said before the descriptor is closed.
+    /// Replaces the condition that is waited for on the descriptor; 0 for none, which is required before the descriptor
+    /// is closed.
     void watch(int descriptor, GIOCondition condition);
-    /// Whether the descriptor is ready, in `dispatch`.
+    /// Whether the descriptor is ready. Called in `dispatch`.
     bool isReady(int descriptor) const;
 
-    /// Nothing: only the descriptors are waited for.
+    /// Replaces the deadline; nothing: waits for the descriptors only.
     void setDeadline(std::optional<SteadyTime> deadline);
 
   private:

@@ -19,10 +19,10 @@ using platform::Unexpected;
 
 constexpr std::size_t chunkSize = std::size_t{64} << 10U;
 constexpr std::size_t maxStderrTail = 4096;
-/// After this much, standard error is not read any more.
+/// Standard error is closed after so many bytes.
 constexpr std::size_t maxStderr = std::size_t{1} << 20U;
 
-/// Reads what is there, into the end of `text`; false at the end of input.
+/// Appends what can be read to `text`. Returns false at the end of input.
 bool readSome(int descriptor, std::string& text) {
     std::array<char, chunkSize> chunk; // NOLINT(*-member-init): read fills it
     const ssize_t count = read(descriptor, chunk.data(), chunk.size());
@@ -44,7 +44,7 @@ std::string_view lastLine(std::string_view text) {
 platform::Outcome<std::unique_ptr<ExtensionClient>>
 ExtensionClient::start(const Manifest& manifest, const std::optional<std::filesystem::path>& home, Confined confined,
                        const Timeouts& timeouts) {
-    // A write to an extension that has gone is an error to be handled, not a signal.
+    // A write to an extension that has ended must fail instead of raising a signal.
     std::signal(SIGPIPE, SIG_IGN);
     auto environment = makeExtensionEnvironment(manifest, home);
     if (!environment) {
@@ -111,8 +111,8 @@ void ExtensionClient::dispatch() {
     const auto isReady = [this](const FileDescriptor& stream) {
         return stream.isOpen() && source_.isReady(stream.get());
     };
-    const bool isHeard = isReady(process_.errors) || isReady(process_.output);
-    if (isHeard && (!isShuttingDown_ || !requests_.empty())) {
+    const bool isActive = isReady(process_.errors) || isReady(process_.output);
+    if (isActive && (!isShuttingDown_ || !requests_.empty())) {
         lastActivity_ = std::chrono::steady_clock::now();
     }
     if (isReady(process_.errors)) {
@@ -144,7 +144,7 @@ void ExtensionClient::write() {
     if (count > 0) {
         outgoing_.erase(0, static_cast<std::size_t>(count));
     } else if (errno != EAGAIN && errno != EINTR) {
-        // It reads no more; the end of its output says why.
+        // It has closed its input; the end of its output will have the reason.
         outgoing_.clear();
         close(process_.input);
     }
@@ -238,7 +238,7 @@ void ExtensionClient::fail(std::string_view why) {
     if (error_) {
         return;
     }
-    // What it wrote at its end says more than its exit code.
+    // Its last message says more than its exit code.
     if (process_.errors.isOpen()) {
         readSome(process_.errors.get(), stderrTail_);
     }
@@ -255,7 +255,7 @@ void ExtensionClient::fail(std::string_view why) {
     }
 }
 
-/// Has the main loop wait for what is waited for now.
+/// Sets what the main loop waits for.
 void ExtensionClient::updateSource() {
     if (isShuttingDown_ && outgoing_.empty() && process_.input.isOpen()) {
         close(process_.input);
@@ -264,7 +264,7 @@ void ExtensionClient::updateSource() {
     source_.watch(process_.output.get(), G_IO_IN);
     source_.watch(process_.input.get(), outgoing_.empty() ? GIOCondition{} : G_IO_OUT);
     if (isClosed() && !hasEnded()) {
-        // Only then: it may exit before its responses are read.
+        // Not before its output is read to the end: it may exit before.
         source_.watch(process_.end().get(), G_IO_IN);
     }
     source_.setDeadline(deadline());

@@ -1,9 +1,8 @@
-// The host's end of the protocol: an extension's process, what it is asked, and how long it may take to answer.
+// The host's end of the protocol: an extension's process, its requests and their timeouts.
 //
-// Everything happens on GLib's main loop, in the default main context; nothing waits. Requests may be under way
-// together, and responses come in any order. What an extension may do is bounded: a response has at most `maxResponse`
-// bytes, at most `maxUnsolicited` lines may come that were not asked for, and no time may be longer than `Timeouts`
-// says. An extension that breaks a bound, or speaks nonsense, is killed. One thread.
+// Runs on GLib's main loop, in the default main context, and never blocks. Several requests may be pending; responses
+// come in any order. An extension is killed if it sends a response of more than `maxResponse` bytes, more than
+// `maxUnsolicited` lines without a request, or an invalid message, or exceeds one of the `Timeouts`. One thread.
 #pragma once
 
 #include "Host/Connection/EventSource.h"
@@ -34,31 +33,31 @@ class ExtensionClient {
     ~ExtensionClient() = default;
 
     /// A response's result, a JSON object that is valid during the call; or a failure: `usage` if the extension refused
-    /// this request, `unavailable` if it is gone, or was killed.
+    /// the request, `unavailable` if it has ended or was killed.
     using Result = platform::Outcome<simdjson::dom::element>;
     using Responded = std::function<void(const Result& result)>;
-    /// Sends a request; `params` is a JSON object. `responded` is called once, unless this is destroyed before; before
-    /// this returns if the extension is gone already. It may send requests, but must not destroy this.
+    /// Sends a request. Requires a JSON object as `params`. `responded` is called once, unless this is destroyed first;
+    /// if the extension has ended, before `send` returns. It may send requests, but must not destroy this.
     void send(std::string_view method, std::string_view params, Responded responded);
 
-    /// Sends the requests that `other` has not responded to, whose responses do not count any more; but each is sent
-    /// twice at most, so that it is answered in the end.
+    /// Takes over the requests that `other` has not responded to. A request that was taken before stays with `other`,
+    /// so that it is sent twice at most.
     void takeRequests(ExtensionClient& other);
 
-    /// Ends the extension's input, so that it exits when it has responded to everything.
+    /// Closes the extension's input, so that it exits after its last response.
     void shutDown();
 
-    /// From now on in place of the timeout it was started with.
+    /// Replaces `Timeouts::response`.
     void setResponseTimeout(std::chrono::milliseconds timeout);
 
-    /// Called once the process has ended, from the main loop; this may be destroyed afterwards, but not by the call.
+    /// Sets a function that is called from the main loop once the process has ended. It must not destroy this.
     void onEnd(std::function<void()> ended) { ended_ = std::move(ended); }
 
-    /// Whether the next request should go to another process: this one is shutting down, or gone.
+    /// Whether this accepts no new requests: it is shutting down, or has failed.
     bool isShuttingDown() const { return isShuttingDown_ || error_; }
-    /// Whether the process is gone, so that destroying this waits for nothing.
+    /// Whether the process has ended, so that destroying this does not block.
     bool hasEnded() const { return process_.isReaped(); }
-    /// Whether it should be started anew: see `Sandbox::needsRestart`.
+    /// As `Sandbox::needsRestart`.
     bool needsRestart() const { return process_.needsRestart(); }
     const Manifest& manifest() const { return manifest_; }
 
@@ -84,7 +83,7 @@ class ExtensionClient {
     void fail(std::string_view why);
     void updateSource();
 
-    /// Whether the extension has closed its output, as it does when it exits.
+    /// Whether the extension has closed its output, as at its exit.
     bool isClosed() const { return !process_.output.isOpen(); }
 
     Manifest manifest_;
@@ -100,7 +99,7 @@ class ExtensionClient {
     std::string incoming_;
     std::string stderrTail_;
     std::size_t stderrSize_ = 0;
-    /// Why no more responses will come; the process has ended then, or is killed.
+    /// Set if no more responses will come: the process has ended or was killed.
     std::optional<platform::Failure> error_;
     simdjson::dom::parser parser_;
     EventSource source_;

@@ -35,13 +35,13 @@ bool passesThrough(std::string_view name) {
 
 constexpr const char* wrapperLibrary = "libnss_wrapper.so";
 
-/// Whether the wrapper is there to be loaded. Without it the extension would quietly read the user's real library.
+/// Whether the wrapper can be loaded. Without it the extension would read the user's real library.
 bool wrapperIsInstalled() {
     void* library = dlopen(wrapperLibrary, RTLD_LAZY | RTLD_LOCAL);
     return library != nullptr && dlclose(library) == 0;
 }
 
-/// A user database with one user, this one, who lives in `home`.
+/// Makes a user database with the current user alone, whose home is `home`.
 Outcome<TemporaryFolder> userDatabaseWith(const fs::path& home, std::vector<std::string>& variables) {
     if (home.string().find_first_of(":\n") != std::string::npos) {
         return unavailable(fmt::format("a user database cannot hold the home {}", home.string()));
@@ -63,14 +63,14 @@ Outcome<TemporaryFolder> userDatabaseWith(const fs::path& home, std::vector<std:
     variables.push_back("NSS_WRAPPER_PASSWD=" + users.string());
     variables.push_back("NSS_WRAPPER_GROUP=" + groups.string());
 #ifdef __SANITIZE_ADDRESS__
-    // A sanitized extension wants to be the first library; the wrapper is loaded before it. At its end it would look
-    // for leaks by a process that traces it, which confinement refuses.
+    // The sanitizer requires to be the first library, but the wrapper is loaded before it. It would look for leaks by a
+    // process that traces it, which the sandbox refuses.
     variables.emplace_back("ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0");
 #endif
     return folder;
 }
 
-/// `path` made absolute, without a slash at its end.
+/// Returns the absolute path, without a slash at its end.
 fs::path absoluteFolder(const fs::path& path) {
     std::error_code failure;
     const fs::path normal = fs::absolute(path, failure).lexically_normal();
@@ -81,8 +81,8 @@ std::string recordedHome() {
     return platform::SystemUserDatabase::shared().recordedHome().value_or(std::string());
 }
 
-/// Whether the user stands in the file of users, and is not known by a directory service alone.
-bool userStandsInFile() {
+/// Whether the user is in /etc/passwd. Users of directory services are not.
+bool isUserInFile() {
     std::ifstream users("/etc/passwd");
     for (std::string line; std::getline(users, line);) {
         const std::size_t number = line.find(':', line.find(':') + 1) + 1;
@@ -125,9 +125,9 @@ Outcome<ExtensionEnvironment> makeExtensionEnvironment(const Manifest& manifest,
     }
     environment.variables.push_back("HOME=" + environment.container.string());
     environment.variables.push_back("XDG_CACHE_HOME=" + caches.string());
-    // Directory services are asked through sockets that a confined extension cannot use: it is told what they said.
-    const bool isToldUser = home || (!environment.home.empty() && !userStandsInFile() && wrapperIsInstalled());
-    if (isToldUser) {
+    // Directory services need sockets that a confined extension cannot use.
+    const bool needsDatabase = home || (!environment.home.empty() && !isUserInFile() && wrapperIsInstalled());
+    if (needsDatabase) {
         auto database = userDatabaseWith(environment.home, environment.variables);
         if (!database) {
             return Unexpected{database.error()};

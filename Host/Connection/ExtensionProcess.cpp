@@ -49,10 +49,10 @@ std::string howItEnded(int status) {
     return fmt::format("exited with {}", WEXITSTATUS(status));
 }
 
-/// Room for the few calls of a child that shares the host's memory; sanitized frames are large.
+/// The stack of the child until it executes the extension; sanitized frames are large.
 using ChildStack = std::array<std::byte, std::size_t{256} << 10U>;
 
-/// What the child needs, and what it leaves behind: it shares the host's memory until it becomes the extension.
+/// The child's arguments and its errors, in the memory that it shares with the host.
 struct Start {
     const char* program = nullptr;
     char* const* arguments = nullptr;
@@ -64,17 +64,17 @@ struct Start {
     int executing = 0;
 };
 
-/// The child between its birth and the extension's first instruction. Only system calls: whatever the host's other
-/// threads hold locked stays locked here.
+/// Runs in the child until it executes the extension. Makes only system calls, since the locks that the host's other
+/// threads hold stay locked here.
 int becomeExtension(void* given) {
     Start& start = *static_cast<Start*>(given);
     setsid();
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != start.host) {
-        // It has died already.
+        // The host has died before the call of prctl.
         _exit(EXIT_FAILURE);
     }
-    // What the host ignores or handles is not the extension's business. All are blocked so far: none is handled here.
+    // Resets all signals to their defaults. They are blocked so far, so no handler of the host runs here.
     struct sigaction standard {};
     standard.sa_handler = SIG_DFL;
     for (int number = 1; number < NSIG; ++number) {
@@ -100,14 +100,14 @@ int becomeExtension(void* given) {
 
 struct Child {
     pid_t process = 0;
-    /// Readable once it has ended.
+    /// Readable once the process has ended.
     FileDescriptor end;
 };
 
-/// The extension's process, or the errno of what went wrong; `start` has what went wrong in the child.
+/// Returns the extension's process, or the errno; `start` has the child's errors.
 platform::Expected<Child, int> runChild(Start& start) {
     const auto stack = std::make_unique_for_overwrite<ChildStack>();
-    // Handlers of the host's must not run in the child, which shares its memory.
+    // The host's signal handlers must not run in the child, which shares its memory.
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
@@ -189,7 +189,7 @@ ExtensionProcess::~ExtensionProcess() {
     constexpr auto timeout = Timeouts{}.shutdown;
     if (!waitForEnd(timeout)) {
         kill();
-        // What the kernel itself is busy with outlives even that.
+        // A process that waits in the kernel does not end at once.
         waitForEnd(timeout);
     }
     reap();
@@ -206,7 +206,7 @@ std::optional<std::string> ExtensionProcess::reap() {
     if (isReaped() || !waitForEnd({})) {
         return std::nullopt;
     }
-    // Its group is still its own until it is waited for.
+    // Before waitpid, since the group's number may be used again afterwards.
     ::kill(-process_, SIGKILL);
     int status = 0;
     waitpid(std::exchange(process_, 0), &status, WNOHANG);

@@ -1,7 +1,7 @@
 // The extension's process, with pipes to its standard streams.
 //
-// The kernel kills it when the thread that started it ends, however that comes. What the extension itself has started
-// is killed by this process alone, and outlives a host that is killed.
+// The kernel kills it when the thread that started it ends, even if that is killed. This does not apply to processes
+// that the extension has started: only `kill`, `reap` and the destructor kill those.
 #pragma once
 
 #include "Host/Connection/ExtensionEnvironment.h"
@@ -22,15 +22,14 @@ class ExtensionProcess {
   public:
     /// Starts the manifest's executable, confined, in a session of its own.
     ///
-    /// The child shares the host's memory until it becomes the extension, so that a large host starts one as quickly as
-    /// a small one; the calling thread waits for it meanwhile, others go on.
+    /// The child shares the host's memory until it executes the extension, so that the host's size does not slow it
+    /// down. The calling thread blocks until then.
     static platform::Outcome<ExtensionProcess> start(const Manifest& manifest, ExtensionEnvironment environment,
                                                      Confined confined = Confined::yes);
 
     ExtensionProcess(ExtensionProcess&& other) noexcept;
     ExtensionProcess& operator=(ExtensionProcess&&) = delete;
-    /// Closes the pipes, and waits for the end of a process that is not reaped: at most `Timeouts::shutdown`, then it
-    /// is killed.
+    /// Closes the pipes. Waits for a process that is not reaped, and kills it after `Timeouts::shutdown`.
     ~ExtensionProcess();
 
     /// The host's ends of the extension's standard streams.
@@ -38,18 +37,17 @@ class ExtensionProcess {
     platform::FileDescriptor output;
     platform::FileDescriptor errors;
 
-    /// Whether a folder or file that the extension may read has appeared or been replaced since it was started: it does
-    /// not see the new one, and should be ended and started anew before it is asked again.
+    /// As `Sandbox::needsRestart`.
     bool needsRestart() const { return sandbox_ && sandbox_->needsRestart(); }
 
     /// A descriptor that is readable once the process has ended.
     const platform::FileDescriptor& end() const { return end_; }
 
-    /// Kills the process and those that it has started. Does not wait for its end.
+    /// Kills the process and those that it has started. Does not block.
     void kill() const;
 
-    /// How the process ended ("exited with 1", "was killed by signal 9"), once; nothing while it runs. Does not wait.
-    /// Kills the processes that it has left behind.
+    /// Returns how the process ended ("exited with 1", "was killed by signal 9"), once; nothing while it runs. Does not
+    /// block. Kills the processes that it has left behind.
     std::optional<std::string> reap();
 
     bool isReaped() const { return process_ == 0; }

@@ -12,7 +12,7 @@ namespace {
 
 using platform::FileDescriptor;
 
-// What the distribution's header, of version 2, does not have yet.
+// Constants that the distribution's header, of version 2, lacks.
 constexpr std::uint64_t accessTruncate = 1U << 14U;
 constexpr std::uint64_t accessDeviceControl = 1U << 15U;
 constexpr std::uint64_t accessBindTcp = 1U << 0U;
@@ -32,7 +32,7 @@ constexpr std::uint64_t writingFiles = LANDLOCK_ACCESS_FS_WRITE_FILE | accessTru
 constexpr std::uint64_t creating = reading | writingFiles | LANDLOCK_ACCESS_FS_REMOVE_DIR |
                                    LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_DIR |
                                    LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SYM | LANDLOCK_ACCESS_FS_REFER;
-/// What may be granted on a file that is no folder; the kernel refuses more.
+/// The rights that the kernel accepts for a file that is not a folder.
 constexpr std::uint64_t ofFiles = LANDLOCK_ACCESS_FS_EXECUTE | readingFiles | writingFiles | accessDeviceControl;
 
 std::uint64_t rightsOf(FileAccess access) {
@@ -84,7 +84,7 @@ LandlockRuleset::LandlockRuleset(NetworkAccess network, int version)
 void LandlockRuleset::grant(const FileDescriptor& file, FileKind kind, FileAccess access) const {
     const std::uint64_t possible = kind == FileKind::folder ? restricted_ : restricted_ & ofFiles;
     const landlock_path_beneath_attr rule{.allowed_access = rightsOf(access) & possible, .parent_fd = file.get()};
-    // A rule that is refused leaves the file refused.
+    // If this fails, the file stays denied.
     syscall(SYS_landlock_add_rule, descriptor_.get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
 }
 

@@ -11,25 +11,25 @@
 
 namespace host {
 
-/// The version of the kernel's interface; 0 where there is none, or where it is turned off.
+/// Returns the version of the kernel's interface; 0 if the kernel lacks it or has it disabled.
 ///
 /// 1: files; 2: moving between folders; 3: truncation; 4: TCP; 5: device control; 6: signals and abstract sockets.
 int landlockVersion();
 
-/// A process that it is applied to may do nothing of what this version can restrict, but for what is granted here.
+/// Denies everything that the version can restrict, except for what is granted.
 class LandlockRuleset {
   public:
-    /// A ruleset that grants no files, for a kernel of `version` or later; one that restricts nothing if that is 0.
+    /// Makes a ruleset that grants no files. Restricts nothing if `version` is 0.
     LandlockRuleset(NetworkAccess network, int version);
 
     /// Whether it restricts anything.
     bool isThere() const { return descriptor_.isOpen(); }
 
     enum class FileKind { folder, other };
-    /// Grants access to the open file, or to all that is below the open folder; it may be closed then.
+    /// Grants access to the open file, or to everything below the open folder. It may be closed afterwards.
     void grant(const platform::FileDescriptor& file, FileKind kind, FileAccess access) const;
 
-    /// Confines the calling thread, for good. Requires no-new-privileges. Returns an errno, 0 for success.
+    /// Confines the calling thread permanently. Requires no-new-privileges. Returns an errno, 0 for success.
     /// Async-signal-safe.
     int apply() const noexcept;
 

@@ -13,14 +13,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// More than any manifest takes.
 constexpr std::uintmax_t maxManifestSize = std::uintmax_t{1} << 20U;
 
 platform::Unexpected<platform::Failure> invalid(std::string message) {
     return {{platform::Failure::Kind::unavailable, std::move(message)}};
 }
 
-/// A folder that is meant below the home, not the home itself, and stays there.
+/// Whether the path stays below its base, and is not the base itself.
 bool staysBelow(const fs::path& relative) {
     return relative.is_relative() && relative.lexically_normal() != "." &&
            std::find(relative.begin(), relative.end(), "..") == relative.end();

@@ -1,4 +1,4 @@
-// An extension's manifest: who it is, where its program lies, and what it needs to be allowed.
+// An extension's manifest: its identifier, its program, and the access that it needs.
 //
 //     {"identifier": "net.foliovault.widgets", "name": "FOLIOvault", "executable": "foliovault-widgets",
 //      "reads": ["Library/Application Support/FOLIOvault"], "network": true}
@@ -22,22 +22,22 @@ struct Manifest {
     std::filesystem::path executable;
     /// Folders below the user's real home that the extension may read.
     std::vector<std::string> reads;
-    /// Whether it may connect out.
+    /// Whether it may open network connections.
     bool network = false;
 };
 
-/// Reads a manifest; a relative executable is meant from the manifest's folder.
+/// Reads a manifest. A relative executable is relative to the manifest's folder.
 platform::Outcome<Manifest> readManifest(const std::filesystem::path& file);
 
-/// Whether the extension may read what lies at `path` below the home: in one of its folders, links aside.
+/// Whether `path`, relative to the home, is in one of the folders that the extension may read. Ignores links.
 bool mayRead(const Manifest& manifest, const std::filesystem::path& path);
 
-/// The extension that a user names by `path`: a manifest, or an executable with its manifest beside it as `path`.json;
-/// one without reads nothing of the home and does not connect.
+/// Returns the extension that a user names by `path`: a manifest, or an executable with its manifest at `path`.json.
+/// One without a manifest may not read the home or use the network.
 platform::Outcome<Manifest> manifestFor(const std::filesystem::path& path);
 
-/// The manifests installed in the XDG data folders (the user's first, then the system's, then share beside this
-/// program's own bin folder), by name; of two of the same name the first counts.
+/// Returns the manifests installed in the XDG data folders: the user's, the system's, and share beside this program's
+/// bin folder. Of two manifests with the same name, only the first is returned.
 std::vector<std::filesystem::path> installedManifests();
 
 } // namespace host

@@ -161,7 +161,7 @@ Outcome<Timeline> readTimeline(Json result) {
     }
     const auto date = platform::fromRfc3339(textOf(reload, "date"));
     if (!date) {
-        return protocolError("a reload date that is none");
+        return protocolError("an invalid reload date");
     }
     auto entries = readEntries(result);
     if (!entries) {

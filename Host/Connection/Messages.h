@@ -1,7 +1,7 @@
 // The protocol's results as values.
 //
-// Results come from another process and are read with distrust: what is missing or of another type is left out; a
-// result that makes no sense without it is a failure, `unavailable`.
+// Results come from another process and are not trusted: members that are missing or of another type are left out. If
+// one of them is required, the result is a failure, `unavailable`.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -37,7 +37,7 @@ struct WidgetInfo {
     std::string displayName;
     std::string description;
     std::vector<std::string> families;
-    /// What the configuration is about; may be empty.
+    /// A description of the configuration; may be empty.
     std::string configurationDescription;
     std::vector<ParameterInfo> parameters;
 };
@@ -56,7 +56,7 @@ struct OptionsInfo {
 struct Entry {
     platform::Date date;
     platform::View view;
-    /// Where a click that meets no link goes.
+    /// Opened by a click beside all links.
     std::optional<std::string> widgetURL;
 };
 
@@ -67,24 +67,24 @@ platform::Outcome<std::vector<WidgetInfo>> readDescription(Json result);
 platform::Outcome<std::vector<PreviewInfo>> readPreviews(Json result);
 platform::Outcome<OptionsInfo> readOptions(Json result);
 
-/// The entries of a `timeline` or `preview`, or the one of a `snapshot` or `placeholder`; at least one, sorted by date,
-/// whatever order they came in.
+/// Returns the entries of a `timeline` or `preview`, or the one of a `snapshot` or `placeholder`; at least one, sorted
+/// by date.
 platform::Outcome<std::vector<Entry>> readEntries(Json result);
 
-/// The entry of them to show at `now`, as the extension wrote it, on one line.
+/// Returns the entry to show at `now`, as the extension wrote it, on one line.
 platform::Outcome<std::string> readEntryText(Json result, platform::Date now);
 
-/// The result as the extension wrote it, on one line.
+/// Returns the result as the extension wrote it, on one line.
 platform::Outcome<std::string> readText(Json result);
 
-/// The entry to show at `now`: the last that is not later, or the first of those to come. Takes sorted entries, at
+/// Returns the entry to show at `now`: the last one that is not later, or else the first. Requires sorted entries, at
 /// least one.
 std::vector<Entry>::const_iterator entryAt(const std::vector<Entry>& entries, platform::Date now);
 
 struct Timeline {
     /// At least one, sorted by date.
     std::vector<Entry> entries;
-    /// The earliest moment to ask again.
+    /// The earliest date of the next request.
     platform::Date reload;
     /// The files that the entries were made from, by their paths below the user's home; at most `maxWatches`.
     std::vector<std::string> watches;

@@ -1,4 +1,4 @@
-// The protocol's requests for entries, as a host makes them.
+// The protocol's requests for entries.
 #pragma once
 
 #include <string>
@@ -18,10 +18,10 @@ struct EntryRequest {
     std::vector<std::pair<std::string, std::string>> configuration;
 };
 
-/// The method's name in the protocol.
+/// Returns the method's name in the protocol.
 std::string_view methodName(EntryRequest::Method method);
 
-/// The request's parameters, a JSON object.
+/// Returns the request's parameters, a JSON object.
 std::string paramsOf(const EntryRequest& request);
 
 } // namespace host

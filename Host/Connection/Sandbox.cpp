@@ -22,7 +22,7 @@ constexpr rlim_t maxFile = 64 * mebibyte;
 constexpr rlim_t maxDescriptors = 256;
 constexpr rlim_t maxTasks = 96;
 
-/// An errno, 0 for success.
+/// Returns an errno, 0 for success.
 int writeWhole(const char* path, const std::string& text) noexcept {
     const int file = open(path, O_WRONLY | O_CLOEXEC);
     if (file < 0) {
@@ -65,7 +65,7 @@ Sandbox::Failure Sandbox::apply() const noexcept {
             return {Step::limits, errno};
         }
     }
-    // The capabilities that root has now are not given to the program that it becomes.
+    // The executed program does not get root's capabilities.
     if ((isRoot_ && prctl(PR_SET_SECUREBITS, SECBIT_NOROOT | SECBIT_NOROOT_LOCKED) != 0 && errno != EPERM) ||
         prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) {
         return {Step::privileges, errno};
@@ -93,7 +93,7 @@ Sandbox::Failure Sandbox::apply() const noexcept {
 Sandbox::Failure Sandbox::enterUserNamespace() const noexcept {
     int error = writeWhole("/proc/self/uid_map", userMap_);
     if (error == 0) {
-        // Without it the kernel lets no ordinary user map a group.
+        // Required before an ordinary user may map a group.
         error = writeWhole("/proc/self/setgroups", "deny");
     }
     if (error == 0) {

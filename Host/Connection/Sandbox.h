@@ -1,20 +1,20 @@
 // The sandbox of an extension's process: prepared in the host, applied by the child between clone and exec.
 //
-// What it is made of, in the order in which the child applies it:
+// Its parts, in the order in which the child applies them:
 // - limits, as far as the host's own are not lower: 1 GiB of private writable memory (64 threads' stacks are half of
 //   that), 8 GiB of addresses (mapped files, threads' heaps), files of 64 MiB, 256 descriptors, no core files. An
 //   allocation beyond them fails. Sanitized builds go without those of memory, since a sanitizer reserves terabytes.
 // - no-new-privileges; as root, no capabilities either.
-// - 96 processes and threads. The kernel counts these by user, so the extension gets a user namespace of its own, where
-//   it alone is counted. The kernel does not count for root, and some systems give no namespaces: there the extension
-//   may have threads, but no processes at all (a script then has no commands but the shell's own).
+// - 96 processes and threads. The kernel counts these by user, so the extension gets a user namespace of its own. The
+//   kernel does not count for root, and some systems deny namespaces: there the extension may have threads, but no
+//   processes at all (a script then has only the shell's own commands).
 // - Landlock for files, TCP, signals and abstract sockets (SandboxRules.h, Landlock.h).
 // - a filter of system calls for what Landlock leaves open (SystemCallFilter.h).
 //
-// Where the kernel has no Landlock or no filters, the rest holds; `landlockVersion` says whether it has.
+// If the kernel lacks Landlock or filters, the other parts still apply. See `landlockVersion`.
 //
-// Everything that allocates, opens or may fail slowly happens in `prepare`; `apply` makes system calls only, and
-// changes nothing but the calling process, so that it may run in a child that shares the host's memory.
+// `prepare` does everything that allocates memory or opens files. `apply` only makes system calls that change the
+// calling process, so that it may run in a child that shares the host's memory.
 #pragma once
 
 #include "Host/Connection/Landlock.h"
@@ -30,30 +30,29 @@
 
 namespace host {
 
-/// Whether there is a sandbox. Without one it can be found out whether it is at fault, and what it costs.
+/// Whether there is a sandbox. `no` is for finding its faults and its cost.
 enum class Confined { yes, no };
 
 class Sandbox {
   public:
-    /// For a kernel with Landlock of that version.
+    /// Makes a sandbox for a kernel with that version of Landlock.
     static Sandbox prepare(const SandboxRules& rules, int landlock = landlockVersion());
 
     enum class Step { none, limits, privileges, userNamespace, files, systemCalls };
-    /// At which step it went wrong, and the errno; `Step::none` if nothing did.
+    /// The step that failed, and its errno; `Step::none` if none failed.
     struct Failure {
         Step step = Step::none;
         int error = 0;
     };
 
-    /// Confines the calling process, for good. Async-signal-safe.
+    /// Confines the calling process permanently. Async-signal-safe.
     Failure apply() const noexcept;
 
-    /// Goes on without a user namespace, where `apply` failed at that step: a system may let one be made, but not used.
+    /// Does without a user namespace. For systems that let one be made but not used, where `apply` fails at that step.
     void disableUserNamespace() { ownUserNamespace_ = false; }
 
-    /// Whether a granted file or folder has appeared, gone or been replaced since `prepare`: rules bind to inodes, so
-    /// the process does not see the new one, and should be started anew before it is asked again. Takes some fifty
-    /// calls of stat.
+    /// Whether a granted file or folder has appeared, been removed or been replaced since `prepare`. Rules bind to
+    /// inodes, so the process cannot read the new one until it is restarted. Makes about fifty calls of stat.
     bool needsRestart() const;
 
   private:
@@ -66,7 +65,7 @@ class Sandbox {
     };
     static Identity identityIn(const struct stat& status) { return {status.st_dev, status.st_ino}; }
 
-    /// What was granted, and what stood there then.
+    /// What was granted, and the file that was there.
     struct Granted {
         std::string path;
         std::optional<Identity> identity;
@@ -87,7 +86,7 @@ class Sandbox {
     Limit processLimit_;
     bool isRoot_ = false;
     bool ownUserNamespace_ = false;
-    /// The namespace's one user and one group, as /proc/self/uid_map wants them.
+    /// The namespace's one user and one group, in the format of /proc/self/uid_map.
     std::string userMap_;
     std::string groupMap_;
     bool filters_ = false;

@@ -14,10 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// With what a script runs.
+/// The commands of scripts.
 constexpr std::array commandFolders{"/bin", "/usr/bin", "/usr/local/bin"};
 
-/// The dynamic loader and what it loads.
+/// The dynamic loader and its libraries.
 constexpr std::array libraryFolders{"/lib", "/lib64", "/usr/lib", "/usr/lib64", "/usr/local/lib"};
 
 constexpr std::array readable{
@@ -34,21 +34,21 @@ constexpr std::array readable{
     "/usr/share/icu",
     "/dev/urandom",
 #ifdef __SANITIZE_ADDRESS__
-    // A sanitizer looks at its own process.
+    // For the sanitizer.
     "/proc",
 #endif
 };
 
-/// What it takes to connect out.
+/// For network connections.
 constexpr std::array readableWithNetwork{
-    // How hosts are found.
+    // Resolver.
     "/etc/resolv.conf",
     "/etc/hosts",
     "/etc/host.conf",
     "/etc/gai.conf",
     "/etc/services",
     "/run/systemd/resolve",
-    // Certificates, where different distributions have them; /etc/ssl itself has private keys, too.
+    // Certificates, by distribution. Not /etc/ssl as a whole, which also has private keys.
     "/etc/ssl/certs",
     "/etc/ssl/openssl.cnf",
     "/usr/share/ca-certificates",
@@ -61,7 +61,7 @@ constexpr std::array readableWithNetwork{
     "/usr/share/crypto-policies",
 };
 
-/// What follows `name`= in the variables; empty without it.
+/// Returns the value of a variable; empty if it is not set.
 std::string_view valueOf(const ExtensionEnvironment& environment, std::string_view name) {
     for (const std::string_view variable : environment.variables) {
         if (variable.starts_with(name) && variable.substr(name.size()).starts_with('=')) {
@@ -76,7 +76,7 @@ class RulesBuilder {
     explicit RulesBuilder(NetworkAccess network) { rules_.network = network; }
 
     void grant(std::string path, FileAccess access) {
-        // A path that depends on the folder that the host happens to run in is not meant.
+        // A relative path would depend on the host's working directory.
         if (path.starts_with('/')) {
             rules_.files.push_back({std::move(path), access});
         }
@@ -89,7 +89,7 @@ class RulesBuilder {
         }
     }
 
-    /// Paths with colons between them.
+    /// Grants a list of paths that are separated by colons.
     void grantList(std::string_view paths, FileAccess access) {
         while (!paths.empty()) {
             const std::size_t colon = std::min(paths.find(':'), paths.size());
@@ -107,7 +107,7 @@ class RulesBuilder {
 } // namespace
 
 std::optional<fs::path> scriptInterpreter(const fs::path& program) {
-    // Not to be waited for, should it be a pipe.
+    // O_NONBLOCK in case it is a pipe.
     const platform::FileDescriptor file(open(program.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     std::array<char, 256> start{}; // as much as the kernel looks at
     const ssize_t count = read(file.get(), start.data(), start.size());
@@ -125,7 +125,7 @@ SandboxRules sandboxRules(const Manifest& manifest, const ExtensionEnvironment& 
     builder.grantEach(libraryFolders, FileAccess::readAndRun);
     builder.grantEach(readable, FileAccess::read);
     builder.grant("/dev/null", FileAccess::readAndWrite);
-    // A zone may be a file of its own, ":/path".
+    // TZ may name a file, ":/path".
     builder.grantList(valueOf(environment, "TZ"), FileAccess::read);
     if (manifest.network) {
         builder.grantEach(readableWithNetwork, FileAccess::read);

@@ -1,17 +1,16 @@
-// What an extension's process may touch: a value made from its manifest, which `Sandbox` enforces.
+// The files and network access of an extension's process: a value made from its manifest, which `Sandbox` enforces.
 //
 // An extension may
 // - read the system's libraries, zone and locale data, and run the dynamic loader,
 // - run its own program, and read the translations beside it (share/locale beside the program's folder),
 // - read the folders that its manifest names below the user's real home,
 // - read and write in its container, but not run what it wrote there,
-// - connect out, if its manifest says network, and then read certificates and resolver files.
-// A program that is a script (#!) may run the system's commands besides, as it could do nothing without them.
+// - open network connections, if its manifest says network, and then read certificates and resolver files.
+// A program that is a script (#!) may also run the system's commands.
 //
-// What it may not is everything else: the rest of the home, fonts, /proc, other files of /etc than those named. The
-// files of /etc are granted one by one since the folder has the system's secrets; `Sandbox::needsRestart` notices
-// when one of them is replaced. For the same reason the program is granted as a file, not by its folder: that may be
-// the home.
+// Everything else is denied: the rest of the home, fonts, /proc, other files of /etc. The files of /etc are granted one
+// by one since the folder has the system's secrets; `Sandbox::needsRestart` notices when one of them is replaced. For
+// the same reason the program is granted as a file: its folder may be the home.
 #pragma once
 
 #include "Host/Connection/ExtensionEnvironment.h"
@@ -25,17 +24,17 @@
 namespace host {
 
 enum class FileAccess {
-    /// Files are read, folders listed.
+    /// Read files, list folders.
     read,
-    /// Programs are run, too.
+    /// Also run programs.
     readAndRun,
-    /// Files are read and written, as devices are.
+    /// Read and write files; for devices.
     readAndWrite,
     /// Read, write, create and delete; no execution, no sockets or device nodes.
     readWriteCreate,
 };
 
-/// A file, or a folder with all that is below it. What does not exist is not granted.
+/// A file, or a folder with everything below it. A file that does not exist is not granted.
 struct FileGrant {
     /// Absolute.
     std::string path;
@@ -46,7 +45,7 @@ struct FileGrant {
 
 enum class NetworkAccess {
     none,
-    /// Connections out, but nobody is listened to.
+    /// Outgoing connections only.
     connections,
 };
 
@@ -55,10 +54,10 @@ struct SandboxRules {
     NetworkAccess network = NetworkAccess::none;
 };
 
-/// The program that runs `program`, if that is a script: what its first line names after "#!".
+/// Returns the interpreter of a script, which its first line names after "#!"; nothing for other programs.
 std::optional<std::filesystem::path> scriptInterpreter(const std::filesystem::path& program);
 
-/// The rules for an extension that is started with `environment`; `interpreter` as `scriptInterpreter` answered.
+/// Makes the rules for an extension that is started with `environment`. `interpreter` is `scriptInterpreter`'s result.
 SandboxRules sandboxRules(const Manifest& manifest, const ExtensionEnvironment& environment,
                           const std::optional<std::filesystem::path>& interpreter);
 

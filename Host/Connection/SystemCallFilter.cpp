@@ -18,7 +18,7 @@
 namespace host {
 namespace {
 
-/// Whatever is asked of them.
+/// Refused with any arguments.
 constexpr auto refusedCalls = std::to_array<int>({
     SCMP_SYS(unshare),
     SCMP_SYS(setns),
@@ -41,10 +41,10 @@ struct Release {
     void operator()(scmp_filter_ctx filter) const { seccomp_release(filter); }
 };
 
-/// A filter that allows everything but what is refused.
+/// A filter that allows all calls but the refused ones.
 class Filter {
   public:
-    /// Refuses the call if its arguments are all so.
+    /// Refuses the call if all comparisons are true.
     void refuse(int error, int call, std::initializer_list<scmp_arg_cmp> arguments = {}) {
         const std::vector<scmp_arg_cmp> all(arguments);
         isComplete_ = seccomp_rule_add_array(filter_.get(), SCMP_ACT_ERRNO(static_cast<unsigned>(error)), call,
@@ -52,7 +52,7 @@ class Filter {
                       isComplete_;
     }
 
-    /// Empty if that is not possible.
+    /// Returns an empty program on failure.
     std::vector<sock_filter> program() const {
         const platform::FileDescriptor file(memfd_create("filter", MFD_CLOEXEC));
         if (!isComplete_ || seccomp_export_bpf(filter_.get(), file.get()) != 0) {
@@ -69,7 +69,7 @@ class Filter {
     static scmp_filter_ctx make() {
         const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
         seccomp_attr_set(filter, SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_ERRNO(ENOSYS));
-        // A search tree: the kernel tries the program with each of its hundreds of calls when it is installed.
+        // A search tree, since the kernel runs the program for each of its hundreds of calls when it is installed.
         seccomp_attr_set(filter, SCMP_FLTATR_CTL_OPTIMIZE, 2);
         return filter;
     }
@@ -83,7 +83,7 @@ void refuseSockets(Filter& filter, NetworkAccess network) {
         return family == AF_UNIX || (network == NetworkAccess::connections &&
                                      (family == AF_INET || family == AF_INET6 || family == AF_NETLINK));
     };
-    // A comparison with greater ones covers what the kernel does not look at, the upper half of the argument.
+    // "Greater" also covers the upper half of the argument, which the kernel ignores.
     for (int family = 0; family <= AF_NETLINK; ++family) {
         if (!isAllowed(family)) {
             filter.refuse(EACCES, SCMP_SYS(socket), {SCMP_A0(SCMP_CMP_EQ, static_cast<unsigned>(family))});
@@ -106,7 +106,7 @@ void refuseProcesses(Filter& filter, NewProcesses processes) {
          {CLONE_NEWNS, CLONE_NEWCGROUP, CLONE_NEWUTS, CLONE_NEWIPC, CLONE_NEWUSER, CLONE_NEWPID, CLONE_NEWNET}) {
         filter.refuse(EPERM, SCMP_SYS(clone), {SCMP_A0(SCMP_CMP_MASKED_EQ, made, made)});
     }
-    // Its flags lie in memory, where the filter cannot look; the C library takes clone instead.
+    // Its flags are in memory, which a filter cannot read. The C library then uses clone.
     filter.refuse(ENOSYS, SCMP_SYS(clone3));
     if (processes == NewProcesses::refused) {
         filter.refuse(EAGAIN, SCMP_SYS(clone), {SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0)});
@@ -137,8 +137,7 @@ bool canFilterSystemCalls() {
 int applySystemCallFilter(const std::vector<sock_filter>& program) noexcept {
     // The kernel does not write to it.
     const sock_fprog described{static_cast<unsigned short>(program.size()), const_cast<sock_filter*>(program.data())};
-    // Without the flag older kernels slow the whole process down against a fault of processors that does not concern
-    // it.
+    // Without the flag, older kernels slow the whole process down because of speculative execution.
     const auto flags = SECCOMP_FILTER_FLAG_SPEC_ALLOW;
     return syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, flags, &described) == 0 ? 0 : errno;
 }

@@ -1,12 +1,12 @@
-// Which system calls an extension's process may make: a program that the kernel runs before each (seccomp).
+// The system calls that an extension's process may make: a seccomp program, which the kernel runs before each call.
 //
-// Landlock watches files and TCP; the filter has what that leaves open, and holds on kernels without it:
-// - sockets: of the local kind datagrams alone, which reach the system's log but neither the session's bus nor the
-//   display; internet and netlink sockets only with network access; all others never. Nothing is listened on or bound.
-// - other processes' memory and descriptors, and the user's keys.
-// - the ways round these rules: io_uring, namespaces of its own, system calls of other architectures.
-// - new processes, where they cannot be counted otherwise. Threads are always allowed.
-// What is refused gets an error, never a signal: a library that only tries goes on.
+// Landlock restricts files and TCP. The filter refuses what that leaves open, also on kernels without it:
+// - sockets, except for local datagrams, which reach the system's log but neither the session's bus nor the display;
+//   and, with network access, internet and netlink sockets. `bind` and `listen` are refused.
+// - access to other processes' memory and descriptors, and to the user's keys.
+// - ways round these rules: io_uring, namespaces, system calls of other architectures.
+// - new processes, if they cannot be counted otherwise. Threads are always allowed.
+// A refused call fails with an error. It raises no signal, since libraries may only try it.
 #pragma once
 
 #include "Host/Connection/SandboxRules.h"
@@ -18,13 +18,13 @@ namespace host {
 
 enum class NewProcesses { allowed, refused };
 
-/// The program, for this machine's architecture; empty if it cannot be made.
+/// Makes the program for this machine's architecture; empty on failure.
 std::vector<sock_filter> systemCallFilter(NetworkAccess network, NewProcesses processes);
 
-/// Whether the kernel takes such programs.
+/// Whether the kernel supports such programs.
 bool canFilterSystemCalls();
 
-/// Applies the program to the calling thread, for good. Requires no-new-privileges. Returns an errno, 0 for success.
+/// Applies the program to the calling thread permanently. Requires no-new-privileges. Returns an errno, 0 for success.
 /// Async-signal-safe.
 int applySystemCallFilter(const std::vector<sock_filter>& program) noexcept;
 

@@ -7,12 +7,12 @@
 namespace host {
 
 struct Timeouts {
-    /// For anything to come while an answer is due. Must exceed the 90 s that an extension may take for a download in
-    /// all: in a network that swallows everything it answers only then, with what it has kept.
+    /// Without any output while a response is awaited. Must exceed the 90 s of an extension's longest download, after
+    /// which it responds with what it has cached.
     std::chrono::milliseconds response{120'000};
-    /// For the next request, after the last answer; nothing: for ever.
+    /// Without a request after the last response; nothing: no timeout.
     std::optional<std::chrono::milliseconds> idle{5'000};
-    /// For the process to exit, once its input or its output is closed.
+    /// From the end of the process's input or output to its exit.
     std::chrono::milliseconds shutdown{500};
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The base directory rules have relative paths ignored, which GLib does not.
+/// The base directory rules say to ignore relative paths, which GLib does not.
 fs::path userFolder(const fs::path& chosen, const char* belowHome) {
     return chosen.is_absolute() ? chosen : fs::path(g_get_home_dir()) / belowHome;
 }

@@ -1,4 +1,4 @@
-// The folders of the XDG base directories that the host uses.
+// The XDG base directories.
 #pragma once
 
 #include <filesystem>
@@ -7,21 +7,20 @@
 
 namespace host {
 
-/// XDG_DATA_HOME, or what stands for it below HOME.
+/// Returns XDG_DATA_HOME, or its default below HOME.
 std::filesystem::path userDataFolder();
 
-/// XDG_CONFIG_HOME, or what stands for it below HOME.
+/// Returns XDG_CONFIG_HOME, or its default below HOME.
 std::filesystem::path userConfigFolder();
 
-/// XDG_CACHE_HOME, or what stands for it below HOME.
+/// Returns XDG_CACHE_HOME, or its default below HOME.
 std::filesystem::path userCacheFolder();
 
-/// `chosen`, made absolute, or else the home that the user database has for the user, whatever HOME says; empty where
-/// it has none.
+/// Returns `chosen` as an absolute path, or else the user's home in the user database, regardless of HOME. Empty if the
+/// database has none.
 std::filesystem::path realHome(const std::optional<std::filesystem::path>& chosen);
 
-/// The data folders in the order in which they are searched: the user's, XDG_DATA_DIRS, what this program was
-/// installed with.
+/// Returns the data folders in search order: the user's, XDG_DATA_DIRS, and the one this program was installed in.
 std::vector<std::filesystem::path> dataFolders();
 
 } // namespace host

@@ -79,7 +79,7 @@ Rect drawBadge(RenderedTile& rendered, const View& badge, Corner corner, const T
     const double inset = grid.edge(badgeInset);
     const Point origin{style.direction == Direction::rightToLeft ? inset : rendered.picture.width - inset - width,
                        corner == Corner::topTrailing ? inset : rendered.picture.height - inset - height};
-    // It is to be read whatever it stands on, a placeholder too.
+    // Readable even on a placeholder.
     Appearance appearance = style.appearance;
     appearance.redaction = Redaction::none;
     renderer.drawBadge(rendered.picture, origin, layout, appearance, rendered.scale);

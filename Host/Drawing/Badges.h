@@ -1,5 +1,5 @@
-// What the host itself says on a tile, drawn as widgets are: that its content is old, that it cannot be had, or, in the
-// tile's place, a short message. Texts come from the caller, in the user's language.
+// The host's own badges on a tile, which say that its content is old or missing, and messages in place of a tile. They
+// are drawn as views. The caller passes the texts, in the user's language.
 #pragma once
 
 #include "Host/Drawing/RenderedTile.h"
@@ -10,34 +10,33 @@
 
 namespace host {
 
-/// One line in small print, such as "as of 10:42".
+/// A line of small text, such as "as of 10:42".
 platform::View asOfBadge(std::string text);
 
 /// An exclamation mark in a circle.
 platform::View failureMark();
 
-/// Both in one, where the tile's top has something to say of its own.
+/// Both in one, if the tile's top has no room.
 platform::View failedAsOfBadge(std::string text);
 
 struct MessageButton {
     std::string title;
-    /// What a click on it is recognised by, as with any link.
+    /// Its link, which a click opens.
     std::string url;
 };
 
-/// For the place of a whole tile: a title, what there is to say more, each on lines of its own, and what can be done
-/// about it.
+/// Fills a whole tile: a title, further texts below each other, and a button.
 platform::View messageView(std::string title, std::vector<std::string> texts,
                            std::optional<MessageButton> button = std::nullopt);
 
 enum class Corner { bottomTrailing, topTrailing };
 
-/// How far a badge stands from the tile's edges, in points.
+/// The distance of a badge from the tile's edges, in points.
 inline constexpr double badgeInset = 8;
 
-/// Draws `badge` into a corner of the picture, at its own size, on an opaque capsule; one that is too large for the
-/// tile is cut as texts are. `style` is the one that the tile was rendered in. Its items stay unchanged. Returns where
-/// the badge is, in points; an empty rectangle if the tile has no picture.
+/// Draws `badge` into a corner of the picture, on an opaque capsule. Cuts its text if it is too long for the tile.
+/// Requires the style that the tile was rendered in. Does not change the tile's items. Returns the badge's frame, in
+/// points; an empty one if the tile has no picture.
 Rect drawBadge(RenderedTile& rendered, const platform::View& badge, Corner corner, const TileStyle& style,
                Renderer& renderer);
 

@@ -1,10 +1,10 @@
-// Releases what cairo keeps of unused fonts.
+// Releases the fonts that cairo caches.
 #pragma once
 
 namespace host {
 
 /// Cairo caches the last 256 unused scaled fonts, and with them their files; creating 256 empty user fonts evicts them.
-/// To be called when the last text for some time is drawn.
+/// For calling after the last text for some time.
 void releaseUnusedFonts();
 
 } // namespace host

@@ -1,4 +1,4 @@
-// Owners of what the C libraries of drawing hand out: each gives its object back when it goes.
+// Owning handles of the drawing libraries' C objects.
 #pragma once
 
 #include <cairo.h>
@@ -21,10 +21,10 @@ using SurfaceHandle = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_de
 using FontOptionsHandle = std::unique_ptr<cairo_font_options_t, Releaser<cairo_font_options_destroy>>;
 using FontDescriptionHandle = std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>>;
 
-/// With the item and the glyphs that it holds.
+/// Also frees its item and glyphs.
 using GlyphItemHandle = std::unique_ptr<PangoGlyphItem, Releaser<pango_glyph_item_free>>;
 
-/// For every kind of GObject.
+/// For any GObject.
 template <class Object>
 using ObjectHandle = std::unique_ptr<Object, Releaser<g_object_unref>>;
 

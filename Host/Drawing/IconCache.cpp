@@ -10,8 +10,8 @@ namespace host {
 namespace {
 
 constexpr std::size_t maxBytes = std::size_t{32} << 20;
-/// Enough for an icon on any screen; what is drawn larger is decoded again.
-constexpr int usualLongestSide = 128;
+/// Enough for an icon on any screen. An image that is drawn larger is decoded again.
+constexpr int usualSide = 128;
 
 std::uint32_t premultiplied(const guchar* pixel, int channels) {
     const std::uint32_t alpha = channels == 4 ? pixel[3] : 255;
@@ -63,19 +63,19 @@ SurfaceHandle drawnPicture(GdkPixbuf* pixels, const IconRequest& request) {
 } // namespace
 
 std::optional<Size> IconCache::imageSize(const platform::EncodedData& data) {
-    const auto& image = entry(data, usualLongestSide).image;
+    const auto& image = entry(data, usualSide).image;
     return image ? std::optional(image->size) : std::nullopt;
 }
 
 SurfaceHandle IconCache::picture(const platform::EncodedData& data, const IconRequest& request) {
-    const auto& image = entry(data, std::max({request.width, request.height, usualLongestSide})).image;
+    const auto& image = entry(data, std::max({request.width, request.height, usualSide})).image;
     return image ? drawnPicture(image->pixels.get(), request) : nullptr;
 }
 
-const IconCache::Entry& IconCache::entry(const platform::EncodedData& data, int longestSide) {
+const IconCache::Entry& IconCache::entry(const platform::EncodedData& data, int maxSide) {
     const auto known = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) {
-        // Two forms that differ in length are compared by decoding both, which costs more than to keep an image twice.
-        return e.data.storedSize() == data.storedSize() && e.data == data && e.isEnoughFor(longestSide);
+        // Comparing forms of different lengths would decode both, which costs more than caching an image twice.
+        return e.data.storedSize() == data.storedSize() && e.data == data && e.isEnoughFor(maxSide);
     });
     if (known != entries_.end()) {
         return *known;
@@ -85,14 +85,14 @@ const IconCache::Entry& IconCache::entry(const platform::EncodedData& data, int 
         bytes_ = 0;
     }
     const platform::Data bytes = data.decoded();
-    const Entry& made = entries_.emplace_back(
-        Entry{.data = data, .image = decodeImage(bytes.bytes(), longestSide), .longestSide = longestSide});
+    const Entry& made =
+        entries_.emplace_back(Entry{.data = data, .image = decodeImage(bytes.bytes(), maxSide), .maxSide = maxSide});
     bytes_ += bytes.size() + (made.image ? gdk_pixbuf_get_byte_length(made.image->pixels.get()) : 0);
     return made;
 }
 
 bool IconCache::Entry::isEnoughFor(int side) const {
-    return !image || side <= longestSide || std::max(image->size.width, image->size.height) <= longestSide;
+    return !image || side <= maxSide || std::max(image->size.width, image->size.height) <= maxSide;
 }
 
 } // namespace host

@@ -1,6 +1,6 @@
-// The images of widgets, each decoded once.
+// Caches the decoded images of widgets, and which data cannot be decoded.
 //
-// When it holds too many bytes it starts anew. That bytes are no image is remembered too. One thread at a time.
+// When it holds too many bytes, it is cleared. One thread at a time.
 #pragma once
 
 #include "Host/Drawing/Desaturation.h"
@@ -14,7 +14,7 @@
 
 namespace host {
 
-/// How an image is wanted: in whole device pixels.
+/// The form of an image, in whole device pixels.
 struct IconRequest {
     int width = 0;
     int height = 0;
@@ -26,20 +26,20 @@ class IconCache final : public ImageMeasurer {
   public:
     std::optional<Size> imageSize(const platform::EncodedData& data) override;
 
-    /// Returns the image scaled to exactly the requested size; null if it is none.
+    /// Returns the image scaled to exactly the requested size; null if it cannot be decoded.
     SurfaceHandle picture(const platform::EncodedData& data, const IconRequest& request);
 
   private:
     struct Entry {
         platform::EncodedData data;
         std::optional<DecodedImage> image;
-        /// The longest side that `image` was decoded for.
-        int longestSide = 0;
+        /// The maximum that `image` was decoded with.
+        int maxSide = 0;
 
         bool isEnoughFor(int side) const;
     };
 
-    const Entry& entry(const platform::EncodedData& data, int longestSide);
+    const Entry& entry(const platform::EncodedData& data, int maxSide);
 
     std::vector<Entry> entries_;
     std::size_t bytes_ = 0;

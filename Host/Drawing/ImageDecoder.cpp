@@ -32,13 +32,13 @@ const char* loaderFor(std::string_view bytes) {
     return found == signatures.end() ? nullptr : found->loader;
 }
 
-/// What the loader reports while it loads.
+/// The loader's reports while it loads.
 struct Progress {
-    int longestSide;
+    int maxSide;
     bool scalesItself;
     Size size;
     bool isRefused = false;
-    /// The rows that have come so far, from `top` on and before `bottom`.
+    /// The rows that are loaded, from `top` to before `bottom`.
     int top = std::numeric_limits<int>::max();
     int bottom = 0;
 };
@@ -47,14 +47,14 @@ void prepareSize(GdkPixbufLoader* loader, int width, int height, Progress* progr
     progress->size = {static_cast<double>(width), static_cast<double>(height)};
     if (width <= 0 || height <= 0 || progress->size.width * progress->size.height > maxImageArea) {
         progress->isRefused = true;
-        // For the loaders this means that the pixels are not needed.
+        // The loaders then skip the pixels.
         gdk_pixbuf_loader_set_size(loader, 0, 0);
         return;
     }
     if (progress->scalesItself) {
-        // Only by these; with others it no longer reports which rows have come.
+        // Only for these; other loaders then no longer report the rows.
         int divisor = 8;
-        while (divisor > 1 && std::max(width, height) / divisor < progress->longestSide) {
+        while (divisor > 1 && std::max(width, height) / divisor < progress->maxSide) {
             divisor /= 2;
         }
         gdk_pixbuf_loader_set_size(loader, (width + divisor - 1) / divisor, (height + divisor - 1) / divisor);
@@ -66,9 +66,9 @@ void noteRows(GdkPixbufLoader* /*loader*/, int /*x*/, int y, int /*width*/, int 
     progress->bottom = std::max(progress->bottom, y + height);
 }
 
-/// Feeds the loader piece by piece, so that it can be left as soon as the image is refused or broken.
+/// Feeds the loader piece by piece, and stops as soon as the image is refused or broken.
 bool feed(GdkPixbufLoader* loader, std::string_view bytes, const Progress& progress) {
-    // Long enough for most files to tell their size.
+    // Most files have their size in the first piece.
     std::size_t piece = 1024;
     while (!bytes.empty()) {
         piece = std::min(piece, bytes.size());
@@ -82,8 +82,8 @@ bool feed(GdkPixbufLoader* loader, std::string_view bytes, const Progress& progr
     return true;
 }
 
-/// False for what the loaders accept but this decoder does not: a file that lacks its end, where rows come in several
-/// passes or are made up, and a JPEG of very many passes, each of which may take as long as a whole picture.
+/// Returns false for what only the loaders accept: a file without its end, whose rows come in several passes or are
+/// made up, and a JPEG of very many passes, each of which may take as long as a whole picture.
 bool isSound(std::string_view bytes, std::string_view type) {
     if (type == "png") {
         return bytes.rfind("IEND") != std::string_view::npos;
@@ -107,10 +107,10 @@ bool isWide(GdkPixbuf* pixels) {
     return gdk_pixbuf_get_width(pixels) > gdk_pixbuf_get_height(pixels);
 }
 
-ObjectHandle<GdkPixbuf> fitted(GdkPixbuf* pixels, int longestSide) {
+ObjectHandle<GdkPixbuf> fitted(GdkPixbuf* pixels, int maxSide) {
     const int width = gdk_pixbuf_get_width(pixels);
     const int height = gdk_pixbuf_get_height(pixels);
-    const double factor = longestSide / static_cast<double>(std::max(width, height));
+    const double factor = maxSide / static_cast<double>(std::max(width, height));
     if (factor >= 1) {
         g_object_ref(pixels);
         return ObjectHandle<GdkPixbuf>(pixels);
@@ -121,7 +121,7 @@ ObjectHandle<GdkPixbuf> fitted(GdkPixbuf* pixels, int longestSide) {
 
 } // namespace
 
-std::optional<DecodedImage> decodeImage(std::string_view bytes, int longestSide) {
+std::optional<DecodedImage> decodeImage(std::string_view bytes, int maxSide) {
     const char* type = loaderFor(bytes);
     if (type == nullptr || bytes.size() > maxImageBytes || !isSound(bytes, type)) {
         return std::nullopt;
@@ -130,19 +130,19 @@ std::optional<DecodedImage> decodeImage(std::string_view bytes, int longestSide)
     if (!loader) {
         return std::nullopt;
     }
-    Progress progress{.longestSide = longestSide, .scalesItself = type == std::string_view("jpeg")};
+    Progress progress{.maxSide = maxSide, .scalesItself = type == std::string_view("jpeg")};
     g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(prepareSize), &progress);
     g_signal_connect(loader.get(), "area-updated", G_CALLBACK(noteRows), &progress);
     const bool isFed = feed(loader.get(), bytes, progress);
     const bool isClosed = gdk_pixbuf_loader_close(loader.get(), nullptr) != FALSE;
     GdkPixbuf* pixels = gdk_pixbuf_loader_get_pixbuf(loader.get());
-    // A file that is cut short is no error to the loaders: its last rows just never come.
+    // The loaders report no error for a truncated file, but lack its last rows.
     if (!isFed || !isClosed || progress.isRefused || pixels == nullptr || progress.top > 0 ||
         progress.bottom < gdk_pixbuf_get_height(pixels)) {
         return std::nullopt;
     }
     const ObjectHandle<GdkPixbuf> upright(gdk_pixbuf_apply_embedded_orientation(pixels));
-    ObjectHandle<GdkPixbuf> kept = upright ? fitted(upright.get(), longestSide) : nullptr;
+    ObjectHandle<GdkPixbuf> kept = upright ? fitted(upright.get(), maxSide) : nullptr;
     if (!kept) {
         return std::nullopt;
     }

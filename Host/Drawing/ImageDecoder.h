@@ -1,7 +1,7 @@
-// Image files as pixels, decoded with distrust: what is no image, is cut short or asks for too much is nothing.
+// Decodes image files that are not trusted. A file that is invalid, truncated or too large gives nothing.
 //
-// PNG, JPEG, GIF (its first picture), TIFF, BMP, ICO, ICNS and WebP, as far as gdk-pixbuf has the loaders. Vector
-// images are left out: how long they take cannot be told from their size.
+// Formats: PNG, JPEG, GIF (its first picture), TIFF, BMP, ICO, ICNS and WebP, if gdk-pixbuf has the loader. No vector
+// images, whose size does not limit the time that they take.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -15,17 +15,17 @@
 namespace host {
 
 struct DecodedImage {
-    /// In the image's own pixels, turned upright where the file says how.
+    /// In the image's own pixels, after the rotation that the file requires.
     Size size;
-    /// Eight bits a channel, not premultiplied; smaller than `size` where that is larger than was asked for.
+    /// Eight bits per channel, not premultiplied; scaled down if the image is larger than requested.
     ObjectHandle<GdkPixbuf> pixels;
 };
 
 inline constexpr std::size_t maxImageBytes = std::size_t{8} << 20;
-/// Pixels that a file may declare, width times height.
+/// The maximum of pixels of a file, width times height.
 inline constexpr double maxImageArea = 4096.0 * 4096.0;
 
-/// `longestSide`: what of the image is worth keeping, in pixels.
-std::optional<DecodedImage> decodeImage(std::string_view bytes, int longestSide);
+/// Scales the image down if its longer side exceeds `maxSide` pixels.
+std::optional<DecodedImage> decodeImage(std::string_view bytes, int maxSide);
 
 } // namespace host

@@ -11,9 +11,9 @@
 namespace host {
 namespace {
 
-/// Of the blocks that stand for things in a placeholder.
+/// The opacity of the blocks in a placeholder.
 constexpr double blockRadius = 3;
-/// Of a font's size: how far a line's block reaches above and below the baseline.
+/// The extents of a line's block above and below the baseline, in parts of the font's size.
 constexpr double blockAscent = 0.62;
 constexpr double blockDescent = 0.04;
 
@@ -34,7 +34,7 @@ bool hasColors(PangoFont* font) {
     return hb_ot_color_has_png(face) != 0 || hb_ot_color_has_layers(face) != 0 || hb_ot_color_has_svg(face) != 0;
 }
 
-/// What an item may touch: accents and overhangs reach beyond a text's own lines.
+/// Returns the area that an item may touch. Accents and overhangs extend beyond a text's lines.
 Rect reach(const LayoutItem& item) {
     if (!std::holds_alternative<TextItem>(item.content)) {
         return item.frame;
@@ -100,8 +100,8 @@ void Painter::paint(const TextItem& text, const LayoutItem& item) {
 }
 
 void Painter::paintLine(const PangoLayoutLine& line, const Rgba& color) {
-    // Some versions of cairo put glyphs on whole pixels: at small scales, letters would stand unevenly.
-    const bool asPaths = medium_ == Medium::pixels && grid_.scale() < minGlyphScale;
+    // Some versions of cairo align glyphs to whole pixels, which makes letters uneven at small scales.
+    const bool asPaths = output_ == Output::pixels && grid_.scale() < minGlyphScale;
     const char* const text = pango_layout_get_text(line.layout);
     setSource(cairo_, color);
     double x = 0;
@@ -123,7 +123,7 @@ void Painter::paintLine(const PangoLayoutLine& line, const Rgba& color) {
 void Painter::paintColoredRun(PangoLayoutRun& run, const char* text, double alpha) {
     cairo_push_group(cairo_);
     pango_cairo_show_glyph_item(cairo_, text, &run);
-    if (palette_.isGray() && medium_ == Medium::pixels) {
+    if (palette_.isGray() && output_ == Output::pixels) {
         desaturate(cairo_get_group_target(cairo_));
     }
     cairo_pattern_t* const group = cairo_pop_group(cairo_);
@@ -142,7 +142,7 @@ void Painter::paint(const SymbolItem& symbol, const LayoutItem& item) {
     }
     setSource(cairo_, foreground(item));
     const Rect square = grid_.centered(item.frame, {side, side});
-    if (medium_ == Medium::vector) {
+    if (output_ == Output::vector) {
         cairo_save(cairo_);
         cairo_translate(cairo_, square.x, square.y);
         caches_.symbols.stroke(cairo_, symbol.symbol, square.width);
@@ -167,7 +167,7 @@ void Painter::paint(const ImageItem& image, const LayoutItem& item) {
         return;
     }
     const Rect rect = grid_.centered(item.frame, size);
-    const double density = medium_ == Medium::vector ? embeddedDensity : 1;
+    const double density = output_ == Output::vector ? embeddedDensity : 1;
     const double radius = std::min(maxIconRadius * grid_.scale(), iconRadiusShare * std::min(rect.width, rect.height));
     const SurfaceHandle picture =
         caches_.icons.picture(image.data, {.width = static_cast<int>(rect.width * density),

@@ -1,4 +1,4 @@
-// Draws the items of a laid out widget, one after the other, where they stand.
+// Draws the items of a layout.
 #pragma once
 
 #include "Host/Drawing/IconCache.h"
@@ -11,10 +11,10 @@
 
 namespace host {
 
-/// What a picture ends up as: pixels, which small letters and symbols are fitted to, or a file of any size.
-enum class Medium { pixels, vector };
+/// The kind of picture: pixels, which small letters and symbols are aligned to, or a vector file.
+enum class Output { pixels, vector };
 
-/// What painters share from picture to picture.
+/// Caches that are kept from picture to picture.
 struct RenderCaches {
     Typesetter typesetter;
     SymbolSet symbols;
@@ -24,14 +24,14 @@ struct RenderCaches {
 class Painter {
   public:
     /// `cairo` has its origin at the widget's upper left corner, and its units are the pixels of `grid`.
-    Painter(cairo_t* cairo, const PixelGrid& grid, const Appearance& appearance, Medium medium, RenderCaches& caches)
-        : cairo_(cairo), grid_(grid), palette_(appearance), redaction_(appearance.redaction), medium_(medium),
+    Painter(cairo_t* cairo, const PixelGrid& grid, const Appearance& appearance, Output output, RenderCaches& caches)
+        : cairo_(cairo), grid_(grid), palette_(appearance), redaction_(appearance.redaction), output_(output),
           caches_(caches) {}
 
     /// Draws the tile and everything on it.
     void paint(const WidgetLayout& layout);
 
-    /// Draws everything on a badge's ground, which is opaque and as large as the layout, over what is there.
+    /// Draws a badge over the picture: everything on an opaque capsule as large as the layout.
     void paintBadge(const WidgetLayout& layout);
 
   private:
@@ -48,7 +48,7 @@ class Painter {
     void paintBlock(const Rect& points, Rgba color);
     void fillRounded(const Rect& pixels, double radius, const Rgba& color);
     Rgba foreground(const LayoutItem& item) const;
-    /// Of shapes, as a placeholder has them.
+    /// The colour of shapes in a placeholder.
     Rgba softened(const Rgba& fill) const;
     bool isRedacted() const { return redaction_ == Redaction::placeholder; }
 
@@ -56,7 +56,7 @@ class Painter {
     PixelGrid grid_;
     Palette palette_;
     Redaction redaction_;
-    Medium medium_;
+    Output output_;
     RenderCaches& caches_;
 };
 

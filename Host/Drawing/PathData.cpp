@@ -70,7 +70,7 @@ class PathReader {
         case 'C':
             return with<6>([&](const auto& n) { addCurve({n[0], n[1]}, {n[2], n[3]}, {n[4], n[5]}); });
         case 'S':
-            // Goes on smoothly from the curve before.
+            // Mirrors the control point of the curve before.
             return with<4>([&](const auto& n) {
                 addCurve(handle ? mixed(*handle, at, 2) : at, {n[0], n[1]}, {n[2], n[3]});
             });
@@ -114,7 +114,7 @@ class PathReader {
         Point to;
     };
 
-    /// From end points to centre as in SVG 1.1, appendix F.6, in units of the radii.
+    /// Converts end points to a centre as in SVG 1.1, appendix F.6, in units of the radii.
     void addArc(Point from, const Arc& arc) {
         const Point half{(from.x - arc.to.x) / 2 / arc.radii.width, (from.y - arc.to.y) / 2 / arc.radii.height};
         const double distance = std::hypot(half.x, half.y);

@@ -1,5 +1,5 @@
-// Outlines in the path data language of SVG (the `d` of a <path>), as far as the symbols use it: the absolute commands
-// M L H V A C Q S Z, each written out, with blanks between all letters and numbers. Arcs have unturned axes.
+// Outlines in the path data language of SVG (the `d` of a <path>), in a subset: the absolute commands
+// M L H V A C Q S Z, none left out, with blanks between all letters and numbers. Arcs have no rotation.
 #pragma once
 
 #include <cairo.h>
@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// Adds the outline to the current path. Returns false if the data is malformed; what came before that is added.
+/// Adds the outline to the current path. Returns false if the data is malformed, after adding what comes before.
 bool addPathData(cairo_t* cairo, std::string_view data);
 
 } // namespace host

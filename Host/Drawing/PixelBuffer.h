@@ -1,4 +1,4 @@
-// A picture in memory, as cairo draws it.
+// A picture in memory, in a cairo surface.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -10,13 +10,13 @@
 namespace host {
 
 struct PixelBuffer {
-    /// Of cairo's format ARGB32; null if there is no picture.
+    /// In cairo's format ARGB32; null if there is no picture.
     SurfaceHandle surface;
     /// In pixels; 0 if there is no picture.
     int width = 0;
     int height = 0;
 
-    /// 0xAARRGGBB, premultiplied with alpha, row after row without gaps: width × height of them.
+    /// 0xAARRGGBB, premultiplied with alpha, row by row without gaps: width × height.
     std::span<std::uint32_t> pixels() const {
         return {reinterpret_cast<std::uint32_t*>(surface ? cairo_image_surface_get_data(surface.get()) : nullptr),
                 static_cast<std::size_t>(width) * static_cast<std::size_t>(height)};

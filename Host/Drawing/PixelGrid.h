@@ -1,5 +1,5 @@
-// From points to device pixels: every edge is rounded once, from where it absolutely stands, so that neighbours that
-// touch in points touch in pixels.
+// Converts points to device pixels. Each edge is rounded by its absolute position, so that neighbours that touch in
+// points touch in pixels.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -13,26 +13,26 @@ class PixelGrid {
   public:
     explicit PixelGrid(double scale) : scale_(scale) {}
 
-    /// Device pixels a point.
+    /// Device pixels per point.
     double scale() const { return scale_; }
 
-    /// The whole pixel edge nearest to a position.
+    /// Returns the pixel edge nearest to a position.
     double edge(double points) const { return std::floor(points * scale_ + 0.5); }
 
-    /// A length on its own, for what must not grow or shrink with where it stands; at least one pixel.
+    /// Returns a length that does not depend on a position; at least one pixel.
     double length(double points) const { return std::max(1.0, std::floor(points * scale_ + 0.5)); }
 
-    /// The thickness of a line: never more than asked for, but at least one pixel.
+    /// Returns the thickness of a line, rounded down, but at least one pixel.
     double thickness(double points) const { return std::max(1.0, std::floor(points * scale_ + 1e-6)); }
 
-    /// In pixels, each side on a pixel edge.
+    /// Returns the frame in pixels, each side on a pixel edge.
     Rect rect(const Rect& points) const {
         const double x = edge(points.x);
         const double y = edge(points.y);
         return {x, y, edge(points.right()) - x, edge(points.bottom()) - y};
     }
 
-    /// A rectangle of whole pixels of the given size in points, in the middle of `frame`.
+    /// Returns a rectangle of whole pixels with that size in points, in the middle of `frame`.
     Rect centered(const Rect& frame, Size size) const {
         const double width = length(size.width);
         const double height = length(size.height);

@@ -26,7 +26,7 @@ std::string pngFile(const PixelBuffer& picture) {
     if (!picture.surface) {
         return {};
     }
-    // Most pixels of a widget are like their neighbour.
+    // Most pixels of a widget equal their neighbour.
     std::uint32_t last = 0;
     std::uint32_t lastStraight = 0;
     std::vector<std::uint32_t> pixels(picture.pixels().begin(), picture.pixels().end());

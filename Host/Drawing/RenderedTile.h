@@ -1,5 +1,5 @@
-// A widget's finished picture and what is on it: all that a window needs to show a tile, to react to clicks and keys,
-// and to be read aloud.
+// A widget's finished picture and its accessible items: all that a window needs to show a tile, to handle clicks and
+// keys, and for screen readers.
 #pragma once
 
 #include "Host/Drawing/Renderer.h"
@@ -13,7 +13,7 @@
 
 namespace host {
 
-/// How the desktop and the user want pictures to be.
+/// The desktop's and the user's choices for pictures.
 struct TileStyle {
     Appearance appearance;
     /// Device pixels per point.
@@ -23,22 +23,21 @@ struct TileStyle {
 };
 
 struct RenderedTile {
-    /// No picture if one of the requested size cannot be made.
+    /// Empty if a picture of the requested size cannot be made.
     PixelBuffer picture;
     /// Device pixels per point.
     double scale = 1;
     Appearance appearance;
     std::vector<AccessibleItem> items;
-    /// Where a click that meets no link goes.
+    /// Opened by a click beside all links.
     std::optional<std::string> widgetURL;
 };
 
 /// Lays out with the measurers of `renderer`, mirrored for right to left. `size` is in points.
 WidgetLayout layOut(const platform::View& view, Size size, Direction direction, Renderer& renderer);
 
-/// Lays out and draws. `size`, in points, is the family's (`familySize`). The caller sets `widgetURL`, which comes from
-/// the entry around the view. A placeholder has no items: what they would say is not true. Called on the renderer's
-/// thread.
+/// Lays out and draws. `size`, in points, is the family's (`familySize`). The caller sets `widgetURL`, which is in the
+/// entry around the view. A placeholder has no items, since its texts are not real. Called on the renderer's thread.
 RenderedTile renderTile(const platform::View& view, Size size, const TileStyle& style, Renderer& renderer);
 
 } // namespace host

@@ -7,14 +7,14 @@
 namespace host {
 namespace {
 
-/// Vector pictures are laid on half points, so that they are crisp on screens as they are today.
+/// Vector pictures are aligned to half points, so that they are sharp on screens of scale 2.
 constexpr double vectorScale = 2;
 
 std::string vectorPicture(VectorFormat format, const WidgetLayout& layout, const Appearance& appearance,
                           RenderCaches& caches) {
     return vectorFile(format, layout.size, [&](cairo_t* cairo) {
         cairo_scale(cairo, 1 / vectorScale, 1 / vectorScale);
-        Painter(cairo, PixelGrid(vectorScale), appearance, Medium::vector, caches).paint(layout);
+        Painter(cairo, PixelGrid(vectorScale), appearance, Output::vector, caches).paint(layout);
     });
 }
 
@@ -43,7 +43,7 @@ PixelBuffer Renderer::pixels(const WidgetLayout& layout, const Appearance& appea
         return {};
     }
     const CairoHandle cairo(cairo_create(picture.surface.get()));
-    Painter(cairo.get(), grid, appearance, Medium::pixels, *caches_).paint(layout);
+    Painter(cairo.get(), grid, appearance, Output::pixels, *caches_).paint(layout);
     cairo_surface_flush(picture.surface.get());
     return picture;
 }
@@ -52,7 +52,7 @@ void Renderer::drawBadge(const PixelBuffer& picture, Point origin, const WidgetL
                          const Appearance& appearance, double scale) {
     const CairoHandle cairo(cairo_create(picture.surface.get()));
     cairo_translate(cairo.get(), origin.x, origin.y);
-    Painter(cairo.get(), PixelGrid(scale), appearance, Medium::pixels, *caches_).paintBadge(layout);
+    Painter(cairo.get(), PixelGrid(scale), appearance, Output::pixels, *caches_).paintBadge(layout);
 }
 
 std::string Renderer::svg(const WidgetLayout& layout, const Appearance& appearance) {

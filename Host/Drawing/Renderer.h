@@ -1,8 +1,8 @@
-// Draws laid out widgets into pictures.
+// Draws layouts into pictures.
 //
-// A `Renderer` measures, draws and encodes. It keeps fonts, symbols and decoded icons for the next picture; its
-// destructor releases them. The constructor starts to read the machine's font configuration in the background, which is
-// most of what a first picture takes: best made while its widget is still awaited. One thread at a time.
+// A `Renderer` measures, draws and encodes. It caches fonts, symbols and decoded icons for the next picture; its
+// destructor releases them. The constructor starts to read the machine's font configuration in the background, which
+// takes most of the time of a first picture: make it before the widget's response comes. One thread at a time.
 #pragma once
 
 #include "Host/Drawing/Appearance.h"
@@ -24,16 +24,16 @@ class Renderer final {
     Renderer(const Renderer&) = delete;
     Renderer& operator=(const Renderer&) = delete;
 
-    /// The layout of every widget that this renderer draws must be made with these.
+    /// Every layout that this renderer draws must be made with these.
     TextMeasurer& texts();
     ImageMeasurer& images();
 
-    /// Returns the picture: as large as the widget, clear outside the tile's round corners. `scale`: device pixels per
-    /// point. No picture if it would have no pixels or more than `maxSide` in either direction.
+    /// Returns the picture: as large as the widget, transparent outside the tile's round corners. `scale` is in device
+    /// pixels per point. No picture if it would have no pixels or more than `maxSide` in either direction.
     PixelBuffer pixels(const WidgetLayout& layout, const Appearance& appearance, double scale);
     static constexpr int maxSide = 16'384;
 
-    /// The same picture as a file in points; the same picture is the same file.
+    /// Returns the picture as a file, in points. Equal pictures are equal files.
     std::string svg(const WidgetLayout& layout, const Appearance& appearance);
     std::string pdf(const WidgetLayout& layout, const Appearance& appearance);
 

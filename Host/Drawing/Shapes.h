@@ -1,4 +1,4 @@
-// What drawing with cairo takes everywhere: colours and round corners.
+// Helpers for cairo: colours and round corners.
 #pragma once
 
 #include "Host/Drawing/Appearance.h"

@@ -1,4 +1,4 @@
-// The symbols' artwork as it was drawn: Resources/Symbols, turned into a table when the program is built.
+// The symbols' artwork: a table that the build makes from Resources/Symbols.
 #pragma once
 
 #include <span>
@@ -6,8 +6,8 @@
 
 namespace host {
 
-/// Strokes on a grid of `symbolGrid` units square, y downwards, as path data; all of one width, with round caps and
-/// joins, nothing filled.
+/// Strokes as path data, in a square of `symbolGrid` units, y downwards. All have the same width, with round caps and
+/// joins; nothing is filled.
 struct SymbolArtwork {
     std::string_view name;
     std::string_view pathData;
@@ -16,7 +16,7 @@ struct SymbolArtwork {
 inline constexpr double symbolGrid = 24;
 inline constexpr double symbolStroke = 1.75;
 
-/// All symbols, in the order of their names' bytes.
+/// Returns all symbols, sorted by name.
 std::span<const SymbolArtwork> symbolArtwork();
 
 } // namespace host

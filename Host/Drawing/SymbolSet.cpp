@@ -10,7 +10,7 @@ namespace host {
 namespace {
 
 constexpr std::string_view fallbackName = "unknown";
-/// Where strokes are thick enough, half a pixel makes no difference to them.
+/// Half a pixel makes no difference to thicker strokes.
 constexpr int maxFittedSize = 40;
 
 void strokePath(cairo_t* cairo, std::string_view pathData, double size) {
@@ -34,7 +34,7 @@ SurfaceHandle maskOf(std::string_view pathData, int size, Point offset) {
     return mask;
 }
 
-/// The more of the ink lies in full pixels, the greater.
+/// Returns how sharp the mask is: the higher, the more of the ink is in full pixels.
 std::uint64_t sharpness(cairo_surface_t* mask) {
     cairo_surface_flush(mask);
     const unsigned char* row = cairo_image_surface_get_data(mask);
@@ -48,13 +48,13 @@ std::uint64_t sharpness(cairo_surface_t* mask) {
     return sum;
 }
 
-/// A small symbol may move by half a pixel either way, to where most of its edges fall between pixels.
+/// Returns the offset of up to half a pixel at which most edges of a small symbol are on pixel edges.
 SurfaceHandle fittedMask(std::string_view pathData, int size) {
     SurfaceHandle best = maskOf(pathData, size, {});
     if (size > maxFittedSize) {
         return best;
     }
-    // Only a clear gain is worth being off the centre.
+    // Only for a clear gain, since the symbol is not centred then.
     auto toBeat = static_cast<double>(sharpness(best.get())) * 1.04;
     for (const Point offset : {Point{0.5, 0}, Point{0, 0.5}, Point{0.5, 0.5}}) {
         SurfaceHandle moved = maskOf(pathData, size, offset);

@@ -1,4 +1,4 @@
-// The symbols, ready to be drawn: outlines, and pictures of them in the sizes that are in use.
+// Draws the symbols, and caches their masks.
 //
 // A name without artwork is drawn as a dashed square. One thread at a time.
 #pragma once
@@ -16,12 +16,11 @@ class SymbolSet {
   public:
     SymbolSet();
 
-    /// Strokes the symbol in the current source, `size` units of `cairo` square with its upper left corner at the
-    /// origin.
+    /// Strokes the symbol with the current source, `size` units square, with its upper left corner at the origin.
     void stroke(cairo_t* cairo, std::string_view name, double size) const;
 
-    /// The symbol's coverage, alpha only, `size` pixels square and `maskMargin` more on each side. Valid as long
-    /// as this.
+    /// Returns the symbol's coverage, alpha only, `size` pixels square and `maskMargin` more on each side. Valid as
+    /// long as this.
     cairo_surface_t* mask(std::string_view name, int size);
     static constexpr int maskMargin = 1;
 
@@ -32,7 +31,7 @@ class SymbolSet {
     const Table::value_type& artwork(std::string_view name) const;
 
     Table artwork_;
-    /// By the name in the table, which never dangles, and the size.
+    /// By the name in the static table, and the size.
     std::map<std::pair<std::string_view, int>, SurfaceHandle> masks_;
 };
 

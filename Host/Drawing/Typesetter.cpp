@@ -12,7 +12,7 @@
 namespace host {
 namespace {
 
-/// Adding and subtracting widths must not make a text too wide for the room that was cut out for it.
+/// For the rounding of widths, which must not cut a text that fits.
 constexpr double tolerance = 0.01;
 constexpr const char* ellipsis = "…";
 
@@ -20,7 +20,7 @@ bool breaksParagraph(gunichar c) {
     return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
 }
 
-/// `text` as one paragraph of valid UTF-8.
+/// Returns `text` as one paragraph of valid UTF-8.
 std::string asParagraph(std::string_view text) {
     std::string valid(text);
     std::replace(valid.begin(), valid.end(), '\0', ' ');
@@ -63,7 +63,7 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
     return text;
 }
 
-/// In points. The layout's own extents would also look for the heights of all fonts that the language may take.
+/// In points. The extents of the layout would also load all fonts of the language for their heights.
 double widthOf(const PangoLayoutLine& line) {
     int width = 0;
     for (const GSList* run = line.runs; run != nullptr; run = run->next) {
@@ -79,7 +79,7 @@ TextLine textLine(PangoLayout* layout, int index) {
     return {std::string(withoutTrailingBlanks(text)), widthOf(line)};
 }
 
-/// Where the text of the last line ends that is not cut away, in bytes from the text's start.
+/// Returns the end of the last line's text before its ellipsis, in bytes from the text's start.
 int shownEnd(PangoLayout* layout) {
     const PangoLayoutLine& line = *pango_layout_get_line_readonly(layout, pango_layout_get_line_count(layout) - 1);
     int end = line.start_index + line.length;
@@ -94,7 +94,7 @@ int shownEnd(PangoLayout* layout) {
     return line.start_index + static_cast<int>(withoutTrailingBlanks(shown).size());
 }
 
-/// Writes the ellipsis into the text: Pango's own is as wide as the room that is left, and may follow a blank.
+/// Writes the ellipsis into the text, since Pango's own is as wide as the remaining room, and may follow a blank.
 void writeEllipsis(PangoLayout* layout) {
     while (pango_layout_is_ellipsized(layout) != FALSE) {
         const std::string_view text = pango_layout_get_text(layout);
@@ -131,7 +131,7 @@ const Typesetter::Face& Typesetter::face(platform::Font font) {
         pango_font_description_set_weight(face.description.get(), static_cast<PangoWeight>(measures.weight));
         pango_font_description_set_absolute_size(face.description.get(), measures.size * PANGO_SCALE);
 
-        // The font's own numbers; Pango's metrics would search the machine for the language's other fonts.
+        // The font's own metrics; Pango's would search the machine for other fonts of the language.
         const ObjectHandle<PangoFont> loaded(pango_context_load_font(context_.get(), face.description.get()));
         hb_font_extents_t extents{};
         hb_font_get_h_extents(pango_font_get_hb_font(loaded.get()), &extents);
@@ -150,7 +150,7 @@ double Typesetter::ellipsisWidth(platform::Font font) {
 MeasuredText Typesetter::measure(const TextRequest& request) {
     const bool isBounded = request.width && *request.width < maxLineWidth;
     const double width = isBounded ? std::max(0.0, *request.width) : maxLineWidth;
-    // Without a width lines end only where the text says so, and a paragraph says so nowhere.
+    // Without a width a paragraph is one line.
     const int lineLimit = isBounded ? std::clamp(request.lineLimit.value_or(maxLineCount), 1, maxLineCount) : 1;
     const Face& used = face(request.font);
 
@@ -167,8 +167,8 @@ MeasuredText Typesetter::measure(const TextRequest& request) {
 
     const std::string paragraph = asParagraph(request.text);
     const std::string_view text = withoutTrailingBlanks(paragraph);
-    // Shaping costs by the character, so of a long text only as much is shaped as may be seen; a first guess of narrow
-    // letters is enough for nearly all.
+    // Only so much of a long text is shaped as may be visible, since shaping costs by the character. The first guess
+    // assumes narrow letters, and is enough for nearly all texts.
     const double narrowLetter = textMeasures(request.font).size / 4;
     auto count = static_cast<std::size_t>(width * lineLimit / narrowLetter) + 32;
     for (;; count *= 4) {

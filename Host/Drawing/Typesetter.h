@@ -1,17 +1,16 @@
 // Measures, breaks, cuts and shapes texts, with Pango.
 //
-// The font is Inter, or the machine's sans serif if Inter is missing; what it has no glyphs for comes from the
-// machine's other fonts. Everything is measured in points without regard to pixels, so a text is as wide at every
-// scale.
+// The font is Inter, or the machine's sans serif if Inter is missing. Other glyphs come from the machine's other fonts.
+// Texts are measured in points without regard to pixels, so they are equally wide at every scale.
 //
 // A text is one paragraph: line breaks and other control characters in it count as blanks. Lines break between words,
 // and inside a word that is wider than a line, without a hyphen.
 //
-// The cost of a text is bounded, however long it is: a line of more than `maxLineWidth` points, and the lines after the
-// first `maxLineCount`, are cut as a line limit would.
+// The cost of a long text is bounded: lines wider than `maxLineWidth` points, and the lines after the first
+// `maxLineCount`, are cut with an ellipsis.
 //
-// One thread at a time. The constructor starts to read the machine's font configuration, on a thread of Pango's; the
-// first text that is measured waits for it.
+// One thread at a time. The constructor starts to read the machine's font configuration on a thread of Pango's; the
+// first measurement waits for it.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -23,7 +22,7 @@
 namespace host {
 
 struct ShapedText {
-    /// Its lines are those of the `MeasuredText` that holds this, in their order.
+    /// Has the same lines as the `MeasuredText` that has this.
     ObjectHandle<PangoLayout> layout;
 };
 

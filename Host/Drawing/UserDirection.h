@@ -1,11 +1,11 @@
-// The direction in which this process's user reads.
+// The user's reading direction.
 #pragma once
 
 #include "Host/Layout/Mirroring.h"
 
 namespace host {
 
-/// By the first of the user's languages, from the environment, as ICU has it; from left to right without ICU.
+/// Returns the direction of the first language in the environment, by ICU; from left to right without ICU.
 Direction userDirection();
 
 } // namespace host

@@ -25,13 +25,13 @@ SurfaceHandle page(VectorFormat format, Size size, std::string& file) {
         return surface;
     }
     SurfaceHandle surface(cairo_pdf_surface_create_for_stream(append, &file, size.width, size.height));
-    // Instead of the time, so that equal pictures are equal files.
+    // Instead of the current time, so that equal pictures are equal files.
     cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, "2001-01-01T00:00:00Z");
     return surface;
 }
 
-/// Cairo names pages and images in SVG after surfaces, which it numbers through the whole life of the process. Here
-/// they are numbered through the file: `"image2553"` and `"#image2553"` become `"image0"` and `"#image0"`.
+/// Numbers the ids of an SVG file from 0: `"image2553"` and `"#image2553"` become `"image0"` and `"#image0"`. Cairo
+/// numbers pages and images through the life of the process.
 std::string withStableNames(const std::string& svg) {
     constexpr std::array<std::string_view, 2> kinds{"surface", "image"};
     std::string out;

@@ -11,8 +11,7 @@ namespace host {
 
 enum class VectorFormat { svg, pdf };
 
-/// `draw` draws the page on the cairo that it gets. Returns the file's bytes, the same for the same drawing; empty if
-/// it could not be made.
+/// `draw` draws the page. Returns the file's bytes, the same for the same drawing; empty on failure.
 std::string vectorFile(VectorFormat format, Size size, const std::function<void(cairo_t*)>& draw);
 
 } // namespace host

@@ -31,9 +31,9 @@ bool isBeside(const Rect& frame, const Rect& other) {
     return middle >= other.y && middle <= other.bottom();
 }
 
-class PartList {
+class ItemList {
   public:
-    explicit PartList(const WidgetLayout& layout) : layout_(layout), places_(layout.links.size()) {}
+    explicit ItemList(const WidgetLayout& layout) : layout_(layout), places_(layout.links.size()) {}
 
     std::vector<AccessibleItem> take() && {
         for (const LayoutItem& item : layout_.items) {
@@ -46,56 +46,56 @@ class PartList {
             }
         }
         addLinks(layout_.links.size());
-        for (AccessibleItem& part : parts_) {
-            part.name = shortened(part.name.empty() ? part.url : part.name);
-            part.description = shortened(part.description);
+        for (AccessibleItem& item : items_) {
+            item.name = shortened(item.name.empty() ? item.url : item.name);
+            item.description = shortened(item.description);
         }
-        std::erase_if(parts_, [](const AccessibleItem& part) { return part.name.empty(); });
-        return std::move(parts_);
+        std::erase_if(items_, [](const AccessibleItem& item) { return item.name.empty(); });
+        return std::move(items_);
     }
 
   private:
-    /// Links stand in the order in which they begin, as do items: an item's link, and all before it, have begun.
+    /// Adds the links before `end` that are not added yet. Links are in drawing order, each before its items.
     void addLinks(std::size_t end) {
-        for (; begun_ < end; ++begun_) {
-            const LayoutLink& link = layout_.links[begun_];
-            places_[begun_] = parts_.size();
-            parts_.push_back({.role = AccessibleItem::Role::link, .frame = link.frame, .url = link.url});
+        for (; added_ < end; ++added_) {
+            const LayoutLink& link = layout_.links[added_];
+            places_[added_] = items_.size();
+            items_.push_back({.role = AccessibleItem::Role::link, .frame = link.frame, .url = link.url});
         }
     }
 
     void add(const LayoutItem& item, const std::string& text) {
         if (item.link) {
-            addTo(parts_[places_[*item.link]], text);
+            addTo(items_[places_[*item.link]], text);
         } else if (isTitle(item.font.style)) {
-            parts_.push_back({.role = AccessibleItem::Role::heading, .frame = item.frame, .name = text});
-        } else if (!parts_.empty() && parts_.back().role == AccessibleItem::Role::heading &&
-                   isBeside(item.frame, parts_.back().frame)) {
-            addTo(parts_.back(), text);
+            items_.push_back({.role = AccessibleItem::Role::heading, .frame = item.frame, .name = text});
+        } else if (!items_.empty() && items_.back().role == AccessibleItem::Role::heading &&
+                   isBeside(item.frame, items_.back().frame)) {
+            addTo(items_.back(), text);
         } else {
-            parts_.push_back({.role = AccessibleItem::Role::text, .frame = item.frame, .name = text});
+            items_.push_back({.role = AccessibleItem::Role::text, .frame = item.frame, .name = text});
         }
     }
 
-    static void addTo(AccessibleItem& part, const std::string& text) {
-        if (part.name.empty()) {
-            part.name = text;
-        } else if (part.description.size() <= maxItemText) {
-            part.description += (part.description.empty() ? "" : ", ") + text;
+    static void addTo(AccessibleItem& item, const std::string& text) {
+        if (item.name.empty()) {
+            item.name = text;
+        } else if (item.description.size() <= maxItemText) {
+            item.description += (item.description.empty() ? "" : ", ") + text;
         }
     }
 
     const WidgetLayout& layout_;
-    std::vector<AccessibleItem> parts_;
-    /// Where among the parts each link is that has begun.
+    std::vector<AccessibleItem> items_;
+    /// The index in `items_` of each link that was added.
     std::vector<std::size_t> places_;
-    std::size_t begun_ = 0;
+    std::size_t added_ = 0;
 };
 
 } // namespace
 
 std::vector<AccessibleItem> accessibleItems(const WidgetLayout& layout) {
-    return PartList(layout).take();
+    return ItemList(layout).take();
 }
 
 } // namespace host

@@ -1,4 +1,4 @@
-// What is on a widget, for those who cannot see it and for those who go from link to link by keys.
+// The texts and links of a widget, for accessibility and keyboard focus.
 #pragma once
 
 #include "Host/Layout/WidgetLayout.h"
@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// Something on a widget that has a name.
+/// A named part of a widget.
 struct AccessibleItem {
     enum class Role { heading, text, link };
     Role role = Role::text;
@@ -19,21 +19,21 @@ struct AccessibleItem {
     std::string name;
     /// May be empty.
     std::string description;
-    /// Of a link, else empty.
+    /// Empty unless it is a link.
     std::string url;
     friend bool operator==(const AccessibleItem&, const AccessibleItem&) = default;
 };
 
-/// Bytes of an item's name, and of its description. What is longer is cut between characters.
+/// The maximum of bytes in an item's name, and in its description. Longer ones are cut between characters.
 inline constexpr std::size_t maxItemText = 2048;
 
-/// In reading order.
+/// Returns the items in reading order.
 ///
-/// A link is named by its first text and described by its other ones, joined by ", "; one without texts is named by its
-/// URL. Where links lie in each other, a text belongs to the innermost.
+/// The first text of a link is its name, the others are its description, joined by ", ". A link without texts is named
+/// by its URL. If links are nested, a text belongs to the innermost.
 ///
-/// Of the texts in no link, those in a style for titles (headline, title3, largeTitle) are headings, described by the
-/// texts that follow in the same row, such as a count.
+/// A text outside links is a heading if it has a title style (headline, title3, largeTitle). The texts that follow in
+/// the same row, such as a count, are its description.
 std::vector<AccessibleItem> accessibleItems(const WidgetLayout& layout);
 
 } // namespace host

@@ -1,10 +1,11 @@
-// A box of the layout: what a view is while it is laid out.
+// A box of the layout; each view of the tree becomes one.
 //
-// A parent proposes a size, the child returns the size that it takes, and the parent places it there. Proposals are
-// never negative. A length of a proposal may be infinite, "as large as you like", and then so may be the measurement. A
-// child may take more than was proposed. Equal proposals give equal measurements; measuring again is cheap.
+// A parent proposes a size, the child returns the size that it takes, and the parent places it. Proposals are never
+// negative. A length of a proposal may be infinite, which means "as large as you like"; the measurement may then be
+// infinite, too. A child may take more than was proposed. Equal proposals give equal measurements; measuring again is
+// cheap.
 //
-// One layout, one thread.
+// One thread per layout.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -31,11 +32,11 @@ constexpr Size sized(Axis axis, double along, double across) {
 
 struct Measurement {
     Size size;
-    /// From the upper edge to the first line of text's baseline, where there is text.
+    /// From the upper edge to the baseline of the first line of text; nothing without text.
     std::optional<double> baseline;
 };
 
-/// What a stack treats in a way of its own.
+/// How a stack treats the element.
 enum class Role { content, spacer, divider };
 
 class Element {
@@ -44,14 +45,13 @@ class Element {
 
     virtual Measurement measure(Size proposal) = 0;
 
-    /// The largest length along `axis` less the smallest: what it measures for an infinite proposal and for none.
-    /// Across the axis, `proposal` holds.
+    /// Returns the difference between the largest and the smallest length along `axis`: those for an infinite proposal
+    /// and for 0. Uses `proposal` across the axis.
     virtual double flexibility(Axis axis, Size proposal);
 
     virtual Role role() const { return Role::content; }
 
-    /// Adds what this draws for `proposal` when its upper left corner stands at `origin`. The proposal is
-    /// finite.
+    /// Adds what this draws for `proposal`, with its upper left corner at `origin`. Requires a finite proposal.
     virtual void place(Point origin, Size proposal, LayoutBuilder& builder) = 0;
 };
 

@@ -35,7 +35,7 @@ CrossAlignment crossAlignment(platform::VerticalAlignment alignment) {
     return CrossAlignment::center;
 }
 
-/// Builds what stands at one place of the tree.
+/// Builds the box of a view, with what it inherits.
 struct Builder {
     TextMeasurer& texts;
     ImageMeasurer& images;
@@ -44,7 +44,7 @@ struct Builder {
     int depth = 0;
 
     ElementPtr build(const platform::View& view) const {
-        if (depth == deepestNesting) {
+        if (depth == maxNesting) {
             return emptyElement();
         }
         const platform::Node& node = view.node();

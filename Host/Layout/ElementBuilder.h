@@ -1,8 +1,8 @@
-// Makes the boxes of a view tree: what views inherit from those around them is handed down here.
+// Makes the boxes of a view tree, and applies what views inherit.
 //
-// Font and foreground hold until a view below sets its own; callout and primary where none does. Dividers and spacers
-// go by the innermost stack around them, downwards where there is none. An image that cannot be decoded becomes its
-// fallback. Views nested deeper than `deepestNesting` take no room.
+// A view inherits font and foreground from the views around it; the defaults are callout and primary. Dividers and
+// spacers follow the axis of the innermost stack around them; the default is vertical. An image that cannot be decoded
+// becomes its fallback. Views nested deeper than `maxNesting` take no room.
 #pragma once
 
 #include "Host/Layout/Elements.h"
@@ -10,7 +10,7 @@
 
 namespace host {
 
-inline constexpr int deepestNesting = 256;
+inline constexpr int maxNesting = 256;
 
 /// All arguments must outlive the element.
 ElementPtr buildElement(const platform::View& view, TextMeasurer& texts, ImageMeasurer& images);

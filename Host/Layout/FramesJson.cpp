@@ -12,7 +12,7 @@ namespace host {
 namespace {
 
 void writeLength(platform::JsonWriter& out, std::string_view name, double value) {
-    // Adding zero makes a zero of what was rounded to minus zero.
+    // Adding 0 turns -0 into 0.
     out.key(name).number(std::round(value * 1000) / 1000 + 0.0);
 }
 

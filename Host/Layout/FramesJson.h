@@ -1,4 +1,4 @@
-// A layout as JSON, for those who want to know what stands where without looking at the picture.
+// A layout as JSON.
 //
 // A list in drawing order. Each thing drawn is an object: `type` ("text", "symbol", "image", "circle", "background",
 // "divider"), `x`, `y`, `width`, `height` (points from the widget's upper left corner, rounded to a thousandth), `text`

@@ -1,7 +1,6 @@
 // Collects what placed boxes draw, in drawing order.
 //
-// Lengths run from the leading edge to the right. A desktop that is read from right to left would mirror the finished
-// layout as a whole, not the boxes one by one.
+// The leading edge is the left one. For reading from right to left, the finished layout is mirrored (Mirroring.h).
 #pragma once
 
 #include "Host/Layout/WidgetLayout.h"
@@ -13,7 +12,7 @@
 
 namespace host {
 
-/// What a view inherits from those around it.
+/// What a view inherits from the views around it.
 struct InheritedStyle {
     platform::Font font = platform::callout;
     platform::Foreground foreground = platform::primary;
@@ -22,7 +21,7 @@ struct InheritedStyle {
 
 struct LayoutBuilder {
     WidgetLayout& layout;
-    /// The link that everything now added lies in.
+    /// The link of the items that are added now.
     std::optional<std::size_t> link;
 
     template <class Content>

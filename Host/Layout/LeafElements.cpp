@@ -68,7 +68,7 @@ class CircleElement final : public Element {
 
 class SymbolElement final : public Element {
   public:
-    /// `descent` is the part of its size below a baseline, where it has one.
+    /// `descent` is the part of its size below its baseline; nothing if it has no baseline.
     SymbolElement(const std::string& symbol, InheritedStyle style, std::optional<double> descent)
         : symbol_(symbol), style_(style), length_(textMeasures(style.font).size) {
         if (descent) {

@@ -13,12 +13,11 @@ inline constexpr double cornerRadius = 20;
 inline constexpr double defaultSpacing = 8;
 inline constexpr double defaultSpacerLength = 8;
 inline constexpr double labelSpacing = 4;
-/// How far a label's symbol reaches below the text's baseline, as part of its size: so far that its middle is that of
-/// the capitals beside it.
+/// The part of a label's symbol below the baseline, so that its middle is that of the capitals beside it.
 inline constexpr double labelSymbolDescent = .14;
 inline constexpr double dividerThickness = 1;
 
-/// The size of a family by the protocol's name; a family that is not known is as large as medium.
+/// Returns the size of a family by the protocol's name; that of medium for an unknown family.
 Size familySize(std::string_view family);
 
 /// CSS-like weights: 400 regular, 500 medium, 600 semibold, 700 bold.

@@ -1,15 +1,15 @@
-// Layouts for those who read from right to left.
+// Layouts for reading from right to left.
 #pragma once
 
 #include "Host/Layout/WidgetLayout.h"
 
 namespace host {
 
-/// Where the leading edge is: left, or right.
+/// The reading direction.
 enum class Direction { leftToRight, rightToLeft };
 
-/// Turns a finished layout about: what stood at the left stands at the right. Texts keep to their side of the layout,
-/// whatever script they are in; what is drawn (letters, symbols, images) is not turned itself.
+/// Mirrors the frames and text alignments of a finished layout. Letters, symbols and images are not mirrored
+/// themselves.
 void mirror(WidgetLayout& layout);
 
 } // namespace host

@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-/// `a - b`, where equal infinite lengths leave nothing.
+/// Returns `a - b`; 0 if both are infinite.
 double difference(double a, double b) {
     return a == b ? 0 : a - b;
 }
@@ -27,15 +27,15 @@ class StackElement final : public Element {
   private:
     struct Child {
         ElementPtr element;
-        /// To the child before.
+        /// The gap to the child before.
         double gap = 0;
-        /// A divider that is as long as the others are across the stack.
+        /// Whether it is a divider that is as long as the other children are across the stack.
         bool stretched = false;
     };
     struct Part {
         Size proposal;
         Measurement measurement;
-        /// Where it stands along the stack, and across it.
+        /// Its position along the stack, and across it.
         double start = 0;
         double side = 0;
     };
@@ -45,36 +45,36 @@ class StackElement final : public Element {
     };
 
     Arrangement arrange(Size proposal);
-    /// Shares what is proposed along the stack: among all, and what is left among those in `order`.
+    /// Divides the proposal among all children; what is left among those in `order`.
     void distribute(std::vector<Part>& parts, Size proposal);
     void distribute(const std::vector<std::size_t>& order, double& left, double across, std::vector<Part>& parts);
     std::vector<std::size_t> contentsByFlexibility(Size proposal);
-    /// Aligns the parts across the stack and answers how large it is there.
+    /// Aligns the parts across the stack. Returns its size there.
     double align(std::vector<Part>& parts);
-    /// From a part's near edge across the stack to the line that the parts are aligned on.
+    /// Returns the distance from a part's near edge across the stack to the line of the alignment.
     double guide(const Measurement& measurement) const;
 
     Axis axis_;
     CrossAlignment alignment_;
     std::vector<Child> children_;
     std::vector<std::size_t> contents_;
-    /// Largest minimum first, so that the rest divide what remains equally.
+    /// Sorted by their minimum lengths, the largest first, so that the others divide what remains equally.
     std::vector<std::size_t> spacers_;
     double gaps_ = 0;
-    double leastOfSpacers_ = 0;
-    /// All stacks around this one ask the same again: without these, deep trees would take exponential time.
+    double minOfSpacers_ = 0;
+    /// Each stack around this one measures it again; without this cache, deep trees would take exponential time.
     std::vector<std::pair<Size, Measurement>> measurements_;
 };
 
 StackElement::StackElement(const StackOptions& options, std::vector<ElementPtr> children)
     : axis_(options.axis), alignment_(options.alignment) {
-    std::vector<double> least(children.size());
+    std::vector<double> minLengths(children.size());
     std::vector<std::size_t> dividers;
     for (std::size_t i = 0; i < children.size(); ++i) {
         const Role role = children[i]->role();
         if (role == Role::spacer) {
-            least[i] = along(axis_, children[i]->measure({}).size);
-            leastOfSpacers_ += least[i];
+            minLengths[i] = along(axis_, children[i]->measure({}).size);
+            minOfSpacers_ += minLengths[i];
             spacers_.push_back(i);
         } else {
             contents_.push_back(i);
@@ -90,7 +90,7 @@ StackElement::StackElement(const StackOptions& options, std::vector<ElementPtr> 
         gaps_ += gap;
         children_.push_back({.element = std::move(children[i]), .gap = gap});
     }
-    std::ranges::stable_sort(spacers_, std::greater{}, [&](std::size_t i) { return least[i]; });
+    std::ranges::stable_sort(spacers_, std::greater{}, [&](std::size_t i) { return minLengths[i]; });
     if (axis_ == Axis::horizontal && dividers.size() < contents_.size()) {
         for (const std::size_t i : dividers) {
             children_[i].stretched = true;
@@ -150,11 +150,11 @@ StackElement::Arrangement StackElement::arrange(Size proposal) {
 
 void StackElement::distribute(std::vector<Part>& parts, Size proposal) {
     const double across = along(other(axis_), proposal);
-    double left = along(axis_, proposal) - gaps_ - leastOfSpacers_;
-    // Where there is no room, or no end of it, all are proposed the same whatever the order.
+    double left = along(axis_, proposal) - gaps_ - minOfSpacers_;
+    // With no room, or infinite room, the order does not matter.
     const bool shared = left > 0 && std::isfinite(left) && contents_.size() > 1;
     distribute(shared ? contentsByFlexibility(proposal) : contents_, left, across, parts);
-    left += leastOfSpacers_;
+    left += minOfSpacers_;
     distribute(spacers_, left, across, parts);
 }
 

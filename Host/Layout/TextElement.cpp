@@ -10,16 +10,16 @@
 namespace host {
 namespace {
 
-/// Sums of the same lengths in another order must not cut a text that fits.
+/// For the rounding of sums, which must not cut a text that fits.
 constexpr double tolerance = 1e-6;
 constexpr int unlimited = std::numeric_limits<int>::max();
 
-double longestLine(const MeasuredText& text) {
-    double longest = 0;
+double maxWidth(const MeasuredText& text) {
+    double widest = 0;
     for (const TextLine& line : text.lines) {
-        longest = std::max(longest, line.width);
+        widest = std::max(widest, line.width);
     }
-    return longest;
+    return widest;
 }
 
 class TextElement final : public Element {
@@ -36,7 +36,7 @@ class TextElement final : public Element {
         if (axis == Axis::horizontal) {
             return Element::flexibility(axis, proposal);
         }
-        // The smallest is one line, whatever it says: no need to have the text cut.
+        // The smallest height is one line; measuring it would cut the text.
         return sizeOf(fitted({proposal.width, infinity})).height - lineHeight_;
     }
 
@@ -53,12 +53,12 @@ class TextElement final : public Element {
     struct Shaped {
         double width = 0;
         int lineLimit = unlimited;
-        double longest = 0;
+        double widest = 0;
         MeasuredText text;
     };
 
     Size sizeOf(const MeasuredText& text) const {
-        return {longestLine(text), static_cast<double>(text.lines.size()) * lineHeight_};
+        return {maxWidth(text), static_cast<double>(text.lines.size()) * lineHeight_};
     }
 
     int lineLimit(double height) const {
@@ -67,19 +67,19 @@ class TextElement final : public Element {
             std::clamp(wholeLines, 1.0, std::max(1.0, static_cast<double>(options_.lineLimit.value_or(unlimited)))));
     }
 
-    // The references that these return are valid until one of them is called again.
+    // The returned references are valid until the next call of one of these.
 
     const MeasuredText& fitted(Size proposal) {
         // A text that is narrower than its ellipsis is not cut.
-        const double least = texts_.ellipsisWidth(style_.font);
-        return proposal.width + tolerance < least ? shaped(least, 1)
-                                                  : shaped(proposal.width, lineLimit(proposal.height));
+        const double minWidth = texts_.ellipsisWidth(style_.font);
+        return proposal.width + tolerance < minWidth ? shaped(minWidth, 1)
+                                                     : shaped(proposal.width, lineLimit(proposal.height));
     }
 
     const MeasuredText& shaped(double width, int limit) {
         const auto known = std::find_if(shaped_.begin(), shaped_.end(), [&](const Shaped& candidate) {
-            // Lines that were broken at a greater width and fit this one are the ones that it would be broken into.
-            return (candidate.longest <= width + tolerance || candidate.width == width) &&
+            // Lines that were broken at a larger width and fit this one are the same at this one.
+            return (candidate.widest <= width + tolerance || candidate.width == width) &&
                    width <= candidate.width + tolerance &&
                    (candidate.lineLimit == limit ||
                     (isWhole(candidate) && candidate.text.lines.size() <= static_cast<std::size_t>(limit)));
@@ -91,11 +91,11 @@ class TextElement final : public Element {
                                             .font = style_.font,
                                             .width = std::isfinite(width) ? std::optional(width) : std::nullopt,
                                             .lineLimit = limit == unlimited ? std::nullopt : std::optional(limit)});
-        const double longest = longestLine(text);
-        return shaped_.emplace_back(Shaped{width, limit, longest, std::move(text)}).text;
+        const double widest = maxWidth(text);
+        return shaped_.emplace_back(Shaped{width, limit, widest, std::move(text)}).text;
     }
 
-    /// Surely not cut.
+    /// Whether the text is certainly not cut.
     bool isWhole(const Shaped& shaped) const {
         const auto& lines = shaped.text.lines;
         return lines.size() < static_cast<std::size_t>(shaped.lineLimit) || lines.front().text == options_.text;

@@ -1,7 +1,6 @@
-// What the layout asks about content that only the drawing side can measure: texts and images.
+// Interfaces for measuring texts and images, which the drawing side implements.
 //
-// The layout is pure arithmetic; it gets these two handed in. Results must depend on the arguments alone (and the fonts
-// of the machine), never on the scale that is drawn at.
+// Results must depend on the arguments and the machine's fonts only, never on the scale of the picture.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -16,7 +15,7 @@
 
 namespace host {
 
-/// One line of a text as it is drawn: with its ellipsis if the text was cut.
+/// One line of a text as it is drawn, with the ellipsis of a text that was cut.
 struct TextLine {
     std::string text;
     double width = 0;
@@ -29,7 +28,7 @@ struct ShapedText;
 struct MeasuredText {
     /// At least one.
     std::vector<TextLine> lines;
-    /// From the top of a line to its baseline, the line being as high as its style's line height.
+    /// From the top of a line, which is as high as its style's line height, to its baseline.
     double baseline = 0;
     std::shared_ptr<const ShapedText> shaped;
 };
@@ -37,27 +36,27 @@ struct MeasuredText {
 struct TextRequest {
     std::string_view text;
     platform::Font font;
-    /// Left out: lines end only where the text says so.
+    /// Without one, lines end only at line breaks of the text.
     std::optional<double> width;
-    /// Left out: as many as it takes. At least 1.
+    /// At least 1. Without one, the number is not limited.
     std::optional<int> lineLimit;
 };
 
 class TextMeasurer {
   public:
     virtual ~TextMeasurer() = default;
-    /// Breaks the text into lines no wider than `width`, unless not even an ellipsis fits, and cuts the last line that
-    /// `lineLimit` allows with an ellipsis if text is left over.
+    /// Breaks the text into lines no wider than `width`, unless not even an ellipsis fits. If there are more lines than
+    /// `lineLimit`, the last one ends in an ellipsis.
     virtual MeasuredText measure(const TextRequest& request) = 0;
 
-    /// The width of an ellipsis alone. Cheap.
+    /// Returns the width of an ellipsis. Cheap.
     virtual double ellipsisWidth(platform::Font font) = 0;
 };
 
 class ImageMeasurer {
   public:
     virtual ~ImageMeasurer() = default;
-    /// The size of the image in its own pixels; nothing if the bytes are no image that can be decoded.
+    /// Returns the size of the image in its own pixels; nothing if it cannot be decoded.
     virtual std::optional<Size> imageSize(const platform::EncodedData& data) = 0;
 };
 

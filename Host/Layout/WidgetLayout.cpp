@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-/// How much of the width that a view leaves over lies before it: as a column stands its children, so it stands itself.
+/// Returns the share of the remaining width before the view: a column is aligned as it aligns its children.
 double leadingShare(const platform::View& view) {
     if (const auto* link = std::get_if<platform::Link>(&view.node().content)) {
         return leadingShare(link->child);

@@ -1,4 +1,4 @@
-// A widget's picture as a flat list of things to draw, each where it stands: what layout hands to drawing.
+// A widget's layout: a flat list of items to draw, each with its frame.
 #pragma once
 
 #include "Host/Layout/Geometry.h"
@@ -17,7 +17,7 @@ struct TextItem {
     MeasuredText text;
     double lineHeight = 0;
     platform::HorizontalAlignment alignment = platform::HorizontalAlignment::leading;
-    /// All that the view says, of which `text` is what there is room for.
+    /// The whole text of the view; `text` has what fits.
     std::string whole;
 };
 struct SymbolItem {
@@ -40,15 +40,15 @@ struct LayoutItem {
     Rect frame;
     platform::Font font;
     platform::Foreground foreground;
-    /// Belongs to the accent group of modes that are not full colour.
+    /// Whether it is in the accent group of the modes that are not full colour.
     bool accented = false;
-    /// The innermost link that holds it, as an index into `WidgetLayout::links`.
+    /// The innermost link around it, as an index into `WidgetLayout::links`.
     std::optional<std::size_t> link;
 };
 
 struct LayoutLink {
     std::string url;
-    /// Of the item that the link stands for, where it stands for one.
+    /// Names the item that the view shows; nothing if it shows none.
     std::optional<std::string> id;
     Rect frame;
     /// The link around this one, as an index into `WidgetLayout::links`.
@@ -62,15 +62,15 @@ struct WidgetLayout {
     std::vector<LayoutLink> links;
 };
 
-/// Lays `view` out in a widget of `size`: proposes it what the content margin leaves and centres it there; a column
-/// that aligns its children at an edge stands at that edge itself, so that a list of short names starts where all lists
-/// start. A view that takes more than is proposed sticks out evenly on both sides. Nothing is rounded. How each kind
-/// of view lays out is said in Elements.h.
+/// Lays `view` out in a widget of `size`: proposes the size inside the content margin, and centres the view there. A
+/// column that aligns its children at an edge is aligned at that edge itself, so that lists of short names start where
+/// all lists start. A view larger than the proposal overflows evenly on both sides. Nothing is rounded. For the rules
+/// of each kind of view see Elements.h.
 ///
-/// A text that fits is measured once, one that must be broken or cut once or twice more.
+/// A text that fits is measured once, one that must be broken or cut two or three times.
 WidgetLayout layOut(const platform::View& view, Size size, TextMeasurer& texts, ImageMeasurer& images);
 
-/// Lays `view` out on its own: as large as it is if `room` is proposed, and no larger, without a margin.
+/// Lays `view` out without a margin: as large as it is if `room` is proposed, but no larger.
 WidgetLayout layOutAlone(const platform::View& view, Size room, TextMeasurer& texts, ImageMeasurer& images);
 
 } // namespace host

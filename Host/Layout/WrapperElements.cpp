@@ -6,7 +6,7 @@
 namespace host {
 namespace {
 
-/// What looks just like its child, unless it says otherwise.
+/// Forwards everything to its child.
 class WrapperElement : public Element {
   public:
     explicit WrapperElement(ElementPtr child) : child_(std::move(child)) {}
@@ -22,7 +22,7 @@ class WrapperElement : public Element {
     ElementPtr child_;
 };
 
-/// A spacer is one for the stack that holds it, not through anything that has room of its own.
+/// A wrapper with a size of its own, so that a spacer in it is not one of the stack around it.
 Role roleInRoom(Role role) {
     return role == Role::spacer ? Role::content : role;
 }

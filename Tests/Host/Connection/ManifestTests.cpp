@@ -1,4 +1,3 @@
-// What a manifest may ask for: what it says is what the extension is confined to.
 #include "Host/Connection/Manifest.h"
 
 #include "Tests/Support/TemporaryFolder.h"

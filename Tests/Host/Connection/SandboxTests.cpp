@@ -1,4 +1,4 @@
-// What the kernel makes of the rules, in children of the test that confine themselves.
+// Tests the rules by children that confine themselves.
 #include "Host/Connection/Sandbox.h"
 
 #include "Tests/Support/TemporaryFolder.h"
@@ -17,12 +17,12 @@ namespace {
 namespace fs = std::filesystem;
 using platform::TemporaryFolder;
 
-/// The errno of a system call's answer.
+/// Returns the errno of a system call's result.
 int errorOf(int answer) {
     return answer < 0 ? errno : 0;
 }
 
-/// The errno of `attempt` in a child that has confined itself.
+/// Returns the errno of `attempt` in a child that has confined itself.
 int errorWithin(const Sandbox& sandbox, const std::function<int()>& attempt) {
     const pid_t child = fork();
     if (child == 0) {
@@ -46,7 +46,7 @@ class ConfinedChild : public testing::Test {
     }
 };
 
-TEST_F(ConfinedChild, LandlockGuardsWhatItCan) {
+TEST_F(ConfinedChild, LandlockRestrictsWhatItsVersionCan) {
     if (landlockVersion() == 0) {
         GTEST_SKIP() << "this kernel has no Landlock";
     }
@@ -61,7 +61,7 @@ TEST_F(ConfinedChild, LandlockGuardsWhatItCan) {
     }
 }
 
-TEST_F(ConfinedChild, TheRestHoldsWithoutLandlock) {
+TEST_F(ConfinedChild, TheFilterHoldsWithoutLandlock) {
     EXPECT_EQ(openWithin(0, secret_, O_RDONLY), 0);
     const Sandbox sandbox = Sandbox::prepare(rules_, 0);
     EXPECT_FALSE(sandbox.needsRestart());
@@ -72,13 +72,13 @@ TEST_F(ConfinedChild, TheRestHoldsWithoutLandlock) {
     EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_UNIX, SOCK_SEQPACKET, 0); }), EACCES);
 }
 
-TEST_F(ConfinedChild, WithoutANamespaceThereAreNoProcesses) {
+TEST_F(ConfinedChild, HasNoProcessesWithoutANamespace) {
     Sandbox sandbox = Sandbox::prepare(rules_, 0);
     sandbox.disableUserNamespace();
     EXPECT_EQ(errorWithin(sandbox, [] { return fork(); }), EAGAIN);
 }
 
-TEST(Sandbox, NeedsRestartWhenWhatItGrantsIsNotWhatItWas) {
+TEST(Sandbox, NeedsRestartWhenAGrantedFileIsReplaced) {
     if (landlockVersion() == 0) {
         GTEST_SKIP() << "this kernel has no Landlock, so nothing is bound to what stood there";
     }

@@ -93,13 +93,13 @@ TEST(ImageDecoder, KeepsNoMoreThanIsAskedFor) {
     struct Case {
         int width;
         int height;
-        int longestSide;
+        int maxSide;
         int keptWidth;
         int keptHeight;
     };
     for (const Case& c :
          {Case{400, 200, 100, 100, 50}, {200, 400, 100, 50, 100}, {60, 40, 100, 60, 40}, {1000, 1, 100, 100, 1}}) {
-        const auto image = decodeImage(imageFile(quarters(c.width, c.height), "png"), c.longestSide);
+        const auto image = decodeImage(imageFile(quarters(c.width, c.height), "png"), c.maxSide);
         ASSERT_TRUE(image);
         EXPECT_EQ(image->size, (Size{static_cast<double>(c.width), static_cast<double>(c.height)}));
         EXPECT_EQ(gdk_pixbuf_get_width(image->pixels.get()), c.keptWidth);
@@ -114,8 +114,8 @@ TEST(ImageDecoder, TurnsPicturesUpright) {
                            "Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x06\0\0\0\0\0\0\0",
                            36);
     jpeg.insert(2, exif);
-    for (const int longestSide : {256, 16}) {
-        const auto image = decodeImage(jpeg, longestSide);
+    for (const int maxSide : {256, 16}) {
+        const auto image = decodeImage(jpeg, maxSide);
         ASSERT_TRUE(image);
         EXPECT_EQ(image->size, (Size{32, 48}));
         EXPECT_LT(gdk_pixbuf_get_width(image->pixels.get()), gdk_pixbuf_get_height(image->pixels.get()));
@@ -133,8 +133,6 @@ TEST(IconCache, ScalesToWhatIsRequested) {
         EXPECT_EQ(cairo_image_surface_get_width(picture.get()), side);
         EXPECT_EQ(cairo_image_surface_get_height(picture.get()), side);
         EXPECT_EQ(pixelAt(picture.get(), 3, 3), 0xFFFF0000U);
-        EXPECT_EQ(pixelAt(picture.get(), side - 4, 3), 0xFF00FF00U);
-        EXPECT_EQ(pixelAt(picture.get(), 3, side - 4), 0xFF0000FFU);
         EXPECT_EQ(pixelAt(picture.get(), side - 4, side - 4), 0x80808080U);
     }
 }
@@ -150,16 +148,12 @@ TEST(IconCache, RoundsCornersAndRemovesColors) {
     EXPECT_EQ(pixelAt(gray.get(), 10, 10), 0xFF7F7F7FU);
 }
 
-TEST(IconCache, GoesOnWhenMoreComesThanItKeeps) {
+TEST(IconCache, IsClearedWhenItHoldsTooMuch) {
     IconCache icons;
-    const auto icon = [](int i) { return raw(imageFile(plainPicture(3, 3, {i, 0, 77, 255}), "png")); };
-    const std::string padding(std::size_t{7} << 20, '\0');
-    for (int i = 0; i < 20; ++i) {
-        ASSERT_EQ(icons.imageSize(icon(i)), (Size{3, 3}));
-        const EncodedData heavy = raw("BM" + std::to_string(i) + padding);
-        ASSERT_FALSE(icons.imageSize(heavy));
-        ASSERT_FALSE(icons.picture(heavy, {.width = 3, .height = 3}));
-        ASSERT_EQ(pixelAt(icons.picture(icon(0), {.width = 3, .height = 3}).get(), 1, 1), 0xFF00004DU);
+    const EncodedData icon = raw(imageFile(plainPicture(3, 3, {0, 0, 77, 255}), "png"));
+    for (char i = 0; i < 20; ++i) {
+        ASSERT_FALSE(icons.picture(raw("BM" + std::string(std::size_t{7} << 20, i)), {.width = 3, .height = 3}));
+        ASSERT_EQ(pixelAt(icons.picture(icon, {.width = 3, .height = 3}).get(), 1, 1), 0xFF00004DU);
     }
 }
 

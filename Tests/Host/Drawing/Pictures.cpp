@@ -58,11 +58,11 @@ Picture plainPicture(int width, int height, Pixel color) {
 }
 
 int difference(const Pixel& a, const Pixel& b) {
-    int greatest = 0;
+    int max = 0;
     for (std::size_t i = 0; i < a.size(); ++i) {
-        greatest = std::max(greatest, std::abs(a[i] - b[i]));
+        max = std::max(max, std::abs(a[i] - b[i]));
     }
-    return greatest;
+    return max;
 }
 
 } // namespace host

@@ -1,4 +1,4 @@
-// Pictures as tests look at them: decoded by gdk-pixbuf, whatever wrote them.
+// Pictures for tests, decoded by gdk-pixbuf.
 #pragma once
 
 #include "Host/Drawing/PixelBuffer.h"
@@ -28,7 +28,7 @@ struct Picture {
     friend bool operator==(const Picture&, const Picture&) = default;
 };
 
-/// Empty if `file` is no image.
+/// Returns an empty picture if `file` cannot be decoded.
 Picture decoded(std::string_view file);
 
 /// By way of a PNG file.
@@ -39,7 +39,7 @@ std::string imageFile(const Picture& picture, const char* type);
 
 Picture plainPicture(int width, int height, Pixel color);
 
-/// The greatest difference of any channel.
+/// Returns the maximum difference of the channels.
 int difference(const Pixel& a, const Pixel& b);
 
 } // namespace host

@@ -1,4 +1,4 @@
-// Whole tiles against pictures of them that were looked at: Tests/Fixtures/Pictures. Set WRITE_PICTURES to write them.
+// Compares tiles with reviewed pictures in Tests/Fixtures/Pictures. Set WRITE_PICTURES to write them.
 //
 // Versions of FreeType, cairo, Pango and the font differ in single pixels of letters, so squares of 8 × 8 pixels are
 // compared by their means. Between Debian 12, which the pictures are from, and Debian 13, where the font is a newer
@@ -29,10 +29,10 @@ using namespace platform; // NOLINT(google-build-using-namespace): views read li
 
 constexpr int side = 8;
 struct Bounds {
-    int greatest = 96;
+    int max = 96;
     double mean = 1.1;
 };
-constexpr Bounds withoutLetters{.greatest = 12, .mean = 0.1};
+constexpr Bounds withoutLetters{.max = 12, .mean = 0.1};
 
 View sample() {
     Picture quarters = plainPicture(40, 30, {200, 30, 90, 255});
@@ -167,15 +167,15 @@ TEST(ReferencePictures, AreStillDrawn) {
         file << std::ifstream(path, std::ios::binary).rdbuf();
         const Picture expected = decoded(file.str());
         ASSERT_EQ(std::pair(actual.width, actual.height), std::pair(expected.width, expected.height)) << path;
-        int greatest = 0;
+        int max = 0;
         double sum = 0;
         for (std::size_t i = 0; i < actual.pixels.size(); ++i) {
             const int found = difference(actual.pixels[i], expected.pixels[i]);
-            greatest = std::max(greatest, found);
+            max = std::max(max, found);
             sum += found;
         }
         const double mean = sum / static_cast<double>(actual.pixels.size());
-        EXPECT_LE(greatest, reference.bounds.greatest) << path;
+        EXPECT_LE(max, reference.bounds.max) << path;
         EXPECT_LE(mean, reference.bounds.mean) << path;
     }
 }

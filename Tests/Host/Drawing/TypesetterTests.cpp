@@ -2,8 +2,8 @@
 
 #include "Host/Layout/Measures.h"
 
+#include <glib.h>
 #include <gtest/gtest.h>
-#include <pango/pangocairo.h>
 #include <string>
 #include <vector>
 
@@ -56,16 +56,6 @@ const std::vector<std::string> samples{
     "  leading and trailing   ",
 };
 
-TEST(Typesetter, FindsItsFont) {
-    Typesetter typesetter;
-    const MeasuredText measured = typesetter.measure({.text = "Favorites", .font = platform::headline});
-    const PangoLayoutLine* line = pango_layout_get_line_readonly(measured.shaped->layout.get(), 0);
-    const auto* run = static_cast<PangoLayoutRun*>(line->runs->data);
-    const FontDescriptionHandle found(pango_font_describe(run->item->analysis.font));
-    EXPECT_STREQ(pango_font_description_get_family(found.get()), "Inter");
-    EXPECT_EQ(pango_font_description_get_weight(found.get()), PANGO_WEIGHT_BOLD);
-}
-
 TEST(Typesetter, LinesKeepWithinTheirRoomAndSayAllThatFits) {
     Typesetter typesetter;
     for (const std::string& text : samples) {
@@ -97,20 +87,6 @@ TEST(Typesetter, LinesKeepWithinTheirRoomAndSayAllThatFits) {
                 }
             }
         }
-    }
-}
-
-TEST(Typesetter, WhatWasMeasuredFitsIntoItsOwnMeasure) {
-    Typesetter typesetter;
-    for (const std::string& text : samples) {
-        const MeasuredText natural = typesetter.measure({.text = text, .font = callout});
-        EXPECT_EQ(typesetter.measure({text, callout, natural.lines.front().width, 1}).lines, natural.lines) << text;
-        const MeasuredText wrapped = typesetter.measure({text, callout, 90, {}});
-        double longest = 0;
-        for (const TextLine& line : wrapped.lines) {
-            longest = std::max(longest, line.width);
-        }
-        EXPECT_EQ(lines(typesetter.measure({text, callout, longest, {}})), lines(wrapped)) << text;
     }
 }
 

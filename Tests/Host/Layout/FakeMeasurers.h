@@ -1,4 +1,4 @@
-// Measurers without fonts: every character is half as wide as its font is high, and an image says its size in words.
+// Measurers without fonts: every character is half as wide as its font is high, and an image has its size as text.
 #pragma once
 
 #include "Host/Layout/TextMeasurer.h"

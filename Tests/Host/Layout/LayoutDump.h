@@ -1,4 +1,4 @@
-// A layout as text for people to compare: one line a thing, in drawing order, then the links.
+// A layout as text: a line per item, in drawing order, then the links.
 //
 //     text 30,15 84x15 "Getting Started" secondary link 0
 //

@@ -1,4 +1,4 @@
-// What holds for any tree: random ones from fixed seeds, and such as are made to take long.
+// Properties of any tree: random ones from fixed seeds, and hostile ones.
 #include "Platform/Views/Node.h"
 #include "Tests/Host/Layout/FakeMeasurers.h"
 #include "Tests/Host/Layout/LayoutDump.h"
@@ -16,7 +16,7 @@ using namespace platform; // NOLINT(google-build-using-namespace): views read li
 
 enum class Wildness { tame, wild };
 
-/// Random trees. Tame ones hold nothing that may take less room than its children, and no negative lengths.
+/// Random trees. Tame ones have no fixed frames, which may be smaller than their children, and no negative lengths.
 class Trees {
   public:
     Trees(unsigned seed, Wildness wildness) : random_(seed), wildness_(wildness) {}
@@ -55,9 +55,9 @@ class Trees {
     }
 
   private:
-    int upTo(int most) { return std::uniform_int_distribution(0, most)(random_); }
-    double length(int least, int most) {
-        return std::uniform_int_distribution(wildness_ == Wildness::tame ? 0 : least, most)(random_) / 2.0;
+    int upTo(int max) { return std::uniform_int_distribution(0, max)(random_); }
+    double length(int min, int max) {
+        return std::uniform_int_distribution(wildness_ == Wildness::tame ? 0 : min, max)(random_) / 2.0;
     }
     View stack(int depth) {
         Views children;
@@ -92,7 +92,7 @@ bool contains(const Rect& outer, const Rect& inner) {
            inner.right() <= outer.right() + tolerance && inner.bottom() <= outer.bottom() + tolerance;
 }
 
-/// The tree with every view in a link and in itself again: what must not change the layout.
+/// Returns the tree with a link and an accent around every view, which must not change the layout.
 View dressed(const View& view) {
     Node node = view.node();
     if (auto* stack = std::get_if<VStack>(&node.content)) {
@@ -141,7 +141,7 @@ TEST(LayoutOfAnyTree, IsNotChangedByLinksAndAccents) {
     }
 }
 
-/// A stack in a stack in a stack, in turns across each other, each with something beside it.
+/// Nested stacks of alternating axes, each with a text beside the inner one.
 View nested(int depth, const View& innermost) {
     View view = innermost;
     for (int i = 0; i < depth; ++i) {
