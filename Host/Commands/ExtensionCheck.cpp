@@ -84,8 +84,7 @@ class ExtensionProbe {
         const auto request = pending_.insert(kind);
         (*client_)->send(method, params,
                          [this, request, take = std::move(take)](const ExtensionClient::Result& result) {
-                             const std::string name = *request;
-                             pending_.erase(request);
+                             const std::string name = std::move(pending_.extract(request).value());
                              if (!result && result.error().kind == platform::Failure::Kind::unavailable) {
                                  gone_ = result.error().message;
                              } else if (const auto fault = result ? take(*result) : result.error()) {

@@ -56,8 +56,8 @@ std::optional<Failure> useExtensions(const std::vector<Manifest>& manifests, con
     // All start at once.
     std::vector<Started> all;
     for (const Manifest& manifest : manifests) {
-        Started& each = all.emplace_back(
-            start(manifest, choice, manifests.size() > 1 ? timeoutAmongSeveral : Timeouts{}.response), std::nullopt);
+        Started& each = all.emplace_back(Started{
+            .client = start(manifest, choice, manifests.size() > 1 ? timeoutAmongSeveral : Timeouts{}.response)});
         if (each.client) {
             each.description.emplace(**each.client, "describe", "{}", readDescriptionAndText);
         }

@@ -57,8 +57,8 @@ ExtensionClient::start(const Manifest& manifest, const std::optional<std::filesy
     return std::unique_ptr<ExtensionClient>(new ExtensionClient(manifest, *std::move(process), timeouts));
 }
 
-ExtensionClient::ExtensionClient(const Manifest& manifest, ExtensionProcess process, const Timeouts& timeouts)
-    : manifest_(manifest), process_(std::move(process)), timeouts_(timeouts),
+ExtensionClient::ExtensionClient(Manifest manifest, ExtensionProcess process, const Timeouts& timeouts)
+    : manifest_(std::move(manifest)), process_(std::move(process)), timeouts_(timeouts),
       lastActivity_(std::chrono::steady_clock::now()), source_([this] { dispatch(); }) {
     for (const FileDescriptor* stream : {&process_.input, &process_.output, &process_.errors}) {
         fcntl(stream->get(), F_SETFL, fcntl(stream->get(), F_GETFL) | O_NONBLOCK);

@@ -69,7 +69,7 @@ class ExtensionClient {
         bool wasTaken = false;
     };
 
-    ExtensionClient(const Manifest& manifest, ExtensionProcess process, const Timeouts& timeouts);
+    ExtensionClient(Manifest manifest, ExtensionProcess process, const Timeouts& timeouts);
     void dispatch();
     void send(Request request);
     void write();

@@ -1,40 +1,33 @@
 #include "Platform/Foundation/Localization.h"
 
 #include "Platform/Foundation/CaseInsensitiveSearch.h"
+#include "Platform/Foundation/FileSystem.h"
 #include "Platform/Foundation/SharedFolder.h"
+#include "Platform/Foundation/TranslationCatalog.h"
 
 #include <algorithm>
 #include <array>
-#include <clocale>
 #include <cstdlib>
-#include <libintl.h>
 
 namespace platform {
 
 namespace {
 
-struct Translations {
-    const char* domain = nullptr;
-    /// Null where nothing is translated.
-    locale_t locale = nullptr;
-};
-
-Translations& translations() {
-    static Translations translations;
-    return translations;
+/// The program's catalogs, those of the most preferred language first.
+std::vector<TranslationCatalog>& catalogs() {
+    static std::vector<TranslationCatalog> catalogs;
+    return catalogs;
 }
 
-/// What `lookUp(domain)`, a call of gettext, returns in the locale of the translations; `key` without a translation.
-template <typename LookUp>
-std::string translated(const char* key, LookUp lookUp) {
-    const auto [domain, locale] = translations();
-    if (locale == nullptr) {
-        return key;
+/// What the first catalog that has a text for these arguments of `TranslationCatalog::find` has, else the key.
+template <typename... Count>
+std::string translated(const char* key, Count... count) {
+    for (const TranslationCatalog& catalog : catalogs()) {
+        if (const auto text = catalog.find(key, count...)) {
+            return std::string(*text);
+        }
     }
-    const locale_t before = uselocale(locale);
-    std::string text = lookUp(domain);
-    uselocale(before);
-    return text;
+    return key;
 }
 
 bool isUntranslatedLocale(std::string_view tag) {
@@ -48,47 +41,52 @@ std::string languageTag(std::string_view locale) {
     return tag;
 }
 
-/// The languages that stand before English, whose wordings are the keys themselves, as LANGUAGE has them: "de_AT:fr".
-std::string languagesBeforeEnglish() {
-    std::string list;
-    for (const std::string& language : preferredLanguages(languageSettingsOfEnvironment())) {
+/// The folders of the languages that stand before English, whose wordings are the keys themselves: "de_AT", "de".
+std::vector<std::string> catalogFolders() {
+    std::vector<std::string> folders;
+    for (std::string language : preferredLanguages(languageSettingsOfEnvironment())) {
         if (language == "en" || language.starts_with("en-")) {
             break;
         }
-        list.append(list.empty() ? "" : ":").append(language);
+        std::replace(language.begin(), language.end(), '-', '_');
+        while (!language.empty()) {
+            if (std::find(folders.begin(), folders.end(), language) == folders.end()) {
+                folders.push_back(language);
+            }
+            language.resize(language.find('_') == std::string::npos ? 0 : language.rfind('_'));
+        }
     }
-    std::replace(list.begin(), list.end(), '-', '_');
-    return list;
+    return folders;
 }
 
 } // namespace
 
 void startLocalization(const char* domain) {
-    const std::string languages = languagesBeforeEnglish();
-    const std::string shared = languages.empty() ? "" : sharedFolder();
-    // gettext heeds LANGUAGE in every locale but "C". This one exists on every machine, and
-    // it is used for the lookups alone, so that messages of the C library stay English.
-    const locale_t locale = shared.empty() ? nullptr : newlocale(LC_MESSAGES_MASK, "C.UTF-8", nullptr);
-    if (locale == nullptr || setenv("LANGUAGE", languages.c_str(), 1) != 0) {
+    const std::vector<std::string> folders = catalogFolders();
+    const std::string shared = folders.empty() ? "" : sharedFolder();
+    if (shared.empty()) {
         return;
     }
-    bindtextdomain(domain, (shared + "/locale").c_str());
-    bind_textdomain_codeset(domain, "UTF-8");
-    translations() = {.domain = domain, .locale = locale};
+    for (const std::string& folder : folders) {
+        std::string path = shared;
+        path.append("/locale/").append(folder).append("/LC_MESSAGES/").append(domain).append(".mo");
+        auto file = DiskFileSystem::shared().read(path);
+        if (auto catalog = file ? TranslationCatalog::parse(*std::move(file)) : std::nullopt) {
+            catalogs().push_back(*std::move(catalog));
+        }
+    }
 }
 
 std::string localized(const char* key) {
     // A catalog keeps what is said of itself under the empty key.
-    return *key != '\0' ? translated(key, [key](const char* domain) { return dcgettext(domain, key, LC_MESSAGES); })
-                        : key;
+    return *key != '\0' ? translated(key) : key;
 }
 
 std::string localizedCount(const char* key, std::int64_t count) {
     constexpr std::string_view placeholder = "%lld";
     const auto bits = static_cast<unsigned long>(count);
     const unsigned long magnitude = count < 0 ? 0 - bits : bits;
-    std::string text = translated(
-        key, [key, magnitude](const char* domain) { return dcngettext(domain, key, key, magnitude, LC_MESSAGES); });
+    std::string text = translated(key, magnitude);
     if (const std::size_t at = text.find(placeholder); at != std::string::npos) {
         text.replace(at, placeholder.size(), std::to_string(count));
     }

@@ -1,6 +1,6 @@
 // Texts in the user's language.
 //
-// gettext looks texts up by their English wording in message catalogs, the files
+// Texts are looked up by their English wording in message catalogs, the files
 // locale/LANGUAGE/LC_MESSAGES/DOMAIN.mo in `sharedFolder`. The languages are those of `preferredLanguages`; they need
 // not be generated on the machine, only translated. A text without a translation, or a user without a translated
 // language, gets the English wording.
@@ -13,9 +13,8 @@
 
 namespace platform {
 
-/// Chooses the catalogs of `domain`, which must live on, for the languages of this process's environment that stand
-/// before English: for "de-AT" those of "de_AT" and of "de". Sets LANGUAGE to these. Call at most once, at start,
-/// before other threads.
+/// Reads the catalogs of `domain` for the languages of this process's environment that stand before English: for
+/// "de-AT" those of "de_AT" and of "de". Skips a broken catalog. Call at most once, at start, before other threads.
 void startLocalization(const char* domain);
 
 /// The text for `key`, an English wording.
