@@ -10,6 +10,7 @@
 #include "Platform/Foundation/Clock.h"
 
 #include <fmt/format.h>
+#include <future>
 
 namespace host {
 namespace {
@@ -49,19 +50,27 @@ class GalleryPainter {
                 return failure;
             }
         }
-        return std::nullopt;
+        return written();
     }
 
   private:
+    /// Waits for the picture that is being written.
+    std::optional<Failure> written() { return writing_.valid() ? writing_.get() : std::nullopt; }
+
     std::optional<Failure> paint(const Entry& entry, const RequestedPicture& picture) {
         const WidgetLayout layout = layOut(entry.view, familySize(picture.family), direction_, renderer_);
         for (const ColorScheme scheme : request_.schemes) {
             const Appearance appearance{.scheme = scheme, .contrast = request_.contrast};
-            const std::string png = pngFile(renderer_.pixels(layout, appearance, scale));
-            const std::string name = galleryPictureName(picture.kind, picture.family, scheme);
-            if (auto failure = writeOutput(png, request_.folder / name)) {
+            PixelBuffer pixels = renderer_.pixels(layout, appearance, scale);
+            if (auto failure = written()) {
                 return failure;
             }
+            // Encoding takes longer than drawing, so it is done beside that of the next picture.
+            writing_ = std::async(std::launch::async,
+                                  [pixels = std::move(pixels),
+                                   file = request_.folder / galleryPictureName(picture.kind, picture.family, scheme)] {
+                                      return writeOutput(pngFile(pixels), file);
+                                  });
         }
         return std::nullopt;
     }
@@ -69,6 +78,7 @@ class GalleryPainter {
     const GalleryRequest& request_;
     const Direction direction_ = userDirection();
     Renderer renderer_;
+    std::future<std::optional<Failure>> writing_;
 };
 
 } // namespace
