@@ -18,8 +18,8 @@ namespace host {
 
 enum class NewProcesses { allowed, refused };
 
-/// Makes the program for this machine's architecture; empty on failure.
-std::vector<sock_filter> systemCallFilter(NetworkAccess network, NewProcesses processes);
+/// Returns the program for this machine's architecture, made at the first call; empty on failure. Called on one thread.
+const std::vector<sock_filter>& systemCallFilter(NetworkAccess network, NewProcesses processes);
 
 /// Whether the kernel supports such programs.
 bool canFilterSystemCalls();
