@@ -43,6 +43,11 @@ struct Release {
     void operator()(scmp_filter_ctx filter) const { seccomp_release(filter); }
 };
 
+/// A comparison of the call's argument number `index`. libseccomp's macros for these are C.
+scmp_arg_cmp argument(unsigned index, scmp_compare comparison, std::uint64_t a, std::uint64_t b = 0) {
+    return {.arg = index, .op = comparison, .datum_a = a, .datum_b = b};
+}
+
 /// A filter that allows all calls but the refused ones.
 class Filter {
   public:
@@ -69,7 +74,7 @@ class Filter {
 
   private:
     static scmp_filter_ctx make() {
-        const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
+        scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
         seccomp_attr_set(filter, SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_ERRNO(ENOSYS));
         // A search tree, since the kernel runs the program for each of its hundreds of calls when it is installed.
         seccomp_attr_set(filter, SCMP_FLTATR_CTL_OPTIMIZE, 2);
@@ -88,15 +93,15 @@ void refuseSockets(Filter& filter, NetworkAccess network) {
     // "Greater" also covers the upper half of the argument, which the kernel ignores.
     for (int family = 0; family <= AF_NETLINK; ++family) {
         if (!isAllowed(family)) {
-            filter.refuse(EACCES, SCMP_SYS(socket), {SCMP_A0(SCMP_CMP_EQ, static_cast<unsigned>(family))});
+            filter.refuse(EACCES, SCMP_SYS(socket), {argument(0, SCMP_CMP_EQ, static_cast<unsigned>(family))});
         }
     }
-    filter.refuse(EACCES, SCMP_SYS(socket), {SCMP_A0(SCMP_CMP_GT, AF_NETLINK)});
+    filter.refuse(EACCES, SCMP_SYS(socket), {argument(0, SCMP_CMP_GT, AF_NETLINK)});
     constexpr unsigned typeMask = 0xf;
     for (unsigned type = 0; type <= typeMask; ++type) {
         if (type != SOCK_DGRAM) {
             filter.refuse(EACCES, SCMP_SYS(socket),
-                          {SCMP_A0(SCMP_CMP_EQ, AF_UNIX), SCMP_A1(SCMP_CMP_MASKED_EQ, typeMask, type)});
+                          {argument(0, SCMP_CMP_EQ, AF_UNIX), argument(1, SCMP_CMP_MASKED_EQ, typeMask, type)});
         }
     }
     filter.refuse(EACCES, SCMP_SYS(bind));
@@ -104,14 +109,14 @@ void refuseSockets(Filter& filter, NetworkAccess network) {
 }
 
 void refuseProcesses(Filter& filter, NewProcesses processes) {
-    for (const std::uint64_t made :
-         {CLONE_NEWNS, CLONE_NEWCGROUP, CLONE_NEWUTS, CLONE_NEWIPC, CLONE_NEWUSER, CLONE_NEWPID, CLONE_NEWNET}) {
-        filter.refuse(EPERM, SCMP_SYS(clone), {SCMP_A0(SCMP_CMP_MASKED_EQ, made, made)});
+    for (const auto made : std::to_array<unsigned>(
+             {CLONE_NEWNS, CLONE_NEWCGROUP, CLONE_NEWUTS, CLONE_NEWIPC, CLONE_NEWUSER, CLONE_NEWPID, CLONE_NEWNET})) {
+        filter.refuse(EPERM, SCMP_SYS(clone), {argument(0, SCMP_CMP_MASKED_EQ, made, made)});
     }
     // Its flags are in memory, which a filter cannot read. The C library then uses clone.
     filter.refuse(ENOSYS, SCMP_SYS(clone3));
     if (processes == NewProcesses::refused) {
-        filter.refuse(EAGAIN, SCMP_SYS(clone), {SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0)});
+        filter.refuse(EAGAIN, SCMP_SYS(clone), {argument(0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0)});
 #ifdef SYS_fork
         filter.refuse(EAGAIN, SCMP_SYS(fork));
         filter.refuse(EAGAIN, SCMP_SYS(vfork));
