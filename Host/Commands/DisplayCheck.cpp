@@ -45,6 +45,9 @@ struct Close {
 
 Findings checkX11(const std::string& name) {
     gdk_set_allowed_backends("x11");
+    // GDK would start OpenGL at once. It reads the variable with its arguments.
+    g_setenv("GDK_GL", "disable", TRUE);
+    gdk_parse_args(nullptr, nullptr);
     const std::unique_ptr<GdkDisplay, Close> display(gdk_display_open(name.c_str()));
     if (!display) {
         return {Finding::problem("compositor", fmt::format("X11, {}: cannot be reached", name),
