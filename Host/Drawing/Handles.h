@@ -21,9 +21,6 @@ using SurfaceHandle = std::unique_ptr<cairo_surface_t, Releaser<cairo_surface_de
 using FontOptionsHandle = std::unique_ptr<cairo_font_options_t, Releaser<cairo_font_options_destroy>>;
 using FontDescriptionHandle = std::unique_ptr<PangoFontDescription, Releaser<pango_font_description_free>>;
 
-/// Also frees its item and glyphs.
-using GlyphItemHandle = std::unique_ptr<PangoGlyphItem, Releaser<pango_glyph_item_free>>;
-
 /// For any GObject.
 template <class Object>
 using ObjectHandle = std::unique_ptr<Object, Releaser<g_object_unref>>;
