@@ -138,10 +138,10 @@ def wait_until(is_so, what, seconds=20):
 
 
 def is_running(process):
-    """One that has died is there until whoever has adopted it has noticed."""
+    """False for a zombie too: a killed process remains until its parent reaps it."""
     try:
         return Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
-    except FileNotFoundError:
+    except (FileNotFoundError, ProcessLookupError):  # The latter if it is reaped between open and read.
         return False
 
 
