@@ -93,21 +93,5 @@ TEST(Palette, TextsAreReadableOnEveryWallpaper) {
     EXPECT_LT(onto(Palette({.scheme = ColorScheme::dark}).tile(), white).red, 0.16);
 }
 
-TEST(Palette, TintedWidgetsHaveOneColor) {
-    const Rgba accent{0.2, 0.4, 0.6};
-    const Palette tinted({.mode = DrawingMode::tinted, .accent = accent});
-    for (const Color color : colors) {
-        EXPECT_EQ(tinted.shape(color, Group::accent), accent);
-        const Rgba gray = tinted.shape(color, Group::plain);
-        EXPECT_NEAR(gray.red, gray.green, 1e-9);
-        EXPECT_NEAR(gray.red, gray.blue, 1e-9);
-        EXPECT_NEAR(gray.red, grayOf(Palette({}).shape(color, Group::plain)), 1e-9);
-    }
-    EXPECT_EQ(tinted.foreground(Color::white, Group::accent), (Rgba{1, 1, 1, 1}));
-    // In the other modes the accent means nothing.
-    EXPECT_EQ(Palette({.accent = accent}).shape(Color::red, Group::accent),
-              Palette({}).shape(Color::red, Group::plain));
-}
-
 } // namespace
 } // namespace host

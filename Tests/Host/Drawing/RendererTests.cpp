@@ -1,8 +1,9 @@
-#include "Host/Drawing/RenderedTile.h"
+// What the reference pictures do not show: single pixels, clipping, badges, vector files.
+#include "Host/Drawing/Badges.h"
+#include "Host/Drawing/UserDirection.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Views/Divider.h"
 #include "Platform/Views/Shape.h"
-#include "Platform/Views/Spacer.h"
 #include "Platform/Views/Stack.h"
 #include "Platform/Views/Symbol.h"
 #include "Platform/Views/Text.h"
@@ -10,8 +11,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <regex>
+#include <tuple>
 
 namespace host {
 namespace {
@@ -20,11 +24,8 @@ using namespace platform; // NOLINT(google-build-using-namespace): views read li
 
 class RendererTest : public testing::Test {
   protected:
-    Picture picture(const WidgetLayout& layout, double scale = 2, const Appearance& appearance = {}) {
-        return decoded(renderer.pixels(layout, appearance, scale));
-    }
-    Picture picture(LayoutItem item, double scale = 2, const Appearance& appearance = {}) {
-        return picture(WidgetLayout{{170, 170}, {std::move(item)}, {}}, scale, appearance);
+    Picture picture(std::vector<LayoutItem> items, double scale = 2, const Appearance& appearance = {}) {
+        return decoded(renderer.pixels({{170, 170}, std::move(items), {}}, appearance, scale));
     }
     LayoutItem textAt(Point origin, std::string_view words, Font font = callout) {
         MeasuredText measured = renderer.texts().measure({.text = words, .font = font});
@@ -32,149 +33,122 @@ class RendererTest : public testing::Test {
         const Rect frame{origin.x, origin.y, measured.lines.front().width, height};
         return {.content = TextItem{std::move(measured), height}, .frame = frame, .font = font};
     }
+
+    struct Box {
+        int left = 1'000'000;
+        int top = 1'000'000;
+        int right = 0;
+        int bottom = 0;
+    };
+    /// Returns what surrounds the item's ink, in pixels; `right` and `bottom` lie outside.
+    Box inkOf(const LayoutItem& item, double scale) {
+        const Picture empty = picture({}, scale);
+        const Picture drawn = picture({item}, scale);
+        Box box;
+        for (int y = 0; y < drawn.height; ++y) {
+            for (int x = 0; x < drawn.width; ++x) {
+                if (difference(drawn.at(x, y), empty.at(x, y)) > 3) {
+                    box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+                           std::max(box.bottom, y + 1)};
+                }
+            }
+        }
+        return box;
+    }
+
     Renderer renderer;
 };
 
-struct Box {
-    int left = 1'000'000;
-    int top = 1'000'000;
-    int right = 0;
-    int bottom = 0;
-};
-
-/// Around what differs from the empty tile, in pixels; `right` and `bottom` lie outside.
-Box changed(const Picture& picture, const Picture& empty) {
-    Box box;
-    for (int y = 0; y < picture.height; ++y) {
-        for (int x = 0; x < picture.width; ++x) {
-            if (difference(picture.at(x, y), empty.at(x, y)) > 3) {
-                box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
-                       std::max(box.bottom, y + 1)};
-            }
-        }
-    }
-    return box;
-}
-
 TEST_F(RendererTest, WhatSticksOutIsClippedAtTheRoundEdge) {
-    const Picture plain = picture(WidgetLayout{{170, 170}, {}, {}});
-    const Picture covered = picture({.content = CapsuleItem{Color::red}, .frame = {-500, -500, 1200, 1200}});
+    const Picture plain = picture({});
+    // What is drawn afterwards is not clipped.
+    const Picture covered = picture({{.content = CapsuleItem{Color::red}, .frame = {-500, -500, 1200, 1200}},
+                                     {.content = CircleItem{Color::blue}, .frame = {80, 80, 10, 10}}});
     for (int y = 0; y < plain.height; ++y) {
         for (int x = 0; x < plain.width; ++x) {
             ASSERT_EQ(covered.at(x, y)[3] == 0, plain.at(x, y)[3] == 0) << x << ' ' << y;
         }
     }
-    // What is drawn after it is not clipped with it.
-    const Picture two = picture(WidgetLayout{{170, 170},
-                                             {{.content = CircleItem{Color::red}, .frame = {-5, -5, 10, 10}},
-                                              {.content = CircleItem{Color::blue}, .frame = {80, 80, 10, 10}}},
-                                             {}});
-    EXPECT_EQ(two.at(170, 170), (Pixel{0, 0x7A, 0xFF, 255}));
-    EXPECT_EQ(two.at(1, 1)[3], 0);
+    EXPECT_EQ(covered.at(170, 170), (Pixel{0, 0x7A, 0xFF, 255}));
 }
 
-TEST_F(RendererTest, LinesAreWholePixelsWhereverTheyStand) {
+TEST_F(RendererTest, EverythingStandsOnWholePixels) {
     for (const auto& [scale, thickness] : {std::pair{1.0, 1}, {1.25, 1}, {1.5, 1}, {2.0, 2}, {3.0, 3}}) {
-        const Picture empty = picture(WidgetLayout{{170, 170}, {}, {}}, scale);
+        const Box letters = inkOf(textAt({20, 50}, "Hamburgefonstiv"), scale);
+        // The margins of letters are no ink.
+        EXPECT_NEAR((letters.right - letters.left) / scale, textAt({}, "Hamburgefonstiv").frame.width, 2.4) << scale;
         for (const double y : {50.0, 50.3, 50.5, 50.9}) {
-            const Box line = changed(picture({.content = DividerItem{}, .frame = {30, y, 100, 1}}, scale), empty);
+            const Box line = inkOf({.content = DividerItem{}, .frame = {30, y, 100, 1}}, scale);
             EXPECT_EQ(line.bottom - line.top, thickness) << scale << " at " << y;
             EXPECT_EQ(line.top, std::floor(y * scale + 0.5));
-            const Box dot =
-                changed(picture({.content = CircleItem{Color::red}, .frame = {y, 60.4, 6, 6}}, scale), empty);
+            const Box dot = inkOf({.content = CircleItem{Color::red}, .frame = {y, 60.4, 6, 6}}, scale);
             EXPECT_EQ(dot.right - dot.left, dot.bottom - dot.top) << scale << " at " << y;
+            const Box moved = inkOf(textAt({20, y}, "Hamburgefonstiv"), scale);
+            EXPECT_EQ(moved.bottom - moved.top, letters.bottom - letters.top) << scale << " at " << y;
         }
     }
 }
 
-TEST_F(RendererTest, TextsAreAsWideAsMeasuredAndStandOnWholePixelsAtEveryScale) {
-    for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
-        const Picture empty = picture(WidgetLayout{{170, 170}, {}, {}}, scale);
-        for (const char* words : {"Hamburgefonstiv", "HHHHHHHHHHHHH", "illiillii"}) {
-            const LayoutItem item = textAt({20, 40}, words);
-            const Box ink = changed(picture(item, scale), empty);
-            // A letter's own margins are no ink.
-            EXPECT_NEAR((ink.right - ink.left) / scale, item.frame.width, 2.4) << words << " at " << scale;
-            EXPECT_NEAR(ink.left / scale, 20.6, 1.3) << words;
-            for (const double y : {40.2, 40.5, 40.8}) {
-                const Box moved = changed(picture(textAt({20, y}, words), scale), empty);
-                EXPECT_EQ(moved.bottom - moved.top, ink.bottom - ink.top) << words << " at " << y;
-            }
-        }
+TEST_F(RendererTest, ColoredGlyphsKeepTheirColorsUnlessTinted) {
+    const auto colored = [&](double scale, DrawingMode mode) {
+        const Picture drawn = picture({textAt({40, 40}, "🍎🍏", largeTitle)}, scale, {.mode = mode});
+        return std::count_if(drawn.pixels.begin(), drawn.pixels.end(),
+                             [](const Pixel& pixel) { return pixel[3] > 200 && std::abs(pixel[0] - pixel[2]) > 60; });
+    };
+    if (colored(1, DrawingMode::fullColor) == 0) {
+        GTEST_SKIP() << "this machine has no font with coloured glyphs";
     }
-}
-
-TEST_F(RendererTest, ColoredGlyphsKeepTheirColorsAtEveryScale) {
     for (const double scale : {1.0, 2.0}) {
-        for (const bool isTinted : {false, true}) {
-            const Picture drawn = picture(textAt({40, 40}, "🍎🍏", largeTitle), scale,
-                                          {.mode = isTinted ? DrawingMode::tinted : DrawingMode::fullColor});
-            int colored = 0;
-            for (const Pixel& pixel : drawn.pixels) {
-                colored += pixel[3] > 200 && std::abs(pixel[0] - pixel[2]) > 60 ? 1 : 0;
-            }
-            if (colored == 0 && !isTinted) {
-                GTEST_SKIP() << "this machine has no font with coloured glyphs";
-            }
-            EXPECT_EQ(colored > 50, !isTinted) << colored << " at " << scale;
-        }
+        EXPECT_GT(colored(scale, DrawingMode::fullColor), 50);
+        EXPECT_LE(colored(scale, DrawingMode::tinted), 50);
     }
 }
 
 TEST_F(RendererTest, PlaceholdersTellNothing) {
-    const auto redacted = [&](LayoutItem item) {
-        return picture(std::move(item), 2, {.redaction = Redaction::placeholder});
-    };
     LayoutItem one = textAt({30, 40}, "one");
     LayoutItem two = textAt({30, 40}, "two");
     std::get<TextItem>(two.content).text.lines.front().width = one.frame.width;
     two.frame = one.frame;
-    EXPECT_NE(picture(one), picture(two));
-    EXPECT_EQ(redacted(one), redacted(two));
     const auto symbolNamed = [](const char* name) {
         return LayoutItem{.content = SymbolItem{name}, .frame = {30, 40, 20, 20}};
     };
-    EXPECT_EQ(redacted(symbolNamed("globe")), redacted(symbolNamed("folder")));
-    EXPECT_NE(picture(symbolNamed("globe")), picture(symbolNamed("folder")));
+    const Appearance placeholder{.redaction = Redaction::placeholder};
+    for (const auto& [a, b] : {std::pair{one, two}, std::pair{symbolNamed("globe"), symbolNamed("folder")}}) {
+        EXPECT_NE(picture({a}), picture({b}));
+        EXPECT_EQ(picture({a}, 2, placeholder), picture({b}, 2, placeholder));
+    }
     const View row = text("Inbox").link("x:inbox");
-    EXPECT_TRUE(
-        renderTile(row, {170, 50}, {.appearance = {.redaction = Redaction::placeholder}}, renderer).items.empty());
+    EXPECT_TRUE(renderTile(row, {170, 50}, {.appearance = placeholder}, renderer).items.empty());
     EXPECT_EQ(renderTile(row, {170, 50}, {}, renderer).items.size(), 1U);
 }
 
 TEST_F(RendererTest, RefusesPicturesOfNoOrAbsurdSize) {
     for (const double scale : {0.0, -1.0, std::nan(""), 1e9}) {
-        EXPECT_FALSE(renderer.pixels({{170, 170}, {}, {}}, {}, scale).surface);
         EXPECT_EQ(renderTile(text("Inbox"), {170, 50}, {.scale = scale}, renderer).picture.width, 0);
     }
     EXPECT_FALSE(renderer.pixels({{0, 10}, {}, {}}, {}, 1).surface);
     EXPECT_EQ(renderer.pixels({{9, 7}, {}, {}}, {}, 1).width, 9);
 }
 
-/// Without the numbers that cairo gives to images, which count those of the process.
-std::string unnumbered(const std::string& svg) {
-    return std::regex_replace(svg, std::regex("source-[0-9]+"), "source");
-}
-
 TEST_F(RendererTest, VectorFilesAreStableAndShowWhatThePixelsShow) {
     const View view = vStack({}, {text("Pending Review").font(headline), symbol("globe").font(largeTitle), divider(),
                                   circle(Color::red).frame({.width = 24, .height = 24})});
     const WidgetLayout layout = layOut(view, {170, 170}, renderer.texts(), renderer.images());
+    // cairo numbers images by the process.
+    const auto unnumbered = [](const std::string& svg) {
+        return std::regex_replace(svg, std::regex("source-[0-9]+"), "source");
+    };
     Renderer other;
     const std::string svg = renderer.svg(layout, {});
-    const std::string pdf = renderer.pdf(layout, {});
-    EXPECT_EQ(renderer.svg(layout, {}), svg);
     EXPECT_EQ(unnumbered(other.svg(layout, {})), unnumbered(svg));
-    EXPECT_EQ(other.pdf(layout, {}), pdf);
-    EXPECT_NE(renderer.svg(layout, {.scheme = ColorScheme::dark}), svg);
-    EXPECT_NE(svg.find(R"(viewBox="0 0 170 170")"), std::string::npos);
-    EXPECT_TRUE(pdf.starts_with("%PDF-"));
+    EXPECT_EQ(other.pdf(layout, {}), renderer.pdf(layout, {}));
+    EXPECT_TRUE(renderer.pdf(layout, {}).starts_with("%PDF-"));
 
     const Picture vector = decoded(svg);
     if (vector.pixels.empty()) {
         GTEST_SKIP() << "this machine has no loader for SVG";
     }
-    const Picture pixels = picture(layout, 1);
+    const Picture pixels = picture(layout.items, 1);
     ASSERT_EQ(std::pair(vector.width, vector.height), std::pair(pixels.width, pixels.height));
     double sum = 0;
     for (std::size_t i = 0; i < pixels.pixels.size(); ++i) {
@@ -182,10 +156,73 @@ TEST_F(RendererTest, VectorFilesAreStableAndShowWhatThePixelsShow) {
     }
     // Letters and symbols are fitted to pixels only in one of them.
     EXPECT_LT(sum / static_cast<double>(pixels.pixels.size()), 3.5);
-    const Rect& dot = layout.items.back().frame;
-    EXPECT_LE(
-        difference(vector.at(static_cast<int>(dot.x + 12), static_cast<int>(dot.y + 12)), {0xFF, 0x3B, 0x30, 255}), 2);
     EXPECT_EQ(vector.at(1, 1)[3], 0);
+}
+
+TEST_F(RendererTest, BadgesLetNothingShineThrough) {
+    for (const TileStyle& style : std::vector<TileStyle>{{.scale = 1},
+                                                         {.appearance = {.scheme = ColorScheme::dark}, .scale = 1.25},
+                                                         {.appearance = {.contrast = Contrast::high}, .scale = 2},
+                                                         {.appearance = {.redaction = Redaction::placeholder}}}) {
+        RenderedTile plain = renderTile(text(""), familySize("medium"), style, renderer);
+        RenderedTile busy = renderTile(circle(Color::red).frame({.width = 2000, .height = 2000}), familySize("medium"),
+                                       style, renderer);
+        const Rect frame = drawBadge(plain, asOfBadge("as of 10:42"), Corner::bottomTrailing, style, renderer);
+        EXPECT_EQ(drawBadge(busy, asOfBadge("as of 10:42"), Corner::bottomTrailing, style, renderer), frame);
+        const Picture plainPicture = decoded(plain.picture);
+        const Picture busyPicture = decoded(busy.picture);
+        ASSERT_NE(plainPicture, busyPicture);
+        // A capsule's middle, without its round ends.
+        const auto pixel = [&](double points) { return static_cast<int>(points * style.scale); };
+        const double end = frame.height * 0.3;
+        for (int y = pixel(frame.y + end); y < pixel(frame.bottom() - end); ++y) {
+            for (int x = pixel(frame.x + end); x < pixel(frame.right() - end); ++x) {
+                ASSERT_EQ(plainPicture.at(x, y), busyPicture.at(x, y));
+                ASSERT_EQ(plainPicture.at(x, y)[3], 255);
+            }
+        }
+    }
+}
+
+TEST_F(RendererTest, BadgesAndMessagesStayOnTheTile) {
+    std::string words;
+    for (int i = 0; i < 100; ++i) {
+        words += "נכון לשעה ";
+    }
+    for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
+        const TileStyle style{.scale = 2, .direction = direction};
+        RenderedTile tile = renderTile(text(""), familySize("medium"), style, renderer);
+        const Rect frame = drawBadge(tile, asOfBadge(words), Corner::bottomTrailing, style, renderer);
+        EXPECT_GE(frame.x, badgeInset);
+        EXPECT_LE(frame.right(), familySize("medium").width - badgeInset);
+        EXPECT_GT(frame.width, 300);
+    }
+    RenderedTile tiny = renderTile(text(""), {12, 12}, {}, renderer);
+    for (RenderedTile none; RenderedTile * tile : {&none, &tiny}) {
+        EXPECT_EQ(drawBadge(*tile, failureMark(), Corner::topTrailing, {}, renderer), Rect());
+    }
+    const Size small = familySize("small");
+    const View message = messageView("Nothing opens this link",
+                                     {"Install the application that it belongs to.", "The next attempt is at 10:42."},
+                                     MessageButton{"Undo", "x:undo"});
+    const auto items = renderTile(message, small, {}, renderer).items;
+    ASSERT_EQ(items.size(), 4U);
+    EXPECT_GE(items[0].frame.y, contentMargin - 1e-6);
+    EXPECT_LE(items[3].frame.bottom(), small.height - contentMargin + 1e-6);
+}
+
+TEST(UserDirection, IsThatOfTheFirstLanguage) {
+    const std::tuple<const char*, const char*, bool> rows[]{
+        {"ar_EG.UTF-8", "", true},   {"ckb_IQ", "", true},   {"pa_PK", "", true}, {"pa_IN", "", false},
+        {"de_DE.UTF-8", "fa", true}, {"he_IL", "de", false}, {"C", "ar", false},  {"", "", false},
+    };
+    for (const auto& [lang, language, isRightToLeft] : rows) {
+        setenv("LC_ALL", lang, 1);
+        setenv("LANGUAGE", language, 1);
+        EXPECT_EQ(userDirection() == Direction::rightToLeft, isRightToLeft) << lang << ' ' << language;
+    }
+    unsetenv("LC_ALL");
+    unsetenv("LANGUAGE");
 }
 
 } // namespace
