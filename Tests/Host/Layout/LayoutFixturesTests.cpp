@@ -3,7 +3,13 @@
 //
 //     widget 364x170      a widget of this size; positions are from its corner
 //     proposal 100x15     what is proposed to the view; positions are from the proposed room's corner
+//     mirrored 170x80     a widget that is read from right to left
+//     frames 84x67        a widget's frames as JSON
+//     items 364x170       a widget's accessible items: role, name | description -> URL
+#include "Host/Layout/AccessibleItems.h"
+#include "Host/Layout/FramesJson.h"
 #include "Host/Layout/Measures.h"
+#include "Host/Layout/Mirroring.h"
 #include "Platform/Views/ViewReader.h"
 #include "Tests/Host/Layout/FakeMeasurers.h"
 #include "Tests/Host/Layout/LayoutDump.h"
@@ -18,6 +24,17 @@
 namespace host {
 namespace {
 
+std::string dumpOfItems(const WidgetLayout& layout) {
+    std::string lines;
+    for (const AccessibleItem& item : accessibleItems(layout)) {
+        constexpr std::array<const char*, 3> roles{"heading ", "text ", "link "};
+        lines += roles.at(static_cast<std::size_t>(item.role)) + item.name;
+        lines += item.description.empty() ? "" : " | " + item.description;
+        lines += (item.url.empty() ? "" : " -> " + item.url) + "\n";
+    }
+    return lines;
+}
+
 std::string laidOut(const std::string& json, std::string_view what, Size size) {
     simdjson::dom::parser parser;
     const simdjson::padded_string padded(json);
@@ -27,11 +44,19 @@ std::string laidOut(const std::string& json, std::string_view what, Size size) {
     }
     FakeTexts texts;
     FakeImages images;
-    if (what == "proposal") {
-        const Size widget{size.width + 2 * contentMargin, size.height + 2 * contentMargin};
-        return dump(layOut(*view, widget, texts, images), {contentMargin, contentMargin});
+    const bool isProposal = what == "proposal";
+    const double margins = isProposal ? 2 * contentMargin : 0;
+    WidgetLayout layout = layOut(*view, {size.width + margins, size.height + margins}, texts, images);
+    if (what == "frames") {
+        return framesJson(layout) + "\n";
     }
-    return dump(layOut(*view, size, texts, images));
+    if (what == "items") {
+        return dumpOfItems(layout);
+    }
+    if (what == "mirrored") {
+        mirror(layout);
+    }
+    return dump(layout, isProposal ? Point{contentMargin, contentMargin} : Point());
 }
 
 class LayoutFixtures : public testing::TestWithParam<const char*> {};
@@ -65,7 +90,7 @@ TEST_P(LayoutFixtures, AreLaidOutAsWrittenDown) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rules, LayoutFixtures,
-                         testing::Values("sharing", "texts", "alignments", "wrappers", "dividers"));
+                         testing::Values("sharing", "texts", "alignments", "wrappers", "dividers", "items"));
 INSTANTIATE_TEST_SUITE_P(Widgets, LayoutFixtures,
                          testing::Values("small", "medium", "mediumFewRows", "large", "extraLarge", "article",
                                          "emptyState"));

@@ -1,4 +1,5 @@
 // Properties of any tree: random ones from fixed seeds, and hostile ones.
+#include "Host/Layout/AccessibleItems.h"
 #include "Platform/Views/Node.h"
 #include "Tests/Host/Layout/FakeMeasurers.h"
 #include "Tests/Host/Layout/LayoutDump.h"
@@ -103,15 +104,18 @@ View dressed(const View& view) {
     return View(std::move(node)).accentable().link("x:dress");
 }
 
-TEST(LayoutOfAnyTree, IsFiniteAndTheSameEachTime) {
+TEST(LayoutOfAnyTree, IsFiniteTheSameEachTimeAndNotChangedByLinksAndAccents) {
     for (unsigned seed = 0; seed < 800; ++seed) {
         const View view = Trees(seed, Wildness::wild).tree(6);
         for (const Size size : {Size{170, 170}, {364, 170}, {30, 20}, {1, 1}}) {
             const WidgetLayout layout = laidOut(view, size);
-            for (const LayoutItem& item : layout.items) {
-                ASSERT_TRUE(isSane(item.frame)) << "seed " << seed << "\n" << dump(layout);
-            }
             ASSERT_EQ(dump(layout), dump(laidOut(view, size))) << "seed " << seed;
+            const WidgetLayout other = laidOut(dressed(view), size);
+            ASSERT_EQ(layout.items.size(), other.items.size()) << "seed " << seed;
+            for (std::size_t i = 0; i < layout.items.size(); ++i) {
+                ASSERT_TRUE(isSane(layout.items[i].frame)) << "seed " << seed << "\n" << dump(layout);
+                ASSERT_EQ(layout.items[i].frame, other.items[i].frame) << "seed " << seed;
+            }
         }
     }
 }
@@ -125,18 +129,6 @@ TEST(LayoutOfAnyTree, HoldsChildrenInTheirParents) {
         }
         for (const LayoutLink& link : layout.links) {
             ASSERT_TRUE(!link.outer || contains(layout.links.at(*link.outer).frame, link.frame)) << "seed " << seed;
-        }
-    }
-}
-
-TEST(LayoutOfAnyTree, IsNotChangedByLinksAndAccents) {
-    for (unsigned seed = 0; seed < 800; ++seed) {
-        const View view = Trees(seed, Wildness::wild).tree(6);
-        const WidgetLayout plain = laidOut(view, {364, 170});
-        const WidgetLayout other = laidOut(dressed(view), {364, 170});
-        ASSERT_EQ(plain.items.size(), other.items.size()) << "seed " << seed;
-        for (std::size_t i = 0; i < plain.items.size(); ++i) {
-            ASSERT_EQ(plain.items[i].frame, other.items[i].frame) << "seed " << seed;
         }
     }
 }
@@ -183,6 +175,19 @@ TEST(LayoutOfHostileTrees, EndsWhereTheyNestTooDeep) {
         view = vStack({}, {view, spacer()});
     }
     EXPECT_EQ(dump(laidOut(view, {170, 170})), "");
+}
+
+TEST(LayoutOfHostileTrees, CutsLongNamesBetweenCharacters) {
+    std::string umlauts = "x";
+    for (std::size_t i = 0; i < maxItemText; ++i) {
+        umlauts += "ü";
+    }
+    const View view = vStack({}, {text(umlauts), text(umlauts), text(umlauts)}).link("x:" + umlauts);
+    const auto items = accessibleItems(laidOut(view, {170, 170}));
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].name, umlauts.substr(0, maxItemText - 1));
+    EXPECT_EQ(items[0].description, umlauts.substr(0, maxItemText - 1));
+    EXPECT_EQ(items[0].url, "x:" + umlauts);
 }
 
 } // namespace

@@ -7,12 +7,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fcntl.h>
-#include <functional>
 #include <poll.h>
-#include <sys/stat.h>
 #include <thread>
-#include <utime.h>
 
 namespace host {
 namespace {
@@ -25,16 +23,11 @@ using ::testing::ElementsAre;
 class FileWatcherTest : public ::testing::Test {
   public:
     FileWatcherTest() {
-        makeLibrary();
+        fs::create_directories(library);
         write("old");
     }
 
-    void makeLibrary() const { fs::create_directories(library); }
     void write(const std::string& text) const { std::ofstream(file) << text; }
-    void makeLibraryAndWrite() const {
-        makeLibrary();
-        write("new");
-    }
 
     static FileWatcher::Time now() { return std::chrono::steady_clock::now(); }
 
@@ -65,110 +58,60 @@ class FileWatcherTest : public ::testing::Test {
     platform::TemporaryFolder folder;
     fs::path home = folder.path("home");
     fs::path library = home / "Library" / "Support" / "App";
-    fs::path file = library / "Favorites.plist";
-    fs::path outside = folder.path("outside");
+    fs::path file = library / "file";
     std::vector<std::string> changed;
     FileWatcher watcher{home, settleTime};
 };
 
 TEST_F(FileWatcherTest, NoticesEveryWayToChangeAFile) {
     using enum Change;
+    // Commands of the shell for (L)ibrary, (H)ome, a (F)ile in the library and a folder (O)utside.
     struct Row {
         const char* name;
-        std::function<void()> prepare;
-        std::function<void()> change;
+        std::string prepare;
+        std::string change;
         Change expected = atOnce;
     };
-    const auto nothing = [] {};
-    const fs::path fresh = library / "fresh";
-    const auto replace = [&] {
-        std::ofstream(fresh) << "new";
-        fs::rename(fresh, file);
-    };
-    const auto writeOutside = [&](const char* name) {
-        fs::create_directories(outside);
-        std::ofstream(outside / name) << "new";
-    };
-    const auto link = [&] {
-        writeOutside("target");
-        fs::remove(file);
-        fs::create_symlink(outside / "target", file);
-    };
-    const auto linkFolder = [&] {
-        writeOutside("Favorites.plist");
-        fs::remove_all(library);
-        fs::create_symlink("../../../outside", library);
-    };
+    const std::string link = "mkdir $O; echo > $O/target; ln -sf $O/target $F";
     const Row rows[]{
-        {"written in place", nothing, [&] { write("new"); }},
-        {"replaced by a rename", nothing, replace},
-        {"touched", nothing, [&] { utime(file.c_str(), nullptr); }},
-        {"made readable", [&] { chmod(file.c_str(), 0); }, [&] { chmod(file.c_str(), 0600); }},
-        {"removed", nothing, [&] { fs::remove(file); }, atDeadline},
-        {"made anew", [&] { fs::remove(file); }, [&] { write("new"); }},
-        {"moved away", nothing, [&] { fs::rename(file, fresh); }, atDeadline},
-        {"its folder removed", nothing, [&] { fs::remove_all(library); }, atDeadline},
-        {"its folder appears", [&] { fs::remove_all(library); }, [&] { makeLibrary(); }, atDeadline},
-        {"its folders appear with it", [&] { fs::remove_all(home / "Library"); }, [&] { makeLibraryAndWrite(); },
-         atDeadline},
-        {"all folders appear with it", [&] { fs::remove_all(home); }, [&] { makeLibraryAndWrite(); }, atDeadline},
-        {"its folder replaced", nothing,
-         [&] {
-             fs::rename(library, home / "aside");
-             fs::create_directories(home / "other");
-             std::ofstream(home / "other" / "Favorites.plist") << "new";
-             fs::rename(home / "other", library);
-         }},
-        {"a folder above replaced", nothing,
-         [&] {
-             fs::rename(home / "Library", home / "aside");
-             fs::copy(home / "aside", home / "other", fs::copy_options::recursive);
-             fs::rename(home / "other", home / "Library");
-         }},
-        {"the target of a link written", link, [&] { writeOutside("target"); }},
-        {"the target of a link replaced", link,
-         [&] {
-             writeOutside("fresh");
-             fs::rename(outside / "fresh", outside / "target");
-         }},
-        {"a link replaced", link,
-         [&] {
-             writeOutside("another");
-             fs::create_symlink(outside / "another", fresh);
-             fs::rename(fresh, file);
-         }},
-        {"written in a folder behind a link", linkFolder, [&] { writeOutside("Favorites.plist"); }},
-        {"written by another hard link",
-         [&] {
-             fs::create_directories(outside);
-             fs::create_hard_link(file, outside / "hard");
-         },
-         [&] { std::ofstream(outside / "hard") << "new"; }},
-        {"its folder mode changed", nothing,
-         [&] {
-             chmod(library.c_str(), 0755);
-             chmod(library.c_str(), 0700);
-         }},
-        {"another file written", nothing, [&] { std::ofstream(fresh) << "new"; }, none},
-        {"read", nothing, [&] { std::ifstream(file).get(); }, none},
+        {"written in place", "", "echo new > $F"},
+        {"replaced by a rename", "", "echo new > $L/fresh; mv $L/fresh $F"},
+        {"touched", "", "touch $F"},
+        {"made readable", "chmod 0 $F", "chmod 600 $F"},
+        {"removed", "", "rm $F", atDeadline},
+        {"made anew", "rm $F", "echo new > $F"},
+        {"moved away", "", "mv $F $L/fresh", atDeadline},
+        {"its folder removed", "", "rm -r $L", atDeadline},
+        {"its folder appears", "rm -r $L", "mkdir $L", atDeadline},
+        {"its folders appear with it", "rm -r $H/Library", "mkdir -p $L; echo new > $F", atDeadline},
+        {"all folders appear with it", "rm -r $H", "mkdir -p $L; echo new > $F", atDeadline},
+        {"its folder replaced", "", "mv $L $H/aside; mkdir $H/other; echo new > $H/other/file; mv $H/other $L"},
+        {"a folder above replaced", "", "mv $H/Library $H/aside; cp -r $H/aside $H/other; mv $H/other $H/Library"},
+        {"the target of a link written", link, "echo new > $O/target"},
+        {"the target of a link replaced", link, "echo new > $O/fresh; mv $O/fresh $O/target"},
+        {"a link replaced", link, "echo new > $O/another; ln -s $O/another $L/fresh; mv $L/fresh $F"},
+        {"written in a folder behind a link", "mkdir $O; echo > $O/file; rm -r $L; ln -s ../../../outside $L",
+         "echo new > $O/file"},
+        {"written by another hard link", "mkdir $O; ln $F $O/hard", "echo new > $O/hard"},
+        {"its folder mode changed", "", "chmod 755 $L; chmod 700 $L"},
+        {"another file written", "", "echo new > $L/fresh", none},
+        {"read", "", "cat $F > /dev/null", none},
     };
+    setenv("H", home.c_str(), 1);
+    setenv("L", library.c_str(), 1);
+    setenv("F", file.c_str(), 1);
+    setenv("O", folder.path("outside").c_str(), 1);
+    const auto run = [](const std::string& commands) { ASSERT_EQ(std::system(("set -e; " + commands).c_str()), 0); };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        for (const fs::path& place : {home, outside}) {
-            fs::remove_all(place);
-        }
-        makeLibrary();
-        write("old");
-        row.prepare();
+        run("rm -rf $H $O; mkdir -p $L; echo old > $F;" + row.prepare);
         watcher.follow({file});
         passOverChanges();
-        row.change();
+        run(row.change);
         EXPECT_EQ(nextChange(), row.expected);
         EXPECT_EQ(nextChange(), none) << "it counts once";
-        // The next change is noticed, too.
-        makeLibrary();
-        replace();
-        EXPECT_NE(nextChange(), none);
+        run("mkdir -p $L; echo new > $L/fresh; mv $L/fresh $F");
+        EXPECT_NE(nextChange(), none) << "the next change";
         watcher.follow({});
         EXPECT_EQ(watcher.watchCount(), 0U);
     }
@@ -211,7 +154,7 @@ TEST_F(FileWatcherTest, ReportsChangesBeforeAFileIsFollowed) {
 }
 
 TEST_F(FileWatcherTest, ReportsAllFilesWhenTheKernelLosesEvents) {
-    const fs::path other = library / "Other.plist";
+    const fs::path other = library / "other";
     watcher.follow({file, other});
     std::size_t limit = 0;
     std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> limit;

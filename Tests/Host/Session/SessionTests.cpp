@@ -4,6 +4,7 @@
 #include "Host/Session/Explanation.h"
 #include "Host/Session/Session.h"
 #include "Platform/Views/Node.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -33,7 +34,7 @@ std::string textOf(const Tile* tile) {
     return text == nullptr ? "" : text->text;
 }
 
-/// A session on the fake extension, its loop, and its updates.
+/// A session on the fake extension, its loop, and its updates. An extension named "hasty" has little time to respond.
 class SessionTest : public ::testing::Test, public SessionObserver {
   public:
     void tileUpdated(const Tile& tile, TileUpdate update) override {
@@ -48,10 +49,10 @@ class SessionTest : public ::testing::Test, public SessionObserver {
         return {.id = id, .extension = extension, .kind = kind, .family = "small", .configuration = {{"text", text}}};
     }
 
-    /// Runs the main loop until `isDone`, at most for ten seconds.
+    /// Runs the main loop until `isDone`, at most for a minute.
     template <class IsDone>
     bool runUntil(IsDone isDone) {
-        const auto end = std::chrono::steady_clock::now() + 10s;
+        const auto end = std::chrono::steady_clock::now() + 60s;
         iterate();
         while (!isDone()) {
             if (std::chrono::steady_clock::now() > end) {
@@ -62,7 +63,7 @@ class SessionTest : public ::testing::Test, public SessionObserver {
         }
         return true;
     }
-    /// Does what is to be done now.
+    /// Dispatches what is ready now.
     void iterate() {
         for (bool isMore = true; isMore;) {
             const auto start = std::chrono::steady_clock::now();
@@ -97,12 +98,8 @@ class SessionTest : public ::testing::Test, public SessionObserver {
         return last ? last->message : "";
     }
 
-    std::filesystem::path home = [] {
-        std::string name = (std::filesystem::temp_directory_path() / "session-XXXXXX").string();
-        return std::filesystem::path(mkdtemp(name.data()));
-    }();
-    void TearDown() override { std::filesystem::remove_all(home); }
-
+    const platform::TemporaryFolder folder;
+    const std::filesystem::path home = folder.path("home");
     std::vector<InstanceId> changed;
     std::vector<InstanceId> reloaded;
     int starts = 0;
@@ -119,8 +116,9 @@ class SessionTest : public ::testing::Test, public SessionObserver {
          .startExtension =
              [this](const Manifest& manifest) {
                  ++starts;
+                 const auto response = manifest.identifier == "hasty" ? 300ms : 60s;
                  return ExtensionClient::start(manifest, home, Confined::yes,
-                                               {.response = 1s, .idle = 300ms, .shutdown = 200ms});
+                                               {.response = response, .idle = 300ms, .shutdown = 200ms});
              },
          .clock = platform::SystemClock::shared(),
          .observer = *this,
@@ -192,39 +190,49 @@ TEST_F(SessionTest, KeepsEntriesWhateverTheExtensionDoes) {
     struct Row {
         const char* kind;
         const char* reason;
+        const char* extension = "fake";
         TileFailure::Cause cause = TileFailure::Cause::stopped;
     };
     constexpr auto invalid = TileFailure::Cause::invalidResponse;
     const Row rows[]{
         {"Die", "exited with 3: last words"},
-        {"Stop", "was silent for 1 seconds"},
+        {"Stop", "was silent for 0.3 seconds", "hasty"},
+        {"Silent", "was silent for 0.3 seconds", "hasty"},
         {"Close", "closed its output"},
-        {"Silent", "was silent for 1 seconds"},
         {"Nonsense", "sent something other than a message"},
         {"Flood", "too many unrequested messages"},
         {"Long", "more than 8388608 bytes"},
         {"Complain", "was killed by signal 13: complaint"},
-        {"Deep", "is invalid", invalid},
-        {"NoReload", "without a reload date", invalid},
-        {"Refuse", "no such choice", invalid},
+        {"Deep", "is invalid", "fake", invalid},
+        {"NoReload", "without a reload date", "fake", invalid},
+        {"Refuse", "no such choice", "fake", invalid},
     };
-    for (const Row& row : rows) {
+    const auto failAs = [&](const Row& row) {
         session.setTiles({tile(1, "Good", "kept"), tile(2, "Good", "other", "another")});
         ASSERT_TRUE(runUntilSettled());
-        session.setTiles({tile(1, row.kind), tile(2, "Good", "other", "another")});
-        ASSERT_TRUE(runUntil([&] { return !failure(1).empty(); })) << row.kind;
-        EXPECT_THAT(failure(1), HasSubstr(row.reason)) << row.kind;
-        EXPECT_EQ(session.tile(1)->history().lastFailure->cause, row.cause) << row.kind;
-        EXPECT_THAT(textOf(session.tile(1)), StartsWith("kept")) << row.kind;
-        EXPECT_EQ(session.tile(1)->schedule().failures(), 1) << row.kind;
+        session.setTiles({tile(1, row.kind, "", row.extension), tile(2, "Good", "other", "another")});
+        ASSERT_TRUE(runUntil([&] { return !failure(1).empty(); }));
+        EXPECT_THAT(failure(1), HasSubstr(row.reason));
+        EXPECT_EQ(session.tile(1)->history().lastFailure->cause, row.cause);
+        EXPECT_THAT(textOf(session.tile(1)), StartsWith("kept"));
+        EXPECT_EQ(session.tile(1)->schedule().failures(), 1);
         const double wait = session.tile(1)->schedule().due().secondsSinceReferenceDate -
                             session.tile(1)->history().lastFailure->date.secondsSinceReferenceDate;
-        EXPECT_NEAR(wait, 5.5, 0.51) << row.kind;
-        EXPECT_EQ(failure(2), "") << row.kind;
+        EXPECT_NEAR(wait, 5.5, 0.51);
+        EXPECT_EQ(failure(2), "");
         session.setTiles({});
-        ASSERT_TRUE(runUntilAlone()) << row.kind << " is left";
-        // A desktop would stand still meanwhile.
-        EXPECT_LT(std::exchange(longestStep, {}), 400ms) << row.kind;
+        ASSERT_TRUE(runUntilAlone()) << "it is left";
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.kind);
+        // A desktop stands still during a step. On a busy machine one may be slow by accident.
+        auto longest = std::chrono::steady_clock::duration::max();
+        for (int attempt = 0; attempt < 5 && longest > 400ms; ++attempt) {
+            longestStep = {};
+            failAs(row);
+            longest = std::min(longest, longestStep);
+        }
+        EXPECT_LT(longest, 400ms);
     }
 }
 
@@ -234,7 +242,7 @@ TEST_F(SessionTest, RepeatsRequestsWhenAReadableFolderIsReplaced) {
     }
     reads = {"Library"};
     const auto library = home / "Library";
-    std::filesystem::create_directory(library);
+    std::filesystem::create_directories(library);
     auto replaceLibrary = [&, count = 0]() mutable {
         std::filesystem::rename(library, home / std::to_string(++count));
         std::filesystem::create_directory(library);
@@ -267,11 +275,10 @@ TEST_F(SessionTest, SaysWhyNoExtensionStarts) {
 }
 
 TEST_F(SessionTest, IgnoresOutdatedResponses) {
-    session.setTiles({tile(1, "Silent", "old")});
+    session.setTiles({tile(1, "Later")});
     iterate();
     session.setTiles({tile(1, "Good", "new")});
     ASSERT_TRUE(runUntilSettled());
-    EXPECT_THAT(textOf(session.tile(1)), StartsWith("new"));
     ASSERT_TRUE(runUntilAlone());
     EXPECT_EQ(failure(1), "");
     EXPECT_THAT(textOf(session.tile(1)), StartsWith("new"));
@@ -279,35 +286,33 @@ TEST_F(SessionTest, IgnoresOutdatedResponses) {
 
 TEST_F(SessionTest, SendsRequestsAndReturnsEachResponse) {
     std::vector<std::string> answers;
-    const auto ask = [&](const std::string& kind, const std::string& extension = "fake") {
-        session.request(extension, "timeline", R"({"kind":")" + kind + R"(","configuration":{"text":"asked"}})",
+    const auto send = [&](const std::string& kind, const std::string& extension = "fake") {
+        session.request(extension, "timeline", R"({"kind":")" + kind + R"(","configuration":{}})",
                         [&](const auto& result) { answers.push_back(result ? "answered" : result.error().message); });
     };
     session.setTiles({tile(1, "Good", "one")});
-    for (const char* kind : {"Good", "Refuse"}) {
-        ask(kind);
-    }
-    ask("Good", "gone");
+    send("Good");
+    send("Refuse");
+    send("Good", "gone");
     ASSERT_TRUE(runUntil([&] { return answers.size() == 3; }));
-    EXPECT_THAT(answers, ::testing::UnorderedElementsAre("answered", HasSubstr("no"), HasSubstr("\"gone\"")));
+    EXPECT_THAT(answers, ::testing::UnorderedElementsAre("answered", "no such choice", HasSubstr("\"gone\"")));
     ASSERT_TRUE(runUntilSettled());
     EXPECT_THAT(textOf(session.tile(1)), StartsWith("one by")) << "requests do not touch tiles";
-    // The extension dies before it responds.
-    ask("Die");
+    send("Die");
     ASSERT_TRUE(runUntil([&] { return answers.size() == 4; }));
-    EXPECT_NE(answers.back(), "answered");
+    EXPECT_THAT(answers.back(), HasSubstr("exited"));
 }
 
 TEST_F(SessionTest, RequestsAllTilesInAnotherRenderingMode) {
     session.setTiles({tile(1, "Good"), tile(2, "Same")});
     ASSERT_TRUE(runUntilSettled());
-    reloaded.clear();
-    session.setRenderingMode(Arrangement::fullColor);
-    ASSERT_TRUE(runUntilSettled());
-    EXPECT_THAT(reloaded, IsEmpty());
-    session.setRenderingMode("tinted");
-    ASSERT_TRUE(runUntilSettled());
-    EXPECT_THAT(reloaded, ElementsAre(1, 2));
+    for (const auto& [mode, expected] :
+         {std::pair{"fullColor", std::vector<InstanceId>{}}, {"tinted", std::vector<InstanceId>{1, 2}}}) {
+        reloaded.clear();
+        session.setRenderingMode(mode);
+        ASSERT_TRUE(runUntilSettled());
+        EXPECT_EQ(reloaded, expected);
+    }
 }
 
 /// A session with a tile of a file in the home.
@@ -315,7 +320,7 @@ class FollowingTest : public SessionTest {
   public:
     FollowingTest() {
         reads = {"Library"};
-        std::filesystem::create_directory(home / "Library");
+        std::filesystem::create_directories(home / "Library");
         write("first");
     }
     void write(const std::string& text) const { std::ofstream(file) << text; }
@@ -356,25 +361,24 @@ TEST_F(FollowingTest, NoticesAChangeDuringTheFirstRequest) {
 TEST_F(FollowingTest, NeverShowsAFileThatIsBeingWritten) {
     session.setTiles({tile(1, "SlowFile", "Library/file")});
     ASSERT_TRUE(runUntilShown("first"));
-    std::vector<std::string> shown;
+    std::set<std::string> shown;
+    const auto shows = [&](const std::string& text) {
+        shown.insert(textOf(session.tile(1)));
+        return textOf(session.tile(1)) == text;
+    };
     // Read while it is empty, and answered before, while and after it is whole.
     for (const auto pause : {0ms, 60ms, 150ms, 450ms}) {
+        const std::string whole = std::to_string(pause.count());
         {
             std::ofstream writer(file, std::ios::trunc);
             session.reload(1);
             const auto end = std::chrono::steady_clock::now() + pause;
-            runUntil([&] {
-                shown.push_back(textOf(session.tile(1)));
-                return std::chrono::steady_clock::now() >= end;
-            });
-            writer << pause.count();
+            runUntil([&] { return shows(whole) || std::chrono::steady_clock::now() >= end; });
+            writer << whole;
         }
-        ASSERT_TRUE(runUntil([&] {
-            shown.push_back(textOf(session.tile(1)));
-            return shown.back() == std::to_string(pause.count());
-        })) << pause.count();
+        ASSERT_TRUE(runUntil([&] { return shows(whole); })) << whole;
     }
-    EXPECT_THAT(shown, ::testing::Not(::testing::Contains(std::string())));
+    EXPECT_FALSE(shown.contains(""));
 }
 
 TEST_F(FollowingTest, RequestsFourTimesASecondAndShowsTheLast) {
@@ -382,15 +386,14 @@ TEST_F(FollowingTest, RequestsFourTimesASecondAndShowsTheLast) {
     ASSERT_TRUE(runUntilShown("first"));
     reloaded.clear();
     int saves = 0;
-    const auto end = std::chrono::steady_clock::now() + 1s;
+    const auto start = std::chrono::steady_clock::now();
     ASSERT_TRUE(runUntil([&] {
         saves % 2 == 0 ? replace(std::to_string(saves)) : write(std::to_string(saves));
-        ++saves;
-        return std::chrono::steady_clock::now() >= end;
+        return ++saves >= 20 && std::chrono::steady_clock::now() >= start + 1s;
     }));
     EXPECT_TRUE(runUntilShown(std::to_string(saves - 1)));
-    EXPECT_LE(reloaded.size(), 6U) << "one at once, four a second, and the last";
-    EXPECT_GE(saves, 20);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    EXPECT_LE(static_cast<double>(reloaded.size()), 1 + taken.count() * 4) << "one at once, and four a second";
 }
 
 TEST_F(FollowingTest, RequestsTilesOfFilesAfterTheMachineSlept) {
