@@ -11,13 +11,12 @@ import unittest
 from pathlib import Path
 
 from https_server import Authority, HttpsServer, body
-from support import EXTENSION, HOST, NO_WEB, OK, HostTest, host, is_running, texts, wait_until
+from support import HOST, IDENTIFIER, SANITIZED, HostTest, is_running, response, texts, user_database, wait_until
 
 PROBE = Path(__file__).with_name("confinement_probe.py")
-SANITIZED = bool(os.environ.get("SANITIZED"))
 IS_ROOT = os.getuid() == 0
 # Any number that is nobody's.
-SOMEBODY = 61_234
+OTHER_USER = 61_234
 
 
 def landlock_version():
@@ -28,9 +27,14 @@ def landlock_version():
 LANDLOCK = landlock_version()
 HIDDEN = "the programs lie where nobody else may look"
 IS_HIDDEN = any(not folder.stat().st_mode & 0o001 for folder in HOST.parents)
-# A machine without the one has no names of its own either.
+# A machine without this file has no names of its own either.
 HOSTS = Path("/etc/hosts")
 needs_landlock = unittest.skipIf(LANDLOCK == 0, "this kernel has no Landlock, which alone guards files")
+
+
+def call(function, *arguments):
+    """The expression of a call."""
+    return f"{function}({', '.join(repr(str(each) if isinstance(each, Path) else each) for each in arguments)})"
 
 
 def can_have_user_namespace(user):
@@ -42,48 +46,51 @@ def can_have_user_namespace(user):
     return os.waitpid(process, 0)[1] == 0
 
 
-class Anybody(HostTest):
-    """The probe as the user who runs the tests."""
-
+class ConfinementTest(HostTest):
+    """A test of the host as another user, if there is one."""
     user = None
+
+    def as_user(self):
+        if not self.user:
+            return {}
+        os.chmod(self.home.parent, 0o755)
+        for path in (self.home.parent, *self.home.parent.rglob("*")):
+            os.chown(path, self.user, self.user, follow_symlinks=False)
+        return {"user": self.user, "group": self.user, "extra_groups": []}
+
+
+class Anybody(ConfinementTest):
+    """The probe as the user who runs the tests."""
 
     def setUp(self):
         super().setUp()
-        self.container = self.home / ".local" / "share" / "widgethost" / "containers" / "probe"
+        self.container = self.containers / "probe"
         self.container.mkdir(parents=True)
         (self.home / ".ssh").mkdir()
         (self.home / ".ssh" / "id_ed25519").write_text("secret")
         self.write([])
         self.inherited = self.enterContext(tempfile.TemporaryFile())
-        self.probe = self.home / "probe"
-        shutil.copy(sys.executable, self.probe)
+        program = self.home / "probe"
+        shutil.copy(sys.executable, program)
         modules = self.container / ".local" / "lib" / f"python3.{sys.version_info.minor}" / "site-packages"
         modules.mkdir(parents=True)
         shutil.copy(PROBE, modules / "usercustomize.py")
-        self.manifest = {"identifier": "probe", "executable": str(self.probe), "reads": ["Library/Application Support/FOLIOvault"]}
+        self.extension = self.home / "probe.json"
+        self.manifest = {"identifier": "probe", "executable": str(program), "reads": ["Library/Application Support/FOLIOvault"]}
+        self.is_without_processes = (self.user or os.getuid()) == 0 or not can_have_user_namespace(self.user)
 
-    def ask(self, *orders, confined=True, **manifest):
-        """What became of each order."""
-        (self.home / "probe.json").write_text(json.dumps({**self.manifest, **manifest}))
-        (self.container / "orders").write_text("".join(f"{order}\n" for order in orders))
-        more = {}
-        if self.user:
-            for path in (self.home.parent, *self.home.parent.rglob("*")):
-                os.chown(path, self.user, self.user, follow_symlinks=False)
-            more = {"user": self.user, "group": self.user, "extra_groups": []}
-        flags = () if confined else ("--unconfined",)
-        variables = {"PATH": os.environ["PATH"], **NO_WEB}
+    def ask(self, *expressions, confined=True, **manifest):
+        """What became of each expression."""
+        self.extension.write_text(json.dumps({**self.manifest, **manifest}))
+        (self.container / "expressions").write_text("".join(f"{each}\n" for each in expressions))
         # A descriptor that the host has inherited is not passed on.
-        done = host("--extension", self.home / "probe.json", "--home", self.home, *flags, "describe", "--json", env=variables,
-                    pass_fds=[self.inherited.fileno()], **more)
-        self.assertEqual((done.returncode, done.stderr), (OK, b""))
-        return json.loads(done.stdout)["findings"]
+        described = self.succeed(*(() if confined else ("--unconfined",)), "describe", "--json", pass_fds=[self.inherited.fileno()], **self.as_user())
+        return json.loads(described)["findings"]
 
     def check(self, rows, **manifest):
-        """Rows of an order, what confinement makes of it, and what becomes of it without."""
-        orders = [row[0] for row in rows]
+        """Rows of an expression, its result with confinement, and its result without."""
         for confined in (True, False):
-            for row, found in zip(rows, self.ask(*orders, confined=confined, **manifest), strict=True):
+            for row, found in zip(rows, self.ask(*(row[0] for row in rows), confined=confined, **manifest), strict=True):
                 with self.subTest(row[0], confined=confined):
                     self.assertEqual(found, row[1] if confined else row[2])
 
@@ -92,67 +99,62 @@ class Anybody(HostTest):
         library, elsewhere, container, secret = self.library, self.home.parent, self.container, self.home / ".ssh" / "id_ed25519"
         (elsewhere / "note").write_text("x")
         (library / "link").symlink_to(secret)
-        no_program = "EAGAIN" if self.is_without_processes() else "EACCES"
-        refused = [f"read {secret}", f"read {library}/link", f"list {self.home}/.ssh", f"list {self.home}", f"read {self.home}/probe.json", "list /etc",
-                   "list /usr/share/fonts", "list /etc/ssl/certs", f"write {library}/Favorites.plist", f"write {library}/new",
-                   f"makeFolder {library}/folder", f"write {elsewhere}/note", f"write {elsewhere}/new", f"rename {elsewhere}/note",
-                   f"remove {library}/Favorites.plist", f"makePipe {container}/pipe", *([f"truncate {secret}"] if LANDLOCK >= 3 else [])]
-        allowed = [f"read {library}/Favorites.plist", f"list {library}", "read /etc/passwd", "list /usr/share/zoneinfo", "write /dev/null",
-                   f"write {container}/file", f"rename {container}/file", f"truncate {container}/file2", f"remove {container}/file2"]
-        self.check([*((order, "yes", "yes") for order in allowed), ("read /proc/1/cmdline", "yes" if SANITIZED else "EACCES", "yes"),
-                    *((order, "EACCES", "yes") for order in refused), (f"run {shutil.which('true')}", no_program, "yes"),
-                    (f"dropAndRun {container}/program", no_program, "yes")])
+        lists = lambda path: call("os.listdir", path) + " and None"
+        favourites, file = library / "Favorites.plist", container / "file"
+        refused = [*(call("open", path) for path in (secret, library / "link", self.extension)),
+                   *map(lists, (secret.parent, self.home, "/etc", "/usr/share/fonts", "/etc/ssl/certs")),
+                   *(call("open", path, "a") for path in (favourites, library / "new", elsewhere / "note", elsewhere / "new")),
+                   call("os.mkdir", library / "folder"), call("os.rename", elsewhere / "note", elsewhere / "note2"), call("os.unlink", favourites),
+                   call("os.mkfifo", container / "pipe"), *([call("os.truncate", secret, 0)] if LANDLOCK >= 3 else [])]
+        allowed = [call("open", favourites), lists(library), call("open", "/etc/passwd"), lists("/usr/share/zoneinfo"), call("open", "/dev/null", "a"),
+                   call("open", file, "a"), call("os.truncate", file, 0), call("os.rename", file, container / "file2"), call("os.unlink", container / "file2")]
+        no_program = "EAGAIN" if self.is_without_processes else "EACCES"
+        self.check([*((each, "yes", "yes") for each in allowed), (call("open", "/proc/1/cmdline"), "yes" if SANITIZED else "EACCES", "yes"),
+                    *((each, "EACCES", "yes") for each in refused), (call("run", shutil.which("true")), no_program, "yes"),
+                    (call("write_and_run", container / "program"), no_program, "yes")])
         # A folder that is not there is no fault.
-        self.check([(f"read {self.home}/Absent/file", "ENOENT", "ENOENT")], reads=["Absent"])
-
-    @needs_landlock
-    def test_what_connecting_takes(self):
-        hosts = [("read /etc/hosts", "yes", "yes")] if HOSTS.exists() else []
-        self.check([("list /etc/ssl/certs", "yes", "yes"), *hosts, ("list /etc/ssl", "EACCES", "yes")], network=True)
+        self.check([(call("open", self.home / "Absent" / "file"), "ENOENT", "ENOENT")], reads=["Absent"])
+        hosts = [(call("open", HOSTS), "yes", "yes")] if HOSTS.exists() else []
+        self.check([(lists("/etc/ssl/certs"), "yes", "yes"), *hosts, (lists("/etc/ssl"), "EACCES", "yes")], network=True)
 
     def test_a_script_may_use_commands(self):
         """As many as processes are allowed."""
-        answer = '{"jsonrpc": "2.0", "id": 1, "result": {"identifier": "probe", "widgets": [], "findings": ["yes"]}}'
-        (self.container / "answer").write_text(answer + "\n")
-        script = self.home / "script"
-        command = 'exec cat "$HOME/answer"' if self.is_without_processes() else 'cat "$HOME/answer" | sed p | head -n 1'
-        script.write_text(f"#!/usr/bin/env sh\n{command}\n")
-        script.chmod(0o755)
+        (self.container / "answer").write_text(response(identifier="probe", widgets=[], findings=["yes"]) + "\n")
+        script = self.script('exec cat "$HOME/answer"' if self.is_without_processes else 'cat "$HOME/answer" | sed p | head -n 1')
         self.assertEqual(self.ask(executable=str(script)), ["yes"])
 
-    def test_network(self):
-        with socket.create_server(("127.0.0.1", 0)) as server:
-            port = server.getsockname()[1]
-            rows = [(f"connect {port}", "EACCES", "yes"), ("send 9", "EACCES", "yes"), ("bind 0", "EACCES", "yes"), ("listen", "EACCES", "yes")]
-            self.check(rows)
-            allowed = [(f"connect {port}", "yes", "yes"), ("send 9", "yes", "yes"), *rows[2:]]
-            if not SANITIZED and HOSTS.exists():  # the wrapper would look names up in a way that sanitizers do not bear
-                allowed.append(("resolve localhost", "yes", "yes"))
-            self.check(allowed, network=True)
-
-    def test_local_sockets(self):
-        """The system's log takes datagrams; what obeys orders, such as the session's bus, takes streams."""
+    def test_sockets(self):
+        """Of local ones, the system's log takes datagrams; what obeys orders, such as the session's bus, takes streams."""
+        tcp, udp = "socket(AF_INET, SOCK_STREAM)", "socket(AF_INET, SOCK_DGRAM)"
         log, bus = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM), socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        with tempfile.TemporaryDirectory() as folder, log, bus:
+        with socket.create_server(("127.0.0.1", 0)) as server, tempfile.TemporaryDirectory() as folder, log, bus:
             os.chmod(folder, 0o755)
             for name, each in (("log", log), ("bus", bus)):
                 each.bind(f"{folder}/{name}")
                 os.chmod(f"{folder}/{name}", 0o666)
             bus.listen()
-            for network in (False, True):
-                self.check([(f"datagram {folder}/log", "yes", "yes"), (f"stream {folder}/bus", "EACCES", "yes")], network=network)
+            out = [call(tcp + ".connect", server.getsockname()), call(udp + ".connect", ("127.0.0.1", 9))]
+            if not SANITIZED and HOSTS.exists():  # the wrapper would look names up in a way that sanitizers do not bear
+                out.append('getaddrinfo("localhost", 80) and None')
+            always = [(call(tcp + ".bind", ("127.0.0.1", 0)), "EACCES", "yes"), (tcp + ".listen(1)", "EACCES", "yes"),
+                      (call("socket(AF_UNIX, SOCK_DGRAM).connect", f"{folder}/log"), "yes", "yes"),
+                      (call("socket(AF_UNIX, SOCK_STREAM).connect", f"{folder}/bus"), "EACCES", "yes")]
+            self.check([*((each, "EACCES", "yes") for each in out[:2]), *always])
+            self.check([*((each, "yes", "yes") for each in out), *always], network=True)
 
     def test_limits(self):
         user = str(self.user or os.getuid())
-        rows = [("descriptors 300", "256", "300"), ("noNewPrivileges", "1", "0"), ("openFiles", "3", "3"), ("ownSession", "1", "1"),
-                ("threads 64", "64", "64"), ("user", user, user)]
+        rows = [("duplicate(300)", "256", "300"), ("LIBRARY.prctl(GET_NO_NEW_PRIVILEGES, 0, 0, 0, 0)", "1", "0"),
+                ("sum(map(is_open, range(1024)))", "3", "3"), ("os.getsid(0) == os.getpid()", "1", "1"), ("start_threads(64)", "64", "64"),
+                ("os.getuid()", user, user)]
         if not SANITIZED:
-            rows += [("allocate 900", "yes", "yes"), ("allocate 1100", "ENOMEM", "yes"), ("share 1100", "yes", "yes"), ("share 8200", "ENOMEM", "yes")]
+            rows += [("allocate(900, PRIVATE)", "yes", "yes"), ("allocate(1100, PRIVATE)", "ENOMEM", "yes"), ("allocate(1100, SHARED)", "yes", "yes"),
+                     ("allocate(8200, SHARED)", "ENOMEM", "yes")]
         self.check(rows)
-        self.assertEqual(self.ask("coreSize", "newNamespace"), ["0", "EPERM"])
-        self.assertEqual(self.ask("fork 100", confined=False), ["100"])
-        count = int(self.ask("fork 100")[0])
-        self.assertEqual(count, 0) if self.is_without_processes() else self.assertTrue(80 < count < 97, count)
+        self.assertEqual(self.ask("resource.getrlimit(resource.RLIMIT_CORE)[0]", "unshare()"), ["0", "EPERM"])
+        self.assertEqual(self.ask("fork(100)", confined=False), ["100"])
+        count = int(self.ask("fork(100)")[0])
+        self.assertEqual(count, 0) if self.is_without_processes else self.assertTrue(80 < count < 97, count)
 
     @unittest.skipIf(LANDLOCK < 6, "this kernel's Landlock does not guard other processes")
     def test_signals(self):
@@ -162,41 +164,25 @@ class Anybody(HostTest):
                 os.setuid(self.user)
             os.execlp("sleep", "sleep", "100")
         try:
-            self.check([(f"signal {process}", "EPERM", "yes")])
+            self.check([(call("os.kill", process, 0), "EPERM", "yes")])
         finally:
             os.kill(process, 9)
             os.waitpid(process, 0)
 
     def test_nothing_is_left_behind(self):
-        script = self.home / "script"
-        script.write_text("""#!/bin/sh
-            sleep 1000 &
-            echo $! > "$HOME/pid"
-            echo '{"jsonrpc": "2.0", "id": 1, "result": {"identifier": "probe", "widgets": [], "findings": []}}'
-            """)
-        script.chmod(0o755)
+        answer = response(identifier="probe", widgets=[], findings=[])
+        script = self.script(f"""sleep 1000 & echo $! > "$HOME/pid"; echo '{answer}'\n""")
         for confined in (True, False):
-            if confined and self.is_without_processes():
-                continue
-            self.ask(confined=confined, executable=str(script))
-            wait_until(lambda: not is_running((self.container / "pid").read_text().strip()), "the end of its child")
-
-    def is_without_processes(self):
-        user = self.user or os.getuid()
-        return user == 0 or not can_have_user_namespace(self.user)
+            if not confined or not self.is_without_processes:
+                self.ask(confined=confined, executable=str(script))
+                wait_until(lambda: not is_running((self.container / "pid").read_text().strip()), "the end of its child")
 
 
-@unittest.skipUnless(IS_ROOT, "only root can be somebody else")
-class Somebody(Anybody):
+@unittest.skipUnless(IS_ROOT, "only root can be another user")
+@unittest.skipIf(IS_HIDDEN, HIDDEN)
+class Unprivileged(Anybody):
     """The same as a user without any rights, whose processes the kernel counts."""
-
-    user = SOMEBODY
-
-    def setUp(self):
-        super().setUp()
-        os.chmod(self.home.parent, 0o755)
-        if IS_HIDDEN:
-            self.skipTest(HIDDEN)
+    user = OTHER_USER
 
 
 class RealExtension(HostTest):
@@ -207,34 +193,26 @@ class RealExtension(HostTest):
             <description>About it</description><pubDate>Tue, 20 Mar 2025 09:30:00 +0100</pubDate></item></channel></rss>"""
         with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
             server.pages["/2/apps/supportmaterials.xml.php?product=FOLIOvault&edition=Pro&version=4&lang=en"] = body(page)
-            variables = {"PATH": os.environ["PATH"], "LANG": "C", "https_proxy": server.proxy, "SSL_CERT_FILE": str(server.authority.file)}
-            done = host("--extension", EXTENSION, "--home", self.home, "render", "TipsWidget", "--format", "tree", env=variables)
-        self.assertEqual((done.returncode, done.stderr), (OK, b""))
-        self.assertIn("A tip", texts(json.loads(done.stdout)))
-        cache = self.home / ".local" / "share" / "widgethost" / "containers" / "net.foliovault.widgets" / "Caches" / "tips_cache.json"
-        self.assertIn("A tip", cache.read_text())
+            shown = self.succeed("render", "TipsWidget", "--format", "tree",
+                                 variables={"https_proxy": server.proxy, "SSL_CERT_FILE": str(server.authority.file)})
+        self.assertIn("A tip", texts(json.loads(shown)))
+        self.assertIn("A tip", (self.containers / IDENTIFIER / "Caches" / "tips_cache.json").read_text())
 
     def test_speaks_the_users_language(self):
-        variables = {"PATH": os.environ["PATH"], "LANG": "de_DE.UTF-8", "TZ": "Asia/Tokyo", **NO_WEB}
-        done = host("--extension", EXTENSION, "--home", self.home, "describe", env=variables)
-        self.assertIn("Favoriten", done.stdout.decode())
+        self.assertIn("Favoriten", self.succeed("describe", variables={"LANG": "de_DE.UTF-8", "TZ": "Asia/Tokyo"}))
 
 
-@unittest.skipUnless(IS_ROOT, "only root can be somebody else")
+@unittest.skipUnless(IS_ROOT, "only root can be another user")
 @unittest.skipIf(IS_HIDDEN, HIDDEN)
-class UserOfADirectoryService(HostTest):
-    """Whom no file names; the wrapper plays the service."""
+class UserOfADirectoryService(ConfinementTest):
+    """Is in no file; the wrapper plays the service."""
+    user = OTHER_USER
 
     def test_has_a_home(self):
         self.write([{"Name": "Known", "UUID": "U", "Type": 3}])
-        variables = {**self.environment(), "HOME": str(self.home)}
-        (self.home.parent / "passwd").write_text(f"user:x:{SOMEBODY}:{SOMEBODY}::{self.home}:/bin/sh\n")
-        for path in (self.home.parent, *self.home.parent.rglob("*")):
-            os.chown(path, SOMEBODY, SOMEBODY)
-        done = host("--extension", EXTENSION, "render", "FavoritesWidget", "--format", "tree", env=variables,
-                    user=SOMEBODY, group=SOMEBODY, extra_groups=[])
-        self.assertEqual((done.returncode, done.stderr), (OK, b""))
-        self.assertIn("Known", texts(json.loads(done.stdout)))
+        variables = user_database(self.home.parent, self.home, self.user)
+        shown = self.succeed("render", "FavoritesWidget", "--format", "tree", variables=variables, **self.as_user())
+        self.assertIn("Known", texts(json.loads(shown)))
 
 
 if __name__ == "__main__":

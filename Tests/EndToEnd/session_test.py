@@ -1,68 +1,26 @@
 """The host that runs all the time, on a session bus of its own."""
 
-import json
 import os
 import signal
 import subprocess
 import unittest
-from pathlib import Path
 
-from support import EXTENSION, HOST, LISTS, NO_WEB, OK, SANITIZING, UNAVAILABLE, USAGE, HomeTest, SessionBus, favourites, is_running, wait_until
+from support import EXTENSION, IDENTIFIER, LISTS, OK, UNAVAILABLE, USAGE, HostTest, children_of, favourites, is_running, wait_until
+
+NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
 
 
-class SessionTest(HomeTest):
-    def setUp(self):
-        super().setUp()
-        self.configuration = self.home / "config"
-        self.arrangement = self.configuration / "widgethost" / "arrangement.json"
-        self.processes = []
-        self.addCleanup(self.end_processes)
-        self.bus = SessionBus()
-        self.addCleanup(self.bus.end)
-        self.variables = {"PATH": os.environ["PATH"], "HOME": str(self.home), "XDG_CONFIG_HOME": str(self.configuration), "LANG": "C",
-                          **self.bus.variables, **NO_WEB, **SANITIZING}
-
-    def start(self, *command, **more):
-        process = subprocess.Popen([str(part) for part in command], **more)
-        self.processes.append(process)
-        return process
-
-    def end_processes(self):
-        for process in reversed(self.processes):
-            if process.poll() is None:
-                process.kill()
-            process.__exit__(None, None, None)
-
-    def command(self, *arguments):
-        return [str(HOST), "--extension", str(EXTENSION), "--home", str(self.home), *map(str, arguments)]
-
-    def start_host(self, **variables):
-        self.said = self.home / "said"
-        with open(self.said, "wb") as said:
-            host = self.start(*self.command("host"), env={**self.variables, **variables}, stderr=said)
-        if "DBUS_SESSION_BUS_ADDRESS" not in variables:
-            self.eventually(lambda: self.call("reload").returncode == OK)
+class SessionTest(HostTest):
+    def start_host(self, variables=()):
+        """Returns once commands reach it, if there is a bus."""
+        self.messages = self.home / "messages"
+        with open(self.messages, "wb") as messages:
+            host = subprocess.Popen(self.command("host"), env={**self.variables, **dict(variables)}, stderr=messages)
+        self.addCleanup(host.__exit__, None, None, None)
+        self.addCleanup(host.kill)
+        if not variables:
+            wait_until(lambda: self.run_host("reload").returncode == OK, "the host")
         return host
-
-    def call(self, *arguments, **variables):
-        return subprocess.run(self.command(*arguments), env={**self.variables, **variables}, capture_output=True, timeout=60)
-
-    def succeed(self, *arguments):
-        done = self.call(*arguments)
-        self.assertEqual((done.returncode, done.stderr), (OK, b""), arguments)
-        return done.stdout.decode()
-
-    def refused(self, code, *arguments):
-        done = self.call(*arguments)
-        self.assertEqual((done.returncode, done.stdout), (code, b""), done.stderr)
-        self.assertRegex(done.stderr.decode(), r"\A(widgethost: [^\n]+\n)+\Z")
-        return done.stderr.decode()
-
-    def eventually(self, is_so):
-        wait_until(is_so, "the host")
-
-    def children(self, process):
-        return [int(child) for child in Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()]
 
     def descriptors(self, process):
         return len(os.listdir(f"/proc/{process.pid}/fd"))
@@ -76,9 +34,8 @@ class OneHost(SessionTest):
         self.start_host()
         self.assertEqual(self.succeed("add", "FavoritesWidget", "--family", "large"), "1\n")
         self.assertEqual(self.succeed("add", "ReadingListWidget"), "2\n")
-        for wrong, says in (("--family=tiny", 'no family "tiny"'), ("--set=group=a", 'no parameter "group"'), ("--set=filter=b", 'no choice of "filter" "b"')):
-            self.assertIn(says, self.refused(USAGE, "add", "ReadingListWidget", wrong))
-        self.assertEqual(self.succeed("reload"), "")
+        for wrong, reason in (("--family=tiny", 'no family "tiny"'), ("--set=group=a", 'no parameter "group"'), ("--set=filter=b", 'no choice of "filter" "b"')):
+            self.assertIn(reason, self.refused(USAGE, "add", "ReadingListWidget", wrong))
         self.assertEqual(self.succeed("reload", "FavoritesWidget"), "")
         explained = self.succeed("explain", 1)
         self.assertRegex(explained, r"\A1 FavoritesWidget of net.foliovault.widgets, large\n")
@@ -88,47 +45,22 @@ class OneHost(SessionTest):
         self.succeed("remove", 1)
         self.assertIn("there are 2", self.refused(USAGE, "explain", 1))
         self.assertEqual(self.succeed("host"), "A host is already running.\n")
+        self.assertIn("another host", self.refused(UNAVAILABLE, "host", variables=NO_BUS))
 
     def test_without_a_bus_it_follows_the_file(self):
         self.write(favourites(3))
-        nowhere = {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
-        host = self.start_host(**nowhere)
-        self.eventually(lambda: (self.configuration / "widgethost" / "host.lock").exists())
-        done = self.call("add", "FavoritesWidget", **nowhere)
-        self.assertEqual((done.returncode, done.stdout), (OK, b"1\n"))
-        self.assertIn(b"no session bus", done.stderr)
-        self.eventually(lambda: self.children(host))
-        self.eventually(lambda: not self.children(host))
-        done = self.call("reload", **nowhere)
-        self.assertEqual(done.returncode, UNAVAILABLE)
-        self.assertIn(b"no session bus", done.stderr)
+        host = self.start_host(NO_BUS)
+        wait_until((self.arrangement.parent / "host.lock").exists, "the host")
+        added = self.run_host("add", "FavoritesWidget", variables=NO_BUS)
+        self.assertEqual((added.returncode, added.stdout), (OK, b"1\n"))
+        self.assertIn(b"no session bus", added.stderr)
+        wait_until(lambda: children_of(host), "the extension")
+        self.assertIn("no session bus", self.refused(UNAVAILABLE, "reload", variables=NO_BUS))
 
-    def test_two_never_run_on_one_arrangement(self):
-        self.start_host()
-        done = self.call("host", DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
-        self.assertEqual(done.returncode, UNAVAILABLE)
-        self.assertIn(b"another host", done.stderr)
-
-    def test_it_ends_when_it_is_told_to_and_leaves_nothing(self):
-        for end in (lambda host: host.send_signal(signal.SIGTERM), lambda host: host.send_signal(signal.SIGINT), lambda _: self.bus.process.terminate()):
-            host = self.start_host()
-            self.succeed("add", "WorkspacesWidget")
-            self.succeed("reload")
-            child, = self.children(host)
-            end(host)
-            self.assertEqual(host.wait(20), 0)
-            self.assertFalse(Path(f"/proc/{child}").exists())
-
-    def test_another_extension_keeps_no_addition_waiting(self):
-        silent = self.home / "silent"
-        silent.write_text("#!/bin/sh\nexec sleep 1000\n")
-        silent.chmod(0o755)
-        manifests = self.home / "data" / "widgethost" / "extensions"
-        manifests.mkdir(parents=True)
-        for name, program in (("another", silent), ("net.foliovault.widgets", EXTENSION)):
-            (manifests / f"{name}.json").write_text(json.dumps({"identifier": name, "executable": str(program)}))
-        self.variables["XDG_DATA_HOME"] = str(self.home / "data")
-        self.command = lambda *arguments: [str(HOST), "--home", str(self.home), *map(str, arguments)]
+    def test_another_extension_delays_no_addition(self):
+        self.write_manifest("another", self.script("exec sleep 1000\n"))
+        self.write_manifest(IDENTIFIER, EXTENSION)
+        self.extension = None
         self.start_host()
         self.assertEqual(self.succeed("add", "WorkspacesWidget"), "1\n")
 
@@ -141,37 +73,42 @@ class Supervision(SessionTest):
             self.succeed("add", kind)
         self.succeed("reload")
         before = self.descriptors(host)
-        for _ in range(30):
-            for child in self.children(host):
+        for _ in range(20):
+            for child in children_of(host):
                 os.kill(child, signal.SIGKILL)
             # It may be asked before it is known that it is gone.
-            self.call("reload")
+            self.run_host("reload")
         self.succeed("reload")
-        self.assertEqual(len(self.children(host)), 1)
+        self.assertEqual(len(children_of(host)), 1)
         # A command is done before the host has closed its connection.
-        self.eventually(lambda: self.descriptors(host) <= before)
-        self.eventually(lambda: not self.children(host) and self.descriptors(host) < before)
+        wait_until(lambda: self.descriptors(host) <= before, "the old descriptors")
+        wait_until(lambda: not children_of(host) and self.descriptors(host) < before, "the end of the extension")
 
-    def test_a_hanging_extension_does_not_outlive_a_killed_host(self):
-        host = self.start_host()
-        self.succeed("add", "WorkspacesWidget")
-        self.succeed("reload")
-        child, = self.children(host)
-        os.kill(child, signal.SIGSTOP)
-        host.kill()
-        host.wait()
-        self.eventually(lambda: not is_running(child))
+    def test_the_extension_does_not_outlive_the_host(self):
+        ends = [lambda host: host.send_signal(signal.SIGTERM), lambda host: host.send_signal(signal.SIGINT), lambda host: host.kill(),
+                lambda _: self.bus.process.terminate()]
+        for end, code in zip(ends, (0, 0, -signal.SIGKILL, 0)):
+            host = self.start_host()
+            self.succeed("add", "WorkspacesWidget")
+            self.succeed("reload")
+            child, = children_of(host)
+            if code:
+                os.kill(child, signal.SIGSTOP)
+            end(host)
+            self.assertEqual(host.wait(20), code)
+            wait_until(lambda: not is_running(child), "the end of the extension")
+        self.assertEqual(self.messages.read_bytes(), b"")
 
-    def test_a_broken_arrangement_changes_nothing_and_is_said_once(self):
+    def test_a_broken_arrangement_changes_nothing_and_is_reported_once(self):
         host = self.start_host()
         self.succeed("add", "WorkspacesWidget")
         self.arrangement.write_bytes(b"{broken")
-        self.eventually(lambda: self.said.read_text())
+        wait_until(self.messages.read_text, "the message")
         self.arrangement.write_bytes(b"{broken too")
         self.succeed("explain", 1)
         host.terminate()
         self.assertEqual(host.wait(20), 0)
-        self.assertRegex(self.said.read_text(), r"\Awidgethost: [^\n]*arrangement.json[^\n]*\n\Z")
+        self.assertRegex(self.messages.read_text(), r"\Awidgethost: [^\n]*arrangement.json[^\n]*\n\Z")
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-"""What the end-to-end tests share: homes with a library in them, and the two programs."""
+"""Shared by the end-to-end tests: homes with a library in them, the two programs, and waiting."""
 
 import json
 import os
@@ -13,24 +13,68 @@ PROGRAMS = Path(os.environ["PROGRAMS"])
 EXTENSION = PROGRAMS / "foliovault-widgets"
 HOST = PROGRAMS / "widgethost"
 PROJECT = Path(__file__).resolve().parent.parent.parent
+IDENTIFIER = "net.foliovault.widgets"
 OK, USAGE, UNAVAILABLE, CANNOT_CREATE, CONFIGURATION = 0, 64, 69, 73, 78
-# The families, and how large each is in points.
+# The families, and their sizes in points.
 SIZES = {"small": (170, 170), "medium": (364, 170), "large": (364, 364), "extraLarge": (752, 364)}
 FAMILIES = tuple(SIZES)
 # The list widgets by kind, with the file of the library that each shows.
 LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites.plist", "WorkspacesWidget": "OrderedWorkspaces.plist"}
 # All widgets, in the order in which hosts list them.
 KINDS = (*LISTS, "TipsWidget")
-# What a sanitized program is told.
-SANITIZING = {name: os.environ[name] for name in ("LSAN_OPTIONS", "ASAN_OPTIONS") if name in os.environ}
-# A proxy that nobody runs: tests do not leave this machine.
-NO_WEB = {"https_proxy": "http://127.0.0.1:9"}
-# What begins like a picture.
+SANITIZED = bool(os.environ.get("SANITIZED"))
+# What every program gets: the options of sanitizers, and a proxy that does not exist, since tests do not leave this machine.
+COMMON = {"PATH": os.environ["PATH"], "https_proxy": "http://127.0.0.1:9",
+          **{name: os.environ[name] for name in ("LSAN_OPTIONS", "ASAN_OPTIONS") if name in os.environ}}
+# The start of a picture.
 PNG = bytes.fromhex("89504e470d0a1a0a0000000d4948445200000001000000010806000000")
 
 
 def favourites(count, **more):
     return [{"Name": f"Favourite {i}", "UUID": f"U-{i}", "Type": 3, **more} for i in range(count)]
+
+
+def response(**result):
+    """The line of an extension that answers its first request with this result."""
+    return json.dumps({"jsonrpc": "2.0", "id": 1, "result": result})
+
+
+def wait_until(condition, what, seconds=20):
+    """Calls until the result is true, and returns it."""
+    deadline = time.monotonic() + seconds
+    while not (result := condition()):
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {seconds} s for {what}")
+        time.sleep(.02)
+    return result
+
+
+def is_running(process):
+    """False for a zombie too: a killed process remains until its parent reaps it."""
+    try:
+        return Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
+    except (FileNotFoundError, ProcessLookupError):  # The latter if it is reaped between open and read.
+        return False
+
+
+def children_of(process):
+    """The processes that a host's main thread has started."""
+    path = Path(f"/proc/{process.pid}/task/{process.pid}/children")
+    return [int(child) for child in path.read_text().split()] if path.exists() else []
+
+
+def nodes(node):
+    """A view's nodes, itself first."""
+    yield node
+    for key in ("child", "fallback"):
+        if key in node:
+            yield from nodes(node[key])
+    for child in node.get("children", ()):
+        yield from nodes(child)
+
+
+def texts(entry):
+    return [node["text"] for node in nodes(entry["content"]["view"]) if node["type"] == "text"]
 
 
 class HomeTest(unittest.TestCase):
@@ -47,19 +91,26 @@ class HomeTest(unittest.TestCase):
     def write(self, root, form=plistlib.FMT_BINARY, name="Favorites.plist"):
         (self.library / name).write_bytes(plistlib.dumps(root, fmt=form))
 
+    def script(self, body, name="script"):
+        path = self.home / name
+        path.write_text("#!/bin/sh\n" + body)
+        path.chmod(0o755)
+        return path
+
     def environment(self, **more):
-        """The variables that a host sets, and a user database that knows this home."""
-        users, groups = self.home.parent / "passwd", self.home.parent / "group"
-        users.write_text(f"user:x:{os.getuid()}:{os.getgid()}::{self.home}:/bin/sh\n")
-        groups.write_text(f"user:x:{os.getgid()}:\n")
+        """The variables that a host sets, and a user database with this home."""
         container = self.home.parent / "container"
         container.mkdir(exist_ok=True)
-        variables = {
-            "PATH": os.environ["PATH"], "HOME": str(container), "XDG_CACHE_HOME": str(container / "Caches"),
-            "LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": str(users), "NSS_WRAPPER_GROUP": str(groups), **NO_WEB, **more}
-        if os.environ.get("SANITIZED"):
-            variables["ASAN_OPTIONS"] = "verify_asan_link_order=0"
-        return variables
+        return {**COMMON, "HOME": str(container), "XDG_CACHE_HOME": str(container / "Caches"), **user_database(self.home.parent, self.home), **more}
+
+
+def user_database(folder, home, user=os.getuid()):
+    """The variables of a program to which this home is the user's; the database is written into the folder."""
+    users, groups = folder / "passwd", folder / "group"
+    users.write_text(f"user:x:{user}:{user}::{home}:/bin/sh\n")
+    groups.write_text(f"user:x:{user}:\n")
+    return {"LD_PRELOAD": "libnss_wrapper.so", "NSS_WRAPPER_PASSWD": str(users), "NSS_WRAPPER_GROUP": str(groups),
+            **({"ASAN_OPTIONS": "verify_asan_link_order=0"} if SANITIZED else {})}
 
 
 class Extension:
@@ -109,8 +160,7 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 
 
 class SessionBus:
-    """A session bus of its own. It starts the services described in a folder, if one is given, with these variables; none of the
-    machine's."""
+    """A session bus that starts only the services described in a folder, with these variables."""
 
     def __init__(self, services="/nowhere", variables=None):
         self.folder = tempfile.TemporaryDirectory()
@@ -127,61 +177,47 @@ class SessionBus:
         self.folder.cleanup()
 
 
-def wait_until(is_so, what, seconds=20):
-    """Asks until the answer is true, and answers with it."""
-    deadline = time.monotonic() + seconds
-    while not (answer := is_so()):
-        if time.monotonic() > deadline:
-            raise AssertionError(f"waited {seconds} s for {what}")
-        time.sleep(.02)
-    return answer
-
-
-def is_running(process):
-    """False for a zombie too: a killed process remains until its parent reaps it."""
-    try:
-        return Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0] not in "ZX"
-    except (FileNotFoundError, ProcessLookupError):  # The latter if it is reaped between open and read.
-        return False
-
-
-def nodes(node):
-    """A view's nodes, itself first."""
-    yield node
-    for key in ("child", "fallback"):
-        if key in node:
-            yield from nodes(node[key])
-    for child in node.get("children", ()):
-        yield from nodes(child)
-
-
-def texts(entry):
-    return [node["text"] for node in nodes(entry["content"]["view"]) if node["type"] == "text"]
-
-
-def host(*arguments, **more):
-    """Runs widgethost to its end."""
-    return subprocess.run([HOST, *map(str, arguments)], capture_output=True, timeout=100, **more)
-
-
 class HostTest(HomeTest):
-    more_variables = {}
+    """A test of the host's commands, on a session bus of its own. Without `extension` they find those of the manifests."""
+    program, extension = HOST, EXTENSION
 
-    def host(self, *arguments, extension=EXTENSION, **more):
-        variables = {**os.environ, **NO_WEB, "XDG_DATA_HOME": str(self.home / "data"), "XDG_CONFIG_HOME": str(self.home / "config"),
-                     "HOME": str(self.home), "LANG": "C", **self.more_variables}
-        return host("--extension", extension, "--home", self.home, *arguments, env=variables, **more)
+    def setUp(self):
+        super().setUp()
+        self.bus = SessionBus()
+        self.addCleanup(self.bus.end)
+        self.data, self.configuration, runtime = self.home / "data", self.home / "config", self.home / "run"
+        for folder in (self.data, self.configuration, runtime):
+            folder.mkdir()
+        self.containers = self.home / ".local" / "share" / "widgethost" / "containers"
+        self.arrangement = self.configuration / "widgethost" / "arrangement.json"
+        self.variables = {**COMMON, "HOME": str(self.home), "XDG_DATA_HOME": str(self.data), "XDG_DATA_DIRS": "/nowhere", "LANG": "C",
+                          "XDG_CONFIG_HOME": str(self.configuration), "XDG_RUNTIME_DIR": str(runtime), **self.bus.variables}
+
+    def command(self, *arguments, extension=None):
+        extension = extension or self.extension
+        return [str(each) for each in (self.program, *(("--extension", extension) if extension else ()), "--home", self.home, *arguments)]
+
+    def run_host(self, *arguments, extension=None, variables=(), **more):
+        """A command, run to its end."""
+        return subprocess.run(self.command(*arguments, extension=extension), capture_output=True, timeout=100,
+                              env={**self.variables, **dict(variables)}, **more)
 
     def succeed(self, *arguments, **more):
-        done = self.host(*arguments, **more)
-        self.assertEqual((done.returncode, done.stderr), (OK, b""))
-        return done.stdout
+        done = self.run_host(*arguments, **more)
+        self.assertEqual((done.returncode, done.stderr), (OK, b""), arguments)
+        return done.stdout.decode()
 
     def refused(self, code, *arguments, **more):
-        """The one line that the failure says."""
-        done = self.host(*arguments, **more)
-        self.assertEqual(done.returncode, code, done.stderr)
-        self.assertEqual(done.stdout, b"")
+        """The one line that says why."""
+        done = self.run_host(*arguments, **more)
+        self.assertEqual((done.returncode, done.stdout), (code, b""), done.stderr)
         line = done.stderr.decode()
         self.assertRegex(line, r"\Awidgethost: [^\n]+\n\Z")
         return line
+
+    def write_manifest(self, name, executable=None, **more):
+        """Installs an extension for this user; a broken manifest without an executable."""
+        folder = self.data / "widgethost" / "extensions"
+        folder.mkdir(parents=True, exist_ok=True)
+        manifest = {"identifier": name, "executable": str(executable), **more}
+        (folder / f"{name}.json").write_text(json.dumps(manifest) if executable else "{broken")

@@ -11,7 +11,7 @@ from pathlib import Path
 
 from desks import HEIGHT, WIDTH
 from picture import Picture
-from support import NO_WEB, SessionBus, wait_until
+from support import COMMON, SessionBus, wait_until
 
 NOBODY = 65534
 ACCESSIBILITY_SERVICE = Path("/usr/share/dbus-1/services/org.a11y.Bus.service")
@@ -85,9 +85,8 @@ class World:
 
     def environment(self, **more):
         """The variables of a program in this world."""
-        kept = {name: os.environ[name] for name in ("PATH", "LSAN_OPTIONS", "ASAN_OPTIONS") if name in os.environ}
         hidden = {} if self.accessible else {"NO_AT_BRIDGE": "1"}
-        return {**kept, **NO_WEB, **hidden, "HOME": str(self.home), "XDG_DATA_HOME": str(self.data), "LANG": "C.UTF-8",
+        return {**COMMON, **hidden, "HOME": str(self.home), "XDG_DATA_HOME": str(self.data), "LANG": "C.UTF-8",
                 "XDG_CONFIG_HOME": str(self.configuration), "XDG_CACHE_HOME": str(self.home / "cache"),
                 "XDG_RUNTIME_DIR": str(self.runtime), "GSETTINGS_BACKEND": "memory", "GIO_USE_VFS": "local",
                 **(self.bus.variables if self.bus else {}), **self.display, **more}
