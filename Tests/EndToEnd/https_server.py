@@ -1,15 +1,15 @@
 """An HTTPS server on loopback for tests, with certificates of its own making.
 
     with tempfile.TemporaryDirectory() as folder:
-        authority = Authority(Path(folder))
+        authority = Authority(folder)
         with HttpsServer(authority) as server:
             server.pages["/feed"] = body(b"<rss/>")
             ... SSL_CERT_FILE=authority.file, server.address("/feed") ...
             ... or https_proxy=server.proxy, and any https://made-up.example/feed ...
             server.requests[0].headers
 
-A page is a function of the request's handler; those below make the usual ones. Every name that is asked for, directly or through
-the proxy, has its certificate, unless `names` says which names alone the server has one for. Each connection has a thread.
+A page is a function of the request's handler; those below make the usual ones. The server has a certificate for every name that is
+requested, directly or through the proxy, or for `names` alone. Each connection has a thread.
 """
 
 import http.server
@@ -29,37 +29,31 @@ class Authority:
 
     def __init__(self, work):
         self.work = Path(work)
-        self.file = self.work / "authority.pem"
-        self.folder = self.work / "authorities"
-        self._key = self.work / "authority.key"
-        self._openssl("req", "-x509", *self._new_key(self._key), "-out", self.file, "-days", "30",
-                      "-subj", f"/CN=Test Authority {os.urandom(8).hex()}")
+        self.file, self.folder, self.key = (self.work / name for name in ("authority.pem", "authorities", "authority.key"))
+        self.openssl("req", "-x509", *self.new_key(self.key), "-out", self.file, "-days", "30", "-subj", f"/CN=Test Authority {os.urandom(8).hex()}")
         self.folder.mkdir()
-        name = self._openssl("x509", "-in", self.file, "-noout", "-hash").decode().strip()
+        name = self.openssl("x509", "-in", self.file, "-noout", "-hash").decode().strip()
         (self.folder / f"{name}.0").write_bytes(self.file.read_bytes())
-        self._contexts = {}
-        self._lock = threading.Lock()
+        self.contexts = {}
+        self.lock = threading.Lock()
 
     def context(self, name):
-        """What a server needs to be `name`, a host name or an address."""
-        with self._lock:
-            if name not in self._contexts:
+        """For a server of this name."""
+        with self.lock:
+            if name not in self.contexts:
                 key, certificate = self.work / f"{name}.key", self.work / f"{name}.pem"
-                kind = "IP" if name.replace(".", "").isdigit() else "DNS"
-                self._openssl("req", "-x509", "-CA", self.file, "-CAkey", self._key, *self._new_key(key), "-out", certificate,
-                              "-days", "30", "-subj", "/CN=Test Server", "-addext", f"subjectAltName={kind}:{name}",
-                              "-addext", "basicConstraints=critical,CA:FALSE")
-                context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
-                context.load_cert_chain(certificate, key)
-                self._contexts[name] = context
-            return self._contexts[name]
+                self.openssl("req", "-x509", "-CA", self.file, "-CAkey", self.key, *self.new_key(key), "-out", certificate, "-days", "30",
+                             "-subj", "/CN=Test Server", "-addext", f"subjectAltName=DNS:{name}", "-addext", "basicConstraints=critical,CA:FALSE")
+                self.contexts[name] = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+                self.contexts[name].load_cert_chain(certificate, key)
+            return self.contexts[name]
 
     @staticmethod
-    def _new_key(file):
+    def new_key(file):
         return "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-keyout", file
 
     @staticmethod
-    def _openssl(*arguments):
+    def openssl(*arguments):
         return subprocess.run(["openssl", *map(str, arguments)], check=True, capture_output=True).stdout
 
 
@@ -71,39 +65,39 @@ class Request:
     proxied: bool
 
 
-class _Served:
-    """A server on loopback, as long as its context lasts."""
+class Server(socketserver.ThreadingTCPServer):
+    """A server on loopback, as long as its context lasts. `handle` gets each connection, its address and this."""
 
-    def __init__(self, handler):
+    daemon_threads = True
+    block_on_close = False
+    request_queue_size = 128
+
+    def __init__(self, handle):
+        super().__init__(("127.0.0.1", 0), handle)
         self.stopping = threading.Event()
-        self._server = _Server(("127.0.0.1", 0), handler)
-        self.port = self._server.server_address[1]
-        self._thread = threading.Thread(target=self._server.serve_forever, args=(.01,))
+        self.port = self.server_address[1]
 
     def __enter__(self):
-        self._thread.start()
+        threading.Thread(target=self.serve_forever, args=(.01,)).start()
         return self
 
     def __exit__(self, *_):
         self.stopping.set()
-        self._server.shutdown()
-        self._thread.join()
-        self._server.server_close()
+        self.shutdown()
+        self.server_close()
+
+    def handle_error(self, request, client_address):
+        pass  # Clients that close their connection are what is tested.
 
 
-class HttpsServer(_Served):
+class HttpsServer(Server):
     def __init__(self, authority, names=None):
-        """Without `names`, the server is whoever it is taken for."""
-        self.authority = authority
-        self.names = names
-        self.pages = {}
-        self.requests = []
-        self._lock = threading.Lock()
-        super().__init__(_Handler)
-        self._server.owner = self
+        self.authority, self.names = authority, names
+        self.pages, self.requests = {}, []
+        super().__init__(Handler)
 
-    def address(self, path, host="localhost"):
-        return f"https://{host}:{self.port}{path}"
+    def address(self, path):
+        return f"https://localhost:{self.port}{path}"
 
     @property
     def proxy(self):
@@ -112,48 +106,18 @@ class HttpsServer(_Served):
     def context(self, name):
         return self.authority.context(name if self.names is None or name in self.names else self.names[0])
 
-    def record(self, request):
-        with self._lock:
-            self.requests.append(request)
 
-
-class Peer(_Served):
-    """A server that says what it likes: `talk` has each connection, and a function that pauses until the end or so many seconds."""
-
-    def __init__(self, talk):
-        peer = self
-
-        class Connection(socketserver.BaseRequestHandler):
-            def handle(self):
-                peer.connections += 1
-                talk(self.request, lambda seconds=None: peer.stopping.wait(seconds))
-        self.connections = 0
-        super().__init__(Connection)
-
-
-class _Server(socketserver.ThreadingTCPServer):
-    daemon_threads = True
-    block_on_close = False
-    request_queue_size = 128
-
-    def handle_error(self, request, client_address):
-        pass  # clients that turn away are what is tested
-
-
-class _Handler(http.server.BaseHTTPRequestHandler):
+class Handler(http.server.BaseHTTPRequestHandler):
     """One connection: CONNECT or TLS at once, then requests."""
 
     protocol_version = "HTTP/1.1"
     disable_nagle_algorithm = True
 
     def setup(self):
-        self.owner = self.server.owner
         self.proxied = self.request.recv(1, socket.MSG_PEEK) == b"C"
-        name = "localhost"
-        if self.proxied:
-            name = self._connect()
-        context = self.owner.context(name)
-        context.sni_callback = lambda tls, wanted, _: setattr(tls, "context", self.owner.context(wanted or name))
+        name = self.connect() if self.proxied else "localhost"
+        context = self.server.context(name)
+        context.sni_callback = lambda tls, wanted, _: setattr(tls, "context", self.server.context(wanted or name))
         self.request = context.wrap_socket(self.request, server_side=True)
         super().setup()
 
@@ -161,10 +125,10 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         super().finish()
         self.request.close()
 
-    def _connect(self):
+    def connect(self):
         head = b""
         while not head.endswith(b"\r\n\r\n"):
-            byte = self.request.recv(1)  # what follows belongs to TLS
+            byte = self.request.recv(1)  # What follows belongs to TLS.
             if not byte:
                 raise ConnectionError
             head += byte
@@ -172,9 +136,8 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         return head.split()[1].decode().rsplit(":", 1)[0]
 
     def do_GET(self):
-        self.owner.record(Request(self.headers["Host"].rsplit(":", 1)[0], self.path, tuple(self.headers.items()), self.proxied))
-        page = self.owner.pages.get(self.path, body(b"not here", status=404))
-        page(self)
+        self.server.requests.append(Request(self.headers["Host"].rsplit(":", 1)[0], self.path, tuple(self.headers.items()), self.proxied))
+        self.server.pages.get(self.path, body(b"not here", status=404))(self)
 
     def start(self, status, **headers):
         """Sends the head; underscores in the names of headers are hyphens."""
@@ -185,7 +148,7 @@ class _Handler(http.server.BaseHTTPRequestHandler):
 
     def pause(self, seconds):
         """Waits, or raises when the server stops."""
-        if self.owner.stopping.wait(seconds):
+        if self.server.stopping.wait(seconds):
             raise ConnectionError
 
     def log_message(self, *_):
@@ -194,9 +157,8 @@ class _Handler(http.server.BaseHTTPRequestHandler):
 
 def body(content, status=200, **headers):
     def page(handler):
-        has_body = status not in (204, 304)
-        handler.start(status, **({"Content_Length": len(content)} if has_body else {}), **headers)
-        if has_body:
+        handler.start(status, **({} if status == 304 else {"Content_Length": len(content)}), **headers)
+        if status != 304:
             handler.wfile.write(content)
     return page
 
@@ -244,5 +206,4 @@ def gzip_bomb(size):
     """That many zeros in a thousandth of their size."""
     packer = zlib.compressobj(9, zlib.DEFLATED, 31)
     block = bytes(1 << 20)
-    packed = b"".join(packer.compress(block) for _ in range(size >> 20)) + packer.flush()
-    return body(packed, Content_Encoding="gzip")
+    return body(b"".join(packer.compress(block) for _ in range(size >> 20)) + packer.flush(), Content_Encoding="gzip")

@@ -1,8 +1,7 @@
-"""The web client with a real server, in a process like the extension's."""
+"""The web client with a real server, in a process of its own."""
 
 import gzip
 import os
-import resource
 import socket
 import subprocess
 import tempfile
@@ -10,12 +9,13 @@ import time
 import unittest
 from pathlib import Path
 
-from https_server import Authority, HttpsServer, Peer, body, drip, forever, gzip_bomb, hang, redirect, stop
-from support import wait_until
+from https_server import Authority, HttpsServer, Server, body, drip, forever, gzip_bomb, hang, redirect, stop
+from support import SANITIZED, wait_until
 
-PROBE = Path(os.environ["PROGRAMS"]).parent / "tests" / "web_client_probe"
-SANITIZED = bool(os.environ.get("SANITIZED"))
+PROBE = Path(os.environ["TEST_PROGRAMS"]) / "web_client_probe"
 MIB = 1 << 20
+# More than the largest body takes. Sanitizers need more than that.
+MEMORY = () if SANITIZED else ("prlimit", f"--data={96 * MIB}")
 TOO_LARGE = "^the body is larger than 16 MiB$"
 
 
@@ -24,27 +24,6 @@ def setUpModule():
     unittest.addModuleCleanup(folder.cleanup)
     global authority
     authority = Authority(folder.name)
-
-
-class Probe:
-    """Downloads addresses in a process of its own."""
-
-    def __init__(self, addresses, variables, timeouts, input):
-        command = [str(part) for part in (PROBE, *timeouts, *addresses)]
-        self.process = subprocess.Popen(command, stdin=input, stdout=subprocess.PIPE, env=variables)
-
-    def answers(self):
-        """The bodies, as bytes, and the errors, as texts, in the order of the addresses; and the resident memory."""
-        answers = []
-        with self.process:
-            for line in self.process.stdout:
-                kind, _, rest = line.rstrip(b"\n").partition(b" ")
-                if kind == b"resident":
-                    resident = int(rest)
-                else:
-                    answers.append(self.process.stdout.read(int(rest)) if kind == b"body" else rest.decode())
-        assert self.process.returncode == 0, self.process.returncode
-        return answers, resident
 
 
 class WebClientTest(unittest.TestCase):
@@ -60,26 +39,28 @@ class WebClientTest(unittest.TestCase):
         self.addCleanup(server.__exit__)
         return server
 
-    def probe(self, *addresses, silence=30_000, total=60_000, end=500, input=subprocess.PIPE, trusted=True, **variables):
-        """The timeouts are in milliseconds."""
-        trust = {"SSL_CERT_FILE": str(authority.file)} if trusted else {}
-        return Probe(addresses, {"HOME": str(self.home), **trust, **variables}, (silence, total, end), input)
+    def probe(self, address, silence=30_000, total=60_000, end=500, input=subprocess.PIPE, **variables):
+        """Downloads an address, or a path of the server. The timeouts are in milliseconds."""
+        address = self.server.address(address) if address.startswith("/") else address
+        command = [str(part) for part in (*MEMORY, PROBE, silence, total, end, address)]
+        trust = {} if any(name.startswith("SSL_CERT") for name in variables) else {"SSL_CERT_FILE": str(authority.file)}
+        return subprocess.Popen(command, stdin=input, stdout=subprocess.PIPE, env={"HOME": str(self.home), **trust, **variables})
 
-    def get(self, address, **more):
-        """The body or the error's text. A path alone is one of the server."""
-        if address.startswith("/"):
-            address = self.server.address(address)
-        (answer,), self.resident = self.probe(address, **more).answers()
-        return answer
+    def result(self, probe):
+        """The body, or the error's text."""
+        with probe:
+            kind, _, result = probe.stdout.read().partition(b" ")
+        self.assertEqual(probe.returncode, 0)
+        return result if kind == b"body" else result.decode()
 
     def expect(self, expected, address, **more):
         """Requires a body, or an error that matches a pattern."""
-        answer = self.get(address, **more)
+        result = self.result(self.probe(address, **more))
         if isinstance(expected, bytes):
-            self.assertTrue(answer == expected, (address, more, answer[:100]))
+            self.assertTrue(result == expected, (address, more, result[:100]))
         else:
-            self.assertIsInstance(answer, str)
-            self.assertRegex(answer, expected)
+            self.assertIsInstance(result, str)
+            self.assertRegex(result, expected)
 
 
 class Answers(WebClientTest):
@@ -102,33 +83,15 @@ class Answers(WebClientTest):
         for path, (_, expected) in rows.items():
             with self.subTest(path):
                 self.expect(expected, path)
-                if not SANITIZED and path != "/max":
-                    self.assertLess(self.resident, (64 if path in ("/flood", "/bomb") else 24) * MIB)
         for address, error in (("http://localhost/", refused.format("http")), ("file:///etc/passwd", refused.format("file")),
                                ("https://absent.example/", "^Could not resolve host: absent.example$"), ("https://127.0.0.1:1/", "^Failed to connect to 127.0.0.1 port 1")):
             self.expect(error, address)
+        self.assertEqual(self.server.requests[0].headers,
+                         (("Host", f"localhost:{self.server.port}"), ("Accept", "*/*"), ("Accept-Encoding", "gzip, deflate")))
         self.assertEqual(list(self.home.iterdir()), [])
-
-    def test_a_request_has_three_headers(self):
-        path = "/2/feed.php?product=A&lang=de"
-        self.pages[path] = body(b"feed")
-        self.expect(b"feed", path)
-        request, = self.server.requests
-        self.assertEqual(request.headers, (("Host", f"localhost:{self.server.port}"), ("Accept", "*/*"), ("Accept-Encoding", "gzip, deflate")))
-
-    def test_downloads_run_side_by_side(self):
-        self.pages.update({f"/{i}": drip([b"%d" % i] * 5, .2) for i in range(40)})
-        start = time.monotonic()
-        answers, _ = self.probe(*(self.server.address(f"/{i}") for i in range(40))).answers()
-        self.assertEqual(answers, [b"%d" % i * 5 for i in range(40)])
-        self.assertLess(time.monotonic() - start, 20)
-
-    def test_a_missing_library_is_an_error(self):
         (self.home / "libcurl.so.4").touch()
         self.expect("^libcurl.so.4 cannot be loaded$", "/", LD_LIBRARY_PATH=str(self.home))
 
-
-class Connections(WebClientTest):
     def test_certificates(self):
         self.pages["/"] = body(b"feed")
         (self.home / "strange").mkdir()
@@ -139,11 +102,11 @@ class Connections(WebClientTest):
                 ({"SSL_CERT_FILE": stranger.file, "SSL_CERT_DIR": ours.folder}, b"feed"),
                 ({"SSL_CERT_FILE": ours.file, "SSL_CERT_DIR": missing}, b"feed"),
                 ({"SSL_CERT_DIR": f"{missing}:{ours.folder}", "SSL_CERT_FILE": ""}, b"feed"),
-                ({}, unknown), ({"SSL_CERT_FILE": "", "SSL_CERT_DIR": ""}, unknown), ({"SSL_CERT_FILE": stranger.file}, unknown),
+                ({"SSL_CERT_FILE": "", "SSL_CERT_DIR": ""}, unknown), ({"SSL_CERT_FILE": stranger.file}, unknown),
                 ({"SSL_CERT_DIR": stranger.folder}, unknown), ({"SSL_CERT_FILE": missing}, "^error setting certificate file: ")]
         for variables, expected in rows:
             with self.subTest(variables):
-                self.expect(expected, "/", trusted=False, **{name: str(value) for name, value in variables.items()})
+                self.expect(expected, "/", **{name: str(value) for name, value in variables.items()})
         other = self.start(HttpsServer(authority, names=["other.example"]))
         other.pages["/"] = body(b"feed")
         self.expect("^SSL: no alternative certificate subject name matches .*'localhost'$", other.address("/"))
@@ -159,30 +122,31 @@ REFUSAL = b"HTTP/1.1 407 Proxy Authentication Required\r\n"
 SILENCE = "^Timed out waiting for data$|^Connection timed out|^Resolving timed out|^Proxy CONNECT aborted|^SSL connection timeout|^Received HTTP code 407|Timeout was reached$"
 # Newer versions of the library have bounds of their own, on the number of headers.
 TOO_MUCH = "^the headers are larger than 256 KiB$|^Too many response headers"
+REFUSED = "^Received HTTP code 407 from proxy after CONNECT$"
 
 
 class Bounds(WebClientTest):
     """A download ends, whatever a server, a proxy or the network does."""
 
     def page(self, page):
-        """Where the server shows this page, with the variables that it takes to get there."""
+        """The address of this page, and the variables that lead there."""
         path = f"/{len(self.pages)}"
         self.pages[path] = page
         return self.server.address(path), {}
 
-    def proxy(self, *said, seconds=None):
-        """The same, by a proxy that says these pieces one after the other, the last again and again unless it is to pause for ever."""
-        def talk(connection, pause):
+    def proxy(self, *pieces, seconds=None):
+        """The same, by a proxy that sends these pieces, and the last one again and again unless `seconds` is None."""
+        def talk(connection, _, server):
             connection.recv(1000)
-            for piece in said:
+            for piece in pieces:
                 connection.sendall(piece)
-            while not pause(seconds):
-                connection.sendall(said[-1])
-        return "https://feeds.example/", {"https_proxy": f"http://127.0.0.1:{self.start(Peer(talk)).port}"}
+            while not server.stopping.wait(seconds):
+                connection.sendall(pieces[-1])
+        return "https://feeds.example/", {"https_proxy": f"http://127.0.0.1:{self.start(Server(talk)).port}"}
 
     def silent(self):
-        mute = self.start(Peer(lambda _, pause: pause()))
-        # One that nobody answers for: the first connections fill its queue.
+        mute = self.start(Server(lambda _connection, _address, server: server.stopping.wait()))
+        # Nobody accepts: the first connections fill its queue.
         deaf = socket.create_server(("127.0.0.1", 0), backlog=0)
         self.addCleanup(deaf.close)
         for _ in range(2):
@@ -192,18 +156,16 @@ class Bounds(WebClientTest):
             self.addCleanup(waiting.close)
         return {"name": ("https://silent.example/", {}), "proxy's name": ("https://a.example/", {"https_proxy": "http://silent.example:1"}),
                 "network": (f"https://127.0.0.1:{deaf.getsockname()[1]}/", {}), "TLS": (f"https://localhost:{mute.port}/", {}),
-                "proxy": self.proxy(), "TLS through a proxy": self.proxy(HEAD + b"\r\n"), "refusal": self.proxy(REFUSAL),
+                "proxy": self.proxy(b""), "TLS through a proxy": self.proxy(HEAD + b"\r\n"), "refusal": self.proxy(REFUSAL),
                 "SOCKS proxy": ("https://localhost/", {"all_proxy": f"socks5://127.0.0.1:{mute.port}"}),
                 "server": self.page(hang()), "header": self.page(forever(HEAD + b"Fie", b"", 60)), "body": self.page(stop(b"a", 2)),
                 "redirect": self.page(redirect(f"https://localhost:{mute.port}/")), "trailer": self.page(forever(CHUNKED, b"", 60))}
 
     def dripping(self):
-        slow = drip([b"x"] * 1000, .2)
-
         def slow_redirect(handler):
             handler.pause(.4)
             redirect(handler.path)(handler)
-        return {"headers": self.page(forever(HEAD, b"A: b\r\n", .2)), "body": self.page(slow), "redirects": self.page(slow_redirect),
+        return {"headers": self.page(forever(HEAD, b"A: b\r\n", .2)), "body": self.page(drip([b"x"] * 1000, .2)), "redirects": self.page(slow_redirect),
                 "trailers": self.page(forever(CHUNKED, b"A: b\r\n", .2)), "proxy": self.proxy(HEAD, b"A: b\r\n", seconds=.2)}
 
     def endless(self):
@@ -216,58 +178,38 @@ class Bounds(WebClientTest):
                 "header": (*self.page(forever(HEAD + b"A: ", b"x" * 1000)), "(?i)memory|too large|larger|header"),
                 "redirect's body": (*self.page(forever(b"HTTP/1.1 302 Found\r\n" + last, b"1000\r\n" + b"x" * 4096 + b"\r\n")), TOO_LARGE),
                 "proxy's headers": (*self.proxy(HEAD, FIELD, seconds=0), TOO_MUCH),
-                "proxy's refusal": (*self.proxy(REFUSAL + b"\r\n", FIELD, seconds=0), "^Received HTTP code 407 from proxy after CONNECT$"),
-                "proxy's chunks": (*self.proxy(REFUSAL + last, b"1\r\nx\r\n", seconds=0), "^Received HTTP code 407 from proxy after CONNECT$")}
+                "proxy's refusal": (*self.proxy(REFUSAL + b"\r\n", FIELD, seconds=0), REFUSED),
+                "proxy's chunks": (*self.proxy(REFUSAL + last, b"1\r\nx\r\n", seconds=0), REFUSED)}
 
-    def check(self, rows, least, most, timeouts):
-        """All side by side: each has the error that is expected, in time, and takes little memory."""
+    def check(self, rows, earliest, latest, **timeouts):
+        """All side by side: each has the expected error, in time."""
         start = time.monotonic()
-        probes = {what: self.probe(address, **timeouts, **variables) for what, (address, variables, _) in rows.items()}
-        for what, probe in probes.items():
-            (error,), resident = probe.answers()
-            self.assertRegex(error, rows[what][2], what)
-            self.assertTrue(least < time.monotonic() - start < most, what)
-            if not SANITIZED:
-                self.assertLess(resident, 64 * MIB, what)
+        probes = {name: self.probe(address, **timeouts, **variables) for name, (address, variables, _) in rows.items()}
+        for name, probe in probes.items():
+            self.assertRegex(self.result(probe), rows[name][2], name)
+            self.assertTrue(earliest < time.monotonic() - start < latest, name)
 
     def test_every_download_ends(self):
         self.pages["/progress"] = drip([b"x" * 100] * 8, .3)
         self.expect(b"x" * 800, "/progress", silence=1500, total=20_000)
-        self.check({what: (*row, SILENCE) for what, row in self.silent().items()}, .9, 12, {"silence": 1000})
-        self.check({what: (*row, "^Timed out$") for what, row in self.dripping().items()}, 1.9, 12, {"silence": 5000, "total": 2000})
-        self.check(self.endless(), 0, 20, {})
+        self.check({name: (*row, SILENCE) for name, row in self.silent().items()}, .9, 12, silence=1000)
+        self.check({name: (*row, "^Timed out$") for name, row in self.dripping().items()}, 1.9, 12, silence=5000, total=2000)
+        self.check(self.endless(), 0, 20)
 
     def test_the_end_of_the_input(self):
         """What takes no longer than the time that is left is finished, the rest is cancelled."""
         self.pages["/short"] = drip([b"x"] * 5, .1)
-        for input in (subprocess.PIPE, subprocess.DEVNULL):
-            probe = self.probe(self.server.address("/short"), input=input, end=20_000)
-            if input == subprocess.PIPE:
-                self.until_asked(1)
-                probe.process.stdin.close()
-            self.assertEqual(probe.answers()[0], [b"xxxxx"])
+        self.expect(b"xxxxx", "/short", input=subprocess.DEVNULL, end=20_000)
         rows = {**self.silent(), **self.dripping()}
         probes = [self.probe(address, **variables) for address, variables in rows.values()]
-        self.until_asked(4)
-        time.sleep(1)
+        wait_until(lambda: len(self.server.requests) >= 4, "the requests")
         start = time.monotonic()
         for probe in probes:
-            probe.process.stdin.close()
-        for what, probe in zip(rows, probes):
-            self.assertEqual(probe.answers()[0], ["cancelled"], what)
-            self.assertLess(time.monotonic() - start, 2, what)
-        self.assertEqual(self.probe("https://silent.example/", end=0, input=subprocess.DEVNULL).answers()[0], ["cancelled"])
-
-    @unittest.skipIf(SANITIZED, "sanitizers need time of their own")
-    def test_waiting_costs_nothing(self):
-        self.pages["/"] = hang()
-        before = resource.getrusage(resource.RUSAGE_CHILDREN)
-        self.assertEqual(self.get("/", input=subprocess.DEVNULL, end=1500), "cancelled")
-        after = resource.getrusage(resource.RUSAGE_CHILDREN)
-        self.assertLess(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime, .7)
-
-    def until_asked(self, count):
-        wait_until(lambda: len(self.server.requests) >= count, "the requests")
+            probe.stdin.close()
+        for name, probe in zip(rows, probes):
+            self.assertEqual(self.result(probe), "cancelled", name)
+            self.assertLess(time.monotonic() - start, 4, name)
+        self.expect("^cancelled$", "https://silent.example/", end=0, input=subprocess.DEVNULL)
 
 
 if __name__ == "__main__":
