@@ -28,13 +28,21 @@ cairo.Context(icon).paint()
 fonts = {height: Pango.FontDescription.from_string(name) for height, name in FONTS.items()}
 
 
-def tile(context, width, height):
-    for x, y, quarter in ((width - RADIUS, RADIUS, -1), (width - RADIUS, height - RADIUS, 0), (RADIUS, height - RADIUS, 1), (RADIUS, RADIUS, 2)):
-        context.arc(x, y, RADIUS, quarter * math.pi / 2, (quarter + 1) * math.pi / 2)
+def rounded(context, x, y, width, height, radius):
+    for across, down, quarter in ((width - radius, radius, -1), (width - radius, height - radius, 0), (radius, height - radius, 1), (radius, radius, 2)):
+        context.arc(x + across, y + down, radius, quarter * math.pi / 2, (quarter + 1) * math.pi / 2)
     context.close_path()
+
+
+def tile(context, width, height):
+    rounded(context, 0, 0, width, height, RADIUS)
     context.set_source_rgba(.96, .96, .97, .86)
     context.fill_preserve()
     context.clip()
+    rounded(context, .25, .25, width - .5, height - .5, RADIUS)
+    context.set_source_rgba(0, 0, 0, .1)
+    context.set_line_width(.5)
+    context.stroke()
 
 
 def text(context, frame):
@@ -62,8 +70,9 @@ def image(context, frame):
     context.save()
     context.translate(frame["x"], frame["y"])
     context.scale(frame["width"] / ICON, frame["height"] / ICON)
+    rounded(context, 0, 0, ICON, ICON, ICON * .14)
     context.set_source_surface(icon, 0, 0)
-    context.paint()
+    context.fill()
     context.restore()
 
 

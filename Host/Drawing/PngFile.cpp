@@ -1,7 +1,6 @@
 #include "Host/Drawing/PngFile.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <png.h>
 #include <vector>
 
@@ -20,34 +19,43 @@ std::uint32_t straight(std::uint32_t pixel) {
     return component(16) | component(8) << 8 | component(0) << 16 | alpha << 24;
 }
 
+void append(png_structp png, png_bytep bytes, std::size_t count) {
+    static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<const char*>(bytes), count);
+}
+
 } // namespace
 
 std::string pngFile(const PixelBuffer& picture) {
+    std::string file;
     if (!picture.surface) {
-        return {};
+        return file;
     }
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_set_write_fn(png, &file, append, nullptr);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height), 8,
+                 PNG_COLOR_TYPE_RGBA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_BASE, PNG_FILTER_TYPE_BASE);
+    png_set_sRGB(png, info, PNG_sRGB_INTENT_PERCEPTUAL);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
+    png_set_compression_level(png, 1);
+    png_write_info(png, info);
     // Most pixels of a widget equal their neighbour.
     std::uint32_t last = 0;
     std::uint32_t lastStraight = 0;
-    std::vector<std::uint32_t> pixels(picture.pixels().begin(), picture.pixels().end());
-    for (std::uint32_t& pixel : pixels) {
+    const auto convert = [&](std::uint32_t pixel) {
         if (pixel != last) {
             last = pixel;
             lastStraight = straight(pixel);
         }
-        pixel = lastStraight;
+        return lastStraight;
+    };
+    std::vector<std::uint32_t> row(static_cast<std::size_t>(picture.width));
+    for (auto rest = picture.pixels(); !rest.empty(); rest = rest.subspan(row.size())) {
+        std::transform(rest.begin(), rest.begin() + picture.width, row.begin(), convert);
+        png_write_row(png, reinterpret_cast<png_const_bytep>(row.data()));
     }
-
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(picture.width);
-    image.height = static_cast<png_uint_32>(picture.height);
-    image.format = PNG_FORMAT_RGBA;
-    image.flags = PNG_IMAGE_FLAG_FAST;
-    std::string file(PNG_IMAGE_PNG_SIZE_MAX(image), '\0');
-    png_alloc_size_t size = file.size();
-    const int isWritten = png_image_write_to_memory(&image, file.data(), &size, 0, pixels.data(), 0, nullptr);
-    file.resize(isWritten != 0 ? size : 0);
+    png_write_end(png, info);
+    png_destroy_write_struct(&png, &info);
     return file;
 }
 
