@@ -7,6 +7,7 @@
 #include "Host/Desktop/GalleryWindow.h"
 #include "Host/Desktop/TileMenu.h"
 #include "Host/Desktop/Toolkit.h"
+#include "Host/Drawing/AppearanceNames.h"
 #include "Platform/Foundation/FileSystem.h"
 #include "Platform/Foundation/Localization.h"
 
@@ -100,6 +101,9 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
     std::erase_if(editors_, [&](const auto& editor) { return !ids.contains(editor.first); });
     for (const auto& [id, tile] : removed_) {
         ids.insert(id);
+    }
+    if (valueNamed<DrawingMode>(arrangement_.renderingMode, drawingModeNames) == DrawingMode::tinted) {
+        readingTheme_.idle<&DesktopSettings::readTheme>(&settings_);
     }
     host_->workLater([entries = entries_, ids = std::move(ids)] { entries.keepOnly(ids); });
     place();
@@ -224,6 +228,7 @@ void Desktop::menuRequested(InstanceId id, const std::optional<std::string>& url
     if (shown == nullptr) {
         return;
     }
+    settings_.readTheme();
     const Instance instance = shown->instance();
     // For the next time; this menu goes by the last description.
     catalog_.describe(*host_, instance.extension, [](const auto& /*widgets*/) {});
@@ -280,9 +285,9 @@ void Desktop::dragEnded(InstanceId id, DragEnd end) {
     }
 }
 
-void Desktop::firstDrawn() {
-    // Before the tiles are drawn anew: their colours may come from it.
-    readingTheme_.idle<&DesktopSettings::readTheme>(&settings_, G_PRIORITY_DEFAULT_IDLE - 1);
+void Desktop::keyPressed() {
+    // The focus ring has the accent colour.
+    settings_.readTheme();
 }
 
 void Desktop::remove(InstanceId id) {
@@ -331,6 +336,7 @@ void Desktop::showGallery() {
 void Desktop::showExamples() {
     auto home = copyExamples();
     if (!home) {
+        settings_.readTheme();
         showFailure(localized("The examples cannot be shown"), home.error());
         return;
     }
@@ -383,6 +389,7 @@ void Desktop::change(const ArrangementChange& change) {
 }
 
 void Desktop::showUnsaved(const platform::Failure& error) {
+    settings_.readTheme();
     showFailure(localized("The change could not be saved"), error.message);
 }
 

@@ -53,7 +53,7 @@ class Desktop final : public HostDisplay, private TileDelegate {
     void dragged(InstanceId id, Point distance) override;
     void dragEnded(InstanceId id, DragEnd end) override;
     void undoRequested(InstanceId id) override;
-    void firstDrawn() override;
+    void keyPressed() override;
 
     void showGalleryIfEmpty();
     void place();

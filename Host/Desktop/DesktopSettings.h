@@ -40,7 +40,8 @@ class DesktopSettings {
     /// How a tile is drawn where the desktop has `scale` pixels per unit.
     TileStyle tileStyle(double scale, Redaction redaction, DrawingMode mode = DrawingMode::fullColor) const;
 
-    /// Makes GTK read the theme, for windows other than tiles. The accent colour may be known only then.
+    /// Makes GTK read the theme, for windows other than tiles. The accent colour may be known only then. Called no
+    /// earlier than needed, since it takes longer than all tiles and stays in memory.
     void readTheme();
 
   private:

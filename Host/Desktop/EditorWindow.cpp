@@ -36,6 +36,7 @@ EditorWindow::EditorWindow(HostApplication& host, const WidgetInfo& widget, cons
     loadWindowStyle(settings);
     GtkWindow* window = GTK_WINDOW(dialog_.get());
     gtk_window_set_title(window, widget.displayName.c_str());
+    gtk_window_set_icon_name(window, g_get_prgname());
     gtk_window_set_position(window, GTK_WIN_POS_CENTER);
     gtk_window_set_resizable(window, FALSE);
     gtk_dialog_add_button(GTK_DIALOG(window), localized("Cancel").c_str(), GTK_RESPONSE_CANCEL);

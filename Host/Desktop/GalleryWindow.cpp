@@ -62,6 +62,7 @@ GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, RendererCa
     loadWindowStyle(settings_);
     GtkWindow* window = GTK_WINDOW(window_.get());
     gtk_window_set_title(window, localized("Widgets").c_str());
+    gtk_window_set_icon_name(window, g_get_prgname());
     gtk_window_set_titlebar(window, makeHeader());
 
     GtkWidget* overlay = gtk_overlay_new();

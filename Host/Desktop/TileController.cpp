@@ -80,6 +80,7 @@ TileController::TileController(Instance instance, const std::string& renderingMo
                    },
                .dragged = [this](Point distance) { context_.delegate.dragged(instance_.id, distance); },
                .dragEnded = [this](DragEnd end) { context_.delegate.dragEnded(instance_.id, end); },
+               .keyPressed = [this] { context_.delegate.keyPressed(); },
                .firstDrawn = [this] { firstDrawn(); },
                .scaleChanged = [this] { restyle(); }},
               context.stacking),
@@ -241,7 +242,6 @@ void TileController::firstDrawn() {
         // After the other tiles have come, too.
         painting_.idle<&TileController::paint>(this);
     }
-    context_.delegate.firstDrawn();
 }
 
 void TileController::paint() {

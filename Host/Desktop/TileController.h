@@ -30,8 +30,7 @@ class TileDelegate {
     virtual void dragged(InstanceId id, Point distance) = 0;
     virtual void dragEnded(InstanceId id, DragEnd end) = 0;
     virtual void undoRequested(InstanceId id) = 0;
-    /// The tile is on the screen for the first time.
-    virtual void firstDrawn() = 0;
+    virtual void keyPressed() = 0;
 };
 
 /// What the tiles of a desktop share.

@@ -230,6 +230,7 @@ gboolean TileWindow::keyPressed(GdkEvent* event) {
     guint key = 0;
     GdkModifierType modifiers{};
     gtk_window_set_focus_visible(GTK_WINDOW(widget()), TRUE);
+    handlers_.keyPressed();
     gdk_event_get_keyval(event, &key);
     gdk_event_get_state(event, &modifiers);
     switch (key) {

@@ -50,6 +50,7 @@ class TileWindow {
         /// `distance` is from where the drag began.
         std::function<void(Point distance)> dragged;
         std::function<void(DragEnd end)> dragEnded;
+        std::function<void()> keyPressed;
         std::function<void()> firstDrawn;
         /// The screen has another scale.
         std::function<void()> scaleChanged;

@@ -67,10 +67,10 @@ std::optional<std::string> startToolkit() {
     gtk_disable_setlocale();
     setlocale(LC_ALL, ""); // NOLINT(concurrency-mt-unsafe): before all threads
     platform::startLocalization("widgethost");
-    // Desktops find the icon of a window by the name of its desktop entry.
+    // Desktops find the icon of a window by the name of its desktop entry. Tiles need none: loading it takes longer than
+    // drawing one.
     constexpr const char* identifier = "net.foliovault.WidgetHost";
     g_set_prgname(identifier);
-    gtk_window_set_default_icon_name(identifier);
     g_log_set_writer_func(&writeLog, nullptr, nullptr);
     chooseDisplay();
     tiles_register_resource();
