@@ -4,6 +4,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
@@ -17,16 +18,11 @@ namespace {
 namespace fs = std::filesystem;
 using platform::TemporaryFolder;
 
-/// Returns the errno of a system call's result.
-int errorOf(int answer) {
-    return answer < 0 ? errno : 0;
-}
-
 /// Returns the errno of `attempt` in a child that has confined itself.
 int errorWithin(const Sandbox& sandbox, const std::function<int()>& attempt) {
     const pid_t child = fork();
     if (child == 0) {
-        _exit(sandbox.apply().step == Sandbox::Step::none ? errorOf(attempt()) : 255);
+        _exit(sandbox.apply().step != Sandbox::Step::none ? 255 : attempt() < 0 ? errno : 0);
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -82,58 +78,42 @@ TEST(Sandbox, NeedsRestartWhenAGrantedFileIsReplaced) {
     if (landlockVersion() == 0) {
         GTEST_SKIP() << "this kernel has no Landlock, so nothing is bound to what stood there";
     }
-    using Change = std::function<void(const fs::path&)>;
-    const Change nothing = [](const fs::path&) {};
-    const Change make = [](const fs::path& path) { fs::create_directory(path); };
-    const Change fill = [](const fs::path& path) { fs::create_directory(path / "more"); };
-    const Change remove = [](const fs::path& path) { fs::remove_all(path); };
-    const Change replace = [](const fs::path& path) {
-        fs::remove_all(path);
-        fs::create_directory(path);
-    };
-    const Change link = [](const fs::path& path) {
-        fs::remove_all(path);
-        fs::create_directory_symlink("/usr", path);
-    };
+    // Commands of the shell for the granted (P)ath.
     struct Row {
         const char* name;
-        const Change& before;
-        const Change& after;
+        const char* before;
+        const char* after;
         bool isOutdated;
     };
-    const std::vector<Row> rows{
-        {"still absent", nothing, nothing, false},
-        {"appeared", nothing, make, true},
-        {"unchanged", make, nothing, false},
-        {"other content", make, fill, false},
-        {"gone", make, remove, true},
-        {"replaced", make, replace, true},
-        {"now a link", make, link, true},
+    const Row rows[]{
+        {"still absent", "true", "true", false},
+        {"appeared", "true", "mkdir $P", true},
+        {"unchanged", "mkdir $P", "true", false},
+        {"other content", "mkdir $P", "mkdir $P/more", false},
+        {"gone", "mkdir $P", "rmdir $P", true},
+        {"replaced", "mkdir $P", "mkdir $P.new; rmdir $P; mv $P.new $P", true},
+        {"now a link", "mkdir $P", "rmdir $P; ln -s /usr $P", true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         const TemporaryFolder folder;
         const std::string path = folder.path("granted");
-        row.before(path);
+        setenv("P", path.c_str(), 1);
+        ASSERT_EQ(std::system(row.before), 0);
         const Sandbox sandbox = Sandbox::prepare({.files = {{path, FileAccess::read}}});
-        row.after(path);
+        ASSERT_EQ(std::system(row.after), 0);
         EXPECT_EQ(sandbox.needsRestart(), row.isOutdated);
     }
 }
 
 TEST(ScriptInterpreter, IsWhatTheFirstLineNames) {
     const TemporaryFolder folder;
-    const std::vector<std::pair<std::string, std::optional<fs::path>>> rows{
+    const std::pair<std::string, std::optional<fs::path>> rows[]{
         {"#!/bin/sh\necho", "/bin/sh"},
         {"#! /usr/bin/env  python3\n", "/usr/bin/env"},
         {"#!\t/bin/sh", "/bin/sh"},
-        {"#!/bin/sh -e\n", "/bin/sh"},
-        {"#!", ""},
-        {"#!\n", ""},
         {"#!" + std::string(1000, 'x'), std::string(254, 'x')},
-        {"\x7f"
-         "ELF",
-         std::nullopt},
+        {"#!\n", ""},
         {"# !/bin/sh", std::nullopt},
         {"", std::nullopt},
     };

@@ -35,13 +35,6 @@ struct Bounds {
 constexpr Bounds withoutLetters{.max = 12, .mean = 0.1};
 
 View sample() {
-    Picture quarters = plainPicture(40, 30, {200, 30, 90, 255});
-    for (int y = 0; y < 15; ++y) {
-        for (int x = 0; x < 20; ++x) {
-            quarters.at(x, y) = {20, 160, 60, 255};
-        }
-    }
-    const EncodedData picture(Data::owning(imageFile(quarters, "png")), EncodedData::Encoding::raw);
     const auto row = [](const char* name, const char* title, const char* detail, Color dot) {
         return hStack(
             {.spacing = 6},
@@ -59,19 +52,25 @@ View sample() {
                    row("folder", "A short history of the index card, and of what came after it in libraries",
                        "Research › שלום", Color::red),
                    divider(), row("no.such.symbol", "Pending Review", "~/Databases/Research", Color::green), divider(),
-                   hStack({.spacing = 8}, {image(picture, symbol("photo")).frame({.width = 32, .height = 32}),
-                                           text("Lines that break between words are as high as their style says, and "
-                                                "end in an ellipsis where there is no more room")
-                                               .font(caption)
-                                               .foreground(tertiary)
-                                               .lineLimit(2)})});
+                   text("Lines that break between words are as high as their style says, and end in an ellipsis where "
+                        "there is no more room")
+                       .font(caption)
+                       .foreground(tertiary)
+                       .lineLimit(2)});
 }
 
+/// Without letters.
 View shapes() {
-    const auto row = [](const char* name, const Foreground& level, Color fill) {
+    Picture quarters = plainPicture(40, 30, {200, 30, 90, 255});
+    for (int y = 0; y < 15; ++y) {
+        std::fill_n(&quarters.at(0, y), 20, Pixel{20, 160, 60, 255});
+    }
+    const EncodedData picture(Data::owning(imageFile(quarters, "png")), EncodedData::Encoding::raw);
+    const auto row = [&](const char* name, const Foreground& level, Color fill) {
         return hStack({}, {symbol(name).font(largeTitle).foreground(level), symbol("no.such.symbol").foreground(fill),
-                           spacer(), circle(fill).frame({.width = 12, .height = 12}).accentable(),
-                           clear().frame({.width = 40, .height = 16}).capsuleBackground(fill)});
+                           image(picture, clear()).frame({.width = 32, .height = 32}), spacer(),
+                           circle(fill).frame({.width = 12, .height = 12}).accentable(),
+                           symbol("star").foreground(Color::white).accentable().capsuleBackground(fill)});
     };
     return vStack({.spacing = 4},
                   {row("folder", primary, Color::red), divider(), row("globe", secondary, Color::green), divider(),
@@ -104,12 +103,16 @@ std::vector<Reference> references() {
                  {.appearance = {.mode = DrawingMode::tinted, .accent = Rgba{0.8, 0.3, 0.1}}, .scale = 1}),
         shapesIn("shapes-vibrant", {.appearance = {.mode = DrawingMode::vibrant}, .scale = 2}),
         {"high-contrast", {.appearance = {.contrast = Contrast::high}, .scale = 2}},
-        {"placeholder", {.appearance = {.redaction = Redaction::placeholder}, .scale = 2}},
+        {"placeholder",
+         {.appearance = {.redaction = Redaction::placeholder}, .scale = 2},
+         failedAsOfBadge("as of 10:42")},
         {"right-to-left", {.scale = 1.5, .direction = Direction::rightToLeft}, failureMark(), Corner::topTrailing},
-        {"badge-dark", {.appearance = dark, .scale = 2}, failedAsOfBadge("as of 10:42")},
+        {"badge-dark", {.appearance = dark, .scale = 2}, asOfBadge("as of 10:42")},
         {.name = "message",
          .style = {.scale = 2},
-         .view = messageView("Nothing opens this link", {"Install the application that it belongs to."},
+         .view = messageView("Nothing opens this link",
+                             {"Install the application that it belongs to, or choose another in the settings of the "
+                              "desktop: it has a list of them."},
                              MessageButton{"Undo", "x:undo"})},
     };
 }

@@ -1,19 +1,156 @@
-// Properties of any tree: random ones from fixed seeds, and hostile ones.
+// The fixtures of Tests/Fixtures/Layout, then properties of any tree: random ones from fixed seeds, and hostile ones.
+//
+// In a fixture, "== NAME" begins a case. Its view follows in the protocol's JSON, and then, for each of some sizes, a
+// line with the size and what the layout is to be:
+//
+//     widget 364x170      a widget of this size; positions are from its corner
+//     proposal 100x15     what is proposed to the view; positions are from the proposed room's corner
+//     mirrored 170x80     a widget that is read from right to left
+//     frames 84x67        a widget's frames as JSON
+//     items 364x170       a widget's accessible items: role, name | description -> URL
 #include "Host/Layout/AccessibleItems.h"
+#include "Host/Layout/FramesJson.h"
+#include "Host/Layout/Measures.h"
+#include "Host/Layout/Mirroring.h"
 #include "Platform/Views/Node.h"
+#include "Platform/Views/ViewReader.h"
 #include "Tests/Host/Layout/FakeMeasurers.h"
-#include "Tests/Host/Layout/LayoutDump.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <random>
+#include <sstream>
 
 namespace host {
 namespace {
 
 using namespace platform; // NOLINT(google-build-using-namespace): views read like the pictures they draw
+
+std::ostream& operator<<(std::ostream& out, const Rect& frame) {
+    return out << frame.x << "," << frame.y << " " << frame.width << "x" << frame.height;
+}
+
+struct ContentDump {
+    std::ostream& out;
+    const Rect& frame;
+
+    void operator()(const TextItem& item) const {
+        out << "text " << frame << " \"";
+        for (const TextLine& line : item.text.lines) {
+            out << (&line == &item.text.lines.front() ? "" : "|") << line.text;
+        }
+        out << "\"";
+        if (item.alignment != HorizontalAlignment::leading) {
+            out << " " << styleName(item.alignment);
+        }
+    }
+    void operator()(const SymbolItem& item) const { out << "symbol " << frame << " " << item.symbol; }
+    void operator()(const ImageItem& item) const { out << "image " << frame << " " << item.data.decoded().bytes(); }
+    void operator()(const CircleItem& item) const { out << "circle " << frame << " " << styleName(item.fill); }
+    void operator()(const CapsuleItem& item) const { out << "capsule " << frame << " " << styleName(item.fill); }
+    void operator()(const DividerItem& /*item*/) const { out << "divider " << frame; }
+};
+
+Rect moved(Rect frame, Point origin) {
+    return {frame.x - origin.x, frame.y - origin.y, frame.width, frame.height};
+}
+
+/// Returns a line for each item, in drawing order, then the links. Positions and sizes are in points, positions from
+/// `origin`. Font, foreground and alignment are left out if they are callout, primary and leading.
+std::string dump(const WidgetLayout& layout, Point origin = {}) {
+    std::ostringstream out;
+    for (const LayoutItem& item : layout.items) {
+        std::visit(ContentDump{out, moved(item.frame, origin)}, item.content);
+        if (item.font != callout) {
+            out << " " << styleName(item.font.style) << (item.font.weight ? "-semibold" : "");
+        }
+        if (item.foreground != primary) {
+            std::visit([&](auto value) { out << " " << styleName(value); }, item.foreground);
+        }
+        out << (item.accented ? " accented" : "");
+        if (item.link) {
+            out << " link " << *item.link;
+        }
+        out << "\n";
+    }
+    for (const LayoutLink& link : layout.links) {
+        out << "link " << moved(link.frame, origin) << " " << link.url;
+        if (link.outer) {
+            out << " in " << *link.outer;
+        }
+        out << "\n";
+    }
+    return out.str();
+}
+
+std::string dumpOfItems(const WidgetLayout& layout) {
+    std::string lines;
+    for (const AccessibleItem& item : accessibleItems(layout)) {
+        constexpr std::array<const char*, 3> roles{"heading ", "text ", "link "};
+        lines += roles.at(static_cast<std::size_t>(item.role)) + item.name;
+        lines += item.description.empty() ? "" : " | " + item.description;
+        lines += (item.url.empty() ? "" : " -> " + item.url) + "\n";
+    }
+    return lines;
+}
+
+std::string dumpOf(const std::string& json, std::string_view what, Size size) {
+    simdjson::dom::parser parser;
+    const simdjson::padded_string padded(json);
+    const auto view = readView(parser.parse(padded).value());
+    if (!view) {
+        return view.error();
+    }
+    FakeTexts texts;
+    FakeImages images;
+    const bool isProposal = what == "proposal";
+    const double margins = isProposal ? 2 * contentMargin : 0;
+    WidgetLayout layout = layOut(*view, {size.width + margins, size.height + margins}, texts, images);
+    if (what == "frames") {
+        return framesJson(layout) + "\n";
+    }
+    if (what == "items") {
+        return dumpOfItems(layout);
+    }
+    if (what == "mirrored") {
+        mirror(layout);
+    }
+    return dump(layout, isProposal ? Point{contentMargin, contentMargin} : Point());
+}
+
+TEST(LayoutFixtures, AreLaidOutAsWrittenDown) {
+    for (const auto& each : std::filesystem::directory_iterator(FIXTURES_FOLDER "/Layout")) {
+        std::ifstream file(each.path());
+        std::string expected;
+        std::string actual;
+        std::string json;
+        bool inView = false;
+        for (std::string line; std::getline(file, line);) {
+            expected += line + "\n";
+            std::array<char, 16> what{};
+            Size size;
+            if (line.starts_with("==")) {
+                inView = true;
+                json.clear();
+                actual += line + "\n";
+            } else if (std::sscanf(line.c_str(), "%15s %lfx%lf", what.data(), &size.width, &size.height) == 3) {
+                inView = false;
+                actual += line + "\n" + dumpOf(json, what.data(), size);
+            } else if (inView || line.empty()) {
+                json += line;
+                actual += line + "\n";
+            }
+        }
+        EXPECT_FALSE(json.empty());
+        EXPECT_EQ(actual, expected) << each.path();
+    }
+}
 
 enum class Wildness { tame, wild };
 
