@@ -16,7 +16,7 @@ from pathlib import Path
 
 from support import wait_until
 from wayland_eye import WaylandEye
-from wayland_world import WaylandWorld
+from wayland_session import WaylandSession
 
 KINDS = ("FavoritesWidget", "ReadingListWidget", "WorkspacesWidget", "TipsWidget")
 LEFT, TOP, PITCH, HEIGHT = 480, 24, 194, 170
@@ -40,24 +40,24 @@ for number in range(int(float(sys.argv[2]) * 100)):
 
 class Desktop:
     def __init__(self, programs, project):
-        self.world = WaylandWorld()
+        self.session = WaylandSession()
         self.example = Path(project, "Resources", "Example")
         self.restore_library()
-        self.command = [programs / "widgethost", "--extension", programs / "foliovault-widgets", "--home", self.world.home]
-        self.column = WaylandEye(self.world.socket, (COLUMN, 0, 1, 800)).look
+        self.command = [programs / "widgethost", "--extension", programs / "foliovault-widgets", "--home", self.session.home]
+        self.column = WaylandEye(self.session.socket, (COLUMN, 0, 1, 800)).look
         self.empty = self.column()
-        self.entries = self.world.home / "cache" / "widgethost" / "tiles"
+        self.entries = self.session.home / "cache" / "widgethost" / "tiles"
         self.process = None
 
     def restore_library(self):
-        self.world.run("cp", "-r", *self.example.iterdir(), self.world.home)
+        self.session.run("cp", "-r", *self.example.iterdir(), self.session.home)
 
     def host(self, *arguments):
-        return self.world.run(*self.command, *arguments)
+        return self.session.run(*self.command, *arguments)
 
     def place_tiles(self):
         for row, kind in enumerate(KINDS):
-            self.host("add", kind, "--at", f"{LEFT},{TOP + row * PITCH}", "--output", self.world.outputs()[0].name)
+            self.host("add", kind, "--at", f"{LEFT},{TOP + row * PITCH}", "--output", self.session.outputs()[0].name)
 
     def await_change(self, before, rows, how=all):
         """Until the column has changed in all of these rows, or in any."""
@@ -72,7 +72,7 @@ class Desktop:
     def start(self, *command, rows=(), **more):
         """The seconds from the start of a program to its tiles on the screen."""
         start = time.perf_counter()
-        self.process = self.world.start(*command, **more)
+        self.process = self.session.start(*command, **more)
         self.await_change(self.empty, rows)
         return time.perf_counter() - start
 
@@ -109,7 +109,7 @@ def groups_by_turns(desktop, rounds):
         before = desktop.column()
         start = time.perf_counter()
         change = subprocess.Popen([*map(str, desktop.command), "edit", "1", "--set", "group=" + ("Zuhause", "Work")[turn % 2]],
-                                  env=desktop.world.environment())
+                                  env=desktop.session.environment())
         desktop.await_change(before, range(TOP, TOP + HEIGHT), any)
         times.append(time.perf_counter() - start)
         change.wait()
@@ -125,7 +125,7 @@ def save(file, number):
 
 def saves(desktop, count):
     """The seconds from the saving of a library to its tile's new picture on the screen, the extension not running before."""
-    file = desktop.world.home / "Library" / "Application Support" / "FOLIOvault" / "Favorites.plist"
+    file = desktop.session.home / "Library" / "Application Support" / "FOLIOvault" / "Favorites.plist"
     times = []
     for number in range(count):
         for child in desktop.children():
@@ -144,7 +144,7 @@ def saves(desktop, count):
 
 def storm(desktop, seconds):
     """How many pictures come of a hundred saves a second, and the processor's seconds for them, the extension's included."""
-    file = desktop.world.home / "Library" / "Application Support" / "FOLIOvault" / "Favorites.plist"
+    file = desktop.session.home / "Library" / "Application Support" / "FOLIOvault" / "Favorites.plist"
     wait_until(lambda: not desktop.children(), "the extension to rest")
     used, pictures, seen = desktop.used(children=True)[0], 0, desktop.column()
     saving = subprocess.Popen([sys.executable, "-c", STORM, str(file), str(seconds)], env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)})
@@ -194,7 +194,7 @@ def measure(table, rounds, programs, project, frames, peer):
         changed = groups_by_turns(desktop, rounds)
         code = desktop.end()
     finally:
-        desktop.world.stop()
+        desktop.session.stop()
     print(f"""
 The desktop with four tiles:
 

@@ -5,7 +5,7 @@ import os
 import struct
 
 from picture import Picture
-from wayland_hands import WaylandClient
+from wayland_input import WaylandClient
 
 BUFFER, READY, FAILED = 0, 2, 3
 

@@ -18,7 +18,7 @@ desk_packages=(dbus-daemon python3 python3-gi python3-pil python3-xlib gir1.2-gt
 test_libraries=(libgtest-dev libgmock-dev)
 test_packages=("${desk_packages[@]}" "${test_libraries[@]}" librsvg2-common openssl python3-feedparser
     gir1.2-atspi-2.0 gir1.2-gtklayershell-0.1 at-spi2-core libatk-adaptor libglib2.0-bin
-    sway swaybg grim openbox xsettingsd xcompmgr mutter xwayland pcmanfm-qt qt6-qpa-plugins desktop-file-utils appstream man-db zsh fish)
+    sway swaybg grim wl-clipboard openbox xsettingsd xcompmgr mutter xwayland pcmanfm-qt qt6-qpa-plugins desktop-file-utils appstream man-db zsh fish)
 package_packages=(bash coreutils dpkg-dev file gzip lintian)
 lint_packages=(git clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-dev)

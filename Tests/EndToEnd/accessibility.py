@@ -1,61 +1,37 @@
 """What assistive technology reads of an application, and does in it.
 
-As a program, accessibility.py PROCESS [PLACE ACTION], it looks once at an application, through the bus that the variables name, and writes
-its tree as JSON, null where it is not there; or does the action of the object in that place, "0,3,1". "select" is one that every object of
-a list has.
+As a program, accessibility.py PROCESS [PATH ACTION], it prints an application's tree as JSON, null if there is none; or does the action of
+the object at that path, "0,3,1". "select" is one that every object of a list has. The variables name the bus.
 """
 
-import dataclasses
 import json
 import sys
-
-
-@dataclasses.dataclass(frozen=True)
-class Accessible:
-    """`path` is the object's place in the tree: the number of each child on the way. `extents` are x, y, width and height in its
-    window."""
-    path: tuple
-    role: str
-    name: str
-    description: str
-    states: frozenset
-    actions: tuple
-    extents: tuple
-    children: tuple
-
-    def all(self):
-        """Itself and all below, in their order."""
-        yield self
-        for child in self.children:
-            yield from child.all()
+from types import SimpleNamespace
 
 
 class AccessibleApplication:
-    """A process in a world that was made with `accessible`."""
+    """A process in a session that was made with `accessible`. An object has a `path`, the number of each child on the way to it, `role`, `name`,
+    `states`, `actions`, `extents` (x, y, width and height in its window) and `children`."""
 
-    def __init__(self, world, process):
-        self.ask = lambda *more: json.loads(world.run(sys.executable, "-B", __file__, process.pid, *more))
+    def __init__(self, session, process):
+        self.ask = lambda *more: json.loads(session.run(sys.executable, "-B", __file__, process.pid, *more), object_hook=lambda each: SimpleNamespace(**each))
 
-    def tree(self):
-        """As it is now; None where the application is not to be read (yet)."""
-        def read(node):
-            return Accessible(**{**node, "path": tuple(node["path"]), "states": frozenset(node["states"]), "actions": tuple(node["actions"]),
-                                 "extents": tuple(node["extents"]), "children": tuple(map(read, node["children"]))})
-        node = self.ask()
-        return node and read(node)
+    def all(self, node=None):
+        """An object and all below, in their order; by default those of the whole application, none while it cannot be read."""
+        node = node or self.ask()
+        return [node, *(below for child in node.children for below in self.all(child))] if node else []
 
     def find_all(self, role=None, name=None):
-        tree = self.tree()
-        return [each for each in (tree.all() if tree else ()) if role in (None, each.role) and name in (None, each.name)]
+        return [each for each in self.all() if role in (None, each.role) and name in (None, each.name)]
 
     def find(self, role=None, name=None):
         """The first one, as soon as it is there."""
         from support import wait_until
         return wait_until(lambda: self.find_all(role, name), f"an accessible {role or 'object'} {name or ''}")[0]
 
-    def do_action(self, accessible, name=None):
+    def do_action(self, node, name=None):
         """The named one, or the first."""
-        assert self.ask(",".join(map(str, accessible.path)), name or accessible.actions[0]), (accessible, name)
+        assert self.ask(",".join(map(str, node.path)), name or node.actions[0]), (node, name)
 
 
 def children(node):
@@ -70,19 +46,18 @@ def actions(node):
 def describe(node, path):
     component = node.get_component_iface()
     box = Atspi.Component.get_extents(component, Atspi.CoordType.WINDOW) if component else None
-    # What some versions call a push button, others call a button.
-    return {"path": path, "role": node.get_role_name().removeprefix("push "), "name": node.get_name(), "description": node.get_description(),
+    # Some versions call a button a push button.
+    return {"path": path, "role": node.get_role_name().removeprefix("push "), "name": node.get_name(),
             "states": [state.value_nick for state in node.get_state_set().get_states()], "actions": actions(node),
             "extents": [box.x, box.y, box.width, box.height] if box else [0, 0, 0, 0],
             "children": [describe(child, [*path, i]) for i, child in enumerate(children(node))]}
 
 
-def look(process, place=None, action=None):
-    application = next((each for each in children(Atspi.get_desktop(0)) if each.get_process_id() == process), None)
-    if place is None or application is None:
-        return application and describe(application, [])
-    node = application
-    for number in filter(None, place.split(",")):
+def main(process, path=None, action=None):
+    node = next((each for each in children(Atspi.get_desktop(0)) if each.get_process_id() == int(process)), None)
+    if path is None or node is None:
+        return node and describe(node, [])
+    for number in filter(None, path.split(",")):
         node = children(node)[int(number)]
     if action == "select":
         return Atspi.Selection.select_child(node.get_parent().get_selection_iface(), node.get_index_in_parent())
@@ -96,8 +71,6 @@ if __name__ == "__main__":
     from gi.repository import Atspi, GLib
 
     try:
-        answer = look(int(sys.argv[1]), *sys.argv[2:])
+        print(json.dumps(main(*sys.argv[1:])))
     except GLib.Error:
-        # What was there has gone while it was read.
-        answer = None
-    print(json.dumps(answer))
+        print("null")  # An object vanished while it was read.

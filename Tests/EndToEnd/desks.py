@@ -13,7 +13,7 @@ OPENBOX = """<?xml version="1.0"?>
 @dataclasses.dataclass(frozen=True)
 class Desk:
     """`packages` are Debian's, as in a Depends field. `commands` start the desk: first what manages windows, last what draws the desktop, if
-    `draws_desktop`. In them, {tell} is a program that passes on the display's variables, {config} a file with `config` in it, {settings} that of xsettingsd.
+    `draws_desktop`. In them, {report} is a program that passes on the display's variables, {config} a file with `config` in it, {settings} that of xsettingsd.
     `workspace` is the command that switches to one, `set_scale` the one for a scale while programs run, `key` leaves what is shown at first.
     `lacks` are the checks that have no meaning there.
     """
@@ -40,13 +40,13 @@ class Desk:
 NESTED = (("MUTTER_DEBUG_DUMMY_MODE_SPECS", f"{WIDTH}x{HEIGHT}"),)
 DESKS = {desk.name: desk for desk in (
     Desk("sway", "sway, swaybg, grim", draws_desktop=False, lacks=("show desktop",), scales=(1.25, 1.6, 2), set_scale="yes"),
-    Desk("labwc", "labwc, xwayland, wlr-randr", ("labwc -s {tell}",), draws_desktop=False, is_nested=True, lacks=("show desktop", "name"),
+    Desk("labwc", "labwc, xwayland, wlr-randr", ("labwc -s {report}",), draws_desktop=False, is_nested=True, lacks=("show desktop", "name"),
          scales=(1.25, 1.6, 2), set_scale="wlr-randr --output X11-1 --scale {}", variables=(("WLR_BACKENDS", "x11"), ("WLR_RENDERER", "pixman"))),
     Desk("KDE Wayland", "kwin-wayland, plasma-workspace, plasma-workspace-wayland | plasma-desktop, plasma-desktop, qtwayland5 | qt6-wayland, xwayland, libkf5screen-bin | libkscreen-bin",
-         (f"kwin_wayland --xwayland --width {WIDTH} --height {HEIGHT} {{tell}}", "plasmashell"), is_nested=True,
+         (f"kwin_wayland --xwayland --width {WIDTH} --height {HEIGHT} {{report}}", "plasmashell"), is_nested=True,
          lacks=("show desktop", "name"), scales=(1.25, 1.5, 2), set_scale="env XDG_SESSION_TYPE=wayland QT_QPA_PLATFORM=wayland KSCREEN_BACKEND_INPROCESS=1 kscreen-doctor output.1.scale.{}"),
     Desk("KDE X11", "kwin-x11, plasma-desktop, plasma-workspace", ("kwin_x11", "plasmashell"), blends=False),
-    Desk("GNOME, mutter", "mutter, xwayland", ("mutter --nested --wayland -- {tell}",), draws_desktop=False, is_nested=True, variables=NESTED,
+    Desk("GNOME, mutter", "mutter, xwayland", ("mutter --nested --wayland -- {report}",), draws_desktop=False, is_nested=True, variables=NESTED,
          lacks=("resolution",)),
     Desk("GNOME Shell", "gnome-shell, xwayland", ("gnome-shell --nested --wayland",), draws_desktop=False, is_nested=True, variables=NESTED,
          key="Escape", lacks=("resolution",)),

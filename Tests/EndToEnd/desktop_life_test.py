@@ -1,62 +1,105 @@
-"""The life of the host's desktop: commands that reach it, rest, and its end."""
+"""The life of the host's desktop: commands and files that reach it, rest, and its end."""
 
+import itertools
 import json
 import os
+import plistlib
+import shutil
 import signal
 import time
 import unittest
 from pathlib import Path
 
-from desktop import IDENTIFIER, DesktopTest, Placed
-from support import HOST, UNAVAILABLE, favourites, wait_until
-from worlds import WaylandWorld
+from desktop import DesktopTest, Placed
+from support import HOST, IDENTIFIER, UNAVAILABLE, favourites, wait_until
+from wayland_session import WaylandSession
 
-PLACE = (104, 80)
+TILE = Placed(1, place=(104, 80))
 REST_SECONDS = 3
 
 
 class Life(DesktopTest):
-    kind = WaylandWorld
+    session_class = WaylandSession
+
+    def setUp(self):
+        self.start_session()
 
     def test_commands_reach_it(self):
-        self.make_world()
         self.arrange()
         self.start()
         self.await_answers()
         # The command starts no process of the extension, and what it adds is written with its place.
-        manifest = self.world.folder / "command.json"
+        manifest = self.session.folder / "command.json"
         manifest.write_text(json.dumps({"identifier": IDENTIFIER, "executable": "/bin/false"}))
-        self.assertEqual(self.world.run(HOST, "--extension", manifest, "add", "FavoritesWidget"), b"1\n")
+        self.assertEqual(self.session.run(HOST, "--extension", manifest, "add", "FavoritesWidget"), b"1\n")
         stamp, children = self.stamp(), self.children()
-        first = Placed(1, place=(892, 24))
-        self.sees(first)
+        self.sees(Placed(1, place=(892, 24)))
         self.assertEqual(self.stamp(), stamp)
         self.assertEqual(len(children), 1)
         self.assertEqual(self.children(), children)
-        self.tell("move", 1, *PLACE)
-        self.sees(Placed(1, place=PLACE))
+        self.succeed("move", 1, *TILE.place)
+        self.sees(TILE)
         self.assertTrue(self.is_clear((1100, 24, 60, 40)))
         self.write(favourites(3))
-        self.tell("reload")
-        self.sees(Placed(1, place=PLACE))
-        self.tell("edit", 1, "--set", "group=Vanished")
-        self.sees(Placed(1, place=PLACE, settings=(("group", "Vanished"),)))
-        self.tell("remove", 1)
-        wait_until(lambda: self.is_clear(Placed(1, place=PLACE).box()), "the end of the tile")
+        self.succeed("reload")
+        self.sees(TILE)
+        self.succeed("edit", 1, "--set", "group=Vanished")
+        self.sees(Placed(1, place=TILE.place, settings=(("group", "Vanished"),)))
+        self.examine({"compositor": ("ok", "Wayland, wayland-"), "windows": ("ok", r"layer shell, version \d"), "session bus": ("ok", "answers"),
+                      "running host": ("ok", "running")})
+        self.succeed("remove", 1)
+        wait_until(lambda: self.is_clear(TILE.box()), "the end of the tile")
+        self.end()
+
+    def test_it_follows_the_file(self):
+        other = Placed(2, family="large", place=(560, 80))
+        self.arrange(TILE, other)
+        self.start(TILE)
+        file = self.library / "Favorites.plist"
+        numbers = itertools.count(1)
+        content = lambda: plistlib.dumps(favourites(next(numbers) % 4 + 1, Location=f"In {next(numbers)}"))
+
+        def replace():
+            fresh = self.library / "fresh"
+            fresh.write_bytes(content())
+            fresh.rename(file)
+
+        def replace_folder():
+            aside = self.home / "aside"
+            (self.home / "Library").rename(aside)
+            shutil.copytree(aside, self.home / "Library")
+            file.write_bytes(content())
+        for change in (lambda: file.write_bytes(content()), replace, lambda: file.write_bytes(b"broken"), replace, file.unlink, replace, replace_folder, replace,
+                       lambda: shutil.rmtree(self.home / "Library"), lambda: self.library.mkdir(parents=True) or replace()):
+            change()
+            self.sees(TILE)
+        self.sees(other)
+        self.assertRegex(self.succeed("explain", 1).decode(), r"follows: .*/Favorites\.plist\n(.*\n)*  reason: .*/Favorites\.plist changed\n")
+        self.desktop.send_signal(signal.SIGSTOP)
+        for _ in range(3):
+            replace()
+        self.desktop.send_signal(signal.SIGCONT)
+        self.sees(TILE)
+
+        # A storm of changes is a few reloads of one process.
+        wait_until(lambda: not self.children(), "the end of the extension")
+        children = set()
+        end = time.monotonic() + 2
+        while time.monotonic() < end:
+            replace()
+            children.update(self.children())
+            time.sleep(.01)
+        self.sees(TILE)
+        self.assertEqual(len(children), 1)
         self.end()
 
     def test_at_rest(self):
-        self.make_world()
-        tiles = [Placed(1, place=PLACE), Placed(2, "ReadingListWidget", "large", (600, 80))]
+        tiles = [TILE, Placed(2, "ReadingListWidget", "large", (600, 80))]
         self.arrange(*tiles)
-        self.start()
-        for tile in tiles:
-            self.sees(tile)
+        self.start(*tiles)
         wait_until(lambda: not self.children(), "the end of the extension")
         before = self.work()
-        deadline = time.monotonic() + REST_SECONDS
-        while time.monotonic() < deadline:
-            time.sleep(deadline - time.monotonic())
+        time.sleep(REST_SECONDS)
         switches, processor = (now - then for now, then in zip(self.work(), before))
         self.assertLessEqual(switches, 2)
         self.assertEqual(processor, 0)
@@ -69,17 +112,14 @@ class Life(DesktopTest):
         user, system = (folder / "stat").read_text().rpartition(")")[2].split()[11:13]
         return int(waits.split()[1]), int(user) + int(system)
 
-    def test_it_ends_when_told_to_and_when_its_world_does(self):
-        self.make_world()
-        tile = Placed(1, place=PLACE)
-        self.arrange(tile)
+    def test_its_end(self):
+        self.arrange(TILE)
         # A supervisor starts the desktop anew where the display was lost and comes back.
         ends = [("SIGTERM", 0, lambda: self.desktop.send_signal(signal.SIGTERM)), ("SIGINT", 0, lambda: self.desktop.send_signal(signal.SIGINT)),
-                ("the bus", 0, self.world.bus.process.terminate), ("the display", 1, self.world.end_compositor)]
-        for what, code, end in ends:
-            with self.subTest(what):
-                self.start()
-                self.sees(tile)
+                ("the bus", 0, self.session.bus.process.terminate), ("the display", 1, lambda: self.session.end(self.session.compositor))]
+        for name, code, end in ends:
+            with self.subTest(name):
+                self.start(TILE)
                 self.assertNotEqual(self.relatives(), [])
                 end()
                 self.assertEqual(self.desktop.wait(20), code)
@@ -89,16 +129,16 @@ class Life(DesktopTest):
                 wait_until(lambda: not self.relatives(), "the end of the extension")
         # The display may come back later than the supervisor's first attempt.
         for options, code in ((("--background",), 1), ((), UNAVAILABLE)):
-            self.assertEqual(self.start(options).wait(20), code)
+            self.assertEqual(self.start(options=options).wait(20), code)
             self.assertEqual(self.complaints(), ["widgethost: there is no display to show widgets on"])
 
     def relatives(self):
-        """The processes of the host and of the extension in this world."""
+        """The processes of the host and of the extension in this session."""
         found = []
         for folder in Path("/proc").glob("[0-9]*"):
             try:
                 is_ours = Path(os.readlink(folder / "exe")).parent == HOST.parent
-                if is_ours and str(self.world.folder).encode() in (folder / "environ").read_bytes():
+                if is_ours and str(self.session.folder).encode() in (folder / "environ").read_bytes():
                     found.append(folder.name)
             except OSError:
                 pass  # It has ended meanwhile.

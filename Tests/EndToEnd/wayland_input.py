@@ -1,4 +1,4 @@
-"""A pointer and a keyboard for a Wayland compositor, plugged in for as long as a client is connected that speaks the wire protocol itself:
+"""A pointer and a keyboard for a Wayland compositor, plugged in for as long as a client is connected. The client speaks the wire protocol itself:
 a message is the object's number, its size and the request's or event's number, and the arguments in 32-bit words.
 """
 
@@ -8,15 +8,13 @@ import socket
 import struct
 import tempfile
 
-NAMED_KEYS = ("Return", "Escape", "BackSpace", "Delete", "Left", "Right", "Up", "Down", "Home", "End", "Page_Up", "Page_Down",
-              "Menu", "space", *(f"F{number}" for number in range(1, 13)))
-CHARACTERS = [chr(code) for code in range(32, 127)] + list("äöüÄÖÜßéèç€")
+CHARACTERS = [chr(code) for code in range(32, 127)] + list("äöüß")
+# Each key's symbols without shift and with it; a key of its own for each character.
+KEYS = {"Tab": "Tab, ISO_Left_Tab", **{name: name for name in ("Return", "Escape", "Left", "Right", "Up", "Down", "Menu", "F10")},
+        **{character: f"U{ord(character):04X}" for character in CHARACTERS}}
+FIRST_CODE = 9
 MODIFIERS = {"shift": 1, "ctrl": 4, "alt": 8, "super": 64}
 BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}
-
-# Each key's symbols without shift and with it; a key of its own for each character.
-KEYS = {"Tab": "Tab, ISO_Left_Tab", **{name: name for name in NAMED_KEYS}, **{c: f"U{ord(c):04X}" for c in CHARACTERS}}
-FIRST_CODE = 9
 
 
 def keymap():
@@ -44,7 +42,7 @@ class WaylandClient:
         self.socket.close()
 
     def number(self):
-        """For the next object; they are given in the order in which the compositor hears of them."""
+        """For the next object; numbers must be sent in their order."""
         return next(self.numbers)
 
     def send(self, number, request, arguments=b"", descriptors=()):
@@ -58,11 +56,11 @@ class WaylandClient:
         return number
 
     def event(self):
-        """The next one: the object's number, the event's, and its arguments."""
+        """Returns the next one: the object's number, the event's, and its arguments."""
         while len(self.received) < 8 or len(self.received) < (size := struct.unpack_from("=I", self.received, 4)[0] >> 16):
             more = self.socket.recv(65536)
             if not more:
-                raise ConnectionError("the compositor hung up")
+                raise ConnectionError("the compositor closed the connection")
             self.received += more
         number, event = struct.unpack_from("=IH", self.received)
         body, self.received = self.received[8:size], self.received[size:]
@@ -74,28 +72,27 @@ class WaylandClient:
         return number, event, body
 
     def wait(self):
-        """Until the compositor has done all that it was asked for."""
+        """Returns when the compositor has done everything that was requested."""
         callback = self.number()
         self.send(1, 0, struct.pack("=I", callback))
         while self.event()[0] != callback:
             pass
 
 
-class WaylandHands(WaylandClient):
-    """Every call returns when the compositor has taken it in. Coordinates are those of the compositor's layout; `bounds` answers
-    with the box around all its outputs."""
+class WaylandInput(WaylandClient):
+    """Every call returns when the compositor has received it. Coordinates are those of the layout of `outputs`."""
 
-    def __init__(self, path, bounds):
+    def __init__(self, path, outputs):
         super().__init__(path)
-        self.bounds = bounds
+        self.outputs = outputs
         self.times = itertools.count(1)
         seat = self.bind("wl_seat", 1)
         self.pointer = self.plug_in("zwlr_virtual_pointer_manager_v1", seat)
-        self.keys = self.plug_in("zwp_virtual_keyboard_manager_v1", seat)
+        self.keyboard = self.plug_in("zwp_virtual_keyboard_manager_v1", seat)
         with tempfile.TemporaryFile() as file:
             file.write(keymap())
             file.flush()
-            self.send(self.keys, 0, struct.pack("=2I", 1, file.tell()), [file.fileno()])
+            self.send(self.keyboard, 0, struct.pack("=2I", 1, file.tell()), [file.fileno()])
             self.wait()
 
     def plug_in(self, manager, seat):
@@ -104,29 +101,32 @@ class WaylandHands(WaylandClient):
         return device
 
     def move(self, x, y):
-        left, top, width, height = self.bounds()
-        self.pointer_request(1, struct.pack("=4I", x - left, y - top, width, height))
+        """The protocol counts from the corner of all outputs, in parts of their size."""
+        outputs = self.outputs()
+        left, top = min(each.x for each in outputs), min(each.y for each in outputs)
+        right, bottom = max(each.x + each.width for each in outputs), max(each.y + each.height for each in outputs)
+        self.pointer_request(1, x - left, y - top, right - left, bottom - top)
 
     def press(self, button=1):
-        self.pointer_request(2, struct.pack("=2I", BUTTONS[button], 1))
+        self.pointer_request(2, BUTTONS[button], 1)
 
     def release(self, button=1):
-        self.pointer_request(2, struct.pack("=2I", BUTTONS[button], 0))
+        self.pointer_request(2, BUTTONS[button], 0)
 
-    def pointer_request(self, request, arguments):
+    def pointer_request(self, request, *arguments):
         """One that begins with the time, and the frame that ends it."""
-        self.send(self.pointer, request, struct.pack("=I", next(self.times)) + arguments)
+        self.send(self.pointer, request, struct.pack(f"={1 + len(arguments)}I", next(self.times), *arguments))
         self.send(self.pointer, 4)
         self.wait()
 
     def key(self, name):
         """A key's name or character, with modifiers before it: "Tab", "shift+Tab", "ctrl+a"."""
         *modifiers, name = name.split("+") if len(name) > 1 else [name]
-        self.send(self.keys, 2, struct.pack("=4I", sum(MODIFIERS[each] for each in modifiers), 0, 0, 0))
+        code = FIRST_CODE - 8 + list(KEYS).index(name)
+        self.send(self.keyboard, 2, struct.pack("=4I", sum(MODIFIERS[each] for each in modifiers), 0, 0, 0))
         for state in (1, 0):
-            code = FIRST_CODE - 8 + list(KEYS).index(name)
-            self.send(self.keys, 1, struct.pack("=3I", next(self.times), code, state))
-        self.send(self.keys, 2, struct.pack("=4I", 0, 0, 0, 0))
+            self.send(self.keyboard, 1, struct.pack("=3I", next(self.times), code, state))
+        self.send(self.keyboard, 2, struct.pack("=4I", 0, 0, 0, 0))
         self.wait()
 
     def type(self, text):

@@ -5,14 +5,13 @@ import os
 import socket
 import struct
 import subprocess
-import sys
 from pathlib import Path
 
 from desks import DESKS, HEIGHT, WIDTH
+from desktop_session import DesktopSession, Output, Window
 from picture import Picture
 from support import wait_until
-from wayland_hands import WaylandHands
-from world import Output, Window, World
+from wayland_input import WaylandInput
 
 CONFIGURATION = """
 xwayland disable
@@ -25,29 +24,31 @@ focus_on_window_activation none
 for_window [title="^Plain$"] floating enable
 """
 RUN_COMMAND, GET_OUTPUTS, GET_TREE = 0, 3, 4
+RECTANGLE = ("x", "y", "width", "height")
 
 
-class WaylandWorld(World):
-    KIND = "wayland"
+class WaylandSession(DesktopSession):
     PROGRAMS = ("sway", "swaybg", "grim")
     desk = DESKS["sway"]
-    parts = {}
+    blends = True
+    parts = ()
 
     def start_display(self):
         configuration = self.folder / "sway"
         configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT, wallpaper=self.wallpaper_file))
         library = Path(os.environ["TEST_PROGRAMS"]) / "libheadless_outputs.so"
         assert library.exists(), library
-        self.control = self.folder / "run" / "control"
-        self.compositor = self.start_compositor(
-            "sway", "-c", configuration, WLR_BACKENDS="headless", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1",
-            SWAYSOCK=str(self.control), LD_PRELOAD=str(library))
-        wait_until(self.answers, "sway")
+        self.control = self.runtime / "control"
+        self.start_compositor("sway", "-c", configuration, WLR_BACKENDS="headless", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1",
+                              SWAYSOCK=str(self.control), LD_PRELOAD=str(library))
+        wait_until(self.is_started, "sway")
         self.socket, = (path for path in self.runtime.glob("wayland-*") if path.is_socket())
         self.display = {"WAYLAND_DISPLAY": self.socket.name}
-        self.hands = WaylandHands(self.socket, self.bounds)
+        device = WaylandInput(self.socket, self.outputs)
+        self.cleanups.callback(device.close)
+        self.move, self.press, self.release, self.key, self.type = device.move, device.press, device.release, device.key, device.type
 
-    def answers(self):
+    def is_started(self):
         assert self.compositor.poll() is None, (self.folder / "compositor.log").read_text()
         try:
             return self.outputs()
@@ -68,8 +69,7 @@ class WaylandWorld(World):
             assert answer["success"], (text, answer)
 
     def outputs(self):
-        return [Output(each["name"], *(each["rect"][key] for key in ("x", "y", "width", "height")), each["scale"])
-                for each in self.ask(GET_OUTPUTS) if each["active"]]
+        return [Output(each["name"], *(each["rect"][key] for key in RECTANGLE), each["scale"]) for each in self.ask(GET_OUTPUTS) if each["active"]]
 
     def windows(self):
         """Ordinary windows alone: sway does not list those of its layers."""
@@ -77,8 +77,7 @@ class WaylandWorld(World):
             for child in node["nodes"] + node["floating_nodes"]:
                 yield from walk(child)
             if node.get("pid") and node["type"] in ("con", "floating_con"):
-                yield Window(node["name"] or "", node["pid"], *(node["rect"][key] for key in ("x", "y", "width", "height")),
-                             application=node.get("app_id") or "")
+                yield Window(node["name"] or "", node["pid"], *(node["rect"][key] for key in RECTANGLE), application=node.get("app_id") or "")
         return list(walk(self.ask(GET_TREE)))
 
     def place_window(self, process, x, y, width, height):
@@ -86,16 +85,15 @@ class WaylandWorld(World):
         self.command(f"[pid={process}] floating enable, resize set {width} px {height} px, move absolute position {x} {y}")
 
     def close_window(self, process):
-        """As its user does, who may be asked whether to."""
         self.command(f"[pid={process}] kill")
 
     def screenshot(self, output=None):
-        """Of one output in its pixels, or of the whole layout, a pixel to each unit of it; the pointer is not in it."""
+        """Of one output in its pixels, or of the whole layout, a pixel to each unit of it; without the pointer."""
         return Picture.from_file(self.run("grim", "-t", "ppm", *(["-o", output] if output else ["-s", 1]), "-"))
 
     def add_output(self):
-        """To the right of all others. Its name."""
-        names, end = {each.name for each in self.outputs()}, sum(self.bounds()[0:4:2])
+        """Adds one to the right of all others, and returns its name."""
+        names, end = {each.name for each in self.outputs()}, self.right_end()
         self.command("create_output")
         name, = {each.name for each in self.outputs()} - names
         self.command(f"output {name} position {end} 0")
@@ -119,13 +117,13 @@ class WaylandWorld(World):
         wait_until(is_drawn, f"a picture of {name}")
 
     def resize(self, name, width, height):
-        """A screen that is higher than wide is turned."""
+        """An output that is higher than wide is rotated."""
         self.command(f"output {name} mode {max(width, height)}x{min(width, height)} transform {90 if height > width else 'normal'}")
 
     def add_panel(self, edge, thickness):
-        """Along the edge TOP or LEFT. Ends with the process that is returned."""
+        """Along the edge TOP or LEFT, until the process ends that is returned."""
         size = (1, thickness) if edge == "TOP" else (thickness, 1)
-        return self.start(sys.executable, "-B", Path(__file__).with_name("plain_window.py"), *size, 0, 0, 0, edge)
+        return self.start_script("plain_window.py", *size, 0, 0, 0, edge)
 
     def switch_workspace(self, number):
         self.command(f"workspace {number + 1}")

@@ -16,9 +16,10 @@ import Xlib.protocol.event
 import Xlib.X
 
 from desks import DESKS, HEIGHT, WIDTH
+from desktop_session import DesktopSession, Output, Window
 from picture import Picture
-from support import SessionBus, wait_until
-from world import Output, Window, World
+from support import wait_until
+from wayland_session import WaylandSession
 
 # The server for real cards, since its dummy one has outputs that come and go as a card's do; Xvfb has one that stays.
 SERVER = "/usr/lib/xorg/Xorg"
@@ -51,7 +52,7 @@ Section "Screen"
     EndSubSection
 EndSection
 """
-# What the settings daemon tells all programs; the dots to an inch are counted in 1024ths.
+# What the settings daemon sends to all programs; in 1024ths of dots per inch.
 SETTINGS = "Xft/DPI {}\n"
 DPI = 96 * 1024
 SOCKETS = Path("/tmp/.X11-unix")
@@ -62,21 +63,18 @@ def timings(width, height):
     return f"83.50 {width} {width + 72} {width + 200} {width + 400} {height} {height + 3} {height + 9} {height + 31}"
 
 
-class XWorld(World):
-    """A desk of the table in an X server, or nested in a window that fills it. Without one, openbox; with `compositing`, windows may be
-    translucent there.
+class XSession(DesktopSession):
+    """A desk of the table in an X server, or nested in a window that fills it; openbox by default. Windows may be translucent if it `blends`.
+    The server has handled all input before a call returns.
     """
-    KIND = "x11"
     PROGRAMS = (SERVER, "xdotool", "xrandr", "xprop", "hsetroot", "openbox", "xsettingsd", "xcompmgr")
     desk = dataclasses.replace(DESKS["openbox"], commands=DESKS["openbox"].commands[:2], blends=False)
 
-    def __init__(self, home=None, accessible=False, compositing=False):
-        if compositing:
-            self.desk = DESKS["openbox"]
-        self.compositing = self.desk.blends
+    def __init__(self, home=None, accessible=False):
+        self.blends = self.desk.blends
         # Whether the desk has a picture and services of its own.
         self.is_whole = self.desk.draws_desktop or self.desk.is_nested
-        self.plain = {"variables": {"GDK_BACKEND": "x11"}} if self.desk.is_nested else {}
+        self.window_variables = {"GDK_BACKEND": "x11"} if self.desk.is_nested else {}
         self.server = {}
         super().__init__(home, accessible)
 
@@ -87,42 +85,39 @@ class XWorld(World):
         configuration = self.folder / "server"
         configuration.write_text(CONFIGURATION.format(width=WIDTH, height=HEIGHT, timings=timings(WIDTH, HEIGHT)))
         if os.getuid() == 0 and not SOCKETS.exists():
-            # Nested servers trust it as root's or their own user's alone.
+            # Nested servers trust it only if root or their own user owns it.
             SOCKETS.mkdir()
             SOCKETS.chmod(0o1777)
         reader, writer = os.pipe()
         try:
             os.set_inheritable(writer, True)
-            self.compositor = self.start_compositor(
-                SERVER, "-displayfd", str(writer), "-config", configuration, "-logfile", self.runtime / "server.log", "-nolisten", "tcp",
-                "-noreset", "-novtswitch", "-sharevts", "-nocursor", inherited=(writer,))
+            self.start_compositor(SERVER, "-displayfd", str(writer), "-config", configuration, "-logfile", self.runtime / "server.log", "-nolisten",
+                                  "tcp", "-noreset", "-novtswitch", "-sharevts", "-nocursor", inherited=(writer,))
         finally:
             os.close(writer)
         with open(reader) as number:
             self.server = self.display = {"DISPLAY": ":" + number.readline().strip()}
         assert self.server["DISPLAY"] != ":", (self.folder / "compositor.log").read_text()
-        self.hands = XHands(self)
-        self.places = {each.name: each.x for each in self.outputs()}
+        self.positions = {each.name: each.x for each in self.outputs()}
         self.start_desk()
 
     def start_desk(self):
         self.parts = {}
-        self.told = self.folder / "told"
-        tell, config = self.folder / "tell", self.folder / "config"
-        tell.write_text(f"#!/bin/sh\nenv > '{self.told}.new'\nmv '{self.told}.new' '{self.told}'\nexec sleep 10000\n")
-        tell.chmod(0o755)
+        self.report = self.folder / "report"
+        report, config, self.settings = (self.folder / name for name in ("report-variables", "config", "settings"))
+        report.write_text(f"#!/bin/sh\nenv > '{self.report}.new'\nmv '{self.report}.new' '{self.report}'\nexec sleep 10000\n")
+        report.chmod(0o755)
         config.write_text(self.desk.config)
-        self.settings = self.folder / "settings"
         self.settings.write_text(SETTINGS.format(DPI))
         if self.is_whole:
             # Some programs start one of their own otherwise.
-            self.bus = SessionBus("/usr/share/dbus-1/services", self.environment())
-        self.words = [command.format(tell=tell, config=config, settings=self.settings).split() for command in self.desk.commands]
+            self.start_bus("/usr/share/dbus-1/services")
+        self.commands = [command.format(report=report, config=config, settings=self.settings).split() for command in self.desk.commands]
         self.start_part(0)
         if self.desk.is_nested:
             self.display = wait_until(self.nested_display, self.desk.name, 60)
-        wait_until(self.manager_answers, self.desk.name, 60)
-        for number in range(1, len(self.words)):
+        wait_until(self.has_window_manager, self.desk.name, 60)
+        for number in range(1, len(self.commands)):
             self.start_part(number)
         if self.desk.draws_desktop and not self.desk.is_nested:
             try:
@@ -144,12 +139,12 @@ class XWorld(World):
                 return any(kind and names("_DESKTOP") in kind.value for kind in kinds)
 
     def start_part(self, number):
-        words = self.words[number]
+        words = self.commands[number]
         if number == 0 and words[0] == "kwin_wayland":
             # A program that the kernel gives capabilities does not trust its environment; a copy has none.
             words = [shutil.copy(shutil.which(words[0]), self.folder / words[0]), *words[1:]]
-        with open(self.folder / f"part{number}", "ab") as said:
-            self.parts[number] = self.start(*words, variables=self.server if number == 0 else {}, stdout=said, stderr=said)
+        with open(self.folder / f"part{number}", "ab") as log:
+            self.parts[number] = self.start(*words, variables=self.server if number == 0 else {}, stdout=log, stderr=log)
 
     def end_part(self, number):
         self.parts[number].kill()
@@ -157,16 +152,16 @@ class XWorld(World):
 
     def nested_display(self):
         """The variables of programs in it, once they are known."""
-        assert self.parts[0].poll() is None, (self.folder / "part0").read_text(errors="replace")[-600:]
-        if self.told.exists():
-            variables = dict(re.findall(r"^(\w+)=(.*)$", self.told.read_text(), re.MULTILINE))
+        log = (self.folder / "part0").read_text(errors="replace")
+        assert self.parts[0].poll() is None, log[-600:]
+        if self.report.exists():
+            variables = dict(re.findall(r"^(\w+)=(.*)$", self.report.read_text(), re.MULTILINE))
             return {name: variables[name] for name in ("WAYLAND_DISPLAY", "DISPLAY", "XAUTHORITY") if name in variables}
-        said = (self.folder / "part0").read_text(errors="replace")
-        wayland, x11 = re.search(r"Wayland display name '(.*)'", said), re.search(r"public X11 display (:\d+)", said)
+        wayland, x11 = re.search(r"Wayland display name '(.*)'", log), re.search(r"public X11 display (:\d+)", log)
         authority = sorted(self.runtime.glob(".mutter-Xwaylandauth*"))
         return wayland and x11 and authority and {"WAYLAND_DISPLAY": wayland[1], "DISPLAY": x11[1], "XAUTHORITY": str(authority[0])}
 
-    def manager_answers(self):
+    def has_window_manager(self):
         return b"window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK")
 
     def draw_wallpaper(self):
@@ -176,7 +171,7 @@ class XWorld(World):
     def await_wallpaper(self):
         """Ours, or whatever the desk draws, once it has come to rest."""
         if not self.is_whole:
-            wait_until(lambda: self.compositing == self.is_composited(), "the compositing manager")
+            wait_until(lambda: self.blends == self.is_composited(), "the compositing manager")
             return super().await_wallpaper()
         self.rest()
         seen = lambda: self.screenshot().crop(0, 0, WIDTH - 200, HEIGHT - 100)
@@ -192,13 +187,11 @@ class XWorld(World):
                 return len(pictures) > 6 and all(pictures[-1].difference(each) is None for each in pictures[-6:])
             wait_until(is_still, "the desk to come to rest", 90)
             return pictures[-1]
-        picture = still()
-        while self.desk.key:
+        picture, before = still(), None
+        while self.desk.key and (before is None or picture.difference(before)):
             before = picture
             self.key(self.desk.key)
             picture = still()
-            if picture.difference(before) is None:
-                break
         return self.screenshot()
 
     def switch_workspace(self, number):
@@ -207,14 +200,6 @@ class XWorld(World):
         else:
             self.ask_manager("_NET_NUMBER_OF_DESKTOPS", 2)
             self.ask_manager("_NET_CURRENT_DESKTOP", number)
-
-    def resize(self, name, width, height):
-        if not self.desk.is_nested:
-            return self.set_mode(name, width, height)
-        with self.connection(self.server) as display:
-            window = max(display.screen().root.query_tree().children, key=lambda each: each.get_geometry().width)
-            window.configure(width=width, height=height)
-            display.sync()
 
     def show_desktop(self, is_shown):
         self.ask_manager("_NET_SHOWING_DESKTOP", int(is_shown))
@@ -235,11 +220,6 @@ class XWorld(World):
         with self.connection() as display:
             return display.get_selection_owner(display.intern_atom("_NET_WM_CM_S0")) != Xlib.X.NONE
 
-    def outputs(self):
-        """Their places are in pixels, whatever the scale."""
-        lines = re.findall(r"^(\S+) connected (?:primary )?(\d+)x(\d+)\+(\d+)\+(\d+)", self.run("xrandr", variables=self.server).decode(), re.MULTILINE)
-        return [Output(name, int(x), int(y), int(width), int(height), 1) for name, width, height, x, y in lines]
-
     def windows(self):
         return [window for _, window in self.numbered_windows()]
 
@@ -249,14 +229,14 @@ class XWorld(World):
         windows = []
         for number in re.findall("0x[0-9a-f]+", listed):
             try:
-                said = self.run("xprop", "-id", number, "_NET_WM_NAME", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE", "WM_CLASS").decode()
-                place = dict(re.findall(r"(\w+)=(-?\d+)", self.run("xdotool", "getwindowgeometry", "--shell", number).decode()))
+                properties = self.run("xprop", "-id", number, "_NET_WM_NAME", "_NET_WM_PID", "_NET_WM_WINDOW_TYPE", "_NET_WM_STATE", "WM_CLASS").decode()
+                geometry = dict(re.findall(r"(\w+)=(-?\d+)", self.run("xdotool", "getwindowgeometry", "--shell", number).decode()))
             except AssertionError:
                 continue  # It was closed meanwhile.
-            found = lambda pattern: re.findall(pattern, said, re.MULTILINE) or [""]
+            found = lambda pattern: re.findall(pattern, properties, re.MULTILINE) or [""]
             windows.append((number, Window(
                 title=found('^_NET_WM_NAME.* = "(.*)"')[0], process=int(found(r"^_NET_WM_PID.* = (\d+)")[0] or 0),
-                **{name.lower(): int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")}, application=found('^WM_CLASS.* "(.*)"$')[0],
+                **{name.lower(): int(geometry[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")}, application=found('^WM_CLASS.* "(.*)"$')[0],
                 kind=found("_NET_WM_WINDOW_TYPE_(\\w+)")[0], states=tuple(filter(None, found("_NET_WM_STATE_(\\w+)"))))))
         return windows
 
@@ -270,11 +250,10 @@ class XWorld(World):
         self.run("xdotool", "windowmove", number, x, y, "windowsize", number, width, height, "windowactivate", number)
 
     def reserve_top(self, process, height):
-        """As long as the process has a window, others stay below so much of the screen, as below a panel."""
+        """Keeps others below so much of the screen, as below a panel, while the process has a window."""
         self.run("xprop", "-id", self.ordinary_window(process), "-f", "_NET_WM_STRUT", "32c", "-set", "_NET_WM_STRUT", f"0, 0, {height}, 0")
 
     def close_window(self, process):
-        """As its user does, who may be asked whether to."""
         self.ask_manager("_NET_CLOSE_WINDOW", window=int(self.ordinary_window(process), 16))
 
     def ask_manager(self, message, value=0, window=None):
@@ -282,93 +261,101 @@ class XWorld(World):
         with self.connection() as display:
             root = display.screen().root
             about = display.create_resource_object("window", window) if window else root
-            asking = Xlib.protocol.event.ClientMessage(window=about, client_type=display.intern_atom(message), data=(32, [value, 0, 0, 0, 0]))
-            root.send_event(asking, event_mask=Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
+            event = Xlib.protocol.event.ClientMessage(window=about, client_type=display.intern_atom(message), data=(32, [value, 0, 0, 0, 0]))
+            root.send_event(event, event_mask=Xlib.X.SubstructureRedirectMask | Xlib.X.SubstructureNotifyMask)
             display.sync()
 
     def screenshot(self, output=None):
-        """Of one output or of the whole screen; the pointer is not in it."""
+        """Of one output or of the whole screen; without the pointer."""
         with self.connection(self.server) as display:
             root = display.screen().root
             size = root.get_geometry()
-            place = self.output(output) if output else Output("", 0, 0, size.width, size.height, 1)
-            image = root.get_image(place.x, place.y, place.width, place.height, Xlib.X.ZPixmap, 0xFFFFFFFF)
-            return Picture.from_words(place.width, place.height, image.data)
+            box = self.output(output) if output else Output("", 0, 0, size.width, size.height)
+            image = root.get_image(box.x, box.y, box.width, box.height, Xlib.X.ZPixmap, 0xFFFFFFFF)
+            return Picture.from_words(box.width, box.height, image.data)
+
+    def xrandr(self, *arguments):
+        return self.run("xrandr", *arguments, variables=self.server).decode()
+
+    def outputs(self):
+        """Their positions are in pixels, whatever the scale."""
+        lines = re.findall(r"^(\S+) connected (?:primary )?(\d+)x(\d+)\+(\d+)\+(\d+)", self.xrandr(), re.MULTILINE)
+        return [Output(name, int(x), int(y), int(width), int(height)) for name, width, height, x, y in lines]
+
+    def change_outputs(self, *arguments):
+        self.xrandr(*arguments)
+        # The dummy card counts an output as plugged in once it is asked again.
+        self.xrandr()
+        self.draw_wallpaper()
 
     def add_output(self):
-        """To the right of all others. Its name."""
+        """Adds one to the right of all others, and returns its name."""
         name = f"DUMMY{1 + max(int(each.name[5:]) for each in self.outputs())}"
-        self.run("xrandr", "--addmode", name, f"{WIDTH}x{HEIGHT}")
-        self.places[name] = sum(self.bounds()[0:4:2])
+        self.xrandr("--addmode", name, f"{WIDTH}x{HEIGHT}")
+        self.positions[name] = self.right_end()
         self.bring_back(name)
         return name
 
     def remove_output(self, name):
-        self.run("xrandr", "--output", name, "--off")
-        self.after_change()
+        self.change_outputs("--output", name, "--off")
         assert name not in {each.name for each in self.outputs()}
 
     def bring_back(self, name):
-        self.run("xrandr", "--output", name, "--mode", f"{WIDTH}x{HEIGHT}", "--pos", f"{self.places[name]}x0")
-        self.after_change()
+        self.change_outputs("--output", name, "--mode", f"{WIDTH}x{HEIGHT}", "--pos", f"{self.positions[name]}x0")
         assert name in {each.name for each in self.outputs()}
 
-    def set_mode(self, name, width, height):
-        if f"{width}x{height} " not in self.run("xrandr", variables=self.server).decode():
-            self.run("xrandr", "--newmode", f"{width}x{height}", *timings(width, height).split(), variables=self.server)
-            self.run("xrandr", "--addmode", name, f"{width}x{height}", variables=self.server)
+    def resize(self, name, width, height):
+        if self.desk.is_nested:
+            with self.connection(self.server) as display:
+                window = max(display.screen().root.query_tree().children, key=lambda each: each.get_geometry().width)
+                window.configure(width=width, height=height)
+                display.sync()
+            return
+        if f"{width}x{height} " not in self.xrandr():
+            self.xrandr("--newmode", f"{width}x{height}", *timings(width, height).split())
+            self.xrandr("--addmode", name, f"{width}x{height}")
 
         def is_set():
             # A window manager that changes the screen at the same moment has the server refuse it.
             with contextlib.suppress(AssertionError):
-                self.run("xrandr", "--output", name, "--mode", f"{width}x{height}", variables=self.server)
+                self.change_outputs("--output", name, "--mode", f"{width}x{height}")
             output = self.output(name)
             return (output.width, output.height) == (width, height)
         wait_until(is_set, f"{width} by {height} pixels")
-        self.after_change()
 
     def swap(self, left, right):
-        """Has `right` be at the left, and `left` at its right."""
-        self.run("xrandr", "--output", right, "--pos", "0x0", "--output", left, "--pos", f"{WIDTH}x0")
-        self.after_change()
-
-    def after_change(self):
-        # The dummy card counts an output as plugged in once it is asked again.
-        self.run("xrandr")
-        self.draw_wallpaper()
+        """Exchanges the positions of two outputs."""
+        self.change_outputs("--output", right, "--pos", "0x0", "--output", left, "--pos", f"{WIDTH}x0")
 
     def set_scale(self, _, scale):
         """Of all outputs, where the desk has a command for it."""
         self.run(*self.desk.set_scale.format(scale).split())
 
-    def set_text_size(self, times):
+    def set_text_size(self, factor):
         """Of all programs, as a multiple of the usual one."""
-        self.settings.write_text(SETTINGS.format(int(DPI * times)))
+        self.settings.write_text(SETTINGS.format(int(DPI * factor)))
         self.parts[1].send_signal(signal.SIGHUP)
 
-
-class XHands:
-    """Coordinates are pixels of the screen. The server takes everything in before a call returns."""
-
-    def __init__(self, world):
-        self.do = lambda *arguments: world.run("xdotool", *arguments, variables=world.server)
-
-    def close(self):
-        pass
+    def xdotool(self, *arguments):
+        self.run("xdotool", *arguments, variables=self.server)
 
     def move(self, x, y):
         # Its option to wait for the move waits for ever where the pointer is there already.
-        self.do("mousemove", x, y)
+        self.xdotool("mousemove", x, y)
 
     def press(self, button=1):
-        self.do("mousedown", button)
+        self.xdotool("mousedown", button)
 
     def release(self, button=1):
-        self.do("mouseup", button)
+        self.xdotool("mouseup", button)
 
     def key(self, name):
         """A key's name or character, with modifiers before it: "Tab", "shift+Tab", "ctrl+a"."""
-        self.do("key", "--delay", 0, name)
+        self.xdotool("key", "--delay", 0, name)
 
-    def type(self, text):
-        self.do("type", "--delay", 0, text)
+
+def session_of(name):
+    """The class for a desk of the table."""
+    desk = DESKS[name]
+    programs = (*XSession.PROGRAMS[:4], *(command.split()[0] for command in desk.commands))
+    return type(name, (XSession,), {"desk": desk, "PROGRAMS": programs}) if desk.commands else WaylandSession
