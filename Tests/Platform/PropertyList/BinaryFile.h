@@ -1,4 +1,4 @@
-// Binary property lists made by hand, honest or not.
+// Binary property lists made by hand, valid or not.
 #pragma once
 
 #include <cstdint>
@@ -23,25 +23,25 @@ struct BinaryFile {
     std::uint64_t root = 0;
     unsigned offsetSize = 2;
     unsigned referenceSize = 1;
-    /// What the trailer says instead of the truth.
+    /// Wrong values for the trailer.
     std::optional<std::uint64_t> objectCount = std::nullopt;
     std::optional<std::uint64_t> tableOffset = std::nullopt;
-    /// Objects by number that are said to lie elsewhere.
+    /// Wrong offsets, by number of object.
     std::vector<std::pair<std::size_t, std::uint64_t>> offsets = {};
 
     std::string bytes() const {
         std::string file = "bplist00";
-        std::vector<std::uint64_t> places;
+        std::vector<std::uint64_t> offsetsInFile;
         for (const std::string& object : objects) {
-            places.push_back(file.size());
+            offsetsInFile.push_back(file.size());
             file += object;
         }
         for (const auto& [index, offset] : offsets) {
-            places[index] = offset;
+            offsetsInFile[index] = offset;
         }
         const std::uint64_t table = file.size();
-        for (const std::uint64_t place : places) {
-            file += bigEndian(place, offsetSize);
+        for (const std::uint64_t offset : offsetsInFile) {
+            file += bigEndian(offset, offsetSize);
         }
         return file + std::string(6, '\0') + bigEndian(offsetSize, 1) + bigEndian(referenceSize, 1) +
                bigEndian(objectCount.value_or(objects.size()), 8) + bigEndian(root, 8) +

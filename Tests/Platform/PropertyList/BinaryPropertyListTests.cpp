@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <utility>
 
 namespace platform {
@@ -11,51 +10,33 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string repeated(std::string_view text, std::size_t count) {
-    std::string result;
-    for (std::size_t index = 0; index < count; ++index) {
-        result += text;
-    }
-    return result;
+std::string ones(std::size_t count) {
+    return std::string(count, '\xFF');
 }
 
+std::string zeros(std::size_t count) {
+    return std::string(count, '\0');
+}
+
+/// What the files of PropertyListReference do not have.
 TEST(BinaryPropertyList, ReadsEveryKindOfObject) {
     const std::pair<std::string, std::string_view> rows[]{
         {"\x00"s, "null"},
-        {"\x08"s, "false"},
-        {"\x09"s, "true"},
-        {"\x10\xFF"s, "255"},
-        {"\x11\xFF\xFE"s, "65534"},
-        {"\x12\xFF\xFF\xFF\xFE"s, "4294967294"},
-        {"\x13\x7F"s + repeated("\xFF", 7), "9223372036854775807"},
-        {"\x13"s + repeated("\xFF", 8), "-1"},
-        {"\x14"s + repeated("\xFF", 16), "-1"},
-        {"\x14"s + std::string(8, '\0') + "\x7F" + repeated("\xFF", 7), "9223372036854775807"},
-        {"\x14"s + std::string(8, '\0') + repeated("\xFF", 8), "r1.8446744073709552e+19"},
-        {"\x14"s + std::string(7, '\0') + "\x01" + std::string(8, '\0'), "r1.8446744073709552e+19"},
-        {"\x14\x80"s + std::string(15, '\0'), "r-1.7014118346046923e+38"},
+        {"\x12"s + ones(3) + "\xFE", "4294967294"},
+        {"\x14"s + ones(16), "-1"},
+        {"\x14"s + zeros(8) + "\x7F" + ones(7), "9223372036854775807"},
+        {"\x14"s + zeros(7) + "\x01" + zeros(8), "r1.8446744073709552e+19"},
+        {"\x14\x80"s + zeros(15), "r-1.7014118346046923e+38"},
         {"\x22\x3F\xC0\x00\x00"s, "r1.5e+00"},
-        {"\x23\xBF\xF8\x00\x00\x00\x00\x00\x00"s, "r-1.5e+00"},
-        {"\x33\x40\xF5\x18\x00\x00\x00\x00\x00"s, "d8.64e+04"},
-        {"\x40"s, "<>"},
-        {"\x42\x00\xFF"s, "<00ff>"},
-        {"\x4F\x10\x10"s + repeated("\xAB", 16), "<abababababababababababababababab>"},
         {"\x4F\x11\x00\x01\xAB"s, "<ab>"},
         {"\x4F\x12\x00\x00\x00\x01\xAB"s, "<ab>"},
         {"\x4F\x13\x00\x00\x00\x00\x00\x00\x00\x01\xAB"s, "<ab>"},
-        {"\x50"s, "\"\""},
-        {"\x53"s + "a b", "\"a b\""},
-        {"\x5F\x10\x0F"s + "fifteen letters", "\"fifteen letters\""},
-        {"\x62\x00\xE4\x20\xAC"s, "\"ä€\""},
-        {"\x62\xD8\x3D\xDE\x00"s, "\"😀\""},
-        {"\x62\xD8\x3D\x00\x61"s, "\"\xEF\xBF\xBD"
-                                  "a\""},
+        {"\x5F\x10\x03"s + "a b", "\"a b\""},
+        {"\x62\xD8\x3D\x00\x61"s, "\"\xEF\xBF\xBD\x61\""},
         {"\x61\xDE\x00"s, "\"\xEF\xBF\xBD\""},
         {"\x80\x05"s, "uid"},
-        {"\x8F"s + std::string(16, '\0'), "uid"},
-        {"\xA0"s, "[]"},
+        {"\x8F"s + zeros(16), "uid"},
         {"\xC0"s, "set"},
-        {"\xD0"s, "{}"},
         {"\xDF\x10\x00"s, "{}"},
     };
     for (const auto& [object, expected] : rows) {
@@ -64,13 +45,12 @@ TEST(BinaryPropertyList, ReadsEveryKindOfObject) {
     const auto expectRefusedObjects = [](const auto&... objects) {
         expectRefused(BinaryFile{.objects = {objects}}.bytes()...);
     };
-    expectRefusedObjects("\x01"s, "\x0F"s, "\x15"s + std::string(32, '\0'), "\x21\x00\x00"s,
-                         "\x24"s + std::string(16, '\0'), "\x30\x00"s, "\x32\x00\x00\x00\x00"s, "\x71"s + "a", "\x90"s,
-                         "\xB0"s, "\xE0"s, "\xFF"s, "\x51\x80"s, "\x5F\x10\x50"s + repeated("a", 79) + "\xE4",
-                         "\x11\x00"s, "\x33\x00\x00\x00\x00\x00\x00\x00"s, "\x53"s + "ab", "\x62\x00\x61\x00"s, "\x4F"s,
-                         "\x4F\x10"s, "\x4F\x09"s, "\x4F\x50"s, "\x4F\x14"s + std::string(16, '\0'),
-                         "\x4F\x13"s + repeated("\xFF", 8), "\x5F\x13\x80"s + std::string(7, '\0'),
-                         "\xDF\x13\x80"s + std::string(7, '\0'), "\xA1"s, "\xA1\x01"s, "\xC1\x01"s, "\xD1\x00\x01"s);
+    expectRefusedObjects("\x01"s, "\x0F"s, "\x15"s + zeros(32), "\x21\x00\x00"s, "\x24"s + zeros(16), "\x30\x00"s,
+                         "\x32\x00\x00\x00\x00"s, "\x71"s + "a", "\x90"s, "\xB0"s, "\xE0"s, "\xFF"s, "\x51\x80"s,
+                         "\x5F\x10\x50"s + std::string(79, 'a') + "\xE4", "\x11\x00"s, "\x33"s + zeros(7),
+                         "\x53"s + "ab", "\x62\x00\x61\x00"s, "\x4F"s, "\x4F\x10"s, "\x4F\x09"s, "\x4F\x50"s,
+                         "\x4F\x14"s + zeros(16), "\x4F\x13"s + ones(8), "\x5F\x13\x80"s + zeros(7),
+                         "\xDF\x13\x80"s + zeros(7), "\xA1"s, "\xA1\x01"s, "\xC1\x01"s, "\xD1\x00\x01"s);
 }
 
 TEST(BinaryPropertyList, TakesOffsetsAndReferencesOfEveryWidth) {
@@ -115,11 +95,7 @@ TEST(BinaryPropertyList, RefusesWhatDoesNotHoldTogether) {
     for (const auto& [what, file] : cases) {
         EXPECT_EQ(canonicalText(file.bytes()), "error") << what;
     }
-}
-
-TEST(BinaryPropertyList, TakesWhatIsUnusualButHoldsTogether) {
-    const std::string text = "\x51"s + "a";
-    const std::vector<std::pair<BinaryFile, std::string_view>> cases = {
+    const std::pair<BinaryFile, std::string_view> unusual[]{
         {{.objects = {text, "\xA1\x00"s}, .root = 1}, R"(["a"])"},
         {{.objects = {"\xA3\x01\x01\x02"s, "\xD1\x02\x02"s, text}}, R"([{"a": "a"}, {"a": "a"}, "a"])"},
         // Damaged, beyond the file, a cycle: but nothing refers to them.
@@ -127,19 +103,12 @@ TEST(BinaryPropertyList, TakesWhatIsUnusualButHoldsTogether) {
         {{.objects = {"\xD2\x01\x01\x02\x03"s, text, "\x08"s, "\x09"s}}, R"({"a": true})"},
         {{.objects = {"\xD2\x01\x02\x03\x04"s, "\x61\x00\xE4"s, text, "\x08"s, "\x09"s}}, R"({"a": true, "ä": false})"},
     };
-    for (const auto& [file, expected] : cases) {
+    for (const auto& [file, expected] : unusual) {
         EXPECT_EQ(canonicalText(file.bytes()), expected);
     }
-    std::string version = cases[0].first.bytes();
+    std::string version = unusual[0].first.bytes();
     version[7] = '1';
     EXPECT_EQ(canonicalText(version), R"(["a"])");
-}
-
-TEST(BinaryPropertyList, SharesTheBytesOfData) {
-    const Data file = Data::owning(BinaryFile{.objects = {"\x43"s + "abc"}}.bytes());
-    const auto list = PropertyList::parse(file);
-    ASSERT_TRUE(list);
-    EXPECT_EQ(list->root().data()->decoded().bytes().data(), file.bytes().data() + 9);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// A value as one line of text that says all there is to it, so that what two readers make of a file can be compared:
+// A value as one line of text that holds all of it, so that the values that two readers make of a file can be compared:
 //
 //   "text"  12  r0.5  true  d86400 (seconds since 2001)  <0fa0>  [ , ]  {"key": , } sorted by key  null  uid  set
 //
@@ -9,25 +9,104 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <charconv>
+#include <map>
 #include <string>
 #include <string_view>
 
 namespace platform {
 
-std::string canonicalText(const PropertyListValue& value);
+inline std::string hexadecimal(std::string_view bytes) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        text += digits[value >> 4U];
+        text += digits[value & 0x0FU];
+    }
+    return text;
+}
 
-/// The canonical text of what `file` holds, or "error".
-std::string canonicalText(const Data& file);
-std::string canonicalText(std::string_view file);
+inline std::string inQuotes(std::string_view text) {
+    std::string result = "\"";
+    for (const char character : text) {
+        const bool isPlain = character != '"' && character != '\\' && static_cast<unsigned char>(character) >= 0x20;
+        result += isPlain ? std::string(1, character) : "\\" + hexadecimal({&character, 1});
+    }
+    return result + "\"";
+}
 
-std::string hexadecimal(std::string_view bytes);
+/// Returns the fewest digits that tell the number from every other.
+inline std::string shortest(double number) {
+    std::array<char, 32> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::scientific);
+    return {digits.data(), end.ptr};
+}
 
-/// Expects that each of the files is an error.
+inline std::string canonicalText(const PropertyListValue& value) {
+    using Kind = PropertyListValue::Kind;
+    std::string text;
+    const auto add = [&text](const std::string& child) { text += (text.empty() ? "" : ", ") + child; };
+    switch (value.kind()) {
+    case Kind::string:
+        return inQuotes(value.string().value());
+    case Kind::integer:
+        return value.integer() ? std::to_string(*value.integer()) : "r" + shortest(value.number().value());
+    case Kind::real:
+        return "r" + shortest(value.number().value());
+    case Kind::boolean:
+        return value.boolean().value() ? "true" : "false";
+    case Kind::date:
+        return "d" + shortest(value.date().value().secondsSinceReferenceDate);
+    case Kind::data:
+        return "<" + hexadecimal(value.data().value().decoded().bytes()) + ">";
+    case Kind::array:
+        value.forEachElement([&add](const PropertyListValue& element) {
+            add(canonicalText(element));
+            return true;
+        });
+        return "[" + text + "]";
+    case Kind::dictionary: {
+        std::map<std::string, std::string> entries;
+        value.forEachEntry([&entries](const std::string& key, const PropertyListValue& entry) {
+            entries[key] = canonicalText(entry);
+            return true;
+        });
+        for (const auto& [key, entry] : entries) {
+            add(inQuotes(key) + ": " + entry);
+        }
+        return "{" + text + "}";
+    }
+    case Kind::set:
+        return "set";
+    case Kind::null:
+        return "null";
+    case Kind::uid:
+        return "uid";
+    }
+    return "";
+}
+
+/// Returns the canonical text of what `file` holds, or "error".
+inline std::string canonicalText(std::string_view file) {
+    const auto list = PropertyList::parse(Data::owning(std::string(file)));
+    return list ? canonicalText(list->root()) : "error";
+}
+
+using CanonicalRows = std::initializer_list<std::pair<std::string_view, std::string_view>>;
+
+/// Expects each file to have the canonical text beside it.
+inline void expectRead(CanonicalRows rows) {
+    for (const auto& [file, expected] : rows) {
+        EXPECT_EQ(canonicalText(file), expected) << file << " (" << hexadecimal(file) << ")";
+    }
+}
+
+/// Expects each file to be an error.
 template <typename... Files>
 void expectRefused(const Files&... files) {
-    for (const std::string& file : {std::string(files)...}) {
-        EXPECT_EQ(canonicalText(file), "error") << file << " (" << hexadecimal(file) << ")";
-    }
+    (expectRead({{files, "error"}}), ...);
 }
 
 } // namespace platform

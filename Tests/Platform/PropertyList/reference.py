@@ -1,8 +1,7 @@
 """Python's plistlib as a reference for property lists.
 
-reference.py make FOLDER COUNT   writes generated property lists, each as NAME.binary and NAME.xml
-reference.py read FOLDER         reads every file in the folder and writes what it holds as FILE.reference, one line of canonical
-                             text (see CanonicalText.h) or "error"
+reference.py FOLDER COUNT   writes generated property lists, each as NAME.binary and NAME.xml, and what plistlib reads of each as
+                            FILE.reference, one line of canonical text (see CanonicalText.h)
 """
 
 import datetime
@@ -12,7 +11,7 @@ import random
 import sys
 
 REFERENCE_DATE = datetime.datetime(2001, 1, 1)
-# The same letters again and again, and those that are stored, escaped or ordered in a way of their own.
+# Common letters, and those that are stored, escaped or ordered in a way of their own.
 TEXTS = ["", "a", "Name", "x" * 14, "y" * 15, "z" * 300, "äöü", "日本語", "😀 wide", "<&>\"'", " blank ", "line\nbreak\ttab",
          "&amp;", "]]>", "\u00ff", "\ud7ff\ue000", "é" * 200]
 INTEGERS = [0, 1, 127, 128, 255, 256, 32767, 32768, 65535, 65536, 2**31 - 1, 2**31, 2**32 - 1, 2**32, 2**53 + 1, 2**63 - 1,
@@ -43,14 +42,6 @@ def generated(source, depth):
     return {source.choice(TEXTS) + str(i % 7): generated(source, depth + 1) for i in range(size)}
 
 
-def make(folder, count):
-    source = random.Random(2001)
-    for number in range(count):
-        root = generated(source, 0) if number % 4 else [generated(source, 1) for _ in range(20)]
-        for suffix, form in (("binary", plistlib.FMT_BINARY), ("xml", plistlib.FMT_XML)):
-            (folder / f"{number:03}.{suffix}").write_bytes(plistlib.dumps(root, fmt=form, sort_keys=number % 2 == 0))
-
-
 def quoted(text):
     return '"' + "".join(f"\\{ord(c):02x}" if c in '"\\' or c < " " else c for c in text) + '"'
 
@@ -79,22 +70,18 @@ def canonical(value):
         return f"<{value.hex()}>"
     if isinstance(value, list):
         return "[" + ", ".join(map(canonical, value)) + "]"
-    if isinstance(value, plistlib.UID):
-        return "uid"
     entries = sorted(value.items(), key=lambda entry: entry[0].encode())
     return "{" + ", ".join(f"{quoted(key)}: {canonical(entry)}" for key, entry in entries) + "}"
 
 
-def read(folder):
-    for path in sorted(folder.iterdir()):
-        try:
-            text = canonical(plistlib.loads(path.read_bytes()))
-        except Exception:  # plistlib lets errors of every sort out
-            text = "error"
-        path.with_name(path.name + ".reference").write_text(text, encoding="utf-8")
+def make(folder, count):
+    source = random.Random(2001)
+    for number in range(count):
+        root = generated(source, 0) if number % 4 else [generated(source, 1) for _ in range(20)]
+        for suffix, form in (("binary", plistlib.FMT_BINARY), ("xml", plistlib.FMT_XML)):
+            content = plistlib.dumps(root, fmt=form, sort_keys=number % 2 == 0)
+            (folder / f"{number:03}.{suffix}").write_bytes(content)
+            (folder / f"{number:03}.{suffix}.reference").write_text(canonical(plistlib.loads(content)), encoding="utf-8")
 
 
-if sys.argv[1] == "make":
-    make(pathlib.Path(sys.argv[2]), int(sys.argv[3]))
-else:
-    read(pathlib.Path(sys.argv[2]))
+make(pathlib.Path(sys.argv[1]), int(sys.argv[2]))
