@@ -1,9 +1,8 @@
-// A log that keeps its lines.
+// A log in memory. One thread at a time.
 #pragma once
 
 #include "Platform/Foundation/Log.h"
 
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -19,17 +18,12 @@ struct LogLine {
 class RecordingLog final : public Log {
   public:
     void write(LogLevel level, std::string_view category, std::string_view message) const override {
-        const std::lock_guard lock(mutex_);
         lines_.push_back({level, std::string(category), std::string(message)});
     }
 
-    std::vector<LogLine> lines() const {
-        const std::lock_guard lock(mutex_);
-        return lines_;
-    }
+    const std::vector<LogLine>& lines() const { return lines_; }
 
   private:
-    mutable std::mutex mutex_;
     mutable std::vector<LogLine> lines_;
 };
 

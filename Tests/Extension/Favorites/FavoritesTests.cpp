@@ -1,9 +1,8 @@
-// What the Favorites widget makes of its file. Values of the wrong kind are told apart by the tests of bad libraries.
+// What the Favorites widget makes of its file. The tests of bad libraries have values of the wrong kind.
 
 #include "Extension/Favorites/FavoritesWidget.h"
 
-#include "Tests/Extension/Lists/StoreFile.h"
-#include "Tests/Support/ViewText.h"
+#include "Tests/Extension/Lists/MemoryLibrary.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,112 +10,85 @@
 namespace foliovault {
 namespace {
 
-using platform::json;
-using ::testing::AllOf;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::Not;
 using File = testing::StoreFile<FavoritesStore>;
 
 constexpr auto none = std::nullopt;
 
-/// Lines with what is seen of the items.
-std::vector<std::string> outlines(const std::vector<FavoritesItem>& items) {
+/// Returns lines with "id | subtitle" of the items.
+std::vector<std::string> shown(const std::vector<FavoritesItem>& items) {
     std::vector<std::string> lines;
     for (const FavoritesItem& item : items) {
-        const auto url = item.displayURL();
-        lines.push_back(item.id + " | " + item.name + " | " + std::string(item.icon) + " | " +
-                        item.displaySubtitle().value_or("-") + " | " + (url ? url->absoluteString() : "-"));
+        lines.push_back(item.id + " | " + item.displaySubtitle().value_or("-"));
     }
     return lines;
 }
 
 TEST(FavoritesStore, ReadsEveryKindOfEntry) {
-    const File file = File::ofArray(R"(
+    const File file(R"(<array>
         <dict><key>Name</key><string>Work</string><key>Children</key><array>
             <dict><key>Name</key><string>Base</string><key>Path</key><string>/home/ada/A &amp; B</string></dict>
             <dict><key>Name</key><string>Note</string><key>UUID</key><string>U-1</string>
-                  <key>Type</key><integer>124</integer><key>Location</key><string>In › Box</string></dict>
-            <dict><key>SIUUID</key><string>S-1</string><key>Location</key><string>ignored</string></dict>
+                  <key>Type</key><integer>124</integer></dict>
+            <dict><key>SIUUID</key><string>S-1</string></dict>
         </array></dict>
-        <dict><key>UUID</key><string>U-1</string><key>Name</key><string>Note</string></dict>)");
-    EXPECT_THAT(
-        outlines(file.store.readFromPlist()),
-        ElementsAre("db:Work//home/ada/A & B | Base | cylinder.split.1x2 | ~/A & B | "
-                    "x-foliovault://open-path?path=/home/ada/A%20%26%20B&widget=favorites",
-                    "item:Work/U-1 | Note | doc.plaintext | In › Box | x-foliovault-item://U-1?widget=favorites",
-                    "si:Work/S-1 | Untitled | gearshape.2 | Work | "
-                    "x-foliovault-smartgroup://S-1?widget=favorites",
-                    "item:U-1 | Note | doc | - | x-foliovault-item://U-1?widget=favorites"));
+        <dict><key>UUID</key><string>U-1</string><key>Name</key><string>Note</string></dict></array>)");
+    std::vector<std::string> lines;
+    for (const FavoritesItem& item : file.store.readFromPlist()) {
+        lines.push_back(item.name + " | " + std::string(item.icon) + " | " + item.displayURL()->absoluteString());
+    }
+    EXPECT_THAT(lines, ElementsAre("Base | cylinder.split.1x2 | "
+                                   "x-foliovault://open-path?path=/home/ada/A%20%26%20B&widget=favorites",
+                                   "Note | doc.plaintext | x-foliovault-item://U-1?widget=favorites",
+                                   "Untitled | gearshape.2 | x-foliovault-smartgroup://S-1?widget=favorites",
+                                   "Note | doc | x-foliovault-item://U-1?widget=favorites"));
+    EXPECT_EQ((FavoritesItem{.urlString = "x-foliovault-item://A B"}).displayURL(), none);
 }
 
 TEST(FavoritesStore, TakesEachEntryAsWellAsItCan) {
     const std::pair<const char*, std::vector<std::string>> rows[]{
         {"{ Name = n; }", {}},
-        {"{ UUID = u; Path = /p; }", {"db:/p"}},
-        {"{ UUID = u; Path = (); }", {"item:u"}},
-        {"{ SIUUID = s; UUID = u; }", {"item:u"}},
-        {"{ Children = (x); UUID = u; }", {"item:u"}},
+        {"{ UUID = u; Path = /p; Location = ignored; }", {"db:/p | /p"}},
+        {"{ Path = /home/ada/Databases/x; }", {"db:/home/ada/Databases/x | ~/Databases/x"}},
+        {"{ Path = /home/adab/x; }", {"db:/home/adab/x | ~b/x"}},
+        {"{ UUID = u; Path = (); Location = here; }", {"item:u | here"}},
+        {"{ SIUUID = s; UUID = u; }", {"item:u | -"}},
+        {"{ SIUUID = s; Location = ignored; }", {"si:s | -"}},
+        {"{ Children = (x); UUID = u; }", {"item:u | -"}},
         {"{ Children = (); UUID = u; }", {}},
-        {"{ Children = ( { Children = (); UUID = u; } ); }", {"item:Untitled/u"}},
-        {"{ Name = (); Children = ( { Path = p; } ); }", {"db:Untitled/p"}},
-        {"{ UUID = u; }, { UUID = u; }", {"item:u", "item:u"}},
+        {"{ Children = ( { Children = (); UUID = u; } ); }", {"item:Untitled/u | Untitled"}},
+        {"{ Name = w; Children = ( { Path = p; }, { UUID = u; Location = l; } ); }", {"db:w/p | p", "item:w/u | l"}},
+        {"{ UUID = u; }, { UUID = u; }", {"item:u | -", "item:u | -"}},
     };
     for (const auto& [entries, expected] : rows) {
-        std::vector<std::string> ids;
-        for (const auto& item : File("( " + std::string(entries) + " )").store.readFromPlist()) {
-            ids.push_back(item.id);
-        }
-        EXPECT_EQ(ids, expected) << entries;
+        EXPECT_EQ(shown(File("( " + std::string(entries) + " )").store.readFromPlist()), expected) << entries;
     }
 }
 
 TEST(FavoritesStore, TakesADateOrSecondsSince2001) {
     const double never = platform::Date::distantPast().secondsSinceReferenceDate;
-    const std::pair<const char*, double> rows[]{{"<date>2001-01-01T00:00:10Z</date>", 10},
+    const std::pair<std::string, double> rows[]{{"<date>2001-01-01T00:00:10Z</date>", 10},
                                                 {"<integer>0</integer>", 0},
                                                 {"<real>-1.5</real>", -1.5},
                                                 {"<string>2001-01-01T00:00:10Z</string>", never},
                                                 {"<true/>", never}};
     for (const auto& [value, expected] : rows) {
-        const auto file =
-            File::ofArray("<dict><key>UUID</key><string>u</string><key>Date</key>" + std::string(value) + "</dict>");
+        const File file("<array><dict><key>UUID</key><string/><key>Date</key>" + value + "</dict></array>");
         EXPECT_EQ(file.store.readFromPlist().at(0).displayDate().secondsSinceReferenceDate, expected) << value;
     }
 }
 
-TEST(FavoritesItem, HasTheSubtitleThatSaysMost) {
-    const std::pair<const char*, std::optional<std::string>> rows[]{
-        {"{ UUID = u; Location = here; }", "here"},
-        {"{ UUID = u; }", none},
-        {"{ Name = Work; Children = ( { UUID = u; } ); }", "Work"},
-        {"{ Name = Work; Children = ( { Path = /elsewhere/x; } ); }", "/elsewhere/x"},
-        {"{ Path = /home/ada/Databases/x; Location = ignored; }", "~/Databases/x"},
-        {"{ Path = /home/adab/x; }", "~b/x"},
-    };
-    for (const auto& [entry, expected] : rows) {
-        const File file("( " + std::string(entry) + " )");
-        EXPECT_EQ(file.store.readFromPlist().at(0).displaySubtitle(), expected) << entry;
-    }
-    EXPECT_EQ((FavoritesItem{.groupName = "Work", .isDatabase = true}).displaySubtitle(), "Database");
-}
-
-TEST(FavoritesItem, HasTheColorOfItsLabel) {
+TEST(FavoritesItem, HasTheColorOfItsLabelAndIsKnownByItsId) {
     using enum platform::Color;
-    const std::pair<std::int64_t, std::optional<platform::Color>> rows[]{
-        {-1, none}, {0, none}, {1, red},    {2, orange}, {3, yellow},
-        {4, green}, {5, blue}, {6, purple}, {7, gray},   {8, none}};
-    for (const auto& [label, color] : rows) {
-        EXPECT_EQ((FavoritesItem{.label = label}).dotColor(), color) << label;
+    const std::optional<platform::Color> colors[]{none, red, orange, yellow, green, blue, purple, gray, none};
+    for (std::int64_t label = 0; label < std::ssize(colors); ++label) {
+        EXPECT_EQ((FavoritesItem{.label = label}).dotColor(), colors[label]) << label;
     }
-    EXPECT_EQ((FavoritesItem{.urlString = "x-foliovault-item://A B"}).displayURL(), none);
-}
-
-TEST(FavoritesItem, IsKnownByItsIdAlone) {
+    EXPECT_EQ((FavoritesItem{.label = -1}).dotColor(), none);
     const FavoritesItem one{.id = "same", .name = "one"};
     EXPECT_EQ(one, (FavoritesItem{.id = "same", .name = "two"}));
     EXPECT_FALSE(one == (FavoritesItem{.id = "other", .name = "one"}));
-    EXPECT_EQ(std::hash<FavoritesItem>{}(one), std::hash<FavoritesItem>{}({.id = "same"}));
+    EXPECT_EQ((FavoritesItem{.isDatabase = true}).displaySubtitle(), "Database");
 }
 
 TEST(FavoritesProvider, ShowsTheChosenGroup) {
@@ -132,12 +104,30 @@ TEST(FavoritesProvider, ShowsTheChosenGroup) {
     }
 }
 
-TEST(FavoritesEntryView, CountsAllFavoritesInItsHeader) {
-    const FavoritesEntry entry{.items = FavoritesItem::sampleItems(), .displayCount = 1234};
-    EXPECT_THAT(json(FavoritesEntryView{entry}.body({.family = platform::WidgetFamily::medium})),
-                AllOf(HasSubstr("\"1234 items\""), HasSubstr("\"+1229 more\""), HasSubstr("\"Today\"")));
-    EXPECT_THAT(json(FavoritesEntryView{entry}.body({.family = platform::WidgetFamily::small})),
-                AllOf(Not(HasSubstr("items")), HasSubstr("\"+1230 more\""), Not(HasSubstr("\"Today\""))));
+TEST(FavoritesGroupQuery, SuggestsAllAndTheNamedGroupsAndFindsThem) {
+    const File file("( { Name = Work; Children = (); }, { Children = ( { UUID = u; } ); }, { Name = other; UUID = u; },"
+                    "  { Name = \"ÄPFEL\"; Children = x; }, { Name = (); Children = (); },"
+                    "  { Name = Hallway; Children = (); }, { Name = a_b; Children = (); } )");
+    const FavoritesGroupQuery query(file.store);
+    const auto ids = [](const std::vector<FavoritesGroupOption>& options) {
+        std::vector<std::string> all;
+        for (const FavoritesGroupOption& option : options) {
+            all.push_back(option.id);
+        }
+        return all;
+    };
+    EXPECT_THAT(ids(query.suggestedEntities()), ElementsAre("_all", "Work", "ÄPFEL", "Hallway", "a_b"));
+    const std::pair<const char*, std::vector<std::string>> rows[]{{"", {"_all", "Work", "ÄPFEL", "Hallway", "a_b"}},
+                                                                  {"ALL", {"_all", "Hallway"}},
+                                                                  {"_", {"_all", "a_b"}},
+                                                                  {"äpfel", {"ÄPFEL"}},
+                                                                  {"apfel", {}}};
+    for (const auto& [text, expected] : rows) {
+        EXPECT_EQ(ids(query.entitiesMatching(text)), expected) << text;
+    }
+    const std::vector<std::string> identifiers{"Gone", "_all", "Gone"};
+    EXPECT_EQ(ids(query.entitiesFor(identifiers)), identifiers);
+    EXPECT_EQ(FavoritesGroupOption::all().displayRepresentation(), "All");
 }
 
 } // namespace

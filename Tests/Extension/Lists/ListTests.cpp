@@ -1,11 +1,11 @@
-// What the three lists do alike: their stores with a file that is not as it should be, their providers, and what their
-// widgets declare and draw.
+// What the three lists do alike: their stores with a missing or broken file, their providers, and what their widgets
+// declare and draw.
 
 #include "Extension/Favorites/FavoritesWidget.h"
 #include "Extension/ReadingList/ReadingListWidget.h"
 #include "Extension/Workspaces/WorkspacesWidget.h"
 
-#include "Tests/Extension/Lists/StoreFile.h"
+#include "Tests/Extension/Lists/MemoryLibrary.h"
 #include "Tests/Support/FixedClock.h"
 #include "Tests/Support/ViewText.h"
 
@@ -15,162 +15,145 @@
 namespace foliovault {
 namespace {
 
-using platform::json;
-using platform::WidgetFamily;
+using namespace platform;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
-struct FavoritesList {
-    using Store = FavoritesStore;
-    using Provider = FavoritesProvider;
-    using Widget = FavoritesWidget;
-    static constexpr const char* file = "Favorites.plist";
-    static constexpr const char* category = "FavoritesStore";
-    static constexpr const char* kind = "FavoritesWidget";
-    static constexpr const char* title = "Favorites";
-    static constexpr const char* previewPrefix = "Favorites ";
-    /// What only the samples have, and what the view without items says.
-    static constexpr const char* sample = "~/Databases/Research.fvBase2";
-    static constexpr const char* empty[] = {"star", "No Favorites", "Add favorites in FOLIOvault to see them here."};
+struct Lists : testing::MemoryLibrary {
+    FixedClock clock{{1000}};
+    FavoritesStore favorites{library};
+    ReadingListStore readingList{library};
+    WorkspaceStore workspaces{library};
 };
 
-struct ReadingList {
-    using Store = ReadingListStore;
-    using Provider = ReadingListProvider;
-    using Widget = ReadingListWidget;
-    static constexpr const char* file = "ReadingList.plist";
-    static constexpr const char* category = "ReadingListStore";
-    static constexpr const char* kind = "ReadingListWidget";
-    static constexpr const char* title = "Reading List";
-    static constexpr const char* previewPrefix = "";
-    static constexpr const char* sample = "Meeting Notes – Q1 Review";
-    static constexpr const char* empty[] = {"text.book.closed", "No Items", "Your FOLIOvault reading list is empty."};
+struct List {
+    const char* file;
+    const char* category;
+    const char* kind;
+    const char* title;
+    const char* previewPrefix;
+    /// A text that only the samples have.
+    const char* sample;
+    /// The symbol, the title and the explanation without items.
+    std::array<const char*, 3> empty;
+    std::unique_ptr<Widget> (*widget)(const Lists& lists);
+
+    std::string path() const { return std::string("/home/ada/Library/Application Support/FOLIOvault/") + file; }
 };
 
-struct WorkspacesList {
-    using Store = WorkspaceStore;
-    using Provider = WorkspacesProvider;
-    using Widget = WorkspacesWidget;
-    static constexpr const char* file = "OrderedWorkspaces.plist";
-    static constexpr const char* category = "WorkspaceStore";
-    static constexpr const char* kind = "WorkspacesWidget";
-    static constexpr const char* title = "Workspaces";
-    static constexpr const char* previewPrefix = "Workspaces ";
-    static constexpr const char* sample = "5 databases";
-    static constexpr const char* empty[] = {"rectangle.stack", "No Workspaces",
-                                            "Create workspaces in FOLIOvault to see them here."};
+class EveryList : public ::testing::TestWithParam<List> {
+  protected:
+    /// Returns the view of a timeline of the file as it is now.
+    std::string viewIn(WidgetFamily family) const { return json(widget->snapshot({}, {.family = family})->view); }
+    void write(const std::string& content) { lists.files.write(list.path(), content); }
+
+    const List& list = GetParam();
+    Lists lists;
+    const std::unique_ptr<Widget> widget = list.widget(lists);
 };
 
-template <class List>
-class EveryList : public ::testing::Test {
-  public:
-    using File = testing::StoreFile<typename List::Store>;
-};
-using Lists = ::testing::Types<FavoritesList, ReadingList, WorkspacesList>;
-TYPED_TEST_SUITE(EveryList, Lists);
+INSTANTIATE_TEST_SUITE_P(
+    Lists, EveryList,
+    ::testing::Values(
+        List{.file = "Favorites.plist",
+             .category = "FavoritesStore",
+             .kind = "FavoritesWidget",
+             .title = "Favorites",
+             .previewPrefix = "Favorites ",
+             .sample = "~/Databases/Research.fvBase2",
+             .empty = {"star", "No Favorites", "Add favorites in FOLIOvault to see them here."},
+             .widget =
+                 [](const Lists& all) { return FavoritesWidget{FavoritesProvider(all.favorites, all.clock)}.body(); }},
+        List{.file = "ReadingList.plist",
+             .category = "ReadingListStore",
+             .kind = "ReadingListWidget",
+             .title = "Reading List",
+             .previewPrefix = "",
+             .sample = "Meeting Notes – Q1 Review",
+             .empty = {"text.book.closed", "No Items", "Your FOLIOvault reading list is empty."},
+             .widget =
+                 [](const Lists& all) {
+                     return ReadingListWidget{ReadingListProvider(all.readingList, all.clock)}.body();
+                 }},
+        List{.file = "OrderedWorkspaces.plist",
+             .category = "WorkspaceStore",
+             .kind = "WorkspacesWidget",
+             .title = "Workspaces",
+             .previewPrefix = "Workspaces ",
+             .sample = "5 databases",
+             .empty = {"rectangle.stack", "No Workspaces", "Create workspaces in FOLIOvault to see them here."},
+             .widget = [](const Lists& all) {
+                 return WorkspacesWidget{WorkspacesProvider(all.workspaces, all.clock)}.body();
+             }}));
 
-/// The elements of a file with records whose title is their number.
-std::string records(std::size_t count) {
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::string text = "<string>" + std::to_string(i) + "</string>";
-        all += "<dict><key>Name</key>" + text + "<key>UUID</key>" + text + "<key>title</key>" + text +
-               "<key>URL</key>" + text + "</dict><dict/>";
-    }
-    return all;
-}
-
-TYPED_TEST(EveryList, LogsWhyAFileHasNoItems) {
-    using File = typename TestFixture::File;
-    const platform::LogLine unread{platform::LogLevel::debug, TypeParam::category,
-                                   std::string("Could not read ") + TypeParam::file};
-    File file;
-    EXPECT_THAT(file.store.readFromPlist(), IsEmpty());
-    file.files.write(file.path, "<array/>");
-    file.files.makeUnreadable(file.path);
-    EXPECT_THAT(file.store.readFromPlist(), IsEmpty());
-    EXPECT_THAT(file.log.lines(), ElementsAre(unread, unread));
-
-    const platform::LogLine unparsed{platform::LogLevel::error, TypeParam::category,
-                                     std::string("Could not parse ") + TypeParam::file};
+TEST_P(EveryList, LogsWhyAFileHasNoItemsAndShowsThat) {
+    const std::string empty =
+        std::string(R"({"type":"vstack","spacing":8,"children":[{"type":"symbol","symbol":")") + list.empty[0] +
+        R"(","font":{"style":"largeTitle"},"foreground":"secondary"},{"type":"text","text":")" + list.empty[1] +
+        R"(","font":{"style":"headline"},"foreground":"secondary"},{"type":"text","text":")" + list.empty[2] +
+        R"(","textAlignment":"center","font":{"style":"caption"},"foreground":"tertiary"}]})";
+    const LogLine unread{LogLevel::debug, list.category, std::string("Could not read ") + list.file};
+    const LogLine unparsed{LogLevel::error, list.category, std::string("Could not parse ") + list.file};
+    std::vector<LogLine> expected;
+    const auto expectEmpty = [&](const std::optional<LogLine>& line) {
+        EXPECT_EQ(viewIn(WidgetFamily::medium), empty);
+        expected.insert(expected.end(), line ? 1 : 0, line.value_or(LogLine()));
+        EXPECT_EQ(lists.log.lines(), expected);
+    };
+    expectEmpty(unread);
     for (const char* content : {"", "hello", "<dict/>", "<array><dict/><array/></array>"}) {
-        const File bad{std::string(content)};
-        EXPECT_THAT(bad.store.readFromPlist(), IsEmpty()) << content;
-        EXPECT_THAT(bad.log.lines(), ElementsAre(unparsed)) << content;
+        write(content);
+        expectEmpty(unparsed);
     }
-    const auto good = File::ofArray("<dict><key>name</key><string>n</string></dict><dict/>");
-    EXPECT_THAT(good.store.readFromPlist(), IsEmpty());
-    EXPECT_THAT(good.log.lines(), IsEmpty());
+    write("<array><dict><key>name</key><string>n</string></dict><dict/></array>");
+    expectEmpty(std::nullopt);
+    EXPECT_EQ(viewIn(WidgetFamily::unknown), empty);
+    EXPECT_EQ(viewIn(WidgetFamily::extraLarge), empty);
+    lists.files.makeUnreadable(list.path());
+    expectEmpty(unread);
 }
 
-TYPED_TEST(EveryList, ShowsTheFirstSixteenAndCountsAll) {
-    const platform::FixedClock clock({1000});
-    for (const std::size_t count : {0U, 1U, 16U, 17U, 40U}) {
-        const auto file = TestFixture::File::ofArray(records(count));
-        const auto timeline = typename TypeParam::Provider(file.store, clock).timeline({});
-        ASSERT_EQ(timeline.entries.size(), 1U);
-        const auto& entry = timeline.entries[0];
-        EXPECT_EQ(entry.date, platform::Date{1000});
-        EXPECT_EQ(entry.displayCount, static_cast<std::int64_t>(count));
-        ASSERT_EQ(entry.items.size(), std::min<std::size_t>(count, 16));
-        for (std::size_t i = 0; i < entry.items.size(); ++i) {
-            EXPECT_EQ(entry.items[i].displayTitle(), std::to_string(i));
+TEST_P(EveryList, ShowsTheFirstSixteenAndCountsAll) {
+    std::string records;
+    for (int count = 0; count <= 40; ++count) {
+        write("<array>" + records + "</array>");
+        std::optional<Timeline<EntryContent>> timeline;
+        widget->timeline({}, {.family = WidgetFamily::extraLarge}, [&](auto reply) { timeline = *std::move(reply); });
+        ASSERT_EQ(timeline->entries.size(), 1U);
+        EXPECT_EQ(timeline->entries[0].date, Date{1000});
+        EXPECT_EQ(timeline->reload.date, Date{1300});
+        EXPECT_THAT(timeline->watches, ElementsAre(list.path().substr(std::string("/home/ada/").size())));
+        const std::string view = json(timeline->entries[0].view);
+        EXPECT_EQ(view.find("\"title 16\""), std::string::npos);
+        for (int shown = 0; shown < std::min(count, 16); ++shown) {
+            EXPECT_THAT(view, HasSubstr("\"title " + std::to_string(shown) + "\""));
         }
-        EXPECT_EQ(timeline.reload.date, platform::Date{1300});
-        EXPECT_THAT(timeline.watches,
-                    ElementsAre(std::string("Library/Application Support/FOLIOvault/") + TypeParam::file));
+        EXPECT_EQ(viewIn(WidgetFamily::small).find("\"+" + std::to_string(count - 4) + " more\"") != std::string::npos,
+                  count > 4);
+        const std::string text = "<string>title " + std::to_string(count) + "</string>";
+        records += "<dict><key>Name</key>" + text + "<key>UUID</key>" + text + "<key>title</key>" + text +
+                   "<key>URL</key>" + text + "</dict><dict/>";
     }
 }
 
-TYPED_TEST(EveryList, ReadsTheFileForEachRequestAndNotForPlaceholderAndPreviews) {
-    auto file = TestFixture::File::ofArray(records(2));
-    const typename TypeParam::Provider provider(file.store);
-    const auto widget = typename TypeParam::Widget{provider}.body();
-    EXPECT_THAT(json(widget->preview(2).at(0).view), HasSubstr(TypeParam::sample));
-    EXPECT_THAT(json(widget->preview(3).at(0).view), HasSubstr(TypeParam::empty[1]));
-    EXPECT_THAT(json(widget->placeholder({.family = WidgetFamily::large}).view), HasSubstr(TypeParam::sample));
-    EXPECT_EQ(provider.placeholder().displayCount, static_cast<std::int64_t>(provider.placeholder().items.size()));
-    EXPECT_EQ(file.readCount(), 0);
-    EXPECT_EQ(provider.snapshot({}).displayCount, 2);
-    file.files.write(file.path, "<array>" + records(3) + "</array>");
-    EXPECT_EQ(provider.snapshot({}).displayCount, 3);
-    file.files.remove(file.path);
-    EXPECT_EQ(provider.snapshot({}).displayCount, 0);
-    EXPECT_EQ(file.readCount(), 3);
-}
-
-TYPED_TEST(EveryList, DeclaresFourFamiliesAndFourPreviews) {
-    const typename TestFixture::File file;
-    const auto widget = typename TypeParam::Widget{typename TypeParam::Provider(file.store)}.body();
+TEST_P(EveryList, DeclaresFourFamiliesAndFourPreviews) {
     const auto description = widget->description();
-    EXPECT_EQ(description.kind, TypeParam::kind);
-    EXPECT_EQ(description.displayName, TypeParam::title);
+    EXPECT_EQ(description.kind, list.kind);
+    EXPECT_EQ(description.displayName, list.title);
     EXPECT_EQ(description.containerBackground, "tertiaryFill");
     EXPECT_THAT(description.families,
                 ElementsAre(WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large, WidgetFamily::extraLarge));
     std::vector<std::string> names;
     for (const auto& preview : widget->previews()) {
-        names.push_back(preview.name + " " + std::string(platform::familyName(preview.family)));
+        names.push_back(preview.name + " " + std::string(familyName(preview.family)));
     }
-    const std::string prefix = TypeParam::previewPrefix;
+    const std::string prefix = list.previewPrefix;
     EXPECT_THAT(names, ElementsAre(prefix + "Small small", prefix + "Medium medium", prefix + "Large large",
                                    prefix + "Empty small"));
-}
-
-TYPED_TEST(EveryList, ShowsItsEmptyViewInEveryFamily) {
-    const typename TestFixture::File file;
-    const auto widget = typename TypeParam::Widget{typename TypeParam::Provider(file.store)}.body();
-    const auto& [symbol, title, explanation] = TypeParam::empty;
-    const std::string expected =
-        std::string(R"({"type":"vstack","spacing":8,"children":[{"type":"symbol","symbol":")") + symbol +
-        R"(","font":{"style":"largeTitle"},"foreground":"secondary"},{"type":"text","text":")" + title +
-        R"(","font":{"style":"headline"},"foreground":"secondary"},{"type":"text","text":")" + explanation +
-        R"(","textAlignment":"center","font":{"style":"caption"},"foreground":"tertiary"}]})";
-    for (const auto family : {WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large, WidgetFamily::extraLarge,
-                              WidgetFamily::unknown}) {
-        EXPECT_EQ(json(widget->snapshot({}, {.family = family})->view), expected);
-    }
+    EXPECT_THAT(json(widget->preview(2).at(0).view), HasSubstr(list.sample));
+    EXPECT_THAT(json(widget->preview(3).at(0).view), HasSubstr(list.empty[1]));
+    EXPECT_THAT(json(widget->placeholder({.family = WidgetFamily::large}).view), HasSubstr(list.sample));
+    EXPECT_EQ(lists.files.readCount(list.path()), 0);
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include "Extension/Workspaces/WorkspacesWidget.h"
 
-#include "Tests/Extension/Lists/StoreFile.h"
+#include "Tests/Extension/Lists/MemoryLibrary.h"
 #include "Tests/Support/ViewText.h"
 
 #include <gtest/gtest.h>
@@ -28,24 +28,14 @@ TEST(WorkspaceStore, TakesEachRecordAsWellAsItCan) {
 TEST(WorkspaceItem, OpensByItsName) {
     EXPECT_EQ((WorkspaceItem{.id = "Inbox Review"}).displayURL().value().absoluteString(),
               "x-foliovault://open-workspace?name=Inbox%20Review&widget=workspaces");
-    for (const char* name : {"", "a&b=c", "100 %", "#1?/x", "読書", "a+b", "e\u0301", "line\nbreak"}) {
-        const auto url = WorkspaceItem{.id = name}.displayURL();
-        ASSERT_TRUE(url) << name;
-        const auto items = url->queryItems();
-        ASSERT_TRUE(items && items->size() == 2U) << name;
-        EXPECT_EQ((*items)[0].value, name);
+    for (const char* name : {"", "a&b=c+d", "100 %", "#1?/x", "読書", "line\nbreak"}) {
+        EXPECT_EQ(WorkspaceItem{.id = name}.displayURL()->queryItems()->at(0).value, name);
     }
-}
-
-TEST(WorkspaceItem, IsEqualToOneOfTheSameCountsAlone) {
-    const WorkspaceItem item{.id = "w", .databaseCount = 1, .windowCount = 2};
-    EXPECT_EQ(item, WorkspaceItem(item));
-    EXPECT_FALSE(item == (WorkspaceItem{.id = "w", .databaseCount = 2, .windowCount = 2}));
-    EXPECT_FALSE(item == (WorkspaceItem{.id = "w", .databaseCount = 1, .windowCount = 1}));
 }
 
 TEST(WorkspaceDetailRow, ShowsTheCountsUnderTheName) {
     const WorkspaceItem item{.id = "Research", .databaseCount = 3, .windowCount = 1};
+    EXPECT_FALSE(item == (WorkspaceItem{.id = "Research", .databaseCount = 3, .windowCount = 2}));
     EXPECT_EQ(item.displaySubtitle(), "3 databases · 1 windows");
     EXPECT_EQ(
         platform::json(WorkspaceDetailRow{item}.body()),

@@ -16,12 +16,8 @@ EncodedData raw(std::string bytes) {
 
 TEST(EncodedData, ReadsAndWritesBase64) {
     const std::tuple<std::string, std::string, std::string> rows[]{
-        {"", "", ""},
-        {"Zm9vYg==", "foob", "Zm9vYg=="},
         {"AP+A/w==", "\0\xFF\x80\xFF"s, "AP+A/w=="},
-        // Blanks and what is no digit.
-        {" Z\n\tm9\r\nv ", "foo", "Zm9v"},
-        {"Z.m-9_v\xC3\xA4", "foo", "Zm9v"},
+        {" Z\n\tm9.\r\n-_v\xC3\xA4", "foo", "Zm9v"},
         // No padding, too little, too much, or more digits behind it.
         {"Zg", "f", "Zg=="},
         {"Zm8==", "fo", "Zm8="},

@@ -1,4 +1,6 @@
-#include "Platform/Foundation/UserDatabase.h"
+#include "Tests/Support/FakeUserDatabase.h"
+
+#include "Platform/Foundation/CachesDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +51,7 @@ namespace platform {
 namespace {
 
 TEST(SystemUserDatabase, RecordedHome) {
-    const std::vector<std::pair<Record, std::optional<std::string>>> records = {
+    const std::pair<Record, std::optional<std::string>> records[]{
         {{}, "/home/somebody"},
         {{.bytes = 100'000, .interruptions = 2}, "/home/somebody"},
         {{.bytes = std::size_t{1} << 40U}, std::nullopt},
@@ -65,13 +67,28 @@ TEST(SystemUserDatabase, RecordedHome) {
     record = {};
 }
 
-TEST(SystemUserDatabase, ProcessHome) {
-    for (const auto& [value, expected] : {std::pair{"/somewhere/else", "/somewhere/else"}, {"", "/"}}) {
-        setenv("HOME", value, 1);
-        EXPECT_EQ(SystemUserDatabase::shared().processHome(), expected);
+TEST(UserDatabase, CachesAndHomeFollowTheVariables) {
+    struct Row {
+        const char* caches;
+        const char* home;
+        std::optional<std::string> recordedHome;
+        const char* expected;
+        const char* processHome;
+    };
+    const Row rows[]{
+        {"/var/caches", "/home/ada", "/home/recorded", "/var/caches", "/home/ada"},
+        {"caches", "/home/ada", "/home/recorded", "/home/ada/.cache", "/home/ada"},
+        {"", "ada", "/home/recorded", "/home/recorded/.cache", "ada"},
+        {nullptr, nullptr, std::nullopt, "/.cache", "/"},
+        {nullptr, "", std::nullopt, "/.cache", "/"},
+    };
+    for (const Row& row : rows) {
+        for (const auto& [name, value] : {std::pair{"XDG_CACHE_HOME", row.caches}, {"HOME", row.home}}) {
+            value != nullptr ? setenv(name, value, 1) : unsetenv(name);
+        }
+        EXPECT_EQ(cachesDirectory(FakeUserDatabase(row.recordedHome)), row.expected);
+        EXPECT_EQ(SystemUserDatabase::shared().processHome(), row.processHome);
     }
-    unsetenv("HOME");
-    EXPECT_EQ(SystemUserDatabase::shared().processHome(), "/");
 }
 
 } // namespace

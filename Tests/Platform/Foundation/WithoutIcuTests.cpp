@@ -1,4 +1,4 @@
-// How this folder gets along on a machine without ICU.
+// The folder on a machine without ICU.
 
 #include "Platform/Foundation/Calendar.h"
 #include "Platform/Foundation/CaseInsensitiveSearch.h"
@@ -27,7 +27,7 @@ extern "C" void* dlopen(const char* /*fileName*/, int /*mode*/) {
 namespace platform {
 namespace {
 
-TEST(WithoutIcu, HostsOutsideAsciiAreNone) {
+TEST(WithoutIcu, RefusesHostsOutsideAscii) {
     EXPECT_FALSE(URL::parse("http://bücher.de"));
     EXPECT_TRUE(URL::parse("http://h/bücher"));
 }
@@ -56,16 +56,15 @@ TEST(WithoutIcu, LoadingIsTriedOnce) {
     EXPECT_EQ(IcuDates::shared(), nullptr);
     LazyLibrary library("libabsent.so.1");
     loads = 0;
-    std::vector<std::thread> threads(8);
-    for (std::thread& thread : threads) {
-        thread = std::thread([&library] {
-            int (*function)(int) = [](int number) { return number; };
-            EXPECT_FALSE(library.find("function", function));
-            EXPECT_EQ(function, nullptr);
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
+    {
+        std::vector<std::jthread> threads;
+        for (int thread = 0; thread < 8; ++thread) {
+            threads.emplace_back([&library] {
+                int (*function)(int) = [](int number) { return number; };
+                EXPECT_FALSE(library.find("function", function));
+                EXPECT_EQ(function, nullptr);
+            });
+        }
     }
     EXPECT_EQ(loads, 1);
 }

@@ -1,12 +1,12 @@
-// The runner over real pipes: lines, their lengths, concurrency, and how it ends.
+// The runner over real pipes.
 
 #include "Tests/Platform/Widgets/ClockWidget.h"
 
 #include "Platform/Widgets/BundleRunner.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <csignal>
@@ -38,20 +38,23 @@ void writeAll(int descriptor, std::string_view bytes) {
     }
 }
 
-std::string readToEnd(int descriptor) {
-    std::string all;
+std::vector<std::string> linesToEnd(int descriptor) {
+    std::vector<std::string> lines(1);
     std::array<char, 4096> chunk{};
     for (ssize_t count = 0; (count = read(descriptor, chunk.data(), chunk.size())) > 0;) {
-        all.append(chunk.data(), static_cast<std::size_t>(count));
+        for (const char character : std::string_view(chunk.data(), static_cast<std::size_t>(count))) {
+            character == '\n' ? void(lines.emplace_back()) : lines.back().push_back(character);
+        }
     }
-    return all;
+    lines.pop_back();
+    return lines;
 }
 
 /// A runner on a thread of its own, fed and read through pipes.
 class Running {
   public:
     explicit Running(WidgetBundle bundle) : bundle_(std::move(bundle)) {
-        answers_ = std::async(std::launch::async, [this] { return readToEnd(output_.reading); });
+        answers_ = std::async(std::launch::async, [this] { return linesToEnd(output_.reading); });
         thread_ = std::jthread([this] {
             BundleRunner(bundle_, input_.reading, output_.writing).run();
             close(output_.writing);
@@ -60,56 +63,46 @@ class Running {
 
     void send(std::string_view bytes) const { writeAll(input_.writing, bytes); }
 
-    /// Ends the input. Returns the lines of output, sorted.
+    /// Ends the input. Returns the lines of output.
     std::vector<std::string> finish() {
         close(input_.writing);
-        const std::string all = answers_.get();
-        std::vector<std::string> lines;
-        for (std::size_t start = 0; start < all.size();) {
-            const std::size_t end = all.find('\n', start);
-            lines.push_back(all.substr(start, end - start));
-            start = end + 1;
-        }
-        std::sort(lines.begin(), lines.end());
-        return lines;
+        return answers_.get();
     }
 
   private:
     WidgetBundle bundle_;
     Pipe input_;
     Pipe output_;
-    std::future<std::string> answers_;
+    std::future<std::vector<std::string>> answers_;
     std::jthread thread_;
 };
 
-std::string noSuchMethod(int id, std::size_t length = 0) {
+/// Returns a request of at least `length` bytes for a method that does not exist.
+std::string request(int id, std::size_t length = 0) {
     std::string line = R"({"jsonrpc":"2.0","method":"none","id":)" + std::to_string(id) + "}";
     line.resize(std::max(line.size(), length), ' ');
     return line;
 }
 
-std::string noMethod(int id) {
-    return R"({"jsonrpc":"2.0","id":)" + std::to_string(id) +
-           R"(,"error":{"code":-32601,"message":"no method \"none\""}})";
+std::string error(const std::string& id, const std::string& code, const std::string& message) {
+    return R"({"jsonrpc":"2.0","id":)" + id + R"(,"error":{"code":)" + code + R"(,"message":")" + message + R"("}})";
 }
 
 std::string timelineOf(const std::string& city) {
-    return R"({"jsonrpc":"2.0","id":")" + city +
-           R"(","method":"timeline","params":{"kind":"Clock","configuration":{"city":")" + city +
+    return R"({"jsonrpc":"2.0","id":0,"method":"timeline","params":{"kind":"Clock","configuration":{"city":")" + city +
            R"("},"environment":{"family":"small"}}})" + "\n";
 }
 
 TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
     constexpr std::size_t limit = LineReader::maxLength;
     Running running(testing::clockBundle());
-    running.send(noSuchMethod(1, limit) + "\n" + noSuchMethod(2, limit + 1) + "\n" + std::string(5 * limit, 'x') +
-                 "\n");
-    running.send(noSuchMethod(3) + "\n\n" + noSuchMethod(4));
-    const std::string tooLong =
-        R"({"jsonrpc":"2.0","id":null,"error":{"code":-32600,"message":"the line is longer than 1 MiB"}})";
-    const std::string notJson =
-        R"({"jsonrpc":"2.0","id":null,"error":{"code":-32700,"message":"the line is not JSON"}})";
-    EXPECT_EQ(running.finish(), (std::vector{noMethod(1), noMethod(3), noMethod(4), tooLong, tooLong, notJson}));
+    running.send(request(1, limit) + "\n" + request(2, limit + 1) + "\n" + std::string(5 * limit, 'x') + "\n" +
+                 request(3) + "\n\n" + request(4));
+    const auto noMethod = [](const char* id) { return error(id, "-32601", R"(no method \"none\")"); };
+    const std::string tooLong = error("null", "-32600", "the line is longer than 1 MiB");
+    EXPECT_THAT(running.finish(),
+                ::testing::ElementsAre(noMethod("1"), tooLong, tooLong, noMethod("3"),
+                                       error("null", "-32700", "the line is not JSON"), noMethod("4")));
 }
 
 TEST(BundleRunner, HoldsNothingUpForAnyNumberOfSlowRequests) {
@@ -127,7 +120,6 @@ TEST(BundleRunner, HoldsNothingUpForAnyNumberOfSlowRequests) {
     });
     bundle.inputEnded = [&] {
         ++ends;
-        // Answers only now that the end has been seen, on a thread of its own.
         std::jthread([&] {
             for (const auto& goOn : waiting) {
                 goOn();
@@ -143,14 +135,13 @@ TEST(BundleRunner, HoldsNothingUpForAnyNumberOfSlowRequests) {
     EXPECT_EQ(ends, 0);
     const auto answers = running.finish();
     EXPECT_EQ(answers.size(), slowRequests + 1U);
-    EXPECT_TRUE(std::all_of(answers.begin(), answers.end(),
-                            [](const std::string& answer) { return answer.find("\"result\"") != std::string::npos; }));
+    EXPECT_THAT(answers, ::testing::Each(::testing::HasSubstr("\"result\"")));
     EXPECT_EQ(ends, 1);
 }
 
-/// A runner with a request that is never answered, in a process of its own whose output is closed then.
+/// A runner in a process of its own, with a request that is never answered.
 TEST(BundleRunner, EndsItsProcessWhenItsOutputIsClosed) {
-    for (const std::string& line : {std::string(), timelineOf("endless"), noSuchMethod(1) + "\n"}) {
+    for (const std::string& line : {std::string(), timelineOf("endless"), request(1) + "\n"}) {
         Pipe input;
         Pipe output;
         const pid_t child = fork();
