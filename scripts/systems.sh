@@ -40,9 +40,10 @@ make_system() {
 in_system() {
     local folder=$1; shift
     cp /etc/resolv.conf "$folder/etc/"
-    unshare --mount --pid --fork --kill-child sh -euc '
+    unshare --mount --pid --ipc --fork --kill-child sh -euc '
         mount --bind "$1" "$1" && cd "$1" && shift
         mount -t proc proc proc && mount --rbind /dev dev && mount --rbind /sys sys
+        for folder in run tmp; do mount -t tmpfs -o mode=1777 own $folder; done
         pivot_root . mnt && umount -l /mnt
         cd / && exec env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root DEBIAN_FRONTEND=noninteractive "$@"' sh "$folder" "$@"
 }
