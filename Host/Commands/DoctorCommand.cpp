@@ -97,15 +97,16 @@ bool wantsColour() {
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) {
     Findings findings;
     const std::vector<Manifest> manifests = validManifests(choice, findings);
-    // All start at once. The report lists first what a widget needs first.
+    // All start at once, but for the display: GDK handles its events in the main context that extensions run. The report
+    // lists first what a widget needs first.
     PendingCheck data("data", [manifests, home = choice.home] { return dataFindings(manifests, home); });
     PendingCheck fonts("font", checkFonts);
     PendingCheck bus("session bus", checkBus);
-    PendingCheck display("compositor", checkDisplay);
     PendingCheck arrangement("arrangement", checkArrangement);
 
     auto extensions =
         checkExtensions(manifests, {.home = choice.home, .confined = choice.confined, .timeout = checkTimeout});
+    PendingCheck display("compositor", checkDisplay);
     PendingCheck links("links", [schemes = std::move(extensions.schemes)] { return checkSchemes(schemes); });
     append(findings, std::move(extensions.findings));
     append(findings, {checkLandlock(landlockVersion())});
