@@ -41,21 +41,6 @@ def fork(limit):
     return len(children)
 
 
-def start_threads(limit):
-    """Returns how many threads run at once."""
-    end = threading.Event()
-
-    def start():
-        thread = threading.Thread(target=end.wait)
-        thread.start()
-        return thread
-    threads = count(start, limit)
-    end.set()
-    for thread in threads:
-        thread.join()
-    return len(threads)
-
-
 def duplicate(limit):
     """Returns how many descriptors it can have, with those that it was started with."""
     made = count(lambda: os.dup(0), limit - 3)
@@ -93,8 +78,8 @@ def write_and_run(path):
 def evaluate(expression):
     try:
         value = eval(expression)
-    except OSError as error:
-        return errno.errorcode.get(error.errno, str(error))
+    except Exception as error:
+        return errno.errorcode.get(getattr(error, "errno", None), repr(error))
     return str(int(value)) if isinstance(value, int) else "yes"
 
 

@@ -181,13 +181,9 @@ class DesktopTest(unittest.TestCase):
         return [each for each in menus[0].children if each.name]
 
     def choose(self, *names):
-        """By the keyboard, in the menu that was opened by the pointer: an entry, or one and then another of its submenu."""
+        """An entry of the menu that is open, or one and then another of its submenu."""
         entries = self.menu()
-        for depth, name in enumerate(names):
-            place = [each.name for each in entries if "sensitive" in each.states].index(name)
-            for _ in range(place + (depth == 0)):
-                self.session.key("Down")
-            if depth + 1 < len(names):
-                self.session.key("Right")
-                entries = [each for each in entries if each.name == name][0].children
-        self.session.key("Return")
+        for name in names:
+            entry = next(each for each in entries if each.name == name)
+            entries = entry.children
+        self.accessible().do_action(entry, "click")

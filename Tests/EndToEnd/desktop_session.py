@@ -136,7 +136,7 @@ class DesktopSession:
     def run(self, *command, variables=None, timeout=60):
         """The output of a program that succeeds."""
         done = subprocess.run([str(part) for part in command], env=self.environment(**(variables or {})), capture_output=True, timeout=timeout)
-        assert done.returncode == 0, (command, done.stdout[-2000:], done.stderr.decode(errors="replace"))
+        assert done.returncode == 0, (command, done.returncode, done.stdout[-2000:], done.stderr.decode(errors="replace"))
         return done.stdout
 
     def draw_wallpaper(self):

@@ -2,8 +2,6 @@
 
 import json
 import os
-import socket
-import struct
 import subprocess
 from pathlib import Path
 
@@ -23,8 +21,6 @@ default_floating_border none
 focus_on_window_activation none
 for_window [title="^Plain$"] floating enable
 """
-RUN_COMMAND, GET_OUTPUTS, GET_TREE = 0, 3, 4
-RECTANGLE = ("x", "y", "width", "height")
 
 
 class WaylandSession(DesktopSession):
@@ -50,35 +46,25 @@ class WaylandSession(DesktopSession):
 
     def is_started(self):
         assert self.compositor.poll() is None, (self.folder / "compositor.log").read_text()
-        try:
-            return self.outputs()
-        except (FileNotFoundError, ConnectionRefusedError):
-            return []
+        return self.control.exists() and self.outputs()
 
-    def ask(self, kind, content=""):
-        with socket.socket(socket.AF_UNIX) as connection:
-            connection.settimeout(20)
-            connection.connect(str(self.control))
-            connection.sendall(b"i3-ipc" + struct.pack("=2I", len(content.encode()), kind) + content.encode())
-            with connection.makefile("rb") as answer:
-                length, _ = struct.unpack("=2I", answer.read(14)[6:])
-                return json.loads(answer.read(length))
+    def ask(self, kind):
+        return json.loads(self.run("swaymsg", "-s", self.control, "-r", "-t", kind))
 
     def command(self, text):
-        for answer in self.ask(RUN_COMMAND, text):
-            assert answer["success"], (text, answer)
+        self.run("swaymsg", "-s", self.control, "--", text)
 
     def outputs(self):
-        return [Output(each["name"], *(each["rect"][key] for key in RECTANGLE), each["scale"]) for each in self.ask(GET_OUTPUTS) if each["active"]]
+        return [Output(each["name"], **each["rect"], scale=each["scale"]) for each in self.ask("get_outputs") if each["active"]]
 
     def windows(self):
         """Ordinary windows alone: sway does not list those of its layers."""
         def walk(node):
+            if node.get("pid") and node["type"] in ("con", "floating_con"):
+                yield Window(node["name"] or "", node["pid"], **node["rect"], application=node.get("app_id") or "")
             for child in node["nodes"] + node["floating_nodes"]:
                 yield from walk(child)
-            if node.get("pid") and node["type"] in ("con", "floating_con"):
-                yield Window(node["name"] or "", node["pid"], *(node["rect"][key] for key in RECTANGLE), application=node.get("app_id") or "")
-        return list(walk(self.ask(GET_TREE)))
+        return list(walk(self.ask("get_tree")))
 
     def place_window(self, process, x, y, width, height):
         wait_until(lambda: any(each.process == process for each in self.windows()), "a window")
