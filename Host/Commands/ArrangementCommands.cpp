@@ -2,7 +2,6 @@
 
 #include "Host/Arrangement/ArrangementFile.h"
 #include "Host/Arrangement/ArrangementJson.h"
-#include "Host/Commands/ArrangementTable.h"
 #include "Host/Commands/HostCommands.h"
 #include "Host/Connection/DeclaredChoices.h"
 #include "Host/Session/AddCommand.h"
@@ -52,6 +51,45 @@ Outcome<Arrangement> applyChange(const ArrangementChange& change) {
     }
     notifyHost();
     return std::move(update->arrangement);
+}
+
+std::string row(std::string_view id, std::string_view kind, std::string_view family, std::string_view settings,
+                std::string_view place) {
+    std::string line = fmt::format("{:<4}  {:<17}  {:<10}  {:<20}  {}", id, kind, family, settings, place);
+    return line.erase(line.find_last_not_of(' ') + 1) + '\n';
+}
+
+std::string settingsOf(const Instance& instance) {
+    std::string text;
+    for (const auto& [name, choice] : instance.configuration) {
+        text += fmt::format("{}{}={}", text.empty() ? "" : " ", name, choice);
+    }
+    return text;
+}
+
+std::string placeOf(const Instance& instance) {
+    std::string output = instance.output.value_or("");
+    if (!instance.position) {
+        return output;
+    }
+    return fmt::format("{}at {},{}", output.empty() ? "" : output + " ", instance.position->x, instance.position->y);
+}
+
+/// Returns a table of text:
+///
+///     ID    KIND               FAMILY      SETTINGS              PLACE
+///     1     FavoritesWidget    medium      group=Work            DP-1 at 40,60
+///     3     ReadingListWidget  large
+std::string arrangementTable(const Arrangement& arrangement) {
+    if (arrangement.instances.empty()) {
+        return "No widget is placed.\n";
+    }
+    std::string table = row("ID", "KIND", "FAMILY", "SETTINGS", "PLACE");
+    for (const Instance& instance : arrangement.instances) {
+        table += row(std::to_string(instance.id), printable(instance.kind), printable(instance.family),
+                     printable(settingsOf(instance)), printable(placeOf(instance)));
+    }
+    return table;
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 #include "Host/Commands/ExtensionCheck.h"
 #include "Host/Commands/FontCheck.h"
 #include "Host/Commands/HostCommands.h"
-#include "Host/Commands/PendingCheck.h"
 #include "Host/Commands/SchemeCheck.h"
 #include "Host/Connection/Landlock.h"
 #include "Host/Connection/UserFolders.h"
@@ -16,12 +15,46 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
+#include <functional>
+#include <future>
 #include <iterator>
+#include <thread>
 #include <unistd.h>
 
 namespace host {
 namespace {
+
+constexpr std::chrono::seconds checkTimeout{10};
+
+/// A check on a thread of its own, which owns all that it uses.
+///
+/// It may never return, because of a stopped compositor or a file system whose server is gone. That is a finding, too;
+/// the thread is left running.
+class PendingCheck {
+  public:
+    /// Starts the check. `name` names the finding if it does not return before the timeout.
+    PendingCheck(std::string name, std::function<Findings()> check)
+        : name_(std::move(name)), deadline_(std::chrono::steady_clock::now() + checkTimeout) {
+        std::packaged_task<Findings()> task(std::move(check));
+        result_ = task.get_future();
+        std::thread(std::move(task)).detach();
+    }
+
+    /// Waits for the findings until the timeout. Call once.
+    Findings findings() {
+        if (result_.wait_until(deadline_) == std::future_status::ready) {
+            return result_.get();
+        }
+        return {Finding::problem(name_, "does not answer", "restart the program or server that does not answer")};
+    }
+
+  private:
+    std::string name_;
+    std::chrono::steady_clock::time_point deadline_;
+    std::future<Findings> result_;
+};
 
 void append(Findings& findings, Findings more) {
     std::move(more.begin(), more.end(), std::back_inserter(findings));
@@ -104,8 +137,7 @@ std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format) 
     PendingCheck bus("session bus", checkBus);
     PendingCheck arrangement("arrangement", checkArrangement);
 
-    auto extensions =
-        checkExtensions(manifests, {.home = choice.home, .confined = choice.confined, .timeout = checkTimeout});
+    auto extensions = checkExtensions(manifests, choice, checkTimeout);
     PendingCheck display("compositor", checkDisplay);
     PendingCheck links("links", [schemes = std::move(extensions.schemes)] { return checkSchemes(schemes); });
     append(findings, std::move(extensions.findings));

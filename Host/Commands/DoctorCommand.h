@@ -9,7 +9,7 @@
 namespace host {
 
 /// Checks everything that widgets depend on and prints the findings. Fails with `unavailable` if one is a problem.
-/// Takes at most twice `checkTimeout` when something hangs.
+/// Takes at most 20 s when something hangs.
 std::optional<Failure> doctor(const ExtensionChoice& choice, TextFormat format);
 
 } // namespace host

@@ -1,6 +1,6 @@
 #include "Host/Commands/DoctorReport.h"
 
-#include "Host/Commands/TerminalText.h"
+#include "Host/Commands/Output.h"
 #include "Platform/Foundation/JsonWriter.h"
 
 #include <fmt/format.h>

@@ -1,9 +1,6 @@
 #include "Host/Commands/ExtensionCheck.h"
 
-#include "Host/Commands/LinkSchemes.h"
-#include "Host/Connection/ExtensionClient.h"
-#include "Host/Connection/Messages.h"
-#include "Host/Connection/Requests.h"
+#include "Host/Commands/SchemeCheck.h"
 
 #include <fmt/format.h>
 
@@ -35,9 +32,9 @@ std::string largestFamily(const WidgetInfo& widget) {
 /// Sends all requests to one extension.
 class ExtensionProbe {
   public:
-    ExtensionProbe(const Manifest& manifest, const ExtensionTrial& trial, std::set<std::string>& schemes)
+    ExtensionProbe(const Manifest& manifest, const ExtensionChoice& choice, std::set<std::string>& schemes)
         : identifier_(manifest.identifier), schemes_(schemes), start_(SteadyClock::now()),
-          client_(ExtensionClient::start(manifest, trial.home, trial.confined, {.idle = std::nullopt})) {
+          client_(ExtensionClient::start(manifest, choice.home, choice.confined, {.idle = std::nullopt})) {
         if (client_) {
             send("describe", "{}", "", [this](Json result) { return takeDescription(result); });
         }
@@ -137,13 +134,14 @@ class ExtensionProbe {
 
 } // namespace
 
-ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionTrial& trial) {
+ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionChoice& choice,
+                                  std::chrono::seconds timeout) {
     ExtensionFindings found;
     std::deque<ExtensionProbe> probes;
     for (const Manifest& manifest : manifests) {
-        probes.emplace_back(manifest, trial, found.schemes);
+        probes.emplace_back(manifest, choice, found.schemes);
     }
-    const auto deadline = SteadyClock::now() + trial.timeout;
+    const auto deadline = SteadyClock::now() + timeout;
     // Only ends the wait.
     EventSource timer([&timer] { timer.setDeadline(std::nullopt); });
     timer.setDeadline(deadline);
@@ -152,7 +150,7 @@ ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const 
         g_main_context_iteration(nullptr, TRUE);
     }
     for (const ExtensionProbe& probe : probes) {
-        found.findings.push_back(probe.finding(trial.timeout));
+        found.findings.push_back(probe.finding(timeout));
     }
     return found;
 }

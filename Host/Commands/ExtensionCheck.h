@@ -1,25 +1,15 @@
 // Checks whether extensions start and answer, and collects the schemes of their links.
 #pragma once
 
+#include "Host/Commands/Extensions.h"
 #include "Host/Commands/Finding.h"
-#include "Host/Connection/Manifest.h"
-#include "Host/Connection/Sandbox.h"
 
 #include <chrono>
-#include <filesystem>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 namespace host {
-
-struct ExtensionTrial {
-    /// As in `makeExtensionEnvironment`.
-    std::optional<std::filesystem::path> home;
-    Confined confined = Confined::yes;
-    std::chrono::seconds timeout{};
-};
 
 struct ExtensionFindings {
     /// One per extension, in the order of the manifests.
@@ -31,6 +21,7 @@ struct ExtensionFindings {
 /// Starts all extensions at once. Requests from each its description, and a placeholder and a timeline of each widget
 /// with the default configuration in its largest family. Returns at the latest soon after the timeout. Runs the default
 /// main context.
-ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionTrial& trial);
+ExtensionFindings checkExtensions(const std::vector<Manifest>& manifests, const ExtensionChoice& choice,
+                                  std::chrono::seconds timeout);
 
 } // namespace host

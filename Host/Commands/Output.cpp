@@ -4,11 +4,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
-#include <string>
 #include <unistd.h>
 
 namespace host {
@@ -54,6 +54,12 @@ std::optional<Failure> writeOutput(std::string_view bytes, const std::optional<s
         unlink(name.c_str());
     }
     return failure;
+}
+
+std::string printable(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+    return text;
 }
 
 } // namespace host

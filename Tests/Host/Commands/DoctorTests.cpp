@@ -1,5 +1,5 @@
 #include "Host/Commands/DoctorReport.h"
-#include "Host/Commands/LinkSchemes.h"
+#include "Host/Commands/SchemeCheck.h"
 
 #include <gtest/gtest.h>
 

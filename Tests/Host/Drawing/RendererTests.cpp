@@ -89,6 +89,22 @@ TEST_F(RendererTest, EverythingStandsOnWholePixels) {
     }
 }
 
+TEST_F(RendererTest, LinesOfATextAreDrawnAsIfEachStoodAlone) {
+    const MeasuredText text =
+        renderer.texts().measure({.text = "Hamburgefonstiv is a word", .font = callout, .width = 90});
+    const double height = textMeasures(callout).lineHeight;
+    std::vector<LayoutItem> alone;
+    for (const TextLine& line : text.lines) {
+        const Point origin{20 + (100 - line.width) / 2, 40 + height * static_cast<double>(alone.size())};
+        alone.push_back(textAt(origin, line.text));
+    }
+    ASSERT_EQ(alone.size(), 2U);
+    const LayoutItem both{.content = TextItem{text, height, HorizontalAlignment::center, {}},
+                          .frame = {20, 40, 100, 2 * height},
+                          .font = callout};
+    EXPECT_EQ(picture({both}), picture(alone));
+}
+
 TEST_F(RendererTest, ColoredGlyphsKeepTheirColorsUnlessTinted) {
     const auto colored = [&](double scale, DrawingMode mode) {
         const Picture drawn = picture({textAt({40, 40}, "🍎🍏", largeTitle)}, scale, {.mode = mode});
@@ -120,6 +136,11 @@ TEST_F(RendererTest, PlaceholdersTellNothing) {
     const View row = text("Inbox").link("x:inbox");
     EXPECT_TRUE(renderTile(row, {170, 50}, {.appearance = placeholder}, renderer).items.empty());
     EXPECT_EQ(renderTile(row, {170, 50}, {}, renderer).items.size(), 1U);
+    RenderedTile plain = renderTile(clear(), {170, 50}, {}, renderer);
+    RenderedTile hidden = renderTile(clear(), {170, 50}, {.appearance = placeholder}, renderer);
+    drawBadge(plain, asOfBadge("as of 10:42"), Corner::topTrailing, {}, renderer);
+    drawBadge(hidden, asOfBadge("as of 10:42"), Corner::topTrailing, {.appearance = placeholder}, renderer);
+    EXPECT_EQ(decoded(plain.picture), decoded(hidden.picture)) << "badges stay readable";
 }
 
 TEST_F(RendererTest, RefusesPicturesOfNoOrAbsurdSize) {
