@@ -1,6 +1,7 @@
 #include "Host/Commands/BusCheck.h"
 
 #include "Host/Session/RunningHost.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <fmt/format.h>
 #include <gio/gio.h>
@@ -16,14 +17,8 @@ namespace {
 /// For each call on the bus.
 constexpr int timeoutMilliseconds = 2000;
 
-struct Release {
-    void operator()(GDBusConnection* bus) const { g_object_unref(bus); }
-    void operator()(GVariant* value) const { g_variant_unref(value); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(char* text) const { g_free(text); }
-};
-using Bus = std::unique_ptr<GDBusConnection, Release>;
-using Variant = std::unique_ptr<GVariant, Release>;
+using Bus = std::unique_ptr<GDBusConnection, platform::Releaser<g_object_unref>>;
+using Variant = std::unique_ptr<GVariant, platform::Releaser<g_variant_unref>>;
 
 /// Returns the address of the session bus. GLib's own search would start a bus on a desktop without one.
 std::optional<std::string> busAddress() {
@@ -36,7 +31,7 @@ std::optional<std::string> busAddress() {
     if (runtime == nullptr || !std::filesystem::is_socket(std::filesystem::path(runtime) / "bus", failure)) {
         return std::nullopt;
     }
-    const std::unique_ptr<char, Release> path(g_dbus_address_escape_value(runtime));
+    const std::unique_ptr<char, platform::Releaser<g_free>> path(g_dbus_address_escape_value(runtime));
     return fmt::format("unix:path={}/bus", path.get());
 }
 
@@ -97,7 +92,7 @@ Findings checkBus() {
                                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
     GError* refusal = nullptr;
     const Bus bus(g_dbus_connection_new_for_address_sync(address->c_str(), flags, nullptr, nullptr, &refusal));
-    const std::unique_ptr<GError, Release> error(refusal);
+    const std::unique_ptr<GError, platform::Releaser<g_error_free>> error(refusal);
     if (!bus) {
         return {noBus(fmt::format("cannot be reached ({})", error ? error->message : "no reason given"))};
     }

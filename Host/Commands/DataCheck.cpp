@@ -1,6 +1,7 @@
 #include "Host/Commands/DataCheck.h"
 
 #include "Platform/Foundation/FileDescriptor.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <fmt/format.h>
 
@@ -19,10 +20,6 @@ using platform::FileDescriptor;
 
 constexpr int maxEntries = 10'000;
 constexpr std::size_t maxNamed = 3;
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
 
 struct Access {
     bool isFile = false;
@@ -59,7 +56,7 @@ Finding unreachable(const std::string& path, int error) {
 Finding checkFolder(const std::string& path) {
     // O_NONBLOCK: a pipe may be in the folder's place.
     const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
-    const std::unique_ptr<DIR, CloseFolder> folder(descriptor < 0 ? nullptr : fdopendir(descriptor));
+    const std::unique_ptr<DIR, platform::Releaser<closedir>> folder(descriptor < 0 ? nullptr : fdopendir(descriptor));
     if (!folder) {
         return unreachable(path, errno);
     }

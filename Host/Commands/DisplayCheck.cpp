@@ -1,6 +1,7 @@
 #include "Host/Commands/DisplayCheck.h"
 
 #include "Host/Desktop/LayerShell.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <fmt/format.h>
 #include <gdk/gdkx.h>
@@ -39,16 +40,12 @@ Findings checkWayland(const std::string& display, bool hasX11) {
     return findings;
 }
 
-struct Close {
-    void operator()(GdkDisplay* display) const { gdk_display_close(display); }
-};
-
 Findings checkX11(const std::string& name) {
     gdk_set_allowed_backends("x11");
     // GDK would start OpenGL at once. It reads the variable with its arguments.
     g_setenv("GDK_GL", "disable", TRUE);
     gdk_parse_args(nullptr, nullptr);
-    const std::unique_ptr<GdkDisplay, Close> display(gdk_display_open(name.c_str()));
+    const std::unique_ptr<GdkDisplay, platform::Releaser<gdk_display_close>> display(gdk_display_open(name.c_str()));
     if (!display) {
         return {Finding::problem("compositor", fmt::format("X11, {}: cannot be reached", name),
                                  "run it inside the graphical session, with its DISPLAY and XAUTHORITY")};

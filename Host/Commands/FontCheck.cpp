@@ -1,5 +1,7 @@
 #include "Host/Commands/FontCheck.h"
 
+#include "Platform/Foundation/Releaser.h"
+
 #include <fmt/format.h>
 #include <fontconfig/fontconfig.h>
 
@@ -12,13 +14,9 @@ namespace {
 
 constexpr const char* widgetFont = "Inter";
 
-struct Release {
-    void operator()(FcConfig* config) const { FcConfigDestroy(config); }
-    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-    void operator()(FcCharSet* characters) const { FcCharSetDestroy(characters); }
-};
-template <class Object>
-using Handle = std::unique_ptr<Object, Release>;
+using Config = std::unique_ptr<FcConfig, platform::Releaser<FcConfigDestroy>>;
+using Pattern = std::unique_ptr<FcPattern, platform::Releaser<FcPatternDestroy>>;
+using CharSet = std::unique_ptr<FcCharSet, platform::Releaser<FcCharSetDestroy>>;
 
 const FcChar8* fontconfigText(const char* text) {
     return reinterpret_cast<const FcChar8*>(text);
@@ -38,18 +36,18 @@ constexpr std::array scripts{Script{"Japanese", "fonts-noto-cjk", {U'日', U'の
 
 /// Returns the family of the font that has all these letters; nothing if no font has.
 std::optional<std::string> familyFor(const Script& script, FcConfig* config) {
-    const Handle<FcCharSet> letters(FcCharSetCreate());
+    const CharSet letters(FcCharSetCreate());
     for (const FcChar32 letter : script.letters) {
         FcCharSetAddChar(letters.get(), letter);
     }
-    const Handle<FcPattern> wish(FcPatternCreate());
+    const Pattern wish(FcPatternCreate());
     FcPatternAddString(wish.get(), FC_FAMILY, fontconfigText(widgetFont));
     FcPatternAddString(wish.get(), FC_FAMILY, fontconfigText("sans-serif"));
     FcPatternAddCharSet(wish.get(), FC_CHARSET, letters.get());
     FcConfigSubstitute(config, wish.get(), FcMatchPattern);
     FcDefaultSubstitute(wish.get());
     FcResult result = FcResultNoMatch;
-    const Handle<FcPattern> font(FcFontMatch(config, wish.get(), &result));
+    const Pattern font(FcFontMatch(config, wish.get(), &result));
     FcCharSet* has = nullptr;
     FcChar8* family = nullptr;
     if (!font || FcPatternGetCharSet(font.get(), FC_CHARSET, 0, &has) != FcResultMatch ||
@@ -83,7 +81,7 @@ Finding checkScript(const Script& script, FcConfig* config) {
 } // namespace
 
 Findings checkFonts() {
-    const Handle<FcConfig> config(FcInitLoadConfigAndFonts());
+    const Config config(FcInitLoadConfigAndFonts());
     Findings findings{checkWidgetFont(config.get())};
     for (const Script& script : scripts) {
         findings.push_back(checkScript(script, config.get()));

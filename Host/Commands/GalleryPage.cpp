@@ -1,6 +1,7 @@
 #include "Host/Commands/GalleryPage.h"
 
 #include "Host/Layout/Measures.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <fmt/format.h>
 #include <glib.h>
@@ -26,8 +27,8 @@ img { display: block; max-width: 100%; height: auto; border-radius: 20px; box-sh
 )css";
 
 std::string escaped(const std::string& text) {
-    const std::unique_ptr<char, decltype(&g_free)> markup(
-        g_markup_escape_text(text.data(), static_cast<gssize>(text.size())), &g_free);
+    const std::unique_ptr<char, platform::Releaser<g_free>> markup(
+        g_markup_escape_text(text.data(), static_cast<gssize>(text.size())));
     return markup.get();
 }
 

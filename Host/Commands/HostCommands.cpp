@@ -29,7 +29,7 @@ class NoWindows final : public HostDisplay {
 std::optional<Failure> ask(const std::vector<std::string>& arguments) {
     const auto code = callRunningHost(arguments);
     if (!code) {
-        const bool hasBus = code.error().reason == NoHost::Reason::noneRuns;
+        const bool hasBus = code.error() == NoHost::noneRuns;
         return Failure{Failure::Kind::unavailable,
                        hasBus ? "no host is running in this session; start one with widgethost desktop"
                               : "the host cannot be reached: there is no session bus"};
@@ -122,7 +122,7 @@ std::optional<Failure> explainTile(InstanceId id) {
 
 void notifyHost() {
     const auto code = callRunningHost({"sync"});
-    if (!code && code.error().reason == NoHost::Reason::noBus) {
+    if (!code && code.error() == NoHost::noBus) {
         fmt::print(stderr, "widgethost: there is no session bus; only the arrangement file was changed\n");
     }
 }

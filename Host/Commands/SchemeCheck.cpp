@@ -1,6 +1,7 @@
 #include "Host/Commands/SchemeCheck.h"
 
 #include "Platform/Foundation/AsciiSet.h"
+#include "Platform/Foundation/Releaser.h"
 #include "Platform/Foundation/URLSyntax.h"
 #include "Platform/Views/Node.h"
 
@@ -42,12 +43,9 @@ void collect(const platform::View& view, std::set<std::string>& schemes) {
         view.node().content);
 }
 
-struct Unref {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
 Finding checkScheme(const std::string& scheme) {
-    const std::unique_ptr<GAppInfo, Unref> handler(g_app_info_get_default_for_uri_scheme(scheme.c_str()));
+    const std::unique_ptr<GAppInfo, platform::Releaser<g_object_unref>> handler(
+        g_app_info_get_default_for_uri_scheme(scheme.c_str()));
     if (handler) {
         return Finding::ok("links", fmt::format("{}: opens {}", scheme, g_app_info_get_display_name(handler.get())));
     }

@@ -1,6 +1,7 @@
 #include "Host/Connection/SystemCallFilter.h"
 
 #include "Platform/Foundation/FileDescriptor.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <array>
 #include <cerrno>
@@ -38,10 +39,6 @@ constexpr auto refusedCalls = std::to_array<int>({
     SCMP_SYS(perf_event_open),
     SCMP_SYS(userfaultfd),
 });
-
-struct Release {
-    void operator()(scmp_filter_ctx filter) const { seccomp_release(filter); }
-};
 
 /// A comparison of the call's argument number `index`. libseccomp's macros for these are C.
 scmp_arg_cmp argument(unsigned index, scmp_compare comparison, std::uint64_t a, std::uint64_t b = 0) {
@@ -81,7 +78,7 @@ class Filter {
         return filter;
     }
 
-    std::unique_ptr<void, Release> filter_{make()};
+    std::unique_ptr<void, platform::Releaser<seccomp_release>> filter_{make()};
     bool isComplete_ = filter_ != nullptr;
 };
 

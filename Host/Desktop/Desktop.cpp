@@ -73,6 +73,7 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
     std::map<InstanceId, std::unique_ptr<TileController>> kept;
     std::set<std::string> unknown;
     std::set<InstanceId> ids;
+    const bool isFirst = tiles_.empty();
     for (const Instance& instance : arrangement_.instances) {
         ids.insert(instance.id);
         removed_.erase(instance.id);
@@ -92,6 +93,8 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
     if (drag_ && !kept.contains(draggedId_)) {
         drag_.reset();
     }
+    // Those that are kept have left it.
+    const bool isRemoved = !tiles_.empty();
     for (auto& [id, tile] : std::exchange(tiles_, std::move(kept))) {
         if (removing_.contains(id)) {
             tile->showRemoved([this, id = id] { removed_.erase(id); });
@@ -105,7 +108,9 @@ void Desktop::arrangementChanged(const Arrangement& arrangement) {
     if (valueNamed<DrawingMode>(arrangement_.renderingMode, drawingModeNames) == DrawingMode::tinted) {
         readingTheme_.idle<&DesktopSettings::readTheme>(&settings_);
     }
-    host_->workLater([entries = entries_, ids = std::move(ids)] { entries.keepOnly(ids); });
+    if (isFirst || isRemoved) {
+        host_->workLater([entries = entries_, ids = std::move(ids)] { entries.keepOnly(ids); });
+    }
     place();
     for (const auto& [id, tile] : tiles_) {
         if (tile->isWaiting() && host_->session().tile(id) == nullptr) {
@@ -239,7 +244,7 @@ void Desktop::menuRequested(InstanceId id, const std::optional<std::string>& url
                               .renderingMode = arrangement_.renderingMode};
     popUpTileMenu(shown->window().widget(), event, state,
                   {.edit = [this, id] { edit(id); },
-                   .reload = [this, id] { host_->reload(id); },
+                   .reload = [this, id] { host_->session().reload(id); },
                    .remove = [this, id] { remove(id); },
                    .addWidgets = [this] { showGallery(); },
                    .change = [this](const ArrangementChange& wanted) { change(wanted); }});

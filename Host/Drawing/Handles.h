@@ -1,19 +1,15 @@
 // Owning handles of the drawing libraries' C objects.
 #pragma once
 
+#include "Platform/Foundation/Releaser.h"
+
 #include <cairo.h>
 #include <memory>
 #include <pango/pango.h>
 
 namespace host {
 
-template <auto release>
-struct Releaser {
-    template <class Object>
-    void operator()(Object* object) const {
-        release(object);
-    }
-};
+using platform::Releaser;
 
 using CairoHandle = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
 using RegionHandle = std::unique_ptr<cairo_region_t, Releaser<cairo_region_destroy>>;

@@ -3,6 +3,7 @@
 #include "Host/Arrangement/ArrangementJson.h"
 #include "Host/Connection/DeclaredChoices.h"
 #include "Host/Session/HostApplication.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <memory>
 #include <utility>
@@ -13,10 +14,6 @@ namespace {
 using platform::Failure;
 using platform::Outcome;
 using platform::Unexpected;
-
-struct Unref {
-    void operator()(GApplicationCommandLine* line) const { g_object_unref(line); }
-};
 
 class AddRequest : public std::enable_shared_from_this<AddRequest> {
   public:
@@ -94,7 +91,7 @@ class AddRequest : public std::enable_shared_from_this<AddRequest> {
 
     HostApplication& host_;
     /// The calling process waits until this is released.
-    std::unique_ptr<GApplicationCommandLine, Unref> line_;
+    std::unique_ptr<GApplicationCommandLine, platform::Releaser<g_object_unref>> line_;
     Instance instance_;
     std::optional<std::string> family_;
     bool isOneOfSeveral_ = false;

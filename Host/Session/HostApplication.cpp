@@ -4,6 +4,7 @@
 #include "Host/Session/AddCommand.h"
 #include "Host/Session/Explanation.h"
 #include "Host/Session/RunningHost.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <fmt/format.h>
 #include <glib-unix.h>
@@ -39,8 +40,11 @@ HostApplication::HostApplication(const Options& options)
                                              .home = options.home,
                                              .warn = logWarning}),
       application_(g_application_new(busName, G_APPLICATION_HANDLES_COMMAND_LINE)) {
-    g_signal_connect(application_, "startup", G_CALLBACK(&HostApplication::started), this);
-    g_signal_connect(application_, "command-line", G_CALLBACK(&HostApplication::commandLine), this);
+    const auto startUp = +[](HostApplication* self) { self->start(); };
+    const auto commandLine =
+        +[](HostApplication* self, GApplicationCommandLine* line) -> int { return self->answer(line); };
+    g_signal_connect_swapped(application_, "startup", G_CALLBACK(startUp), this);
+    g_signal_connect_swapped(application_, "command-line", G_CALLBACK(commandLine), this);
 }
 
 HostApplication::~HostApplication() {
@@ -61,32 +65,8 @@ int HostApplication::run() {
     return exitCode_ != 0 ? exitCode_ : code;
 }
 
-void HostApplication::started(GApplication* /*application*/, gpointer self) {
-    static_cast<HostApplication*>(self)->start();
-}
-
-int HostApplication::commandLine(GApplication* /*application*/, GApplicationCommandLine* line, gpointer self) {
-    return static_cast<HostApplication*>(self)->answer(line);
-}
-
-gboolean HostApplication::ended(gpointer self) {
-    static_cast<HostApplication*>(self)->end();
-    return G_SOURCE_CONTINUE;
-}
-
 void HostApplication::end() {
     g_application_quit(application_);
-}
-
-void HostApplication::folderChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
-                                    GFileMonitorEvent /*event*/, gpointer self) {
-    static_cast<HostApplication*>(self)->sync();
-}
-
-void HostApplication::zoneChanged(GFileMonitor* /*monitor*/, GFile* /*file*/, GFile* /*other*/,
-                                  GFileMonitorEvent /*event*/, gpointer self) {
-    // Dates of entries may depend on midnight.
-    static_cast<HostApplication*>(self)->session_.reload(std::nullopt, [](const auto& /*failures*/) {});
 }
 
 void HostApplication::start() {
@@ -111,22 +91,32 @@ void HostApplication::start() {
         logWarning("this kernel has no Landlock: extensions can read more than they should");
     }
     g_application_hold(application_);
-    g_unix_signal_add(SIGTERM, &HostApplication::ended, this);
-    g_unix_signal_add(SIGINT, &HostApplication::ended, this);
+    for (const int signal : {SIGTERM, SIGINT}) {
+        g_unix_signal_add_full(
+            G_PRIORITY_DEFAULT, signal,
+            [](gpointer self) -> gboolean {
+                static_cast<HostApplication*>(self)->end();
+                return G_SOURCE_CONTINUE;
+            },
+            this, nullptr);
+    }
     display_.started(*this);
-    const auto follow = [this](const char* path, auto changed) {
-        GFile* file = g_file_new_for_path(path);
-        GFileMonitor* monitor = g_file_monitor(file, G_FILE_MONITOR_WATCH_MOVES, nullptr, nullptr);
-        g_object_unref(file);
-        if (monitor != nullptr) {
-            g_signal_connect(monitor, "changed", G_CALLBACK(changed), this);
-        }
-        return monitor;
-    };
     // The arrangement's folder, since the file is replaced by a rename.
-    folderMonitor_ = follow(folder_.c_str(), &HostApplication::folderChanged);
-    zoneMonitor_ = follow("/etc/localtime", &HostApplication::zoneChanged);
+    folderMonitor_ = monitor(folder_.c_str(), G_CALLBACK(+[](HostApplication* self) { self->sync(); }));
+    // Dates of entries may depend on midnight.
+    zoneMonitor_ = monitor("/etc/localtime", G_CALLBACK(+[](HostApplication* self) {
+                               self->session_.reload(std::nullopt, [](const auto& /*failures*/) {});
+                           }));
     sync();
+}
+
+GFileMonitor* HostApplication::monitor(const char* path, GCallback changed) {
+    const std::unique_ptr<GFile, platform::Releaser<g_object_unref>> file(g_file_new_for_path(path));
+    GFileMonitor* monitor = g_file_monitor(file.get(), G_FILE_MONITOR_WATCH_MOVES, nullptr, nullptr);
+    if (monitor != nullptr) {
+        g_signal_connect_swapped(monitor, "changed", changed, this);
+    }
+    return monitor;
 }
 
 HostApplication::Stamp HostApplication::stampOf(const std::filesystem::path& file) {
@@ -194,10 +184,6 @@ void HostApplication::change(ArrangementChange change, std::function<void(const 
 
 void HostApplication::workLater(std::function<void()> work) {
     work_.add({.prepare = nullptr, .work = std::move(work), .done = nullptr});
-}
-
-void HostApplication::reload(InstanceId id) {
-    session_.reload(id);
 }
 
 void HostApplication::request(const std::string& extension, std::string_view method, std::string_view params,
@@ -268,20 +254,13 @@ int HostApplication::reload(GApplicationCommandLine* line, const std::optional<s
 
 int HostApplication::explain(GApplicationCommandLine* line, const std::string& id) {
     InstanceId number = 0;
-    const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), number);
-    const bool isNumber = error == std::errc() && end == id.data() + id.size();
-    const Tile* tile = isNumber ? session_.tile(number) : nullptr;
-    if (tile == nullptr) {
-        std::string known;
-        for (const auto& [each, ignored] : session_.tiles()) {
-            known += fmt::format("{}{}", known.empty() ? "" : ", ", each);
-        }
-        const std::string message = fmt::format("there is no widget {}; {}\n", id,
-                                                known.empty() ? "no widget is placed" : "there are " + known);
-        g_application_command_line_printerr(line, "widgethost: %s", message.c_str());
+    std::from_chars(id.data(), id.data() + id.size(), number);
+    const auto instance = instanceWith(number, arrangement_);
+    if (!instance) {
+        g_application_command_line_printerr(line, "widgethost: %s\n", instance.error().message.c_str());
         return usage;
     }
-    const std::string text = explanation(*tile, platform::SystemClock::shared().now());
+    const std::string text = explanation(*session_.tile(number), platform::SystemClock::shared().now());
     g_application_command_line_print(line, "%s", text.c_str());
     return 0;
 }

@@ -67,7 +67,7 @@ class HostApplication {
     void end();
 
     const Arrangement& arrangement() const { return arrangement_; }
-    const Session& session() const { return session_; }
+    Session& session() { return session_; }
 
     /// The arrangement that was written, or why writing failed.
     using Change = platform::Outcome<ArrangementFile::Update>;
@@ -76,8 +76,6 @@ class HostApplication {
     void change(ArrangementChange change, std::function<void(const Change& result)> done);
     /// Calls `work` on another thread, after all work before. `work` must own all that it uses.
     void workLater(std::function<void()> work);
-    /// Requests one tile at once.
-    void reload(InstanceId id);
     /// As `Session::request`.
     void request(const std::string& extension, std::string_view method, std::string_view params,
                  ExtensionClient::Responded responded);
@@ -86,13 +84,8 @@ class HostApplication {
                         std::function<void(const platform::Outcome<std::vector<Entry>>& entries)> done);
 
   private:
-    static void started(GApplication* application, gpointer self);
-    static int commandLine(GApplication* application, GApplicationCommandLine* line, gpointer self);
-    static void folderChanged(GFileMonitor* monitor, GFile* file, GFile* other, GFileMonitorEvent event, gpointer self);
-    static void zoneChanged(GFileMonitor* monitor, GFile* file, GFile* other, GFileMonitorEvent event, gpointer self);
-    static gboolean ended(gpointer self);
-
     void start();
+    GFileMonitor* monitor(const char* path, GCallback changed);
     void sync();
     int answer(GApplicationCommandLine* line);
     int reload(GApplicationCommandLine* line, const std::optional<std::string>& kind);

@@ -1,24 +1,20 @@
 #include "Host/Session/RunningHost.h"
 
+#include "Platform/Foundation/Releaser.h"
+
 #include <gio/gio.h>
 
 #include <memory>
 
 namespace host {
-namespace {
 
 using platform::Unexpected;
-
-struct Unref {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
-} // namespace
+using Unref = platform::Releaser<g_object_unref>;
 
 platform::Expected<int, NoHost> callRunningHost(const std::vector<std::string>& arguments) {
     const std::unique_ptr<GDBusConnection, Unref> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
     if (!bus) {
-        return Unexpected{NoHost{NoHost::Reason::noBus}};
+        return Unexpected{NoHost::noBus};
     }
     // A bus that goes away meanwhile is an error, not the end of this process.
     g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
@@ -26,7 +22,7 @@ platform::Expected<int, NoHost> callRunningHost(const std::vector<std::string>& 
     const std::unique_ptr<GApplication, Unref> application(g_application_new(busName, flags));
     if (g_application_register(application.get(), nullptr, nullptr) == FALSE ||
         g_application_get_is_remote(application.get()) == FALSE) {
-        return Unexpected{NoHost{NoHost::Reason::noneRuns}};
+        return Unexpected{NoHost::noneRuns};
     }
     std::vector<std::string> texts{"widgethost"};
     texts.insert(texts.end(), arguments.begin(), arguments.end());

@@ -14,10 +14,7 @@ namespace host {
 /// The host's name on the bus.
 inline constexpr const char* busName = "net.foliovault.WidgetHost";
 
-struct NoHost {
-    enum class Reason { noBus, noneRuns };
-    Reason reason = Reason::noneRuns;
-};
+enum class NoHost { noBus, noneRuns };
 
 /// Calls the running host with `arguments`. Returns its exit code.
 platform::Expected<int, NoHost> callRunningHost(const std::vector<std::string>& arguments);

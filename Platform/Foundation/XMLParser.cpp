@@ -1,5 +1,6 @@
 #include "Platform/Foundation/XMLParser.h"
 
+#include "Platform/Foundation/Releaser.h"
 #include "Platform/Foundation/TextEncoding.h"
 
 #include <cstddef>
@@ -12,10 +13,7 @@ namespace platform {
 
 namespace {
 
-struct ParserDeleter {
-    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-};
-using ParserHandle = std::unique_ptr<XML_ParserStruct, ParserDeleter>;
+using ParserHandle = std::unique_ptr<XML_ParserStruct, Releaser<XML_ParserFree>>;
 
 /// One parse of a document in UTF-8.
 class Run {
