@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -22,13 +21,13 @@ std::vector<std::pair<int, std::string>> syslogLines;
 /// Replaces the C library's function, so that what is sent there can be seen.
 // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): its names are reserved ones
 extern "C" void syslog(int priority, const char* format, ...) {
-    std::array<char, 256> line{};
+    std::string line(256, '\0');
     va_list arguments;
     va_start(arguments, format);
     // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_start is not seen through the C linkage
     std::vsnprintf(line.data(), line.size(), format, arguments);
     va_end(arguments);
-    syslogLines.emplace_back(priority, line.data());
+    syslogLines.emplace_back(priority, line.c_str());
 }
 
 namespace platform {

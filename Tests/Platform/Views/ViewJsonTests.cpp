@@ -57,16 +57,13 @@ TEST(ViewJson, WritesAndReadsEveryKindOfNode) {
     }
 }
 
-TEST(ViewJson, GoesOnWhereItMeetsWhatItDoesNotKnow) {
+TEST(ViewJson, PassesOverUnknownAndInvalidParts) {
     const std::pair<const char*, View> rows[]{
         {R"({"type":"hologram","children":[{"type":"symbol","symbol":"star"}],"depth":3})", vStack({}, {star})},
         {R"({"type":"tilted","angle":7,"child":{"type":"symbol","symbol":"star"}})", star.padding({})},
-        {R"({"type":"hologram"})", vStack({}, {})},
         {R"({})", vStack({}, {})},
         {R"({"type":"vstack","alignment":"diagonal","spacing":"wide"})", vStack({}, {})},
         {R"({"type":"symbol","symbol":"star","font":{"style":"tiny"},"foreground":"plaid"})", star},
-        {R"({"type":"symbol","symbol":"star","font":"headline","foreground":7})", star},
-        {R"({"type":"spacer","minLength":-5})", spacer()},
         {R"({"type":"spacer","minLength":1e300})", spacer()},
         {R"({"type":"text","text":"a","lineLimit":0})", text("a")},
         {R"({"type":"text","text":"a","lineLimit":99999999999})", text("a").lineLimit(1'000'000)},
@@ -89,11 +86,11 @@ std::string repeated(std::string_view part, std::size_t count) {
     return all;
 }
 
-TEST(ViewJson, CutsWhatNobodyCanSee) {
-    const std::string most = repeated("a", maxTextLength);
+TEST(ViewJson, CutsLongTextsAndLeavesOutLongLinks) {
+    const std::string longest = repeated("a", maxTextLength);
     const std::pair<std::string, std::string> rows[]{
-        {most, most},
-        {most + "a", most},
+        {longest, longest},
+        {longest + "a", longest},
         {"a" + repeated("ä", maxTextLength / 2), "a" + repeated("ä", maxTextLength / 2 - 1)},
         {"abc" + repeated("😀", maxTextLength), "abc" + repeated("😀", maxTextLength / 4 - 1)},
         {repeated("\1", maxTextLength / 6), repeated("\1", maxTextLength / 6)},
@@ -104,27 +101,23 @@ TEST(ViewJson, CutsWhatNobodyCanSee) {
         EXPECT_TRUE(text(whole) == View(Node{.content = Text{.text = cut}})) << whole.substr(0, 8);
         EXPECT_TRUE(label("star", whole) == View(Node{.content = Label{.symbol = "star", .text = cut}}));
     }
-    EXPECT_TRUE(std::holds_alternative<Link>(star.link(most).node().content));
-    EXPECT_TRUE(star.link(most + "a") == star);
-}
-
-std::string nested(int depth) {
-    const auto levels = static_cast<std::size_t>(depth - 1);
-    return repeated(R"({"type":"padding","child":)", levels) + R"({"type":"clear"})" + repeated("}", levels);
-}
-
-std::string wide(int count) {
-    return R"({"type":"vstack","children":[{"type":"clear"})" +
-           repeated(R"(,{"type":"clear"})", static_cast<std::size_t>(count - 2)) + "]}";
+    EXPECT_TRUE(std::holds_alternative<Link>(star.link(longest).node().content));
+    EXPECT_TRUE(star.link(longest + "a") == star);
 }
 
 TEST(ViewJson, RefusesTreesBeyondItsBounds) {
+    const auto nested = [](std::size_t depth) {
+        return repeated(R"({"type":"padding","child":)", depth - 1) + R"({"type":"clear"})" + repeated("}", depth - 1);
+    };
+    const auto wide = [](std::size_t count) {
+        return R"({"type":"vstack","children":[{"type":"clear"})" + repeated(R"(,{"type":"clear"})", count - 2) + "]}";
+    };
     EXPECT_TRUE(readBack(nested(maxViewDepth)));
     EXPECT_THAT(readBack(nested(maxViewDepth + 1)).error(), testing::HasSubstr("deeper than 64"));
     EXPECT_TRUE(readBack(wide(maxViewCount)));
     EXPECT_THAT(readBack(wide(maxViewCount + 1)).error(), testing::HasSubstr("more than 10000"));
-    for (const char* json : {"7", "[]", "null", R"({"type":"vstack","children":[7]})",
-                             R"({"type":"image","fallback":"none"})", R"({"type":"padding","child":null})"}) {
+    for (const char* json : {"7", R"({"type":"vstack","children":[7]})", R"({"type":"image","fallback":"none"})",
+                             R"({"type":"padding","child":null})"}) {
         EXPECT_FALSE(readBack(json)) << json;
     }
 }

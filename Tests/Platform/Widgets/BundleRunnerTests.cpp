@@ -1,7 +1,9 @@
 // The runner over real pipes.
 
 #include "Tests/Platform/Widgets/ClockWidget.h"
+#include "Tests/Support/ChildProcess.h"
 
+#include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Widgets/BundleRunner.h"
 
 #include <gmock/gmock.h>
@@ -12,36 +14,34 @@
 #include <csignal>
 #include <future>
 #include <latch>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 namespace platform {
 namespace {
 
 struct Pipe {
-    int reading = -1;
-    int writing = -1;
+    FileDescriptor reading;
+    FileDescriptor writing;
     Pipe() {
         std::array<int, 2> ends{};
         EXPECT_EQ(pipe(ends.data()), 0);
-        reading = ends[0];
-        writing = ends[1];
+        reading = FileDescriptor(ends[0]);
+        writing = FileDescriptor(ends[1]);
     }
 };
 
-void writeAll(int descriptor, std::string_view bytes) {
+void writeAll(const FileDescriptor& file, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+        const ssize_t count = write(file.get(), bytes.data(), bytes.size());
         ASSERT_GT(count, 0);
         bytes.remove_prefix(static_cast<std::size_t>(count));
     }
 }
 
-std::vector<std::string> linesToEnd(int descriptor) {
+std::vector<std::string> linesToEnd(const FileDescriptor& file) {
     std::vector<std::string> lines(1);
     std::array<char, 4096> chunk{};
-    for (ssize_t count = 0; (count = read(descriptor, chunk.data(), chunk.size())) > 0;) {
+    for (ssize_t count = 0; (count = read(file.get(), chunk.data(), chunk.size())) > 0;) {
         for (const char character : std::string_view(chunk.data(), static_cast<std::size_t>(count))) {
             character == '\n' ? void(lines.emplace_back()) : lines.back().push_back(character);
         }
@@ -56,8 +56,8 @@ class Running {
     explicit Running(WidgetBundle bundle) : bundle_(std::move(bundle)) {
         answers_ = std::async(std::launch::async, [this] { return linesToEnd(output_.reading); });
         thread_ = std::jthread([this] {
-            BundleRunner(bundle_, input_.reading, output_.writing).run();
-            close(output_.writing);
+            BundleRunner(bundle_, input_.reading.get(), output_.writing.get()).run();
+            output_.writing.close();
         });
     }
 
@@ -65,7 +65,7 @@ class Running {
 
     /// Ends the input. Returns the lines of output.
     std::vector<std::string> finish() {
-        close(input_.writing);
+        input_.writing.close();
         return answers_.get();
     }
 
@@ -144,26 +144,22 @@ TEST(BundleRunner, EndsItsProcessWhenItsOutputIsClosed) {
     for (const std::string& line : {std::string(), timelineOf("endless"), request(1) + "\n"}) {
         Pipe input;
         Pipe output;
-        const pid_t child = fork();
-        if (child == 0) {
-            close(input.writing);
-            close(output.reading);
+        const pid_t child = startProcess([&] {
+            input.writing.close();
+            output.reading.close();
             std::signal(SIGPIPE, SIG_IGN);
             alarm(20);
             std::vector<std::function<void()>> waiting;
             WidgetBundle bundle = testing::clockBundle(
                 [&](const std::string&, const std::function<void()>& goOn) { waiting.push_back(goOn); });
-            BundleRunner(bundle, input.reading, output.writing).run();
+            BundleRunner(bundle, input.reading.get(), output.writing.get()).run();
             _exit(3);
-        }
-        close(output.writing);
+            return false;
+        });
+        output.writing.close();
         writeAll(input.writing, line);
-        close(output.reading);
-        int status = 0;
-        EXPECT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0) << line;
-        close(input.reading);
-        close(input.writing);
+        output.reading.close();
+        EXPECT_EQ(statusOf(child), 0) << line;
     }
 }
 

@@ -1,4 +1,4 @@
-// A widget for tests, with an enumeration and an entity to choose from, that shows what it was asked for.
+// A widget for tests, with an enumeration and an entity to choose from, that shows its request.
 #pragma once
 
 #include "Platform/Views/Text.h"
@@ -62,7 +62,7 @@ struct ClockProvider {
     using Entry = ClockEntry;
     using Intent = ClockIntent;
 
-    /// Has every timeline request, with the city that was chosen; `goOn` finishes it.
+    /// Called for every timeline request with the chosen city; `goOn` finishes it.
     std::function<void(const std::string& city, std::function<void()> goOn)> whileWorking;
 
     ClockEntry placeholder() const { return {Date{0}, "placeholder"}; }

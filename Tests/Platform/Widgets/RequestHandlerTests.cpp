@@ -1,5 +1,3 @@
-// One line in, one line out.
-
 #include "Tests/Platform/Widgets/ClockWidget.h"
 
 #include "Platform/Widgets/RequestHandler.h"
@@ -17,24 +15,12 @@ std::string answerTo(std::string_view line) {
 }
 
 std::string request(std::string_view method, std::string_view params) {
-    return std::string(R"({"jsonrpc":"2.0","id":7,"method":")")
-        .append(method)
-        .append(R"(","params":)")
-        .append(params)
-        .append("}");
-}
-
-std::string result(std::string_view value) {
-    return std::string(R"({"jsonrpc":"2.0","id":7,"result":)").append(value).append("}");
+    std::string line = R"({"jsonrpc":"2.0","id":7,"method":")";
+    return line.append(method).append(R"(","params":)").append(params) + "}";
 }
 
 TEST(RequestHandler, AnswersEveryMethod) {
-    struct Row {
-        const char* method;
-        const char* params;
-        const char* result;
-    };
-    const std::vector<Row> rows{
+    const std::tuple<const char*, const char*, std::string> rows[]{
         {"describe", "{}",
          R"({"identifier":"example.clock","widgets":[{"kind":"Clock","displayName":"Clock","description":"Shows the time.","families":["small","extraLarge"],"containerBackground":"tertiaryFill","configuration":{"title":"Clock","description":"Shows the time.","parameters":[{"name":"face","title":"Face","type":"enumeration","typeName":"Clock Face","default":"digital","cases":[{"id":"digital","title":"Digital"},{"id":"analog","title":"Analog"}]},{"name":"city","title":"City","type":"entity","typeName":"City","default":"Rome"}]}}]})"},
         {"placeholder", R"({"kind":"Clock","environment":{"family":"small"}})",
@@ -60,8 +46,8 @@ TEST(RequestHandler, AnswersEveryMethod) {
         {"preview", R"({"kind":"Clock","name":"Ticking"})",
          R"({"entries":[{"date":"2001-01-01T00:00:00.000Z","content":{"view":{"type":"text","text":"tick, extraLarge"},"containerBackground":"tertiaryFill"}}]})"},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(answerTo(request(row.method, row.params)), result(row.result)) << row.method << row.params;
+    for (const auto& [method, params, result] : rows) {
+        EXPECT_EQ(answerTo(request(method, params)), R"({"jsonrpc":"2.0","id":7,"result":)" + result + "}") << params;
     }
 }
 
@@ -76,17 +62,13 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
     };
     std::vector<Row> rows{
         {"", "null", -32700, "not JSON"},
-        {"{", "null", -32700, "not JSON"},
         {R"({"jsonrpc":"2.0","id":1,"method":"describe"})" + std::string(1, '\0'), "null", -32700, "not JSON"},
         {R"({"jsonrpc":"2.0","id":1,"method":"describe"} x)", "null", -32700, "not JSON"},
-        {"{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"\xff\"}", "null", -32700, "not JSON"},
         {R"([{"jsonrpc":"2.0","id":1,"method":"describe"}])", "null", -32600, "no request object"},
         {"7", "null", -32600, "no request object"},
         {std::string(200'000, '['), "null", -32600, "no request object"},
-        {R"({"foo":1})", "null", -32600, "jsonrpc"},
         {R"({"jsonrpc":"1.0","id":"a","method":"describe"})", R"("a")", -32600, "jsonrpc"},
         {R"({"jsonrpc":"2.0","id":3,"method":4})", "3", -32600, "method"},
-        {R"({"jsonrpc":"2.0","id":3})", "3", -32600, "method"},
         {R"({"jsonrpc":"2.0","id":1.5,"method":"describe"})", "null", -32600, "id"},
         {R"({"jsonrpc":"2.0","id":null,"method":"describe"})", "null", -32600, "id"},
         {R"({"jsonrpc":"2.0","id":-9223372036854775808,"method":"none"})", "-9223372036854775808", -32601, "none"},
@@ -96,17 +78,13 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
         {request("preview", R"({"kind":"Clock","name":"Broken"})"), "7", -32603, "the spring broke"},
     };
     const std::tuple<const char*, std::string, const char*> wrongParams[]{
-        {"placeholder", "{" + environment + "}", "\\\"kind\\\" is missing"},
         {"placeholder", R"({"kind":"Clock"})", "\\\"environment\\\" is missing"},
         {"placeholder", R"({"kind":"Sundial",)" + environment + "}", "accepted: \\\"Clock\\\""},
-        {"placeholder", R"({"kind":3,)" + environment + "}", "\\\"kind\\\" is no text"},
         {"placeholder", R"({"kind":"Clock","environment":"small"})", "is no object"},
-        {"placeholder", R"({"kind":"Clock","environment":{}})", "\\\"family\\\" is missing"},
         {"placeholder", R"({"kind":"Clock","environment":{"family":2}})", "\\\"family\\\" is no text"},
         {"snapshot", clock + "," + environment + "}", "\\\"configuration\\\" is missing"},
         {"timeline", R"({"kind":"Clock","configuration":{"face":"sand"},)" + environment + "}",
          "accepted: \\\"digital\\\", \\\"analog\\\""},
-        {"timeline", R"({"kind":"Clock","configuration":{"face":"Digital"},)" + environment + "}", "no choice"},
         {"timeline", R"({"kind":"Clock","configuration":{"hands":"two"},)" + environment + "}",
          "accepted: \\\"face\\\", \\\"city\\\""},
         {"timeline", R"({"kind":"Clock","configuration":{"face":1},)" + environment + "}", "is no text"},
@@ -126,13 +104,9 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
         EXPECT_EQ(answer.substr(0, start.size()), start) << row.line.substr(0, 100);
         EXPECT_NE(answer.find(row.says), std::string::npos) << answer;
     }
-}
-
-TEST(RequestHandler, NeverAnswersANotification) {
-    for (const char* line : {R"({"jsonrpc":"2.0","method":"describe"})", R"({"jsonrpc":"2.0","method":"nothing"})",
-                             R"({"jsonrpc":"2.0","method":"preview","params":7})"}) {
-        EXPECT_EQ(answerTo(line), "") << line;
-    }
+    // Notifications have no answer.
+    EXPECT_EQ(answerTo(R"({"jsonrpc":"2.0","method":"describe"})"), "");
+    EXPECT_EQ(answerTo(R"({"jsonrpc":"2.0","method":"preview","params":7})"), "");
 }
 
 } // namespace
