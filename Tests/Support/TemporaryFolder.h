@@ -1,15 +1,14 @@
-// A folder on the real disk that is gone after the test.
+// A folder on the disk that is removed after the test.
 #pragma once
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <sstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <system_error>
-#include <utility>
 
 namespace platform {
 
@@ -39,9 +38,7 @@ class TemporaryFolder {
 
     std::string content(const std::string& name) const {
         std::ifstream file(path(name), std::ios::binary);
-        std::ostringstream content;
-        content << file.rdbuf();
-        return std::move(content).str();
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
     std::set<std::string> names() const {

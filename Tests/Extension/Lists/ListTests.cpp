@@ -1,12 +1,12 @@
 // What the three lists do alike: their stores with a missing or broken file, their providers, and what their widgets
-// declare and draw.
+// declare and draw. And what is only the Workspaces widget's.
 
 #include "Extension/Favorites/FavoritesWidget.h"
 #include "Extension/ReadingList/ReadingListWidget.h"
 #include "Extension/Workspaces/WorkspacesWidget.h"
 
 #include "Tests/Extension/Lists/MemoryLibrary.h"
-#include "Tests/Support/FixedClock.h"
+#include "Tests/Support/Fakes.h"
 #include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
@@ -98,7 +98,7 @@ TEST_P(EveryList, LogsWhyAFileHasNoItemsAndShowsThat) {
     const auto expectEmpty = [&](const std::optional<LogLine>& line) {
         EXPECT_EQ(viewIn(WidgetFamily::medium), empty);
         expected.insert(expected.end(), line ? 1 : 0, line.value_or(LogLine()));
-        EXPECT_EQ(lists.log.lines(), expected);
+        EXPECT_EQ(lists.log.lines, expected);
     };
     expectEmpty(unread);
     for (const char* content : {"", "hello", "<dict/>", "<array><dict/><array/></array>"}) {
@@ -115,25 +115,26 @@ TEST_P(EveryList, LogsWhyAFileHasNoItemsAndShowsThat) {
 
 TEST_P(EveryList, ShowsTheFirstSixteenAndCountsAll) {
     std::string records;
-    for (int count = 0; count <= 40; ++count) {
-        write("<array>" + records + "</array>");
-        std::optional<Timeline<EntryContent>> timeline;
-        widget->timeline({}, {.family = WidgetFamily::extraLarge}, [&](auto reply) { timeline = *std::move(reply); });
-        ASSERT_EQ(timeline->entries.size(), 1U);
-        EXPECT_EQ(timeline->entries[0].date, Date{1000});
-        EXPECT_EQ(timeline->reload.date, Date{1300});
-        EXPECT_THAT(timeline->watches, ElementsAre(list.path().substr(std::string("/home/ada/").size())));
-        const std::string view = json(timeline->entries[0].view);
-        EXPECT_EQ(view.find("\"title 16\""), std::string::npos);
-        for (int shown = 0; shown < std::min(count, 16); ++shown) {
-            EXPECT_THAT(view, HasSubstr("\"title " + std::to_string(shown) + "\""));
-        }
-        EXPECT_EQ(viewIn(WidgetFamily::small).find("\"+" + std::to_string(count - 4) + " more\"") != std::string::npos,
-                  count > 4);
-        const std::string text = "<string>title " + std::to_string(count) + "</string>";
+    for (int i = 0; i < 40; ++i) {
+        const std::string text = "<string>title " + std::to_string(i) + "</string>";
         records += "<dict><key>Name</key>" + text + "<key>UUID</key>" + text + "<key>title</key>" + text +
                    "<key>URL</key>" + text + "</dict><dict/>";
     }
+    write("<array>" + records + "</array>");
+    std::optional<Timeline<EntryContent>> timeline;
+    widget->timeline({}, {.family = WidgetFamily::extraLarge}, [&](auto reply) { timeline = *std::move(reply); });
+    ASSERT_EQ(timeline->entries.size(), 1U);
+    EXPECT_EQ(timeline->entries[0].date, Date{1000});
+    EXPECT_EQ(timeline->reload.date, Date{1300});
+    EXPECT_THAT(timeline->watches, ElementsAre(list.path().substr(std::string("/home/ada/").size())));
+    const std::string view = json(timeline->entries[0].view);
+    std::size_t last = 0;
+    for (int shown = 0; shown < 17; ++shown) {
+        const std::size_t found = view.find("\"title " + std::to_string(shown) + "\"");
+        EXPECT_TRUE(shown < 16 ? found > last && found < view.size() : found == std::string::npos) << shown;
+        last = found;
+    }
+    EXPECT_THAT(viewIn(WidgetFamily::small), HasSubstr("\"+36 more\""));
 }
 
 TEST_P(EveryList, DeclaresFourFamiliesAndFourPreviews) {
@@ -154,6 +155,43 @@ TEST_P(EveryList, DeclaresFourFamiliesAndFourPreviews) {
     EXPECT_THAT(json(widget->preview(3).at(0).view), HasSubstr(list.empty[1]));
     EXPECT_THAT(json(widget->placeholder({.family = WidgetFamily::large}).view), HasSubstr(list.sample));
     EXPECT_EQ(lists.files.readCount(list.path()), 0);
+}
+
+TEST(WorkspaceStore, TakesEachRecordAsWellAsItCan) {
+    const std::pair<const char*, std::vector<WorkspaceItem>> rows[]{
+        {"{ Name = b; }, { Name = \"\"; }, {}, { Name = b; }", {{.id = "b"}, {.id = ""}, {.id = "b"}}},
+        {"{ Name = w; databases = (d); workspace = ({}); Workspace = { windows = ({}); }; }", {{.id = "w"}}},
+        {"{ Name = w; workspace = { databases = { a = b; }; windows = 2; }; }", {{.id = "w"}}},
+        {"{ Name = w; workspace = { windows = ({}, (), a, b); databases = ({}); }; }",
+         {{.id = "w", .databaseCount = 1, .windowCount = 4}}},
+    };
+    for (const auto& [records, expected] : rows) {
+        const testing::StoreFile<WorkspaceStore> file("( " + std::string(records) + " )");
+        EXPECT_EQ(file.store.readFromPlist(), expected) << records;
+    }
+}
+
+TEST(WorkspaceItem, OpensByItsName) {
+    EXPECT_EQ((WorkspaceItem{.id = "Inbox Review"}).displayURL().value().absoluteString(),
+              "x-foliovault://open-workspace?name=Inbox%20Review&widget=workspaces");
+    for (const char* name : {"", "a&b=c+d", "100 %", "#1?/x", "読書", "line\nbreak"}) {
+        EXPECT_EQ(WorkspaceItem{.id = name}.displayURL()->queryItems()->at(0).value, name);
+    }
+}
+
+TEST(WorkspaceDetailRow, ShowsTheCountsUnderTheName) {
+    const WorkspaceItem item{.id = "Research", .databaseCount = 3, .windowCount = 1};
+    EXPECT_FALSE(item == (WorkspaceItem{.id = "Research", .databaseCount = 3, .windowCount = 2}));
+    EXPECT_EQ(item.displaySubtitle(), "3 databases · 1 windows");
+    EXPECT_EQ(
+        json(WorkspaceDetailRow{item}.body()),
+        R"({"type":"padding","top":3,"bottom":3,"child":{"type":"hstack","spacing":8,"children":[)"
+        R"({"type":"frame","width":18,"child":{"type":"symbol","symbol":"rectangle.stack","font":{"style":"callout"},"foreground":"secondary"}},)"
+        R"({"type":"vstack","alignment":"leading","spacing":1,"children":[)"
+        R"({"type":"text","text":"Research","lineLimit":1,"font":{"style":"callout"}},)"
+        R"({"type":"hstack","spacing":4,"children":[{"type":"label","symbol":"cylinder.split.1x2","text":"3 databases"},)"
+        R"({"type":"text","text":"·"},{"type":"label","symbol":"macwindow","text":"1 windows"}],)"
+        R"("font":{"style":"caption2"},"foreground":"secondary"}]},{"type":"spacer"}]}})");
 }
 
 } // namespace

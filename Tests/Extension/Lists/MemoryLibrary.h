@@ -3,9 +3,8 @@
 
 #include "Extension/Shared/ListStore.h"
 
-#include "Tests/Support/FakeUserDatabase.h"
+#include "Tests/Support/Fakes.h"
 #include "Tests/Support/MemoryFileSystem.h"
-#include "Tests/Support/RecordingLog.h"
 
 #include <string>
 

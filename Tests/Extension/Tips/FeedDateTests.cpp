@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unicode/smpdtfmt.h>
 
+#include <array>
 #include <memory>
 #include <random>
 #include <regex>
@@ -72,45 +73,37 @@ TEST(FeedDate, IsReadOrRefused) {
 class Generator {
   public:
     std::string date() {
-        std::string text =
-            oneOf({"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun", "sun", "SATURDAY", "Wednesday", "Th", "Tues"}) +
-            "," + gap() + number(0, 32) + gap() +
-            oneOf({"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec", "MARCH",
-                   "september", "Sept", "M"}) +
-            gap() + year() + gap() + number(0, 25) + ":" + number(0, 61) + ":" + number(0, 61) + gap() + zone();
-        for (int mutations = below(4) - 1; mutations > 0; --mutations) {
-            mutate(text);
+        std::string text = oneOf("Mon", "Wed", "Sun", "sun", "SATURDAY", "Wednesday", "Th", "Tues") + "," + gap() +
+                           number(0, 32) + gap() + oneOf("Jan", "Feb", "Apr", "oct", "Dec", "MARCH", "Sept", "M") +
+                           gap() + year() + gap() + number(0, 25) + ":" + number(0, 61) + ":" + number(0, 61) + gap() +
+                           zone();
+        for (int changes = below(4) - 1; changes > 0; --changes) {
+            const auto at = static_cast<std::size_t>(below(static_cast<int>(text.size())));
+            text.replace(at, below(2) != 0 ? 1 : 0,
+                         oneOf("0", "1", "7", " ", ":", ",", "+", "-", "M", "t", "Z", "", ""));
         }
         return text;
     }
 
   private:
     int below(int count) { return std::uniform_int_distribution(0, count - 1)(source_); }
-    template <std::size_t size>
-    std::string oneOf(const char* const (&choices)[size]) {
-        return choices[below(static_cast<int>(size))];
+    std::string oneOf(const auto&... choices) {
+        const std::array<const char*, sizeof...(choices)> all{choices...};
+        return all[static_cast<std::size_t>(below(sizeof...(choices)))];
     }
-    std::string gap() { return below(8) != 0 ? " " : oneOf({"", "  ", "\t", "\u00A0", "\u2003 ", "\u200B", "\n"}); }
+    std::string gap() { return below(8) != 0 ? " " : oneOf("", "  ", "\t", "\u00A0", "\u2003 ", "\u200B", "\n"); }
     std::string number(int lowest, int highest) {
         const std::string digits = std::to_string(lowest + below(highest - lowest + 1));
         return digits.size() < 2 && below(3) != 0 ? "0" + digits : digits;
     }
-    std::string year() {
-        return below(4) != 0 ? number(1990, 2030) : below(2) != 0 ? number(1, 2200) : number(1570, 1590);
-    }
+    std::string year() { return below(4) != 0 ? number(1, 2200) : number(1570, 1590); }
     std::string zone() {
         if (below(3) != 0) {
-            return oneOf({"+", "-"}) + number(0, 25) + oneOf({"", ":", ""}) + number(0, 61);
+            return oneOf("+", "-") + number(0, 25) + oneOf("", ":", "") + number(0, 61);
         }
-        return oneOf({"GMT", "UTC", "UT", "Z", "gmt", "EST", "", "Zulu"}) +
-               (below(2) != 0 ? "" : oneOf({"+", "-", "0", ":"}) + number(0, 30)) +
-               (below(3) != 0 ? "" : oneOf({":30", ":5", "30", ":30:15"}));
-    }
-    void mutate(std::string& text) {
-        constexpr std::string_view characters = "0123456789 :,+-.;MARtueGgZzUuTt";
-        const auto at = static_cast<std::size_t>(below(static_cast<int>(text.size())));
-        const char character = characters[static_cast<std::size_t>(below(static_cast<int>(characters.size())))];
-        text.replace(at, below(2) != 0 ? 1 : 0, below(3) != 0 ? 1 : 0, character);
+        return oneOf("GMT", "UTC", "UT", "Z", "gmt", "EST", "", "Zulu") +
+               (below(2) != 0 ? "" : oneOf("+", "-", "0", ":") + number(0, 30)) +
+               (below(3) != 0 ? "" : oneOf(":30", ":5", "30", ":30:15"));
     }
 
     std::mt19937 source_{7};
@@ -120,7 +113,7 @@ class Generator {
 /// numbers with an exponent or a sign.
 bool isOfOtherForm(const std::string& text) {
     static const std::regex other("\\s*[A-Za-z]{1,2},[^]*|[^]*[-+](\\d{3}|\\d{5,6}|\\d{1,2}:\\d{2}:\\d{2})\\s*|"
-                                  "[^]*\\d[eE][^]*|[^]*-[^]* [^]*");
+                                  "[^]*\\d[eE][^]*|[^]*-\\d[^]*[-+A-Za-z][^]*");
     return std::regex_match(text, other);
 }
 
@@ -137,7 +130,7 @@ TEST(FeedDate, IsReadAsIcuReadsIt) {
         ++(expected ? readable : refused);
         ASSERT_EQ(shown(parseFeedDate(text)), shown(expected)) << text;
     }
-    EXPECT_GT(readable, 3'000);
+    EXPECT_GT(readable, 2'000);
     EXPECT_GT(refused, 3'000);
 }
 

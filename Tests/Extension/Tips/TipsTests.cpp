@@ -4,10 +4,8 @@
 #include "Extension/Tips/TipsViews.h"
 #include "Extension/Tips/TipsWidget.h"
 
-#include "Tests/Support/FixedClock.h"
+#include "Tests/Support/Fakes.h"
 #include "Tests/Support/MemoryFileSystem.h"
-#include "Tests/Support/MemoryWebClient.h"
-#include "Tests/Support/RecordingLog.h"
 #include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
@@ -63,9 +61,8 @@ struct Fakes {
         return fetched.get_future().get();
     }
     void publish(const std::string& page) {
-        web.publish("https://support.example/2/apps/supportmaterials.xml.php"
-                    "?product=FOLIOvault&edition=Pro&version=4&lang=en",
-                    page);
+        web.pages["https://support.example/2/apps/supportmaterials.xml.php"
+                  "?product=FOLIOvault&edition=Pro&version=4&lang=en"] = page;
     }
 };
 
@@ -100,11 +97,12 @@ TEST(TipStore, ServesAFreshCacheElseTheWebElseAnyCache) {
     for (const Row& row : rows) {
         Fakes fakes;
         fakes.files.write(cachePath, row.cache);
-        row.page ? fakes.publish(*row.page) : fakes.web.fail("the network is down");
+        fakes.publish(row.page.value_or(""));
+        fakes.web.failure = row.page ? std::nullopt : std::optional("the network is down");
         EXPECT_EQ(fakes.fetchTips(), row.shown) << row.cache;
-        EXPECT_EQ(fakes.web.requests().size(), row.requests) << row.cache;
+        EXPECT_EQ(fakes.web.requests.size(), row.requests) << row.cache;
         EXPECT_EQ(fakes.files.replacementCount(cachePath), row.replacements) << row.cache;
-        EXPECT_EQ(fakes.log.lines(), row.page ? std::vector<LogLine>() : std::vector{failure}) << row.cache;
+        EXPECT_EQ(fakes.log.lines, row.page ? std::vector<LogLine>() : std::vector{failure}) << row.cache;
     }
 }
 
@@ -118,7 +116,7 @@ TEST(TipStore, DownloadsOnceForAllWhoAskMeanwhileAndKeepsIt) {
     fakes.store.finish();
     EXPECT_THAT(served, ElementsAre("new", "new"));
     EXPECT_EQ(fakes.fetchTips(), "new");
-    EXPECT_EQ(fakes.web.requests().size(), 1U);
+    EXPECT_EQ(fakes.web.requests.size(), 1U);
 }
 
 TEST(TipStore, ServesTipsThatItCannotKeep) {
@@ -127,11 +125,11 @@ TEST(TipStore, ServesTipsThatItCannotKeep) {
     fakes.publish(newFeed);
     fakes.files.limitRoom(10);
     EXPECT_EQ(fakes.fetchTips(), "new");
-    EXPECT_THAT(fakes.log.lines(),
+    EXPECT_THAT(fakes.log.lines,
                 ElementsAre(LogLine{LogLevel::error, "TipStore",
                                     "Failed to write tips cache: cannot write /caches/tips_cache.json: No space left "
                                     "on device"}));
-    fakes.web.fail("down");
+    fakes.web.failure = "down";
     EXPECT_EQ(fakes.fetchTips(), "kept");
 }
 
@@ -144,11 +142,11 @@ TEST(TipStore, RequestsTheFirstLanguageFromAValidHost) {
     }
     Fakes german{.languages = {"de-DE"}};
     german.fetchTips();
-    EXPECT_TRUE(german.web.requests().at(0).ends_with("&lang=de"));
+    EXPECT_TRUE(german.web.requests.at(0).ends_with("&lang=de"));
     Fakes invalid{.host = "no host"};
     invalid.files.write(cachePath, cacheOf("kept", 7 * hour));
     EXPECT_EQ(invalid.fetchTips(), "kept");
-    EXPECT_TRUE(invalid.web.requests().empty() && invalid.log.lines().empty());
+    EXPECT_TRUE(invalid.web.requests.empty() && invalid.log.lines.empty());
 }
 
 const TipItem tip{.title = "T \"1\"", .description = "d\u00E9\n", .link = "l", .pubDate = {0.1 + 0.2}, .guid = "g"};
@@ -244,15 +242,6 @@ TEST(TipsProvider, PicksByTheDateOfTheCalendar) {
     for (const auto& [day, count, index] : rows) {
         EXPECT_EQ(indexOfTheDay(day, count), index) << day.year << ' ' << count;
     }
-}
-
-TEST(TipsIntent, TakesTheModesByTheirRawValues) {
-    const auto parameter = TipsIntent::description().parameters.at(0).description;
-    EXPECT_EQ(parameter.name, "mode");
-    EXPECT_THAT(parameter.cases,
-                ElementsAre(Choice{"latestTip", "Latest Tip"}, Choice{"tipOfTheDay", "Tip of the Day"}));
-    EXPECT_EQ(parameter.defaultChoice, parameter.cases.at(0));
-    EXPECT_EQ(subtitle(TipsMode::latestTip), "Latest");
 }
 
 TEST(TipsEntryView, ShowsMoreOfTheTipTheLargerTheFamily) {

@@ -27,21 +27,6 @@ std::string written(double number) {
     return out;
 }
 
-TEST(JsonWriter, PlacesCommasAndColons) {
-    std::string out = "> ";
-    JsonWriter writer(out);
-    writer.beginArray();
-    writer.beginObject().endObject();
-    writer.beginArray().endArray();
-    writer.beginObject();
-    writer.member("a", "b").key("c").null().key("d").beginArray().null().raw("true").endArray();
-    writer.key("e").raw("{}").key("f").base64(EncodedData(Data::owning("Zg=="), EncodedData::Encoding::base64));
-    writer.endObject();
-    writer.number(-1).number(std::numeric_limits<std::uint64_t>::max()).number(0.5);
-    writer.endArray();
-    EXPECT_EQ(out, R"(> [{},[],{"a":"b","c":null,"d":[null,true],"e":{},"f":"Zg=="},-1,18446744073709551615,0.5])");
-}
-
 TEST(JsonWriter, EscapesAndMendsText) {
     const std::string no = "\xEF\xBF\xBD";
     const std::pair<std::string, std::string> texts[]{
@@ -98,9 +83,7 @@ TEST(EncodedData, ReadsAndWritesBase64) {
         {"Zg", "f", "Zg=="},
         {"Zm8==", "fo", "Zm8="},
         {"Zg==Zm9v", "f", "Zg=="},
-        {"=Zm9v", "", ""},
-        // A lone digit has too few bits for a byte, and bits that are left over do not count.
-        {"Zm9vY", "foo", "Zm9v"},
+        // Bits that are left over do not count.
         {"Zh==", "f", "Zg=="},
         {"Zm9=", "fo", "Zm8="},
     };
@@ -115,16 +98,6 @@ TEST(EncodedData, ReadsAndWritesBase64) {
     }
     EXPECT_NE(base64("Zm9v"), base64("Zm9w"));
     EXPECT_NE(raw("Zm9v"), base64("Zm9v"));
-}
-
-TEST(EncodedData, EveryLengthAndEveryByteSurvives) {
-    std::string bytes;
-    for (int length = 0; length < 600; ++length) {
-        std::string text;
-        raw(bytes).appendBase64(text);
-        ASSERT_EQ(base64(text).decoded().bytes(), bytes) << length;
-        bytes += static_cast<char>(length * 7);
-    }
 }
 
 } // namespace

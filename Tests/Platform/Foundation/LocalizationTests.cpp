@@ -45,20 +45,6 @@ void inLanguages(const std::string& locale, const std::string& languages, const 
     EXPECT_EQ(statusOf(child), 0) << locale << ' ' << languages;
 }
 
-TEST(Localization, TakesTheFirstLanguageWithACatalog) {
-    const std::tuple<const char*, const char*, const char*> rows[]{
-        {"de_DE.ISO-8859-1@euro", "", "Favoriten"}, {"xx_YY.UTF-8", "xx:de_AT:en", "Favoriten"},
-        {"en_US.UTF-8", "", "Favorites"},           {"xx_YY.UTF-8", "xx:en:de", "Favorites"},
-        {"de_DE.UTF-8", "C:de", "Favorites"},       {"C", "de", "Favorites"},
-    };
-    for (const auto& [locale, languages, expected] : rows) {
-        inLanguages(locale, languages, [expected = expected] {
-            startLocalization("foliovault-widgets");
-            EXPECT_EQ(localized("Favorites"), expected);
-        });
-    }
-}
-
 TEST(Localization, TextsAndCounts) {
     inLanguages("de_DE.UTF-8", "", [] {
         EXPECT_EQ(localizedCount("%lld items", 1), "1 items");

@@ -11,8 +11,6 @@
 
 #include <cstdlib>
 #include <string>
-#include <thread>
-#include <vector>
 
 namespace {
 int loads = 0;
@@ -56,15 +54,10 @@ TEST(WithoutIcu, LoadingIsTriedOnce) {
     EXPECT_EQ(IcuDates::shared(), nullptr);
     LazyLibrary library("libabsent.so.1");
     loads = 0;
-    {
-        std::vector<std::jthread> threads;
-        for (int thread = 0; thread < 8; ++thread) {
-            threads.emplace_back([&library] {
-                int (*function)(int) = [](int number) { return number; };
-                EXPECT_FALSE(library.find("function", function));
-                EXPECT_EQ(function, nullptr);
-            });
-        }
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        int (*function)(int) = [](int number) { return number; };
+        EXPECT_FALSE(library.find("function", function));
+        EXPECT_EQ(function, nullptr);
     }
     EXPECT_EQ(loads, 1);
 }

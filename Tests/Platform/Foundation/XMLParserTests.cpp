@@ -29,18 +29,6 @@ std::string section(const std::string& content) {
     return "<![CDATA[" + content + "]]>";
 }
 
-std::string declared(const std::string& encoding) {
-    return "<?xml version='1.0' encoding='" + encoding + "'?>";
-}
-
-std::string utf16(std::string_view ascii) {
-    std::string wide;
-    for (const char character : ascii) {
-        (wide += '\0') += character;
-    }
-    return wide;
-}
-
 TEST(XMLParser, ReportsADocumentUpToItsFirstError) {
     const std::string internal = "<!DOCTYPE a [<!ENTITY e 'x'><!ENTITY lt '&#38;#60;'><!ENTITY amp '&#38;#38;'>]>";
     const std::pair<std::string, std::string> rows[]{
@@ -50,14 +38,10 @@ TEST(XMLParser, ReportsADocumentUpToItsFirstError) {
          "(a [][<b>&amp;</b>]x[1\n2\n]])a "},
         {"<a>" + section(std::string(3000, 'x')) + "z</a>", "(a [" + std::string(3000, 'x') + "]z)a "},
         // Errors.
-        {"", "!"},
-        {"<a>1<b>2</a>3", "(a 1(b 2!"},
         {"<a/><b/>", "(a )a !"},
-        {"<a>1<b/>]]>2</a>", "(a 1(b )b !"},
         {"<a>1" + section("x") + "<b>" + section("y") + "</a>", "(a 1[x](b [y]!"},
         {"<a><![CDATA[x]] ></a>", "(a !"},
         {"<a><b/>" + section("1\x01") + "<c/></a>", "(a (b )b !"},
-        {"<a>\xE4</a>", "(a !"},
         // Five entities and no others.
         {"<a>1&nbsp;2</a>", "(a 1!"},
         {internal + "<a>1&lt;&amp;2</a>", "(a 1<&2)a "},
@@ -67,12 +51,9 @@ TEST(XMLParser, ReportsADocumentUpToItsFirstError) {
         {"<!DOCTYPE a [<!ENTITY % p SYSTEM 'http://127.0.0.1:9/'> %p; ]><a>1&e;2</a>", "(a 1!"},
         {"<!DOCTYPE a PUBLIC '-//X' 'rss.dtd'><a>1</a>", "(a 1)a "},
         // Encodings, as far as they are valid.
-        {declared("windows-1252") + "<a>\xE4\x80" + section("\x80") + "</a>", "(a ä€[€])a "},
-        {"\xFE\xFF" + utf16(declared("UTF-16") + "<a>a</a>"), "(a a)a "},
-        {declared("windows-1252") + "<a>1<b/>\x81<c/></a>", "(a 1(b )b !"},
-        {"\xFE\xFF" + utf16("<a>1<b/>") + "\xDC\x01" + utf16("<c/></a>"), "(a 1(b )b !"},
-        {declared("no-such-encoding") + "<a/>", "!"},
-        {utf16("<a>1</a>"), "!"},
+        {"<?xml version='1.0' encoding='windows-1252'?><a>1<b/>\x81<c/></a>", "(a 1(b )b !"},
+        {"<?xml version='1.0' encoding='unknown'?><a/>", "!"},
+        {{"\0<\0a\0/\0>", 8}, "!"},
     };
     for (const auto& [document, expected] : rows) {
         EXPECT_EQ(reported(document), expected) << document.substr(0, 300);

@@ -1,4 +1,3 @@
-#include "Tests/Platform/PropertyList/BinaryFile.h"
 #include "Tests/Platform/PropertyList/CanonicalText.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
-// The runner over real pipes.
-
 #include "Tests/Platform/Widgets/ClockWidget.h"
 #include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Widgets/BundleRunner.h"
@@ -10,72 +9,27 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <atomic>
 #include <csignal>
-#include <future>
-#include <latch>
+#include <fcntl.h>
+#include <sstream>
 #include <thread>
 
 namespace platform {
 namespace {
 
-struct Pipe {
-    FileDescriptor reading;
-    FileDescriptor writing;
-    Pipe() {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(pipe(ends.data()), 0);
-        reading = FileDescriptor(ends[0]);
-        writing = FileDescriptor(ends[1]);
+/// Returns the lines that the runner writes for `input`.
+std::vector<std::string> answersTo(const WidgetBundle& bundle, const std::string& input) {
+    const TemporaryFolder folder;
+    const FileDescriptor in(open(folder.write("input", input).c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor out(open(folder.write("output", "").c_str(), O_WRONLY | O_CLOEXEC));
+    BundleRunner(bundle, in.get(), out.get()).run();
+    std::vector<std::string> lines;
+    std::istringstream output(folder.content("output"));
+    for (std::string line; std::getline(output, line);) {
+        lines.push_back(line);
     }
-};
-
-void writeAll(const FileDescriptor& file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = write(file.get(), bytes.data(), bytes.size());
-        ASSERT_GT(count, 0);
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-}
-
-std::vector<std::string> linesToEnd(const FileDescriptor& file) {
-    std::vector<std::string> lines(1);
-    std::array<char, 4096> chunk{};
-    for (ssize_t count = 0; (count = read(file.get(), chunk.data(), chunk.size())) > 0;) {
-        for (const char character : std::string_view(chunk.data(), static_cast<std::size_t>(count))) {
-            character == '\n' ? void(lines.emplace_back()) : lines.back().push_back(character);
-        }
-    }
-    lines.pop_back();
     return lines;
 }
-
-/// A runner on a thread of its own, fed and read through pipes.
-class Running {
-  public:
-    explicit Running(WidgetBundle bundle) : bundle_(std::move(bundle)) {
-        answers_ = std::async(std::launch::async, [this] { return linesToEnd(output_.reading); });
-        thread_ = std::jthread([this] {
-            BundleRunner(bundle_, input_.reading.get(), output_.writing.get()).run();
-            output_.writing.close();
-        });
-    }
-
-    void send(std::string_view bytes) const { writeAll(input_.writing, bytes); }
-
-    /// Ends the input. Returns the lines of output.
-    std::vector<std::string> finish() {
-        input_.writing.close();
-        return answers_.get();
-    }
-
-  private:
-    WidgetBundle bundle_;
-    Pipe input_;
-    Pipe output_;
-    std::future<std::vector<std::string>> answers_;
-    std::jthread thread_;
-};
 
 /// Returns a request of at least `length` bytes for a method that does not exist.
 std::string request(int id, std::size_t length = 0) {
@@ -95,12 +49,11 @@ std::string timelineOf(const std::string& city) {
 
 TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
     constexpr std::size_t limit = LineReader::maxLength;
-    Running running(testing::clockBundle());
-    running.send(request(1, limit) + "\n" + request(2, limit + 1) + "\n" + std::string(5 * limit, 'x') + "\n" +
-                 request(3) + "\n\n" + request(4));
+    const std::string input = request(1, limit) + "\n" + request(2, limit + 1) + "\n" + std::string(5 * limit, 'x') +
+                              "\n" + request(3) + "\n\n" + request(4);
     const auto noMethod = [](const char* id) { return error(id, "-32601", R"(no method \"none\")"); };
     const std::string tooLong = error("null", "-32600", "the line is longer than 1 MiB");
-    EXPECT_THAT(running.finish(),
+    EXPECT_THAT(answersTo(testing::clockBundle(), input),
                 ::testing::ElementsAre(noMethod("1"), tooLong, tooLong, noMethod("3"),
                                        error("null", "-32700", "the line is not JSON"), noMethod("4")));
 }
@@ -108,58 +61,58 @@ TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
 TEST(BundleRunner, HoldsNothingUpForAnyNumberOfSlowRequests) {
     constexpr int slowRequests = 10'000;
     std::vector<std::function<void()>> waiting;
-    std::atomic<int> ends = 0;
-    std::latch quickAnswered(1);
+    std::string events;
     WidgetBundle bundle = testing::clockBundle([&](const std::string& city, const std::function<void()>& goOn) {
         if (city == "slow") {
             waiting.push_back(goOn);
         } else {
             goOn();
-            quickAnswered.count_down();
+            events += "quick ";
         }
     });
     bundle.inputEnded = [&] {
-        ++ends;
+        events += "end";
         std::jthread([&] {
             for (const auto& goOn : waiting) {
                 goOn();
             }
         });
     };
-    Running running(std::move(bundle));
+    std::string input;
     for (int i = 0; i < slowRequests; ++i) {
-        running.send(timelineOf("slow"));
+        input += timelineOf("slow");
     }
-    running.send(timelineOf("quick"));
-    quickAnswered.wait();
-    EXPECT_EQ(ends, 0);
-    const auto answers = running.finish();
+    const auto answers = answersTo(bundle, input + timelineOf("quick"));
     EXPECT_EQ(answers.size(), slowRequests + 1U);
     EXPECT_THAT(answers, ::testing::Each(::testing::HasSubstr("\"result\"")));
-    EXPECT_EQ(ends, 1);
+    EXPECT_THAT(answers.front(), ::testing::HasSubstr("digital in quick"));
+    EXPECT_EQ(events, "quick end");
 }
 
 /// A runner in a process of its own, with a request that is never answered.
 TEST(BundleRunner, EndsItsProcessWhenItsOutputIsClosed) {
     for (const std::string& line : {std::string(), timelineOf("endless"), request(1) + "\n"}) {
-        Pipe input;
-        Pipe output;
+        std::array<int, 2> input{};
+        std::array<int, 2> output{};
+        ASSERT_TRUE(pipe(input.data()) == 0 && pipe(output.data()) == 0);
         const pid_t child = startProcess([&] {
-            input.writing.close();
-            output.reading.close();
+            close(input[1]);
+            close(output[0]);
             std::signal(SIGPIPE, SIG_IGN);
             alarm(20);
             std::vector<std::function<void()>> waiting;
             WidgetBundle bundle = testing::clockBundle(
                 [&](const std::string&, const std::function<void()>& goOn) { waiting.push_back(goOn); });
-            BundleRunner(bundle, input.reading.get(), output.writing.get()).run();
+            BundleRunner(bundle, input[0], output[1]).run();
             _exit(3);
             return false;
         });
-        output.writing.close();
-        writeAll(input.writing, line);
-        output.reading.close();
+        close(output[1]);
+        EXPECT_EQ(write(input[1], line.data(), line.size()), std::ssize(line));
+        close(output[0]);
         EXPECT_EQ(statusOf(child), 0) << line;
+        close(input[0]);
+        close(input[1]);
     }
 }
 
