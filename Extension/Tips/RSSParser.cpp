@@ -36,7 +36,8 @@ std::vector<TipItem> RSSParser::parseTips(std::string_view document) {
 void RSSParser::didStartElement(std::string_view name) {
     characterBuffer_.clear();
     if (name == "item") {
-        beginItem();
+        isInsideItem_ = true;
+        current_ = {};
     }
 }
 
@@ -68,27 +69,15 @@ void RSSParser::didEndElement(std::string_view name) {
     } else if (name == "guid") {
         current_.guid = text();
     } else if (name == "category") {
-        if (isLowerCased(text(), "tips")) {
-            current_.isTip = IsTip::yes;
-        }
+        current_.isTip = current_.isTip || isLowerCased(text(), "tips");
     } else if (name == "item") {
         endItem();
     }
 }
 
-void RSSParser::beginItem() {
-    isInsideItem_ = true;
-    // Cleared, not made anew, to keep the texts' memory.
-    for (std::string* text :
-         {&current_.title, &current_.description, &current_.link, &current_.pubDate, &current_.guid}) {
-        text->clear();
-    }
-    current_.isTip = IsTip::no;
-}
-
 void RSSParser::endItem() {
     isInsideItem_ = false;
-    if (current_.isTip == IsTip::no || current_.title.empty()) {
+    if (!current_.isTip || current_.title.empty()) {
         return;
     }
     items_.push_back({.title = current_.title,

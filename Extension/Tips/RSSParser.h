@@ -28,7 +28,7 @@ class RSSParser final : public platform::XMLParserDelegate {
 
     /// `text` with its decimal character references decoded (`&#65;`), and then the hexadecimal ones (`&#x41;`, only
     /// with a small x). What names no character stays as it is.
-    static std::string decodeNumericEntities(std::string text);
+    static std::string decodeNumericEntities(std::string_view text);
 
     /// The character with the number that `digits` write in `radix`; nothing if it is not a character.
     static std::optional<std::string> decodeScalar(std::string_view digits, int radix);
@@ -43,20 +43,16 @@ class RSSParser final : public platform::XMLParserDelegate {
     const std::vector<TipItem>& items() const { return items_; }
 
   private:
-    enum class IsTip : bool { no, yes };
-
-    /// What is known of the item that the parse is in. Texts are trimmed; the description is still HTML, since most
-    /// items need none.
+    /// What is known of the current item. Texts are trimmed; the description is still HTML, since most items need none.
     struct Item {
         std::string title;
         std::string description;
         std::string link;
         std::string pubDate;
         std::string guid;
-        IsTip isTip = IsTip::no;
+        bool isTip = false;
     };
 
-    void beginItem();
     void endItem();
 
     std::vector<TipItem> items_;

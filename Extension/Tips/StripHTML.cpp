@@ -1,6 +1,6 @@
 // The part of RSSParser that turns HTML into plain text.
 //
-// Every step makes the text shorter or leaves it, so all but the first work in place, and each takes linear time.
+// Each step takes linear time.
 
 #include "Extension/Tips/RSSParser.h"
 
@@ -12,31 +12,12 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 namespace foliovault {
 
 using namespace platform;
 
 namespace {
-
-/// Writes over a text from its beginning while it is read further on.
-class Rewriter {
-  public:
-    explicit Rewriter(std::string& text) : text_(text), out_(text.data()) {}
-    Rewriter(const Rewriter&) = delete;
-    Rewriter& operator=(const Rewriter&) = delete;
-    ~Rewriter() { text_.resize(static_cast<std::size_t>(out_ - text_.data())); }
-
-    void put(std::string_view piece) {
-        std::memmove(out_, piece.data(), piece.size());
-        out_ += piece.size();
-    }
-
-  private:
-    std::string& text_;
-    char* out_;
-};
 
 /// A tag is a "<", at least one character other than ">", and a ">"; it may hold more of "<".
 std::string withoutTags(std::string_view html) {
@@ -67,11 +48,10 @@ constexpr std::array namedEntities{
     NamedEntity{"&apos;", "'"}, NamedEntity{"&nbsp;", " "}, NamedEntity{"&amp;", "&"},
 };
 
-/// All at once is as good as one after the other with "&amp;" last: no reference holds another's "&" or what another
+/// Decodes all at once, which is as good as one after the other with "&amp;" last: no reference holds another's "&" or what another
 /// stands for.
-void decodeNamedEntities(std::string& text) {
-    std::string_view rest = text;
-    Rewriter out(text);
+std::string withNamedEntities(std::string_view rest) {
+    std::string text;
     for (std::size_t at = rest.find('&'); at != std::string_view::npos; at = rest.find('&', at)) {
         const std::string_view reference = rest.substr(at);
         const auto* const entity =
@@ -81,12 +61,13 @@ void decodeNamedEntities(std::string& text) {
             ++at;
             continue;
         }
-        out.put(rest.substr(0, at));
-        out.put(entity->character);
+        text += rest.substr(0, at);
+        text += entity->character;
         rest.remove_prefix(at + entity->reference.size());
         at = 0;
     }
-    out.put(rest);
+    text += rest;
+    return text;
 }
 
 struct ReferenceForm {
@@ -97,9 +78,8 @@ struct ReferenceForm {
 constexpr ReferenceForm decimal{"&#", "0123456789", 10};
 constexpr ReferenceForm hexadecimal{"&#x", "0123456789ABCDEFabcdef", 16};
 
-void decodeReferences(std::string& text, const ReferenceForm& form) {
-    std::string_view rest = text;
-    Rewriter out(text);
+std::string withReferences(std::string_view rest, const ReferenceForm& form) {
+    std::string text;
     for (std::size_t at = rest.find(form.opening); at != std::string_view::npos; at = rest.find(form.opening, at)) {
         const std::size_t digits = at + form.opening.size();
         const std::size_t end = std::min(rest.find_first_not_of(form.digits, digits), rest.size());
@@ -110,12 +90,13 @@ void decodeReferences(std::string& text, const ReferenceForm& form) {
             at = end;
             continue;
         }
-        out.put(rest.substr(0, at));
-        out.put(*character);
+        text += rest.substr(0, at);
+        text += *character;
         rest.remove_prefix(end + 1);
         at = 0;
     }
-    out.put(rest);
+    text += rest;
+    return text;
 }
 
 } // namespace
@@ -123,17 +104,14 @@ void decodeReferences(std::string& text, const ReferenceForm& form) {
 std::string RSSParser::stripHTML(std::string_view html) {
     std::string text = withoutTags(html);
     if (text.find('&') != std::string::npos) {
-        decodeNamedEntities(text);
-        text = decodeNumericEntities(std::move(text));
+        text = decodeNumericEntities(withNamedEntities(text));
     }
     collapseWhiteSpace(text);
     return text;
 }
 
-std::string RSSParser::decodeNumericEntities(std::string text) {
-    decodeReferences(text, decimal);
-    decodeReferences(text, hexadecimal);
-    return text;
+std::string RSSParser::decodeNumericEntities(std::string_view text) {
+    return withReferences(withReferences(text, decimal), hexadecimal);
 }
 
 std::optional<std::string> RSSParser::decodeScalar(std::string_view digits, int radix) {

@@ -3,9 +3,9 @@
 #include "Extension/Shared/ExtensionIdentity.h"
 #include "Extension/Tips/RSSParser.h"
 #include "Extension/Tips/TipsCache.h"
-#include "Platform/Foundation/CachesDirectory.h"
 #include "Platform/Foundation/Localization.h"
 #include "Platform/Foundation/URL.h"
+#include "Platform/Foundation/UserDatabase.h"
 
 #include <utility>
 

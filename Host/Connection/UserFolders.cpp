@@ -1,6 +1,6 @@
 #include "Host/Connection/UserFolders.h"
 
-#include "Platform/Foundation/SharedFolder.h"
+#include "Platform/Foundation/ProgramFolder.h"
 #include "Platform/Foundation/UserDatabase.h"
 
 #include <glib.h>

@@ -2,7 +2,7 @@
 
 #include "Host/Connection/UserFolders.h"
 #include "Platform/Foundation/Localization.h"
-#include "Platform/Foundation/SharedFolder.h"
+#include "Platform/Foundation/ProgramFolder.h"
 
 #include <fmt/format.h>
 

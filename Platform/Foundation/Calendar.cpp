@@ -1,7 +1,7 @@
 #include "Platform/Foundation/Calendar.h"
 
 #include "Platform/Foundation/Icu.h"
-#include "Platform/Foundation/TimeLocale.h"
+#include "Platform/Foundation/LocalizedDate.h"
 
 #include <algorithm>
 #include <cmath>

@@ -11,38 +11,18 @@ namespace platform {
 
 namespace {
 
-/// Whether a byte can be copied into a JSON text without a further look.
-constexpr std::array<bool, 256> plainBytes = [] {
-    std::array<bool, 256> plain{};
-    for (std::size_t byte = 0x20; byte < 0x80; ++byte) {
-        plain[byte] = byte != '"' && byte != '\\';
-    }
-    return plain;
-}();
-
 void appendEscaped(std::string& out, char character) {
+    constexpr std::string_view named = "\"\\\n\r\t";
+    constexpr std::string_view names = "\"\\nrt";
     constexpr std::string_view digits = "0123456789abcdef";
-    switch (character) {
-    case '"':
-        out += "\\\"";
-        return;
-    case '\\':
-        out += "\\\\";
-        return;
-    case '\n':
-        out += "\\n";
-        return;
-    case '\r':
-        out += "\\r";
-        return;
-    case '\t':
-        out += "\\t";
-        return;
-    default: {
+    out += '\\';
+    if (const std::size_t index = named.find(character); index != std::string_view::npos) {
+        out += names[index];
+    } else {
         const auto code = static_cast<unsigned char>(character);
-        const std::array<char, 6> escape = {'\\', 'u', '0', '0', digits[code >> 4U], digits[code & 0xFU]};
-        out.append(escape.data(), escape.size());
-    }
+        out += "u00";
+        out += digits[code >> 4U];
+        out += digits[code & 0xFU];
     }
 }
 
@@ -53,7 +33,7 @@ void appendText(std::string& out, std::string_view text) {
     const auto appendRun = [&] { out.append(text.data() + runBegin, at - runBegin); };
     while (at < text.size()) {
         const auto byte = static_cast<unsigned char>(text[at]);
-        if (plainBytes[byte]) {
+        if (byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\') {
             ++at;
         } else if (byte < 0x80) {
             appendRun();
@@ -82,28 +62,15 @@ void JsonWriter::separate() {
     needsComma_ = true;
 }
 
-JsonWriter& JsonWriter::beginObject() {
+JsonWriter& JsonWriter::begin(char bracket) {
     separate();
-    out_ += '{';
+    out_ += bracket;
     needsComma_ = false;
     return *this;
 }
 
-JsonWriter& JsonWriter::endObject() {
-    out_ += '}';
-    needsComma_ = true;
-    return *this;
-}
-
-JsonWriter& JsonWriter::beginArray() {
-    separate();
-    out_ += '[';
-    needsComma_ = false;
-    return *this;
-}
-
-JsonWriter& JsonWriter::endArray() {
-    out_ += ']';
+JsonWriter& JsonWriter::end(char bracket) {
+    out_ += bracket;
     needsComma_ = true;
     return *this;
 }
@@ -122,10 +89,6 @@ JsonWriter& JsonWriter::textKey(std::string_view name) {
     return *this;
 }
 
-JsonWriter& JsonWriter::null() {
-    return raw("null");
-}
-
 JsonWriter& JsonWriter::text(std::string_view value) {
     separate();
     appendText(out_, value);
@@ -136,10 +99,7 @@ JsonWriter& JsonWriter::number(double value) {
     // Without an exponent a number can be read as an integer too, and so far only as every reader's integers reach.
     constexpr double minDecimal = 1e-7;
     constexpr double maxDecimal = 1e16;
-    if (!std::isfinite(value)) {
-        return raw("0");
-    }
-    if (value == 0) {
+    if (!std::isfinite(value) || value == 0) {
         return raw("0"); // not "-0"
     }
     const double magnitude = std::fabs(value);

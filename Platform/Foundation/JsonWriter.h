@@ -19,19 +19,19 @@ class JsonWriter {
     /// Appends to `out`, which must outlive the writer.
     explicit JsonWriter(std::string& out) : out_(out) {}
 
-    JsonWriter& beginObject();
-    JsonWriter& endObject();
-    JsonWriter& beginArray();
-    JsonWriter& endArray();
-    /// `name` is one of the program's own: ASCII without quotes, backslashes and control characters.
+    JsonWriter& beginObject() { return begin('{'); }
+    JsonWriter& endObject() { return end('}'); }
+    JsonWriter& beginArray() { return begin('['); }
+    JsonWriter& endArray() { return end(']'); }
+    /// Requires ASCII without quotes, backslashes and control characters.
     JsonWriter& key(std::string_view name);
-    /// Any text as a key.
+    /// Writes any text as a key.
     JsonWriter& textKey(std::string_view name);
-    JsonWriter& null();
+    JsonWriter& null() { return raw("null"); }
     JsonWriter& text(std::string_view value);
     JsonWriter& number(double value);
     JsonWriter& base64(const EncodedData& value);
-    /// `value` is JSON already.
+    /// Requires JSON.
     JsonWriter& raw(std::string_view value);
 
     template <std::integral Integer>
@@ -41,11 +41,14 @@ class JsonWriter {
         return *this;
     }
 
-    /// A member with a text, the commonest line there is.
+    /// Writes a key and a text.
     JsonWriter& member(std::string_view name, std::string_view value) { return key(name).text(value); }
 
   private:
+    JsonWriter& begin(char bracket);
+    JsonWriter& end(char bracket);
     void separate();
+
     std::string& out_;
     bool needsComma_ = false;
 };

@@ -2,7 +2,7 @@
 
 #include "Platform/Foundation/CaseInsensitiveSearch.h"
 #include "Platform/Foundation/FileSystem.h"
-#include "Platform/Foundation/SharedFolder.h"
+#include "Platform/Foundation/ProgramFolder.h"
 #include "Platform/Foundation/TranslationCatalog.h"
 
 #include <algorithm>

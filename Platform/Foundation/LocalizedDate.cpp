@@ -2,13 +2,13 @@
 
 #include "Platform/Foundation/Calendar.h"
 #include "Platform/Foundation/Icu.h"
-#include "Platform/Foundation/TimeLocale.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 namespace platform {
 namespace {
@@ -63,6 +63,32 @@ std::string localizedDate(Date date) {
 std::string localizedTime(Date date) {
     const auto text = formattedByIcu(date, u"jm");
     return text ? *text : formattedPlainly(date, "%H:%M");
+}
+
+std::string timeLocale(std::string_view name) {
+    const std::size_t modifierBegin = std::min(name.find('@'), name.size());
+    const std::string_view modifier = name.substr(modifierBegin);
+    std::string locale(name.substr(0, std::min(name.find('.'), modifierBegin)));
+    if (locale.empty() || locale == "C" || locale == "POSIX") {
+        locale = "en_US";
+    }
+    std::replace(locale.begin(), locale.end(), '-', '_');
+    if (modifier.starts_with("@calendar=")) {
+        locale += modifier;
+    } else if (modifier == "@latin" || modifier == "@cyrillic") {
+        const std::size_t languageEnd = std::min(locale.find('_'), locale.size());
+        locale.insert(languageEnd, modifier == "@latin" ? "_Latn" : "_Cyrl");
+    }
+    return locale;
+}
+
+std::string timeLocaleOfEnvironment() {
+    for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+        if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
+            return timeLocale(value);
+        }
+    }
+    return timeLocale("");
 }
 
 } // namespace platform

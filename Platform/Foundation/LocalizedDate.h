@@ -6,13 +6,21 @@
 #include "Platform/Foundation/Date.h"
 
 #include <string>
+#include <string_view>
 
 namespace platform {
 
-/// The day with its month's abbreviated name: "Mar 16, 2025".
+/// Returns the day with its month's abbreviated name: "Mar 16, 2025".
 std::string localizedDate(Date date);
 
-/// The time of day: "9:41 AM", "09:41".
+/// Returns the time of day: "9:41 AM", "09:41".
 std::string localizedTime(Date date);
+
+/// Returns ICU's name of a locale that the environment calls `name`: "de_AT" for "de_AT.UTF-8", "sr_Latn_RS" for
+/// "sr_RS@latin", "en_US@calendar=buddhist" for itself; "en_US" for "C", "POSIX" and an empty name.
+std::string timeLocale(std::string_view name);
+
+/// Returns ICU's name of the first of LC_ALL, LC_TIME and LANG that is not empty.
+std::string timeLocaleOfEnvironment();
 
 } // namespace platform

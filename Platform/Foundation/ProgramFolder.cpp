@@ -15,4 +15,11 @@ std::string programFolder() {
     return std::string(program.substr(0, std::min(program.rfind('/'), program.size())));
 }
 
+std::string sharedFolder() {
+    std::string folder = programFolder();
+    folder.resize(std::min(folder.rfind('/'), folder.size()));
+    folder += "/share";
+    return access(folder.c_str(), X_OK) == 0 ? folder : "";
+}
+
 } // namespace platform

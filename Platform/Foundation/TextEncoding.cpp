@@ -132,9 +132,4 @@ DecodedText decodedText(const Data& file) {
     return Converter(std::string(encoding).c_str()).convert(text);
 }
 
-std::optional<Data> convertedToUtf8(const Data& file) {
-    DecodedText decoded = decodedText(file);
-    return decoded.isWhole ? std::optional(std::move(decoded.text)) : std::nullopt;
-}
-
 } // namespace platform

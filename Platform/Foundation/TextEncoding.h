@@ -6,8 +6,6 @@
 
 #include "Platform/Foundation/Data.h"
 
-#include <optional>
-
 namespace platform {
 
 /// A file as UTF-8 without a byte-order mark.
@@ -18,8 +16,5 @@ struct DecodedText {
     bool isWhole = true;
 };
 DecodedText decodedText(const Data& file);
-
-/// The whole of `file` as UTF-8, or nothing.
-std::optional<Data> convertedToUtf8(const Data& file);
 
 } // namespace platform

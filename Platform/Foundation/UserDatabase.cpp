@@ -6,6 +6,14 @@
 #include <unistd.h>
 
 namespace platform {
+namespace {
+
+std::optional<std::string> absolutePath(const char* variable) {
+    const char* const path = std::getenv(variable);
+    return path != nullptr && *path == '/' ? std::optional<std::string>(path) : std::nullopt;
+}
+
+} // namespace
 
 std::optional<std::string> SystemUserDatabase::recordedHome() const {
     // A record that needs more than this is damage, not a user.
@@ -34,6 +42,14 @@ std::string SystemUserDatabase::processHome() const {
 const SystemUserDatabase& SystemUserDatabase::shared() {
     static const SystemUserDatabase database;
     return database;
+}
+
+std::string cachesDirectory(const UserDatabase& users) {
+    if (auto chosen = absolutePath("XDG_CACHE_HOME")) {
+        return *std::move(chosen);
+    }
+    const auto home = absolutePath("HOME");
+    return (home ? *home : users.recordedHome().value_or("")) + "/.cache";
 }
 
 } // namespace platform

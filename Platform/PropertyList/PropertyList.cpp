@@ -14,11 +14,7 @@
 
 namespace platform {
 
-namespace {
-
 using Notation = PropertyListNotation;
-
-} // namespace
 
 std::string PropertyListValue::text() const {
     const std::string_view bytes = tree_->bytes(*node_);
@@ -124,12 +120,12 @@ std::optional<PropertyList> PropertyList::parse(const Data& file) {
         return std::nullopt;
     }
     std::optional<PropertyListTree> tree = readBinaryPropertyList(file);
-    const std::optional<Data> text = tree ? std::nullopt : convertedToUtf8(file);
-    if (text) {
-        tree = readXmlPropertyList(*text);
+    const DecodedText decoded = tree ? DecodedText() : decodedText(file);
+    if (!tree && decoded.isWhole) {
+        tree = readXmlPropertyList(decoded.text);
     }
-    if (text && !tree) {
-        tree = readTextPropertyList(*text);
+    if (!tree && decoded.isWhole) {
+        tree = readTextPropertyList(decoded.text);
     }
     return tree ? std::optional(PropertyList(*std::move(tree))) : std::nullopt;
 }

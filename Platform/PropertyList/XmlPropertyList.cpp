@@ -2,14 +2,15 @@
 
 #include "Platform/Foundation/Utf8.h"
 #include "Platform/PropertyList/PropertyList.h"
-#include "Platform/PropertyList/XmlScalars.h"
 #include "Platform/PropertyList/XmlText.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <charconv>
 #include <limits>
 #include <string>
+#include <system_error>
 
 namespace platform {
 
@@ -40,25 +41,57 @@ struct Tag {
     std::string_view name;
 };
 
-/// The node of an integer, a real or a date as `text` writes it; nothing if it writes none.
-std::optional<Node> scalarNode(Kind kind, std::string_view text) {
-    if (kind == Kind::integer) {
-        const auto integer = integerFromXml(text);
-        if (!integer) {
-            return std::nullopt;
-        }
-        if (!integer->isNegative && integer->magnitude > std::numeric_limits<std::int64_t>::max()) {
-            return Node{.kind = kind,
-                        .notation = Notation::wide,
-                        .content = std::bit_cast<std::uint64_t>(static_cast<double>(integer->magnitude))};
-        }
-        return Node{.kind = kind, .content = integer->isNegative ? -integer->magnitude : integer->magnitude};
+constexpr std::string_view blanks = " \n\t\r";
+
+constexpr bool isBlank(char character) {
+    return blanks.find(character) != std::string_view::npos;
+}
+
+/// Returns the number that all of `text` writes, for `std::from_chars` with that format.
+template <typename Number, typename Format>
+std::optional<Number> numberOf(std::string_view text, Format format) {
+    Number number = 0;
+    const char* const end = text.data() + text.size();
+    const std::from_chars_result result = std::from_chars(text.data(), end, number, format);
+    return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
+}
+
+/// Returns an integer between −2^63 and 2^64−1, decimal or 0x, with or without a sign.
+std::optional<Node> integerNode(std::string_view text) {
+    constexpr std::uint64_t maxPositive = std::numeric_limits<std::int64_t>::max();
+    const bool isNegative = text.starts_with('-');
+    text.remove_prefix(isNegative || text.starts_with('+') ? 1 : 0);
+    const bool isHexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    text.remove_prefix(isHexadecimal ? 2 : 0);
+    const auto magnitude = numberOf<std::uint64_t>(text, isHexadecimal ? 16 : 10);
+    if (!magnitude || (isNegative && *magnitude > maxPositive + 1)) {
+        return std::nullopt;
     }
+    if (!isNegative && *magnitude > maxPositive) {
+        return Node{.kind = Kind::integer,
+                    .notation = Notation::wide,
+                    .content = std::bit_cast<std::uint64_t>(static_cast<double>(*magnitude))};
+    }
+    return Node{.kind = Kind::integer, .content = isNegative ? -*magnitude : *magnitude};
+}
+
+/// Returns the node of an integer, a real (with inf and nan) or a date. Blanks around a number do not count. A date is
+/// YYYY-MM-DDThh:mm:ssZ and nothing else.
+std::optional<Node> scalarNode(Kind kind, std::string_view text) {
     std::optional<double> number;
-    if (kind == Kind::real) {
-        number = realFromXml(text);
-    } else if (const auto date = dateFromXml(text)) {
-        number = date->secondsSinceReferenceDate;
+    if (kind == Kind::date) {
+        constexpr std::size_t size = std::string_view("0000-00-00T00:00:00Z").size();
+        const bool isStrict = text.size() == size && text[10] == 'T' && text.back() == 'Z';
+        const auto date = isStrict ? fromRfc3339(text) : std::nullopt;
+        number = date ? std::optional(date->secondsSinceReferenceDate) : std::nullopt;
+    } else {
+        text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+        text = text.substr(0, text.find_last_not_of(blanks) + 1);
+        if (kind == Kind::integer) {
+            return integerNode(text);
+        }
+        text.remove_prefix(text.starts_with('+') && !text.starts_with("+-") ? 1 : 0);
+        number = numberOf<double>(text, std::chars_format::general);
     }
     return number ? std::optional(Node{.kind = kind, .content = std::bit_cast<std::uint64_t>(*number)}) : std::nullopt;
 }
@@ -92,8 +125,7 @@ class Reader {
     /// Passes over blanks, comments and instructions. False if one does not end.
     bool skipMiscellany() {
         for (;;) {
-            rest_.remove_prefix(
-                static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isXmlBlank) - rest_.begin()));
+            rest_.remove_prefix(std::min(rest_.find_first_not_of(blanks), rest_.size()));
             const auto size = xmlMiscellanySize(rest_);
             if (size.value_or(0) == 0) {
                 return size.has_value();
@@ -139,12 +171,12 @@ class Reader {
             ++at;
         }
         Tag tag{.form = isEnd ? Tag::Form::end : Tag::Form::start, .name = rest_.substr(nameStart, at - nameStart)};
-        if (at < rest_.size() && !isXmlBlank(rest_[at]) && rest_[at] != '/' && rest_[at] != '>') {
+        if (at < rest_.size() && !isBlank(rest_[at]) && rest_[at] != '/' && rest_[at] != '>') {
             return {};
         }
         for (; at < rest_.size() && rest_[at] != '>'; ++at) {
             const char character = rest_[at];
-            if (character == '<' || tag.form == Tag::Form::empty || (isEnd && !isXmlBlank(character))) {
+            if (character == '<' || tag.form == Tag::Form::empty || (isEnd && !isBlank(character))) {
                 return {};
             }
             if (character == '/') {

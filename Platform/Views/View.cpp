@@ -33,43 +33,36 @@ std::string visible(std::string text) {
 
 } // namespace
 
-View::View(Node node) : node_(std::make_shared<Node>(std::move(node))) {}
+View::View(Node node) : node_(std::make_shared<const Node>(std::move(node))) {}
 
 bool operator==(const View& a, const View& b) {
     return a.node_ == b.node_ || *a.node_ == *b.node_;
 }
 
-Node& View::ownNode() {
-    if (node_.use_count() > 1) {
-        node_ = std::make_shared<Node>(*node_);
-    }
-    return *node_;
+View View::font(Font font) const {
+    Node changed = *node_;
+    changed.font = font;
+    return View(std::move(changed));
 }
-
-View View::font(Font font) && {
-    ownNode().font = font;
-    return std::move(*this);
+View View::foreground(Foreground foreground) const {
+    Node changed = *node_;
+    changed.foreground = foreground;
+    return View(std::move(changed));
 }
-
-View View::foreground(Foreground foreground) && {
-    ownNode().foreground = foreground;
-    return std::move(*this);
-}
-
-View View::lineLimit(int lines) && {
-    if (auto* text = std::get_if<Text>(&ownNode().content)) {
+View View::lineLimit(int lines) const {
+    Node changed = *node_;
+    if (auto* text = std::get_if<Text>(&changed.content)) {
         text->lineLimit = lines;
     }
-    return std::move(*this);
+    return View(std::move(changed));
 }
-
-View View::textAlignment(HorizontalAlignment alignment) && {
-    if (auto* text = std::get_if<Text>(&ownNode().content)) {
+View View::textAlignment(HorizontalAlignment alignment) const {
+    Node changed = *node_;
+    if (auto* text = std::get_if<Text>(&changed.content)) {
         text->textAlignment = alignment;
     }
-    return std::move(*this);
+    return View(std::move(changed));
 }
-
 View View::padding(Insets insets) const {
     return viewOf(Padding{.child = *this, .insets = insets});
 }

@@ -50,18 +50,13 @@ class View {
 
     const Node& node() const { return *node_; }
 
-    /// The font, or the foreground, of everything in this view that sets none of its own. Called on a temporary, these
-    /// and the two that follow change it instead of making another.
-    View font(Font font) &&;
-    View font(Font font) const& { return View(*this).font(font); }
-    View foreground(Foreground foreground) &&;
-    View foreground(Foreground foreground) const& { return View(*this).foreground(foreground); }
+    /// Set the font, or the foreground, of everything in this view that sets none of its own.
+    View font(Font font) const;
+    View foreground(Foreground foreground) const;
 
     /// A text's maximum number of lines, and how its lines stand inside its own bounds. No effect on other kinds.
-    View lineLimit(int lines) &&;
-    View lineLimit(int lines) const& { return View(*this).lineLimit(lines); }
-    View textAlignment(HorizontalAlignment alignment) &&;
-    View textAlignment(HorizontalAlignment alignment) const& { return View(*this).textAlignment(alignment); }
+    View lineLimit(int lines) const;
+    View textAlignment(HorizontalAlignment alignment) const;
 
     View padding(Insets insets) const;
     /// Offers and reports the given lengths, the view centred in them.
@@ -76,10 +71,7 @@ class View {
     friend bool operator==(const View& a, const View& b);
 
   private:
-    /// The node, to be changed: this view's own, or a copy where others have a share in it.
-    Node& ownNode();
-
-    std::shared_ptr<Node> node_;
+    std::shared_ptr<const Node> node_;
 };
 
 } // namespace platform

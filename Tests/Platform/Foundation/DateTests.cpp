@@ -1,7 +1,6 @@
 #include "Platform/Foundation/Calendar.h"
 
 #include "Platform/Foundation/LocalizedDate.h"
-#include "Platform/Foundation/TimeLocale.h"
 
 #include <gtest/gtest.h>
 #include <unicode/datefmt.h>

@@ -3,7 +3,6 @@
 #include "Tests/Support/Fakes.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include "Platform/Foundation/CachesDirectory.h"
 #include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/Log.h"
 
