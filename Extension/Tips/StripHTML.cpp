@@ -48,8 +48,8 @@ constexpr std::array namedEntities{
     NamedEntity{"&apos;", "'"}, NamedEntity{"&nbsp;", " "}, NamedEntity{"&amp;", "&"},
 };
 
-/// Decodes all at once, which is as good as one after the other with "&amp;" last: no reference holds another's "&" or what another
-/// stands for.
+/// Decodes all at once, which is as good as one after the other with "&amp;" last: no reference holds another's "&" or
+/// what another stands for.
 std::string withNamedEntities(std::string_view rest) {
     std::string text;
     for (std::size_t at = rest.find('&'); at != std::string_view::npos; at = rest.find('&', at)) {

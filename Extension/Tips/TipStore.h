@@ -1,8 +1,8 @@
 // Gets tips: from the last download while that is fresh, else from the feed, else from the last download of any age.
 //
-// The last download is in a cache file (see TipsCache.h), "tips_cache.json" in the process's caches folder. Calls during
-// a download share it. If several processes download at once, the last writer's file stays. Reports no errors, but logs
-// them with category "TipStore". Any thread.
+// The last download is in a cache file (see TipsCache.h), "tips_cache.json" in the process's caches folder. Calls
+// during a download share it. If several processes download at once, the last writer's file stays. Reports no errors,
+// but logs them with category "TipStore". Any thread.
 #pragma once
 
 #include "Extension/Tips/TipItem.h"
@@ -48,8 +48,8 @@ class TipStore {
 
     using Completion = std::function<void(const std::vector<TipItem>& tips)>;
 
-    /// Calls `completion` once with the tips, newest first: at once if the cache is fresh, else after a download, on the
-    /// store's own thread. If the server sends no tips, there are none, and the cache stays as it is.
+    /// Calls `completion` once with the tips, newest first: at once if the cache is fresh, else after a download, on
+    /// the store's own thread. If the server sends no tips, there are none, and the cache stays as it is.
     void fetchTips(Completion completion);
 
     /// Returns when all calls of `fetchTips` are completed. Requires that none is made meanwhile. Ends the store's

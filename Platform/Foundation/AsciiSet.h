@@ -1,4 +1,4 @@
-// A set of ASCII characters, as the grammars of addresses need them.
+// A set of ASCII characters, and ASCII helpers.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ class AsciiSet {
 
     constexpr bool contains(char character) const { return members_[static_cast<unsigned char>(character)]; }
 
-    /// This set and `characters`.
+    /// Returns this set and `characters`.
     constexpr AsciiSet with(std::string_view characters) const {
         AsciiSet result = *this;
         for (const char character : characters) {
@@ -27,7 +27,7 @@ class AsciiSet {
         return result;
     }
 
-    /// Every byte that this set does not contain.
+    /// Returns every byte that this set does not contain.
     constexpr AsciiSet inverted() const {
         AsciiSet result = *this;
         for (bool& member : result.members_) {
@@ -36,7 +36,8 @@ class AsciiSet {
         return result;
     }
 
-    /// The index of the first character of `text`, from `begin` on, that is not in this set; `text.size()` if all are.
+    /// Returns the index of the first character of `text` from `begin` on that is not in this set; `text.size()`
+    /// without one.
     constexpr std::size_t endOfRun(std::string_view text, std::size_t begin) const {
         while (begin < text.size() && contains(text[begin])) {
             ++begin;
@@ -58,12 +59,12 @@ constexpr bool isAscii(char character) {
     return static_cast<unsigned char>(character) < 0x80;
 }
 
-/// An ASCII capital's small letter; every other byte as it is.
+/// Returns the small letter of an ASCII capital; every other byte unchanged.
 constexpr char asciiLowerCased(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
-/// The value of a hexadecimal digit; 16 for any other byte.
+/// Returns the value of a hexadecimal digit; 16 for any other byte.
 constexpr unsigned hexadecimalValue(char character) {
     if (isDigit(character)) {
         return static_cast<unsigned>(character - '0');

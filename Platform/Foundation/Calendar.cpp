@@ -37,9 +37,9 @@ CalendarDay gregorianDay(Date local) {
 } // namespace
 
 Date localTime(Date date) {
-    // Far beyond all calendars the C library has no answer.
-    constexpr double farthest = 1e14;
-    const double unixTime = std::clamp(date.unixTime(), -farthest, farthest);
+    // The C library fails far beyond all calendars.
+    constexpr double maxTime = 1e14;
+    const double unixTime = std::clamp(date.unixTime(), -maxTime, maxTime);
     const auto time = static_cast<std::time_t>(std::floor(unixTime));
     std::tm parts{};
     tzset();
@@ -59,14 +59,14 @@ CalendarDay UserCalendar::dayOf(Date date) const {
 }
 
 std::optional<Date> UserCalendar::startOfNextDay(Date date) const {
-    // Looked for, not computed: zones skip midnights, and have skipped whole days.
+    // Searches, since zones skip midnights and have skipped whole days.
     constexpr double secondsPerHour = 3600;
-    constexpr int hoursToLook = 49;
+    constexpr int maxHours = 49;
     const double today = localDayNumber(date);
     Date before{std::floor(date.secondsSinceReferenceDate)};
     Date after = before;
     for (int hour = 0; localDayNumber(after) == today; ++hour) {
-        if (hour == hoursToLook) {
+        if (hour == maxHours) {
             return std::nullopt;
         }
         before = after;

@@ -1,4 +1,4 @@
-// Days as the user counts them, as an effect that is handed in.
+// Days as the user counts them, as an effect that is passed in.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -10,16 +10,16 @@
 
 namespace platform {
 
-/// The moment when clocks in UTC show what those in the time zone of the process (TZ, else the system's) show at
-/// `date`. Zones are the C library's, in every form of TZ. Any thread.
+/// Returns `date` as local time: the moment at which a clock in UTC shows what a clock in the process's time zone (TZ,
+/// else the system's) shows at `date`. Zones are those of the C library, in every form of TZ. Any thread.
 Date localTime(Date date);
 
-/// The day that this is by local time, in days since 1970-01-01. Any thread.
+/// Returns the local day of `date`, in days since 1970-01-01. Any thread.
 double localDayNumber(Date date);
 
 struct CalendarDay {
     std::int64_t year = 0;
-    /// From 1; the place of the month among the year's months.
+    /// From 1, in the order of the year's months.
     std::int64_t month = 0;
     std::int64_t day = 0;
     friend bool operator==(const CalendarDay&, const CalendarDay&) = default;
@@ -28,25 +28,25 @@ struct CalendarDay {
 class Calendar {
   public:
     virtual ~Calendar() = default;
-    /// The day on which `date` falls. Any thread.
+    /// Returns the day of `date`. Any thread.
     virtual CalendarDay dayOf(Date date) const = 0;
-    /// The first moment of the day after that of `date`: local midnight, or where clocks skip that, the first moment
-    /// after. Nothing if it is more than two days away. Any thread.
+    /// Returns the first moment of the day after that of `date`: local midnight, or if clocks skip midnight, the first
+    /// moment after it. Returns nothing if that is more than two days away. Any thread.
     virtual std::optional<Date> startOfNextDay(Date date) const = 0;
 };
 
 /// The calendar of a locale, in the time zone of the process.
 ///
-/// Calendars are ICU's, which is loaded for `dayOf`; a machine without it counts days by the Gregorian calendar.
+/// `dayOf` loads ICU. Without ICU, days are those of the Gregorian calendar.
 class UserCalendar final : public Calendar {
   public:
-    /// `locale` by its name in ICU: "th_TH", "en_US@calendar=buddhist".
+    /// `locale` is a name of ICU: "th_TH", "en_US@calendar=buddhist".
     explicit UserCalendar(std::string locale) : locale_(std::move(locale)) {}
 
     CalendarDay dayOf(Date date) const override;
     std::optional<Date> startOfNextDay(Date date) const override;
 
-    /// That of the environment's locale.
+    /// The calendar of the environment's locale.
     static const UserCalendar& shared();
 
   private:

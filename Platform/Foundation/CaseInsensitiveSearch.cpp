@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-/// Whether ASCII `text` contains ASCII `needle`. "I" is the letter whose small form is not ASCII for all.
+/// Searches ASCII in ASCII. In Turkic languages the small form of "I" is not ASCII.
 bool asciiContains(std::string_view text, std::string_view needle, CaseFolding folding) {
     const auto folded = [folding](char character) {
         const bool keepsItself = character == 'I' && folding == CaseFolding::turkic;
@@ -54,7 +54,7 @@ std::optional<std::u16string> toUtf16(const Icu& icu, std::string_view text) {
     });
 }
 
-/// The form in which texts are compared: NFC, case folding, NFD.
+/// Returns the form for comparisons: NFC, case folding, NFD.
 std::optional<std::u16string> comparable(const Icu& icu, std::string_view text, CaseFolding folding) {
     UErrorCode error = U_ZERO_ERROR;
     const UNormalizer2* composed = icu.getNfcInstance(&error);

@@ -23,7 +23,8 @@ constexpr Milliseconds lastWritten = sys_days{year{9999} / 12 / 31} + days{1} - 
 
 Milliseconds toMilliseconds(Date date) {
     const double fromReference = std::round(date.secondsSinceReferenceDate * 1000);
-    // Compared as doubles before the conversion, which is undefined for what no integer holds; NaN fails the first.
+    // Compared before the conversion, which is undefined for values that no integer holds. NaN fails the first
+    // comparison.
     if (!(fromReference >= static_cast<double>((firstWritten - referenceDay).count()))) {
         return firstWritten;
     }
@@ -33,7 +34,7 @@ Milliseconds toMilliseconds(Date date) {
     return referenceDay + milliseconds{static_cast<std::int64_t>(fromReference)};
 }
 
-/// The civil time that `text` writes as "2001-01-31T23:59:59"; nothing if it is anything else.
+/// Reads "2001-01-31T23:59:59"; returns nothing for any other text.
 std::optional<CivilTime> civilTime(std::string_view text) {
     constexpr std::string_view pattern = "0000-00-00T00:00:00";
     for (std::size_t index = 0; index < pattern.size(); ++index) {
@@ -54,13 +55,13 @@ std::optional<CivilTime> civilTime(std::string_view text) {
                                          : std::nullopt;
 }
 
-/// "Z" or an offset like "+01:00", in seconds east of UTC.
+/// Reads "Z" or an offset like "+01:00". Returns seconds east of UTC.
 std::optional<int> zoneOffset(std::string_view text) {
     if (text == "Z" || text == "z") {
         return 0;
     }
     const bool hasSign = text.starts_with('+') || text.starts_with('-');
-    // An offset is a time of the day.
+    // An offset has the form of a time of day.
     const auto time = hasSign ? civilTime("0001-01-01T" + std::string(text.substr(1)) + ":00") : std::nullopt;
     if (!time || time->hour > 23 || time->minute > 59) {
         return std::nullopt;
@@ -98,7 +99,7 @@ std::optional<Date> fromRfc3339(std::string_view text) {
         if (end == 1) {
             return std::nullopt;
         }
-        // Out of range means too small to matter: the fraction stays 0.
+        // A fraction that is out of range is too small to matter and stays 0.
         std::from_chars(rest.data(), rest.data() + end, fraction, std::chars_format::fixed);
         rest.remove_prefix(end);
     }
@@ -107,8 +108,8 @@ std::optional<Date> fromRfc3339(std::string_view text) {
 }
 
 std::optional<Date> dateFromCivilTime(const CivilTime& time) {
-    const auto isWithin = [](int value, int lowest, int highest) { return value >= lowest && value <= highest; };
-    // Checked before the conversions, which would wrap: chrono's months and days are bytes, its years 16 bits.
+    const auto isWithin = [](int value, int min, int max) { return value >= min && value <= max; };
+    // The conversions below would wrap: chrono has bytes for months and days, and 16 bits for years.
     if (!isWithin(time.year, -32767, 32767) || !isWithin(time.month, 1, 12) || !isWithin(time.day, 1, 31) ||
         !isWithin(time.hour, 0, 23) || !isWithin(time.minute, 0, 59) || !isWithin(time.second, 0, 59)) {
         return std::nullopt;

@@ -1,10 +1,7 @@
-// Bytes as the place they came from stores them: raw, or as base64 text.
+// Bytes as their source stores them: raw, or as base64 text, as in XML property lists and JSON.
 //
-// An XML property list and a JSON message carry bytes as base64. Icons travel from the one to the other without being
-// decoded on the way: the text is decoded when `decoded()` is called.
-//
-// Base64 is RFC 4648's standard alphabet. As in property lists, white space and any other foreign character between the
-// digits is passed over, and decoding ends at the padding; decoding never fails.
+// Base64 has the standard alphabet of RFC 4648. As in property lists, decoding skips any other character between the
+// digits, ends at the padding and never fails.
 #pragma once
 
 #include "Platform/Foundation/Data.h"
@@ -19,10 +16,10 @@ class EncodedData {
 
     EncodedData(Data stored, Encoding encoding) : stored_(std::move(stored)), encoding_(encoding) {}
 
-    /// The bytes themselves: shared where they are stored raw, else decoded now.
+    /// Returns the bytes: shared if they are stored raw, else decoded now.
     Data decoded() const;
 
-    /// How many bytes the stored form has.
+    /// Returns the size of the stored form in bytes.
     std::size_t storedSize() const { return stored_.size(); }
 
     /// Appends the bytes as canonical base64 with padding and no white space.

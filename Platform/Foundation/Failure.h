@@ -18,15 +18,15 @@ struct Failure {
         usage = 64,
         /// Data that was read is not in the form that it must have.
         malformed = 65,
-        /// Something that is needed is missing or busy, died, does not answer, or sends nonsense.
+        /// A program or file that is needed is missing or busy, died, does not respond, or sends invalid data.
         unavailable = 69,
         /// A file, or the output, cannot be written.
         unwritable = 73,
-        /// A file of the program's own is broken, of a newer version, or not to be read.
+        /// A file of the program's own is broken, of a newer version, or cannot be read.
         unreadable = 78,
     };
     Kind kind = Kind::unavailable;
-    /// One line in English, without the program's name and without a full stop. Empty where it was reported already.
+    /// One line in English, without the program's name and without a full stop. Empty if it was reported already.
     std::string message;
     bool operator==(const Failure&) const = default;
 };
@@ -34,7 +34,7 @@ struct Failure {
 template <class Value>
 using Outcome = Expected<Value, Failure>;
 
-/// The exit code of a program that ends with `failure`; 0 without one.
+/// Returns the exit code for `failure`; 0 without one.
 inline int exitCode(const std::optional<Failure>& failure) {
     return failure ? static_cast<int>(failure->kind) : 0;
 }

@@ -1,4 +1,4 @@
-// An open descriptor that is closed with its owner.
+// Owns an open descriptor and closes it.
 #pragma once
 
 #include <unistd.h>
@@ -8,7 +8,7 @@ namespace platform {
 
 class FileDescriptor {
   public:
-    /// Takes over what open(2) and its like returned, also the -1 of a failure.
+    /// Takes the result of open(2) and similar calls, also the -1 of a failure.
     explicit FileDescriptor(int descriptor = -1) : descriptor_(descriptor) {}
     FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {

@@ -19,7 +19,7 @@ namespace platform {
 
 namespace {
 
-/// Has the kernel use large pages for memory of some MiB: most of the time of reading a large file goes to page faults.
+/// Asks the kernel for large pages: reading a large file spends most of its time in page faults.
 void preferLargePages(char* memory, std::size_t size) {
     constexpr std::size_t pageSize = 4096;
     void* start = memory;
@@ -28,7 +28,7 @@ void preferLargePages(char* memory, std::size_t size) {
     }
 }
 
-/// Reads `size` bytes, or as many as there still are of a file that is cut short meanwhile.
+/// Reads `size` bytes, or fewer if the file is cut short meanwhile.
 std::optional<Data> readUpTo(const FileDescriptor& file, std::size_t size) {
     // NOLINTNEXTLINE(modernize-avoid-c-arrays): memory that is not filled with zeros first
     const std::shared_ptr<char[]> content(new (std::nothrow) char[size]);
@@ -65,18 +65,18 @@ bool isNamed(const FileDescriptor& file, const std::string& path) {
            ours.st_ino == named.st_ino;
 }
 
-/// Opens a file at `path`, made if need be, for this writer alone, and adds a number to `path` where others have
-/// theirs. Returns a closed descriptor and sets errno if all are taken.
+/// Opens or creates a file at `path` for this writer alone. Adds a number to `path` if other writers have that file.
+/// Returns a closed descriptor and sets errno if all are taken.
 FileDescriptor openAlone(std::string& path) {
     const std::size_t length = path.size();
     for (int writer = 1; writer <= DiskFileSystem::maxWriters; ++writer) {
-        // O_NONBLOCK: should a pipe lie there, it has no reader to wait for.
+        // With O_NONBLOCK, opening a pipe does not wait for its reader.
         FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));
         if (!file.isOpen()) {
             return file;
         }
         if (flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
-            // Otherwise another writer has just moved the file to where it belongs.
+            // Otherwise another writer has just renamed the file.
             if (isNamed(file, path)) {
                 return file;
             }
@@ -102,7 +102,7 @@ bool writeAll(const FileDescriptor& file, std::string_view bytes) {
 }
 
 FileError cannotWrite(const std::string& path, int reason) {
-    // strerror would answer in the user's language.
+    // strerror writes in the user's language.
     const char* const words = strerrordesc_np(reason);
     return {"cannot write " + path + ": " + (words != nullptr ? words : "unknown error")};
 }

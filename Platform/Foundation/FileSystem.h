@@ -1,4 +1,4 @@
-// Files, as an effect that is handed in.
+// Files, as an effect that is passed in.
 #pragma once
 
 #include "Platform/Foundation/Data.h"
@@ -18,36 +18,35 @@ struct FileError {
 class FileSystem {
   public:
     virtual ~FileSystem() = default;
-    /// Returns the whole content of the regular file at `path`; of a file that is cut short meanwhile, what was left.
-    /// Nothing without the file, a permission or the memory, and for a folder, a pipe or a device, without waiting.
-    /// Any thread.
+    /// Returns the whole content of the regular file at `path`; the rest of it if the file is cut short meanwhile.
+    /// Returns nothing without the file, the permission or the memory, and for a folder, a pipe or a device. Does not
+    /// wait. Any thread.
     virtual std::optional<Data> read(const std::string& path) const = 0;
 
-    /// Whether something has that name, be it readable or not; also where that cannot be found out. Any thread.
+    /// Returns whether that name exists, readable or not. Returns true if that cannot be determined. Any thread.
     virtual bool exists(const std::string& path) const = 0;
 
-    /// Makes `bytes` the whole content of the file at `path`, which may be missing; its folder must exist. Readers see
-    /// the old file or the new one, whole. Returns why it failed, and then the old file is as it was. Of several writers
-    /// at once the last one wins. Any thread.
+    /// Replaces or creates the file at `path` with the content `bytes`. Requires its folder. Readers see the whole old
+    /// file or the whole new one. After an error the old file is unchanged. Of several writers at once the last one
+    /// wins. Any thread.
     [[nodiscard]] virtual std::optional<FileError> replace(const std::string& path, std::string_view bytes) const = 0;
 
-    /// The same for what can be made anew, such as a cache: the device is not waited for, so a power failure may leave
-    /// a broken file where the old one was.
+    /// The same for files that can be made again, such as caches: does not wait for the device, so a power failure may
+    /// leave a broken file.
     [[nodiscard]] virtual std::optional<FileError> replaceUnflushed(const std::string& path,
                                                                     std::string_view bytes) const = 0;
 };
 
 /// The disk.
 ///
-/// Reading: a file of more than `maxFileSize` bytes counts as unreadable. Files are never mapped, since one that is cut
-/// short under a mapping ends the process.
+/// Reading: a file of more than `maxFileSize` bytes counts as unreadable. Files are never mapped, since a mapped file
+/// that is cut short would kill the process.
 ///
-/// Replacing: the bytes go to a file ".NAME.new" in the same folder, are flushed to the device, so that the old or the
-/// new file is there after a power failure too, and take the old one's place by a rename. The new file is for its user
-/// alone (mode 0600), whatever the old one was; a symbolic link at `path` is replaced itself, not what it leads to.
-/// The new file is locked (flock) while it is written, and the lock goes with the process that holds it. Writers
-/// do not wait: while one writes, the next takes ".NAME.new1", and so on, up to `maxWriters` at once. The names are
-/// always the same, so that a later writer uses a file that a killed process left.
+/// Replacing: the bytes are written to a file ".NAME.new" in the same folder and flushed to the device, so that the old
+/// or the new file exists after a power failure too. Then that file is renamed. It has mode 0600, whatever the old one
+/// had. A symbolic link at `path` is replaced, not its target. The new file is locked (flock) while it is written, and
+/// the lock ends with its process. Writers do not wait: while one writes, the next takes ".NAME.new1", and so on, up to
+/// `maxWriters` at once. The names are always the same, so that a later writer reuses the file of a killed process.
 class DiskFileSystem final : public FileSystem {
   public:
     static constexpr std::size_t maxFileSize = std::size_t{512} << 20U;

@@ -53,10 +53,10 @@ bool findAll(IcuLibrary& library, IcuDates& icu) {
     return isComplete;
 }
 
-/// From the library of that name, of the version nearest to that of the headers.
+/// Loads the library of that name whose version is nearest to that of the headers.
 template <typename Functions>
 std::optional<Functions> load(const char* name) {
-    // More than ten years of versions, both ways.
+    // More than ten years of versions, in both directions.
     constexpr int maxDistance = 24;
     for (int turn = 0; turn <= 2 * maxDistance; ++turn) {
         const int distance = (turn + 1) / 2;

@@ -1,8 +1,8 @@
 // The functions of ICU that this project uses, loaded at first need.
 //
-// ICU's libraries and functions carry their version in their names. The functions here have been the same in all
-// versions of many years, so any that the machine has will do: first that of the headers at build time, then the
-// nearest. Any thread.
+// ICU's libraries and functions have their version in their names. The functions here have been the same in all
+// versions of many years, so any version will do: first that of the headers at build time, then the nearest. Any
+// thread.
 #pragma once
 
 #include <unicode/ucal.h>
@@ -16,7 +16,7 @@
 
 namespace platform {
 
-/// Of the common library.
+/// Functions of the common library.
 struct Icu {
     decltype(&::u_strFromUTF8WithSub) strFromUtf8WithSub = nullptr;
     decltype(&::u_strFoldCase) strFoldCase = nullptr;
@@ -32,8 +32,7 @@ struct Icu {
     static const Icu* shared();
 };
 
-/// Of the larger library, for calendars and dates, and what goes with them. A locale that ICU does not know counts as
-/// English.
+/// Functions of the larger library, for calendars and dates. A locale that ICU does not know counts as English.
 struct IcuDates {
     decltype(&::ucal_open) openCalendar = nullptr;
     decltype(&::ucal_close) closeCalendar = nullptr;

@@ -96,7 +96,7 @@ JsonWriter& JsonWriter::text(std::string_view value) {
 }
 
 JsonWriter& JsonWriter::number(double value) {
-    // Without an exponent a number can be read as an integer too, and so far only as every reader's integers reach.
+    // Without an exponent a number can be read as an integer too, within the range that every reader's integers have.
     constexpr double minDecimal = 1e-7;
     constexpr double maxDecimal = 1e16;
     if (!std::isfinite(value) || value == 0) {

@@ -13,13 +13,13 @@ namespace platform {
 
 namespace {
 
-/// The program's catalogs, those of the most preferred language first.
+/// The program's catalogs, the most preferred language first.
 std::vector<TranslationCatalog>& catalogs() {
     static std::vector<TranslationCatalog> catalogs;
     return catalogs;
 }
 
-/// What the first catalog that has a text for these arguments of `TranslationCatalog::find` has, else the key.
+/// Returns the text of the first catalog that has one for these arguments of `TranslationCatalog::find`, else the key.
 template <typename... Count>
 std::string translated(const char* key, Count... count) {
     for (const TranslationCatalog& catalog : catalogs()) {
@@ -34,14 +34,14 @@ bool isUntranslatedLocale(std::string_view tag) {
     return tag == "C" || tag == "POSIX";
 }
 
-/// "de-AT" for "de_AT.UTF-8@euro".
+/// Returns "de-AT" for "de_AT.UTF-8@euro".
 std::string languageTag(std::string_view locale) {
     std::string tag(locale.substr(0, locale.find_first_of(".@")));
     std::replace(tag.begin(), tag.end(), '_', '-');
     return tag;
 }
 
-/// The folders of the languages that stand before English, whose wordings are the keys themselves: "de_AT", "de".
+/// Returns the folders of the languages before English, whose wordings are the keys: "de_AT", "de".
 std::vector<std::string> catalogFolders() {
     std::vector<std::string> folders;
     for (std::string language : preferredLanguages(languageSettingsOfEnvironment())) {
@@ -78,7 +78,7 @@ void startLocalization(const char* domain) {
 }
 
 std::string localized(const char* key) {
-    // A catalog keeps what is said of itself under the empty key.
+    // The empty key has the catalog's own header.
     return *key != '\0' ? translated(key) : key;
 }
 

@@ -13,13 +13,13 @@
 namespace platform {
 namespace {
 
-/// The fields of `skeleton` as the user's locale orders and words them; nothing without ICU.
+/// Returns the fields of `skeleton` in the order and wording of the user's locale; nothing without ICU.
 std::optional<std::string> formattedByIcu(Date date, std::u16string_view skeleton) {
     const IcuDates* icu = IcuDates::shared();
     if (icu == nullptr) {
         return std::nullopt;
     }
-    // The longest are some twenty characters.
+    // Patterns and dates have some twenty characters.
     std::array<UChar, 200> pattern{};
     std::array<UChar, 200> text{};
     std::array<char, 3 * text.size()> utf8{};
@@ -43,7 +43,7 @@ std::optional<std::string> formattedByIcu(Date date, std::u16string_view skeleto
                             : std::nullopt;
 }
 
-/// As strftime has it.
+/// Formats as strftime does.
 std::string formattedPlainly(Date date, const char* format) {
     const auto time = static_cast<std::time_t>(localTime(date).unixTime());
     std::tm parts{};

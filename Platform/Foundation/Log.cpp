@@ -16,7 +16,7 @@ int priorityOf(LogLevel level) {
     return level == LogLevel::error ? LOG_ERR : LOG_DEBUG;
 }
 
-/// One field: "NAME=value", or where the value has lines of its own, the name, the value's length as 64 bits
+/// Appends a field: "NAME=value", or for a value of several lines the name, the value's length as 64 bits
 /// little-endian, and the value.
 void appendField(std::string& datagram, std::string_view name, std::string_view value) {
     datagram += name;

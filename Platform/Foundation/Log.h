@@ -1,8 +1,8 @@
-// The system log, as an effect that is handed in.
+// The system log, as an effect that is passed in.
 //
-// A line goes to the journal with the fields SUBSYSTEM and CATEGORY (sd_journal_print's native protocol: one datagram
-// of "FIELD=value" lines to /run/systemd/journal/socket), and without a journal to syslog(3). Writing never
-// fails outward, and a journal that is too busy to take a line is not waited for: the line is lost. Any thread.
+// A line is sent to the journal with the fields SUBSYSTEM and CATEGORY (its native protocol: one datagram of
+// "FIELD=value" lines to /run/systemd/journal/socket), without a journal to syslog(3). Reports no errors and does not
+// wait: a line for a busy journal is lost. Any thread.
 #pragma once
 
 #include <string>
@@ -21,8 +21,8 @@ class Log {
 
 class SystemLog final : public Log {
   public:
-    /// `subsystem` names the program for filters, as in "net.foliovault.widgets".
-    /// `journalSocket` is where the journal listens.
+    /// `subsystem` names the program for filters, as in "net.foliovault.widgets". `journalSocket` is the journal's
+    /// path.
     explicit SystemLog(std::string subsystem, std::string journalSocket = "/run/systemd/journal/socket")
         : subsystem_(std::move(subsystem)), journalSocket_(std::move(journalSocket)) {}
     void write(LogLevel level, std::string_view category, std::string_view message) const override;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t escapeLength = 3;
 
-/// The byte that the "%HH" at `at` stands for; nothing if none stands there.
+/// Returns the byte for the "%HH" at `at`; nothing for any other text there.
 std::optional<char> escapeAt(std::string_view text, std::size_t at) {
     if (text[at] != '%' || text.size() - at < escapeLength) {
         return std::nullopt;

@@ -1,4 +1,4 @@
-// Percent-encoding: bytes that an address cannot hold, as "%" and two hexadecimal digits. Source: RFC 3986, 2.1.
+// Percent-encoding of bytes that an address cannot hold. Source: RFC 3986, 2.1.
 #pragma once
 
 #include "Platform/Foundation/AsciiSet.h"
@@ -8,13 +8,13 @@
 
 namespace platform {
 
-/// Appends `text` with every byte outside `allowed` written as "%" and two upper-case hexadecimal digits.
+/// Appends `text` with every byte outside of `allowed` as "%" and two upper-case hexadecimal digits.
 void appendPercentEncoded(std::string& out, std::string_view text, const AsciiSet& allowed);
 
-/// `text` with every well-formed "%HH" decoded and everything else as it stands.
+/// Decodes every well-formed "%HH" and leaves everything else unchanged.
 std::string percentDecoded(std::string_view text);
 
-/// Whether `text` consists of characters in `allowed` and well-formed "%HH" alone.
+/// Returns whether `text` has only characters in `allowed` and well-formed "%HH".
 bool isPercentEncoded(std::string_view text, const AsciiSet& allowed);
 
 } // namespace platform

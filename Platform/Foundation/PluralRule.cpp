@@ -11,12 +11,11 @@ using Number = unsigned long;
 
 struct Operator {
     std::string_view symbol;
-    /// The higher, the sooner.
     int precedence;
     Number (*apply)(Number, Number);
 };
 
-/// No symbol after one that it begins with.
+/// Longer symbols come before those that they begin with.
 constexpr std::array<Operator, 13> operators{{
     {"||", 1, [](Number a, Number b) -> Number { return a != 0 || b != 0 ? 1 : 0; }},
     {"&&", 2, [](Number a, Number b) -> Number { return a != 0 && b != 0 ? 1 : 0; }},
@@ -33,7 +32,7 @@ constexpr std::array<Operator, 13> operators{{
     {"%", 6, [](Number a, Number b) { return b != 0 ? a % b : 0; }},
 }};
 
-/// Computes while it reads, also what a choice or a shortcut does not need.
+/// Computes while it reads, also the parts that a choice or a shortcut does not need.
 class Evaluator {
   public:
     Evaluator(std::string_view rule, Number n) : rest_(rule), n_(n) {}
@@ -77,7 +76,7 @@ class Evaluator {
         return value;
     }
 
-    /// Operands joined by operators of at least that precedence, from left to right.
+    /// Reads operands joined by operators of `minPrecedence` and higher, from left to right.
     Number operation(int minPrecedence) {
         Number value = operand();
         for (;;) {

@@ -20,12 +20,12 @@ using namespace std::string_view_literals;
 
 struct Signature {
     std::string_view bytes;
-    /// How many of the bytes do not belong to the text.
+    /// The number of bytes before the text.
     std::size_t markSize;
     const char* encoding;
 };
 
-// UTF-32's mark begins with UTF-16's and stands before it.
+// UTF-32's mark begins with that of UTF-16, so it comes first.
 constexpr std::array signatures = {
     Signature{"\xEF\xBB\xBF"sv, 3, "UTF-8"},       Signature{"\xFF\xFE\0\0"sv, 4, "UTF-32LE"},
     Signature{"\0\0\xFE\xFF"sv, 4, "UTF-32BE"},    Signature{"\xFF\xFE"sv, 2, "UTF-16LE"},
@@ -33,7 +33,7 @@ constexpr std::array signatures = {
     Signature{"\0<\0?\0x\0m\0l"sv, 0, "UTF-16BE"},
 };
 
-/// The encoding that an XML declaration at the beginning of `text` names; empty without a declaration.
+/// Returns the encoding that an XML declaration at the beginning of `text` names; empty without a declaration.
 std::string_view declaredEncoding(std::string_view text) {
     if (!text.starts_with("<?xml")) {
         return {};
@@ -58,7 +58,7 @@ std::string_view declaredEncoding(std::string_view text) {
     return declaration.substr(1, declaration.find(declaration.front(), 1) - 1);
 }
 
-/// A name as XML allows it; iconv's own additions ("//IGNORE") would make it pass over what is invalid.
+/// Returns whether XML allows the name. With its own additions ("//IGNORE"), iconv would skip invalid bytes.
 bool isEncodingName(std::string_view name) {
     return name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-") ==
            std::string_view::npos;
@@ -81,7 +81,7 @@ class Converter {
         }
     }
 
-    /// `bytes` as far as they are valid.
+    /// Converts `bytes` up to the first invalid one.
     DecodedText convert(std::string_view bytes) {
         if (!isOpen()) {
             return {.isWhole = false};
@@ -89,7 +89,7 @@ class Converter {
         std::string text;
         text.reserve(bytes.size() + bytes.size() / 8);
         std::array<char, 16384> piece;
-        char* input = const_cast<char*>(bytes.data()); // iconv does not write there
+        char* input = const_cast<char*>(bytes.data()); // iconv does not write to it
         std::size_t inputLeft = bytes.size();
         for (bool isFlushing = false;;) {
             char* output = piece.data();

@@ -72,14 +72,14 @@ std::optional<TranslationCatalog> TranslationCatalog::parse(Data file) {
         if (!key || !forms || !isUtf8(*forms)) {
             return std::nullopt;
         }
-        // The plural of an English wording stands behind it.
+        // The English plural follows the key.
         const Entry entry{firstForm(*key), *forms};
         if (!catalog.entries_.empty() && catalog.entries_.back().key >= entry.key) {
             return std::nullopt;
         }
         catalog.entries_.push_back(entry);
     }
-    // What is said of the catalog itself is the translation of the empty text.
+    // The translation of the empty text is the catalog's header.
     if (const Entry* header = catalog.entry("")) {
         catalog.pluralRule_ = between(between(header->forms, "Plural-Forms:", '\n'), "plural=", ';');
     }

@@ -1,7 +1,7 @@
-// A catalog of texts in one language, as msgfmt writes it (".mo").
+// A message catalog of one language, as msgfmt writes it (".mo").
 //
-// The C library reads catalogs only for a user whose locale is generated on the machine. Newer versions treat C.UTF-8
-// like C and ignore LANGUAGE there.
+// The C library reads catalogs only if the user's locale is generated on the machine. Newer versions treat C.UTF-8 like
+// C and ignore LANGUAGE there.
 //
 // Source: the GNU gettext manual, "The Format of GNU MO Files". The file's numbers are little-endian, which is what
 // msgfmt writes on every machine; texts are UTF-8; its hash table is not used.
@@ -25,14 +25,14 @@ class TranslationCatalog {
     /// catalog. Any thread.
     std::optional<std::string_view> find(std::string_view key) const;
 
-    /// The same, in the form for `count` by the catalog's plural rule, or by "n != 1" if that is invalid. Returns the last
-    /// form if the rule asks for more.
+    /// The same, in the form for `count` by the catalog's plural rule, or by "n != 1" if that rule is invalid. Returns
+    /// the last form if the rule's value is too large.
     std::optional<std::string_view> find(std::string_view key, unsigned long count) const;
 
   private:
     struct Entry {
         std::string_view key;
-        /// At least one, each but the last ended by a NUL.
+        /// One form or more, separated by NULs.
         std::string_view forms;
     };
 

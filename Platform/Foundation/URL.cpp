@@ -10,7 +10,7 @@ namespace {
 
 constexpr AsciiSet queryItemCharacters = asciiLettersAndDigits.with("-._~!$'()*+,;:@/?");
 
-/// Appends a component as it stands, or if it holds a character that `allowed` has not, encoded as a whole.
+/// Appends a component unchanged, or encoded as a whole if it has a character outside of `allowed`.
 void appendComponent(std::string& out, std::string_view component, const AsciiSet& allowed) {
     if (isPercentEncoded(component, allowed)) {
         out += component;
@@ -19,7 +19,7 @@ void appendComponent(std::string& out, std::string_view component, const AsciiSe
     }
 }
 
-/// Appends a component behind its delimiter, which `part` begins with; nothing if `part` is empty.
+/// Appends a component with its delimiter, the first character of `part`; nothing if `part` is empty.
 void appendDelimited(std::string& out, std::string_view part, const AsciiSet& allowed) {
     if (!part.empty()) {
         out += part.front();
@@ -27,7 +27,7 @@ void appendDelimited(std::string& out, std::string_view part, const AsciiSet& al
     }
 }
 
-/// Appends "user:password@" with each of the two encoded where it must be.
+/// Appends "user:password@", each of the two encoded if necessary.
 void appendUserInfo(std::string& out, std::string_view info) {
     if (!info.empty()) {
         const std::string_view names = info.substr(0, info.size() - 1);
@@ -38,11 +38,11 @@ void appendUserInfo(std::string& out, std::string_view info) {
     }
 }
 
-/// The address with its host and every component as an address holds them; nothing if the host is invalid.
-std::optional<std::string> rewritten(std::string_view text, const URLParts& parts, const AsciiSet& pathCharacters) {
+/// Returns the address with its host and every component encoded if necessary; nothing if the host is invalid.
+std::optional<std::string> encoded(std::string_view text, const URLParts& parts, const AsciiSet& pathCharacters) {
     std::string out(text.substr(0, parts.hasAuthority() ? parts.authorityBegin : parts.pathBegin));
     if (parts.hasAuthority()) {
-        const std::optional<std::string> host = urlHost(parts.host(text));
+        const std::optional<std::string> host = encodedURLHost(parts.host(text));
         if (!host) {
             return std::nullopt;
         }
@@ -65,24 +65,24 @@ std::string_view withoutTrailingSlashes(std::string_view path) {
 std::optional<URL> URL::parse(std::string_view text) {
     URLParts parts;
     const URLForm form = splitURL(text, parts);
-    if (form == URLForm::none) {
+    if (form == URLForm::invalid) {
         return std::nullopt;
     }
     if (form == URLForm::wellFormed) {
         return URL(std::string(text), parts);
     }
-    std::optional<std::string> mended = rewritten(text, parts, urlPathCharacters);
-    if (!mended) {
+    std::optional<std::string> address = encoded(text, parts, urlPathCharacters);
+    if (!address) {
         return std::nullopt;
     }
-    URLParts mendedParts;
-    if (splitURL(*mended, mendedParts) == URLForm::none) {
-        // A path whose first ":" followed a "[", as in "[a:b": with the bracket encoded, the ":" would end a scheme.
+    URLParts addressParts;
+    if (splitURL(*address, addressParts) == URLForm::invalid) {
+        // In a path like "[a:b", the ":" would end a scheme once the bracket is encoded.
         constexpr AsciiSet withoutColon = urlHostCharacters.with("@/");
-        mended = rewritten(text, parts, withoutColon);
-        splitURL(*mended, mendedParts);
+        address = encoded(text, parts, withoutColon);
+        splitURL(*address, addressParts);
     }
-    return URL(std::move(*mended), mendedParts);
+    return URL(std::move(*address), addressParts);
 }
 
 URL URL::filePath(std::string_view path) {

@@ -1,6 +1,6 @@
 // A web or file address, and its parts.
 //
-// Parsing is forgiving where people are sloppy and strict where an address would change its meaning:
+// Parsing encodes what is not encoded, and refuses an address that would change its meaning:
 //
 // - Empty text is not a URL. The text before the first ":" (if none of "/ ? # [ ] @" comes first) must be a scheme, an
 //   ASCII letter followed by letters, digits, "+", "-" and ".", or the whole text is not a URL.
@@ -41,27 +41,27 @@ class URL {
   public:
     static std::optional<URL> parse(std::string_view text);
 
-    /// The "file" URL of an absolute path. A path ending in "/" is a folder's; nothing is looked up on disk.
+    /// Returns the "file" URL of an absolute path. A path ending in "/" is that of a folder. Does not access the disk.
     static URL filePath(std::string_view path);
 
-    /// This URL with `component` appended to its path, joined by exactly one "/". "/" inside `component` separates,
-    /// every other character that a path does not allow is percent-encoded.
+    /// Returns this URL with `component` appended to its path, joined by exactly one "/". A "/" in `component`
+    /// separates; every other character that a path does not allow is percent-encoded.
     URL appending(std::string_view component) const;
 
     /// The whole address, percent-encoded.
     const std::string& absoluteString() const { return text_; }
 
     std::optional<std::string_view> scheme() const;
-    /// The host with its "%HH" decoded and without the brackets of an IP literal. Nothing without an authority,
-    /// or an empty one with nothing beside it; empty where only the host is ("http://user@/").
+    /// Returns the host with its "%HH" decoded and without the brackets of an IP literal; nothing without an authority
+    /// or with an empty one; empty if only the host is missing ("http://user@/").
     std::optional<std::string> host() const;
-    /// The path with its "%HH" decoded, without a trailing "/"; a file URL's file-system path.
+    /// Returns the path with its "%HH" decoded and without a trailing "/"; the file-system path of a file URL.
     std::string path() const;
-    /// The raw query, percent-encoded; nothing without a "?".
+    /// Returns the query, percent-encoded; nothing without a "?".
     std::optional<std::string_view> encodedQuery() const;
-    /// Nothing without a "?".
+    /// Returns nothing without a "?".
     std::optional<std::vector<URLQueryItem>> queryItems() const;
-    /// This URL with another query, every other part byte for byte; no items make an empty query.
+    /// Returns this URL with another query and every other part unchanged. Without items, the query is empty.
     URL withQueryItems(const std::vector<URLQueryItem>& items) const;
 
     friend bool operator==(const URL& a, const URL& b) { return a.text_ == b.text_; }

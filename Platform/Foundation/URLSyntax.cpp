@@ -44,7 +44,7 @@ URLForm splitAuthority(std::string_view text, URLParts& parts) {
     if (startsAt(authority, parts.hostBegin, "[")) {
         const std::size_t bracket = authority.find(']', parts.hostBegin);
         if (bracket == std::string_view::npos) {
-            return URLForm::none;
+            return URLForm::invalid;
         }
         parts.hostEnd = bracket + 1;
     } else {
@@ -52,30 +52,30 @@ URLForm splitAuthority(std::string_view text, URLParts& parts) {
     }
     const std::string_view port = parts.port(text);
     if (!port.empty() && (port.front() != ':' || asciiDigits.endOfRun(port, 1) != port.size())) {
-        return URLForm::none;
+        return URLForm::invalid;
     }
-    return isUserInfo(parts.userInfo(text)) && isURLHost(parts.host(text)) ? URLForm::wellFormed : URLForm::sloppy;
+    return isUserInfo(parts.userInfo(text)) && isURLHost(parts.host(text)) ? URLForm::wellFormed : URLForm::unencoded;
 }
 
-/// The end of the component that begins at `begin` and reaches to the first delimiter; `form` becomes sloppy if the
-/// component holds anything but `allowed` and "%HH".
+/// Returns the end of the component that begins at `begin` and ends at the first delimiter. Sets `form` to `unencoded`
+/// if the component has anything but `allowed` and "%HH".
 std::size_t componentEnd(std::string_view text, std::size_t begin, const AsciiSet& allowed,
                          const AsciiSet& notDelimiters, URLForm& form) {
     const std::size_t runEnd = allowed.endOfRun(text, begin);
     const std::size_t end = notDelimiters.endOfRun(text, runEnd);
     if (runEnd != end && !isPercentEncoded(text.substr(runEnd, end - runEnd), allowed)) {
-        form = URLForm::sloppy;
+        form = URLForm::unencoded;
     }
     return end;
 }
 
-/// The ASCII form of a host by UTS 46, non-transitional. What is only too long, empty or hyphenated for a name server
-/// is not an error: addresses that never meet one hold such hosts.
+/// Returns the ASCII form of a host by UTS 46, non-transitional. Ignores errors that matter only to name servers (too
+/// long, empty, hyphenated), since the application's own addresses have such hosts.
 std::optional<std::string> hostToAscii(std::string_view text) {
     constexpr std::uint32_t harmlessErrors = UIDNA_ERROR_EMPTY_LABEL | UIDNA_ERROR_LABEL_TOO_LONG |
                                              UIDNA_ERROR_DOMAIN_NAME_TOO_LONG | UIDNA_ERROR_LEADING_HYPHEN |
                                              UIDNA_ERROR_TRAILING_HYPHEN | UIDNA_ERROR_HYPHEN_3_4;
-    // Punycode takes quadratic time, and a name server's names have 253 bytes.
+    // Punycode takes quadratic time. Names of name servers have 253 bytes.
     constexpr std::size_t maxHost = 4096;
     const Icu* icu = Icu::shared();
     if (icu == nullptr || text.size() > maxHost) {
@@ -119,7 +119,7 @@ URLForm splitURL(std::string_view text, URLParts& parts) {
     } else {
         at = notSchemeDelimiters.endOfRun(text, at);
         if (text.empty() || startsAt(text, at, ":")) {
-            return URLForm::none;
+            return URLForm::invalid;
         }
         at = 0;
     }
@@ -128,7 +128,7 @@ URLForm splitURL(std::string_view text, URLParts& parts) {
     if (startsAt(text, at, "//")) {
         parts.authorityBegin = at + 2;
         form = splitAuthority(text, parts);
-        if (form == URLForm::none) {
+        if (form == URLForm::invalid) {
             return form;
         }
     } else {
@@ -162,7 +162,7 @@ std::string decodedURLHost(std::string_view host) {
     return percentDecoded(host.starts_with('[') ? host.substr(1, host.size() - 2) : host);
 }
 
-std::optional<std::string> urlHost(std::string_view text) {
+std::optional<std::string> encodedURLHost(std::string_view text) {
     if (isURLHost(text)) {
         return std::string(text);
     }

@@ -1,4 +1,4 @@
-// The grammar of addresses: where an address has its parts, and what each may hold.
+// The grammar of addresses: their parts, and the characters of each.
 // Source: RFC 3986; UTS 46 for hosts outside ASCII.
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace platform {
 
-/// Where the parts lie in the text of an address, as byte offsets:
+/// The parts of an address as byte offsets in its text:
 ///
 ///     scheme:            0 … schemeEnd, the ":" after it; schemeEnd is 0 without a scheme
 ///     //user:password@   authorityBegin … hostBegin, the "@" within it; authorityBegin is 0 without a "//"
@@ -21,7 +21,7 @@ namespace platform {
 ///     ?query             pathEnd … queryEnd
 ///     #fragment          queryEnd … end
 ///
-/// Offsets never decrease from line to line; a part that is not there has no bytes.
+/// Offsets never decrease from line to line. A missing part has no bytes.
 struct URLParts {
     std::size_t schemeEnd = 0;
     std::size_t authorityBegin = 0;
@@ -33,7 +33,7 @@ struct URLParts {
 
     bool hasScheme() const { return schemeEnd != 0; }
     bool hasAuthority() const { return authorityBegin != 0; }
-    /// Whether there is an authority with anything in it.
+    /// Returns whether there is an authority that is not empty.
     bool hasHost() const { return hasAuthority() && authorityBegin != pathBegin; }
 
     std::string_view scheme(std::string_view text) const { return text.substr(0, schemeEnd); }
@@ -52,23 +52,22 @@ struct URLParts {
     }
 };
 
-/// How a text reads as an address: not at all; with every component holding only what it may; or with a component, the
-/// host possibly, that holds something else.
-enum class URLForm { none, wellFormed, sloppy };
+/// Whether a text is an address. In an unencoded one, a component or the host has characters that must be encoded.
+enum class URLForm { invalid, wellFormed, unencoded };
 
-/// Splits an address. Leaves `parts` alone if the result is `none`.
+/// Splits an address. `parts` is unspecified if the result is `invalid`.
 URLForm splitURL(std::string_view text, URLParts& parts);
 
 bool isURLScheme(std::string_view text);
 
-/// A host as an address holds it: `text` itself where it is percent-encoded or an IP literal in brackets, its ASCII
-/// form where it is not ASCII; nothing if it is not a host.
-std::optional<std::string> urlHost(std::string_view text);
+/// Returns `text` if it is percent-encoded or an IP literal in brackets, its ASCII form if it is not ASCII; nothing if
+/// it is not a host.
+std::optional<std::string> encodedURLHost(std::string_view text);
 
-/// Whether `urlHost` would give `text` back.
+/// Returns whether `encodedURLHost` would return `text` unchanged.
 bool isURLHost(std::string_view text);
 
-/// A host of an address as people write it: "%HH" decoded, an IP literal without its brackets.
+/// Returns the host with "%HH" decoded and without the brackets of an IP literal.
 std::string decodedURLHost(std::string_view host);
 
 inline constexpr AsciiSet urlHostCharacters = asciiLettersAndDigits.with("-._~!$&'()*+,;=");
@@ -76,7 +75,7 @@ inline constexpr AsciiSet urlHostCharacters = asciiLettersAndDigits.with("-._~!$
 inline constexpr AsciiSet urlAddressCharacters = urlHostCharacters.with(":");
 inline constexpr AsciiSet urlUserCharacters = urlHostCharacters.with(":");
 inline constexpr AsciiSet urlPathCharacters = urlHostCharacters.with(":@/");
-/// And those of a fragment.
+/// Of queries and fragments.
 inline constexpr AsciiSet urlQueryCharacters = urlPathCharacters.with("?");
 
 } // namespace platform

@@ -16,13 +16,13 @@ std::optional<std::string> absolutePath(const char* variable) {
 } // namespace
 
 std::optional<std::string> SystemUserDatabase::recordedHome() const {
-    // A record that needs more than this is damage, not a user.
-    constexpr std::size_t largestRecord = std::size_t{1} << 20U;
+    // A longer record is damaged.
+    constexpr std::size_t maxRecordSize = std::size_t{1} << 20U;
     passwd record{};
     passwd* found = nullptr;
     std::string buffer(1024, '\0');
     int error = getpwuid_r(getuid(), &record, buffer.data(), buffer.size(), &found);
-    while (error == EINTR || (error == ERANGE && buffer.size() < largestRecord)) {
+    while (error == EINTR || (error == ERANGE && buffer.size() < maxRecordSize)) {
         if (error == ERANGE) {
             buffer.resize(buffer.size() * 2);
         }

@@ -1,4 +1,4 @@
-// The user database, as an effect that is handed in.
+// The user database, as an effect that is passed in.
 #pragma once
 
 #include <optional>
@@ -9,13 +9,13 @@ namespace platform {
 class UserDatabase {
   public:
     virtual ~UserDatabase() = default;
-    /// The home folder that the user database records for the current user; nothing without a record or a home in it.
+    /// Returns the current user's home folder in the user database; nothing without a record or without a home in it.
     virtual std::optional<std::string> recordedHome() const = 0;
-    /// The home folder as the process was told it (the HOME variable), "/" without one or with an empty one.
+    /// Returns the environment variable HOME; "/" if it is not set or empty.
     virtual std::string processHome() const = 0;
 };
 
-/// The system's own (getuid, getpwuid).
+/// The system's user database (getuid, getpwuid).
 class SystemUserDatabase final : public UserDatabase {
   public:
     std::optional<std::string> recordedHome() const override;

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-/// What must follow a lead byte. Only the second byte's range is ever narrower than 80…BF.
+/// The length of a character, and the range of its second byte. Later bytes are 80…BF.
 struct Lead {
     std::size_t length;
     std::uint8_t minSecond;
@@ -34,7 +34,7 @@ constexpr Lead leadOf(std::uint8_t byte) {
             static_cast<std::uint8_t>(byte == 0xF4 ? 0x8F : 0xBF)};
 }
 
-/// How many bytes of ASCII `text` begins with.
+/// Returns the number of ASCII bytes at the beginning of `text`.
 std::size_t asciiPrefix(std::string_view text) {
     constexpr std::uint64_t highBits = 0x8080808080808080;
     std::size_t size = 0;

@@ -1,4 +1,4 @@
-// Texts in UTF-8, as RFC 3629 has it: no overlong forms, no surrogates, nothing above U+10FFFF. Any thread.
+// UTF-8 as in RFC 3629: no overlong forms, no surrogates, nothing above U+10FFFF. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -7,29 +7,30 @@
 
 namespace platform {
 
-/// What `text`, which must not be empty, begins with: one character, or invalid bytes.
+/// The character, or the invalid bytes, at the beginning of a text.
 struct Utf8Sequence {
-    /// Bytes of the character. Of invalid ones, the bytes that one U+FFFD stands for, as the Unicode standard's
-    /// "substitution of maximal subparts" counts them. At least 1.
+    /// Bytes of the character, or the invalid bytes that one U+FFFD replaces by the Unicode standard's "substitution of
+    /// maximal subparts". 1 or more.
     std::size_t length = 1;
     bool isCharacter = false;
 };
+/// Requires a text that is not empty.
 Utf8Sequence leadingUtf8Sequence(std::string_view text);
 
-/// Whether `text` is UTF-8 throughout.
+/// Returns whether all of `text` is UTF-8.
 bool isUtf8(std::string_view text);
 
 bool isAscii(std::string_view text);
 
-/// Whether `character` may stand in a text: a scalar value of Unicode.
+/// Returns whether `character` is a scalar value of Unicode.
 constexpr bool isCharacter(char32_t character) {
     return character < 0xD800 || (character > 0xDFFF && character <= 0x10FFFF);
 }
 
-/// Appends `character`, or U+FFFD if it may not stand in a text.
+/// Appends `character`, or U+FFFD if it is not a scalar value.
 void appendUtf8(std::string& text, char32_t character);
 
-/// Pairs of bytes, the high one first, as UTF-8; a lone surrogate becomes U+FFFD.
+/// Converts UTF-16, big-endian. A lone surrogate becomes U+FFFD.
 std::string utf8FromUtf16BigEndian(std::string_view bytes);
 
 inline constexpr std::string_view utf8ReplacementCharacter = "\xEF\xBF\xBD";

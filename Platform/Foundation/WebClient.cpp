@@ -51,7 +51,7 @@ Unexpected<WebError> webError(std::string_view description) {
     return Unexpected{WebError{std::string(description)}};
 }
 
-/// One address on its way here. Everything without an end of its own is bounded in `goesOn` and `takeHeader`.
+/// One download. `shouldContinue` and `addHeader` bound everything that does not end by itself.
 class Download {
   public:
     Download(const Curl& curl, const URL& address, const CurlWebClient::Timeouts& timeouts,
@@ -67,11 +67,11 @@ class Download {
             return webError("libcurl cannot be set up");
         }
         const CURLcode code = curl_.easyPerform(easy_.get());
-        if (fault_ != nullptr) {
-            return webError(fault_);
+        if (error_ != nullptr) {
+            return webError(error_);
         }
-        if (refusal() != 0) {
-            return webError("Received HTTP code " + std::to_string(refusal()) + " from proxy after CONNECT");
+        if (proxyRefusal() != 0) {
+            return webError("Received HTTP code " + std::to_string(proxyRefusal()) + " from proxy after CONNECT");
         }
         if (code != CURLE_OK) {
             return webError(message_.front() != '\0' ? message_.data() : curl_.easyStrerror(code));
@@ -100,11 +100,11 @@ class Download {
         set(CURLOPT_FOLLOWLOCATION, 1L);
         set(CURLOPT_MAXREDIRS, CurlWebClient::maxRedirects);
         set(CURLOPT_ACCEPT_ENCODING, "gzip, deflate");
-        // Shared out among the addresses of a name, so that the next one is tried when one is silent.
+        // Divided among the addresses of a name, so that the next one is tried when one is silent.
         set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(timeouts_.silence.count()));
-        // The only other way to log in at such a proxy waits for others without asking `goesOn`.
+        // The other way to log in at such a proxy blocks without calling `shouldContinue`.
         set(CURLOPT_SOCKS5_AUTH, static_cast<long>(CURLAUTH_BASIC));
-        // The thread that looks a name up is not waited for.
+        // Does not wait for the thread that looks up a name.
         set(CURLOPT_QUICK_EXIT, 1L);
         set(CURLOPT_NOSIGNAL, 1L);
         set(CURLOPT_ERRORBUFFER, message_.data());
@@ -115,11 +115,11 @@ class Download {
         set(CURLOPT_HEADERFUNCTION, curl_write_callback{&Download::receiveHeader});
         set(CURLOPT_WRITEDATA, this);
         set(CURLOPT_WRITEFUNCTION, curl_write_callback{&Download::receive});
-        trust();
+        setCertificates();
     }
 
-    /// Without a file, null takes libcurl's own away.
-    void trust() {
+    /// Sets the certificates to trust. Without a file, null removes libcurl's own.
+    void setCertificates() {
         const char* const file = nonEmptyVariable("SSL_CERT_FILE");
         const char* const folder = nonEmptyVariable("SSL_CERT_DIR");
         for (const auto option : {CURLOPT_CAINFO, CURLOPT_PROXY_CAINFO}) {
@@ -132,23 +132,24 @@ class Download {
         }
     }
 
-    /// Called whenever something arrives, and at least once a second.
+    /// Called when data arrive, and at least once a second.
     static int watch(void* context, curl_off_t announced, curl_off_t received, curl_off_t /*announcedUpload*/,
                      curl_off_t /*sent*/) noexcept {
-        return static_cast<Download*>(context)->goesOn(announced, received) ? 0 : 1;
+        return static_cast<Download*>(context)->shouldContinue(announced, received) ? 0 : 1;
     }
     static std::size_t receiveHeader(char* /*bytes*/, std::size_t size, std::size_t count, void* context) noexcept {
-        return static_cast<Download*>(context)->takeHeader(size * count) ? size * count : 0;
+        return static_cast<Download*>(context)->addHeader(size * count) ? size * count : 0;
     }
     static std::size_t receive(char* bytes, std::size_t size, std::size_t count, void* context) noexcept {
-        return static_cast<Download*>(context)->take({bytes, size * count}) ? size * count : 0;
+        return static_cast<Download*>(context)->add({bytes, size * count}) ? size * count : 0;
     }
 
-    bool goesOn(curl_off_t announced, curl_off_t received) {
+    bool shouldContinue(curl_off_t announced, curl_off_t received) {
         const Clock::time_point now = Clock::now();
-        const auto signs = static_cast<curl_off_t>(headers_) + received + info<curl_off_t>(CURLINFO_PRETRANSFER_TIME_T);
-        if (signs != std::exchange(signs_, signs)) {
-            lastSign_ = now;
+        const auto progress =
+            static_cast<curl_off_t>(headers_) + received + info<curl_off_t>(CURLINFO_PRETRANSFER_TIME_T);
+        if (progress != std::exchange(progress_, progress)) {
+            lastProgress_ = now;
         }
         if (now >= end_.load()) {
             return fail("cancelled");
@@ -156,22 +157,22 @@ class Download {
         if (now - start_ >= timeouts_.total) {
             return fail("Timed out");
         }
-        if (now - lastSign_ >= timeouts_.silence) {
+        if (now - lastProgress_ >= timeouts_.silence) {
             return fail("Timed out waiting for data");
         }
         return std::cmp_less_equal(std::max(announced, received), CurlWebClient::maxBody) || fail(bodyTooLarge);
     }
 
-    bool takeHeader(std::size_t size) {
+    bool addHeader(std::size_t size) {
         headers_ += size;
         if (headers_ > CurlWebClient::maxHeaders) {
             return fail("the headers are larger than 256 KiB");
         }
-        // libcurl would read the body of a refusal to its end without reporting it.
-        return refusal() == 0;
+        // libcurl would read the whole body of a refusal without reporting it.
+        return proxyRefusal() == 0;
     }
 
-    bool take(std::string_view bytes) {
+    bool add(std::string_view bytes) {
         if (bytes.size() > CurlWebClient::maxBody - body_.size()) {
             return fail(bodyTooLarge);
         }
@@ -179,15 +180,15 @@ class Download {
         return true;
     }
 
-    /// The status by which a proxy has refused to connect; 0 where none has.
-    long refusal() const {
+    /// Returns the status with which a proxy has refused to connect; 0 otherwise.
+    long proxyRefusal() const {
         constexpr long firstRefusal = 300;
         const auto status = info<long>(CURLINFO_HTTP_CONNECTCODE);
         return status >= firstRefusal ? status : 0;
     }
 
-    bool fail(const char* fault) {
-        fault_ = fault;
+    bool fail(const char* error) {
+        error_ = error;
         return false;
     }
 
@@ -197,12 +198,12 @@ class Download {
     const CurlWebClient::Timeouts& timeouts_;
     const std::atomic<Clock::time_point>& end_;
     const Clock::time_point start_ = Clock::now();
-    /// The sign that the server is there: it changes with every header, byte of the body and connection.
-    curl_off_t signs_ = 0;
-    Clock::time_point lastSign_ = start_;
+    /// Changes with every header, byte of the body and connection.
+    curl_off_t progress_ = 0;
+    Clock::time_point lastProgress_ = start_;
     std::size_t headers_ = 0;
     std::string body_;
-    const char* fault_ = nullptr;
+    const char* error_ = nullptr;
     std::array<char, CURL_ERROR_SIZE> message_{};
     bool isSetUp_ = false;
     std::unique_ptr<CURL, decltype(Curl::easyCleanup)> easy_;

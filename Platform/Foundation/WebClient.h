@@ -1,4 +1,4 @@
-// The web, as an effect that is handed in.
+// The web, as an effect that is passed in.
 #pragma once
 
 #include "Platform/Foundation/Data.h"
@@ -21,37 +21,36 @@ struct WebError {
 class WebClient {
   public:
     virtual ~WebClient() = default;
-    /// Downloads `address` and waits for it. The body is what the last server sent, with any status. Any
-    /// thread, several at once.
+    /// Downloads `address` and waits for it. Returns the body that the last server sent, with any status. Any thread,
+    /// several at once.
     virtual Expected<Data, WebError> get(const URL& address) const = 0;
 };
 
 /// The web by libcurl, which is loaded at the first download.
 ///
-/// - A plain GET with the headers that libcurl sends by itself (Host, Accept: */*) and Accept-Encoding: gzip and
-///   deflate are understood and taken off the body. Other encodings need more memory than a feed is worth.
+/// - Sends a GET with the headers Host, Accept: */* and Accept-Encoding, and decodes gzip and deflate. Other encodings
+///   need more memory than a feed is worth.
 /// - HTTPS only, redirects included, of which `maxRedirects` are followed.
-/// - Servers must prove who they are, to the certificates in the file SSL_CERT_FILE and the folders SSL_CERT_DIR, the
-///   latter the system's where it is not set: as OpenSSL has it. (libcurl's own way is the system's single file, which
-///   holds the same and takes 20 ms to read.)
+/// - Servers are verified by the certificates in the file SSL_CERT_FILE and the folders SSL_CERT_DIR, by default the
+///   system's folder, as OpenSSL does. (libcurl's default is the system's single file, which takes 20 ms to read.)
 /// - Proxies are those of https_proxy, all_proxy and no_proxy, in small letters or capitals.
-/// - A body of more than `maxBody` bytes, with or without its encoding, is an error as soon as that is known; so are
-///   headers and trailers of more than `maxHeaders` bytes, those of proxies and redirects included. What a proxy says
-///   beside the headers of a refusal is not read.
-/// - Nothing is kept after a download: no connection, no cookie, no file.
+/// - A body of more than `maxBody` bytes, encoded or not, is an error as soon as that is known; so are headers and
+///   trailers of more than `maxHeaders` bytes, including those of proxies and redirects. The body of a proxy's refusal
+///   is not read.
+/// - Keeps nothing after a download: no connection, no cookie, no file.
 ///
-/// The process must ignore SIGPIPE.
+/// Requires that the process ignores SIGPIPE.
 class CurlWebClient final : public WebClient {
   public:
     static constexpr std::size_t maxBody = std::size_t{16} << 20U;
     static constexpr std::size_t maxHeaders = std::size_t{256} << 10U;
     static constexpr long maxRedirects = 20;
 
-    /// When a download ends with an error, at most a second later.
+    /// A download ends with an error after these times, at most a second later.
     struct Timeouts {
-        /// To connect, with the name's lookup, a proxy and TLS; and then without a byte of a header or the body.
+        /// Of connecting, with name lookup, proxy and TLS; then, of silence between bytes.
         std::chrono::milliseconds silence{20'000};
-        /// In all.
+        /// Of the whole download.
         std::chrono::milliseconds total{90'000};
         /// After `endSoon`.
         std::chrono::milliseconds end{500};
@@ -62,8 +61,8 @@ class CurlWebClient final : public WebClient {
 
     Expected<Data, WebError> get(const URL& address) const override;
 
-    /// Gives downloads no more than `Timeouts::end`, those that start only then included; their error is "cancelled".
-    /// Any thread; the first call counts.
+    /// Cancels present and later downloads after `Timeouts::end`; their error is "cancelled". Any thread; the first
+    /// call counts.
     void endSoon();
 
   private:

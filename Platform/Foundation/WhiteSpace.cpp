@@ -52,7 +52,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 void collapseWhiteSpace(std::string& text) {
-    // Written in place: what is written never overtakes what is read.
+    // Writes in place: writing never overtakes reading.
     std::size_t size = 0;
     bool isBlankDue = false;
     for (std::size_t at = 0; at < text.size();) {

@@ -25,16 +25,15 @@ class Run {
         XML_SetCharacterDataHandler(parser, characters);
         XML_SetCdataSectionHandler(parser, sectionStart, sectionEnd);
         XML_SetAttlistDeclHandler(parser, attributeDeclaration);
-        // Setting this, even to nothing, is how expat is told to skip entities that the document declares as it skips
-        // those that it may have declared elsewhere.
+        // Setting this, even to null, makes expat skip the entities that the document declares.
         XML_SetDefaultHandler(parser, nullptr);
         XML_SetSkippedEntityHandler(parser, skippedEntity);
         XML_SetExternalEntityRefHandler(parser, externalEntity);
     }
 
-    /// Whether `document` is well-formed up to its end, or as far as it goes where that `isWhole` not.
+    /// Returns whether `document` is well-formed up to its end, or so far if it is not `isWhole`.
     bool parse(std::string_view document, bool isWhole) {
-        // expat counts a piece's bytes by an int.
+        // expat counts bytes by an int.
         constexpr std::size_t maxPiece = std::size_t{1} << 30U;
         do {
             const std::string_view piece = document.substr(0, maxPiece);
@@ -107,7 +106,7 @@ class Run {
 
     void stop() {
         XML_StopParser(parser_.get(), XML_FALSE);
-        // What expat still reports then, such as the end of an element that began and ended at once.
+        // expat still reports some events, such as the end of an empty element.
         XML_SetElementHandler(parser_.get(), nullptr, nullptr);
         XML_SetCharacterDataHandler(parser_.get(), nullptr);
         XML_SetCdataSectionHandler(parser_.get(), nullptr, nullptr);
@@ -118,11 +117,11 @@ class Run {
     int depth_ = 0;
     int declaredAttributes_ = 0;
     bool isInSection_ = false;
-    /// What the section that the parse is in has held so far.
+    /// The content of the current section so far.
     std::string section_;
 };
 
-/// What expat takes for UTF-16 in spite of the encoding it is given. UTF-8 never has these bytes in XML.
+/// Returns whether expat would read UTF-16, whatever encoding it is given. XML in UTF-8 never has these bytes.
 bool looksLikeUtf16(std::string_view text) {
     return text.substr(0, 2).find('\0') != std::string_view::npos || text.starts_with('\xFE') ||
            text.starts_with('\xFF');
@@ -131,7 +130,7 @@ bool looksLikeUtf16(std::string_view text) {
 } // namespace
 
 bool XMLParser::parse() {
-    // The document outlives this call, so its bytes need no owner.
+    // The document outlives this call.
     const DecodedText decoded = decodedText(Data(nullptr, document_));
     const std::string_view text = decoded.text.bytes();
     return !looksLikeUtf16(text) && Run(delegate_).parse(text, decoded.isWhole) && decoded.isWhole;

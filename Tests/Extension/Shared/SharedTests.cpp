@@ -89,8 +89,8 @@ struct Note {
     [[maybe_unused]] friend bool operator==(const Note&, const Note&) = default;
 };
 
-/// Returns the texts of a tree, "(…)" for links, "|" for dividers, "_" for those under a row, "#" for images and "*" for
-/// dots.
+/// Returns the texts of a tree, "(…)" for links, "|" for dividers, "_" for those under a row, "#" for images and "*"
+/// for dots.
 std::string sketch(const View& view) {
     const auto draw = [](const auto& content) -> std::string {
         using Content = std::decay_t<decltype(content)>;

@@ -109,8 +109,8 @@ class Generator {
     std::mt19937 source_{7};
 };
 
-/// What ICU reads and no feed has: weekdays of fewer letters, offsets with seconds or of three, five and six digits, and
-/// numbers with an exponent or a sign.
+/// What ICU reads and no feed has: weekdays of fewer letters, offsets with seconds or of three, five and six digits,
+/// and numbers with an exponent or a sign.
 bool isOfOtherForm(const std::string& text) {
     static const std::regex other("\\s*[A-Za-z]{1,2},[^]*|[^]*[-+](\\d{3}|\\d{5,6}|\\d{1,2}:\\d{2}:\\d{2})\\s*|"
                                   "[^]*\\d[eE][^]*|[^]*-\\d[^]*[-+A-Za-z][^]*");

@@ -175,8 +175,8 @@ TEST(TranslationCatalog, RefusesBrokenFiles) {
     for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
         EXPECT_FALSE(TranslationCatalog::parse(Data::owning(whole.substr(0, length)))) << length;
     }
-    // The magic number, the major revision, the number of texts, offsets of tables and of a text, a text that is not UTF-8,
-    // and a key out of order.
+    // The magic number, the major revision, the number of texts, offsets of tables and of a text, a text that is not
+    // UTF-8, and a key out of order.
     constexpr std::size_t key = 40;
     for (const std::size_t offset : {0UL, 6UL, 8UL, 11UL, 15UL, 19UL, 35UL, 39UL, whole.find("Wszystkie"), key}) {
         std::string changed = whole;

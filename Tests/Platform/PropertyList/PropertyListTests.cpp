@@ -182,7 +182,8 @@ TEST(PropertyListLimits, DepthIsBounded) {
         EXPECT_EQ(isRead(nested("{a=", "b", ";}")), isAllowed) << depth;
         EXPECT_EQ(isRead(nestedBinary(depth).bytes()), isAllowed) << depth;
     }
-    // A container's depth counts on every way to it: the root refers to a chain's second half first, then to its beginning.
+    // A container's depth counts on every way to it: the root refers to a chain's second half first, then to its
+    // beginning.
     for (const std::size_t length : {max / 2 - 1, max / 2}) {
         BinaryFile file = nestedBinary(2 * length + 1);
         file.objects.emplace_back("\xA2" + bigEndian(length, 4) + bigEndian(0, 4));
