@@ -1,4 +1,4 @@
-// The extension's widgets, in the order in which a host lists them, and the extension's entry.
+// The extension's widgets, in the order in which a host lists them, and the entry of its process.
 #pragma once
 
 #include "Platform/Widgets/WidgetBundle.h"

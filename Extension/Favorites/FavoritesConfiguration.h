@@ -1,4 +1,4 @@
-// What the user may choose for a Favorites widget: all favourites, or those of one group.
+// The choices for a Favorites widget: all favourites, or those of one group.
 #pragma once
 
 #include "Extension/Favorites/FavoritesItem.h"
@@ -12,7 +12,7 @@
 
 namespace foliovault {
 
-/// A favourites group, remembered by its name, or all of them. A group that was renamed is another group.
+/// A favourites group, identified by its name, or all of them. A renamed group is another group.
 struct FavoritesGroupOption {
     static constexpr const char* allID = "_all";
 
@@ -49,7 +49,7 @@ struct FavoritesIntent {
     FavoritesGroupOption group = FavoritesGroupOption::all();
 
     static platform::IntentDescription<FavoritesIntent> description();
-    /// A favourite outside of all groups is included with all of them alone.
+    /// Returns whether the item is in the chosen group. All includes favourites without a group.
     bool includes(const FavoritesItem& item) const {
         return group == FavoritesGroupOption::all() || item.groupName == group.id;
     }

@@ -66,7 +66,7 @@ const std::vector<FavoritesItem>& FavoritesItem::sampleItems() {
          .label = 2,
          .groupName = "Work",
          .urlString = "x-foliovault-item://sample3"},
-        // A smart group that is opened as an item: the application has no smart group to show for a sample.
+        // Opened as an item, since the application has no smart group for a sample.
         {.id = "si1",
          .name = "Today",
          .date = now.addingSeconds(-172800),

@@ -26,11 +26,11 @@ struct FavoritesItem {
     std::string_view icon;
     /// The colour label, from 1 to 7; 0 stands for no label.
     std::int64_t label = 0;
-    /// Where a record lies, in words.
+    /// The location of a record, in words.
     std::optional<std::string> location = {};
-    /// The favourites group that it was listed under.
+    /// Its favourites group.
     std::optional<std::string> groupName = {};
-    /// What a click opens, without this widget's tag; an unparsable text opens nothing.
+    /// The address that a click opens, without this widget's tag. A text that is not a URL opens nothing.
     std::optional<std::string> urlString = {};
     std::optional<platform::EncodedData> iconData = {};
     bool isDatabase = false;
@@ -42,9 +42,9 @@ struct FavoritesItem {
     const std::optional<platform::EncodedData>& displayIconData() const { return iconData; }
     std::optional<platform::URL> displayURL() const;
     platform::Date displayDate() const { return date; }
-    /// The location; else a record's group or a database's path.
+    /// Returns the location; else a record's group or a database's path.
     std::optional<std::string> displaySubtitle() const;
-    /// The colour of the label.
+    /// Returns the colour of the label.
     std::optional<platform::Color> dotColor() const;
 
     /// Five favourites for placeholders and previews, made at first use.

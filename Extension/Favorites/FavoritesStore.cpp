@@ -22,8 +22,8 @@ std::string nameOf(const std::optional<PropertyListValue>& value) {
     return name ? *std::move(name) : localized("Untitled");
 }
 
-/// Returns `path` with "~" for `home`. The prefix counts as text, so a home /home/a also shortens /home/ab/x: that is
-/// how the application shows paths.
+/// Returns `path` with "~" for `home`. Compares text, so a home /home/a also shortens /home/ab/x, as the application
+/// does.
 std::string abbreviated(const std::string& path, const std::string& home) {
     return path.starts_with(home) ? "~" + path.substr(home.size()) : path;
 }

@@ -4,7 +4,7 @@
 //
 //   key         of              value
 //   "Children"  group           array of dictionaries: the group's favourites; deeper groups are not read
-//   "Name"      both            text; without it "Untitled"
+//   "Name"      both            text; by default "Untitled"
 //   "Date"      favourite       date, or number of seconds since 2001
 //   "Label"     favourite       integer, the colour label
 //   "Icon"      favourite       data, an image file's bytes
@@ -32,7 +32,7 @@ class FavoritesStore : public ListStore<FavoritesItem> {
     /// The store on the user's own file.
     static const FavoritesStore& shared();
 
-    /// Returns the names of the groups that have one, in the file's order.
+    /// Returns the names of the groups with a name, in the file's order.
     std::vector<std::string> groupNames() const;
 
     /// Returns the entry as a favourite of `groupName`.

@@ -1,4 +1,4 @@
-// The Favorites widget: its entries, its pictures, and how it is declared to the host.
+// The Favorites widget: its entries, views and declaration.
 #pragma once
 
 #include "Extension/Favorites/FavoritesConfiguration.h"

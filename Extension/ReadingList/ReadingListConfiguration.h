@@ -1,4 +1,4 @@
-// What the user may choose for a Reading List widget: everything on the list, or what is still to be read.
+// The choices for a Reading List widget: all items, or the unread ones.
 #pragma once
 
 #include "Extension/ReadingList/ReadingListItem.h"

@@ -17,7 +17,7 @@ std::optional<std::string> ReadingListItem::sourceHost() const {
     if (!host || host->empty()) {
         return std::nullopt;
     }
-    // As typed: "WWW." stays, and "www." alone leaves nothing of the host, which is not the same as no host.
+    // Case counts: "WWW." stays. A host of "www." alone becomes empty, which is different from no host.
     constexpr std::string_view prefix = "www.";
     if (host->starts_with(prefix)) {
         host->erase(0, prefix.size());

@@ -31,13 +31,13 @@ struct ReadingListItem {
     std::optional<std::string> sourceHost() const;
 
     const std::string& displayTitle() const { return title; }
-    /// What it is, and where on the web: "PDF · example.org".
+    /// Returns the type and the host: "PDF · example.org".
     std::optional<std::string> displaySubtitle() const;
     std::string_view displayIcon() const;
     const std::optional<platform::EncodedData>& displayIconData() const { return iconData; }
-    /// The address through the application, tagged for this widget; nothing if it is not a URL.
+    /// Returns the link that opens the address, tagged for this widget; nothing if the address is not a URL.
     std::optional<platform::URL> displayURL() const;
-    /// Blue while unread.
+    /// Returns blue for an unread item.
     std::optional<platform::Color> dotColor() const;
 
     /// Five items, three of them unread, for placeholders and previews, made at first use.

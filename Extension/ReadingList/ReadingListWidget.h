@@ -1,4 +1,4 @@
-// The Reading List widget: its entries, its pictures, and how it is declared to the host.
+// The Reading List widget: its entries, views and declaration.
 #pragma once
 
 #include "Extension/ReadingList/ReadingListConfiguration.h"
@@ -13,7 +13,7 @@
 namespace foliovault {
 
 struct ReadingListEntry : ListEntry<ReadingListItem> {
-    /// How many items are on the list, and how many of them are unread, before filtering.
+    /// The number of items on the list and of unread ones, before filtering.
     std::int64_t sourceCount = 0;
     std::int64_t unreadCount = 0;
 
@@ -26,13 +26,13 @@ struct ReadingListEntry : ListEntry<ReadingListItem> {
 
 using ReadingListProvider = ListProvider<ReadingListEntry, ReadingListIntent, ReadingListStore>;
 
-/// The list; without items to show, what is the reason: the list is empty, or all of it is read.
+/// The list; without items to show, the view for an empty list or for one without unread items.
 struct ReadingListEntryView {
     const ReadingListEntry& entry;
     platform::View body(const platform::Environment& environment) const;
 };
 
-/// The small family's header: the title, and the number of unread items in a badge, 0 too.
+/// The small family's header: the title, and the number of unread items in a badge, also 0.
 struct ReadingListSmallHeader {
     std::int64_t unreadCount;
     platform::View body() const;
@@ -43,7 +43,7 @@ struct EmptyStateView {
     platform::View body() const;
 };
 
-/// The list has items, and the filter leaves nothing of it.
+/// The list has items, but none passes the filter.
 struct NoMatchView {
     platform::View body() const;
 };

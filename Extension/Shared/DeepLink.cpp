@@ -46,7 +46,7 @@ std::optional<URL> foliovaultOpenURL(std::string_view text, std::string_view wid
     if (!isWebAddress(*url)) {
         return taggedForWidget(*url, widgetIdentifier);
     }
-    // "&", "=" and "+" are what a query may hold and the value of one of its items had better not.
+    // A query allows "&", "=" and "+", but the value of an item must not have them.
     static constexpr auto allowedInLocation = platform::asciiLettersAndDigits.with("-._~!$'()*,;:@/?");
     std::string link(commandScheme);
     link += "://open-url?location=";

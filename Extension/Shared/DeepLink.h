@@ -1,4 +1,4 @@
-// Links into the application, in its own URL schemes, tagged with the widget they come from.
+// Links into the application, in its own URL schemes, tagged with the widget that they come from.
 //
 //   x-foliovault-item://IDENTIFIER               a record of a database
 //   x-foliovault-smartgroup://IDENTIFIER         a smart group

@@ -1,4 +1,4 @@
-// What an item needs to be shown in a list widget.
+// The requirements of an item in a list widget.
 #pragma once
 
 #include "Platform/Foundation/EncodedData.h"
@@ -17,8 +17,8 @@ namespace foliovault {
 /// The maximum number of items in an entry, however long the application's list is.
 inline constexpr std::size_t listEntryItemCap = 16;
 
-/// `id` identifies the item among the rows of a list, and equal items have equal ids. `displayIcon` is the symbol for
-/// an item without an icon image. A row without a `displayURL` opens nothing.
+/// `id` identifies the item among the rows of a list. Equal items have equal ids. `displayIcon` is the symbol for an
+/// item without an icon image. A row without a `displayURL` opens nothing.
 template <class Item>
 concept DisplayableItem = std::equality_comparable<Item> && requires(const Item& item) {
     { item.id } -> std::convertible_to<std::string>;

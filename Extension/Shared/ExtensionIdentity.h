@@ -1,4 +1,4 @@
-// What this extension is called by hosts, and in the log.
+// The name of this extension for hosts and the log.
 #pragma once
 
 #include "Platform/Foundation/Log.h"
@@ -7,7 +7,7 @@ namespace foliovault {
 
 inline constexpr const char* extensionIdentifier = "net.foliovault.widgets";
 
-/// The log that all stores write to, with the extension's identifier as subsystem.
+/// Returns the log of all stores, with the extension's identifier as subsystem.
 inline const platform::Log& extensionLog() {
     static const platform::SystemLog log(extensionIdentifier);
     return log;

@@ -1,8 +1,7 @@
-// Where the application keeps its data: in its support folder below the user's real home.
+// The paths of the application's data, in its support folder below the user's real home.
 //
-// The real home is the one that the user database records, not HOME, which for a confined extension names its
-// container. Nothing is looked up on disk. `shared()` is computed once, on first use, and kept for the life of the
-// process. Any thread.
+// The real home is that of the user database. For a confined extension, HOME is its container. Does not access the
+// disk. `shared()` is computed once, at first use, and never changes. Any thread.
 #pragma once
 
 #include "Platform/Foundation/URL.h"
@@ -17,7 +16,7 @@ class FOLIOvaultPaths {
     explicit FOLIOvaultPaths(const platform::UserDatabase& users);
     static const FOLIOvaultPaths& shared();
 
-    /// As recorded; without a record the process's home.
+    /// The recorded home; without a record the process's home.
     const std::string realHome;
     const platform::URL appSupportURL;
     const platform::URL favoritesURL;

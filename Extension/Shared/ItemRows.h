@@ -1,7 +1,7 @@
-// The rows in which lists show an item, and what rows are made of.
+// The rows of lists, and their parts.
 //
-// A row is dot, icon and text from leading to trailing; larger families have larger rows. An item without a dot keeps
-// the space for it, so that texts stay aligned.
+// A row is dot, icon and text from leading to trailing; larger families have larger rows. An item without a dot has an
+// empty space for it, so that texts are aligned.
 #pragma once
 
 #include "Extension/Shared/DisplayableItem.h"
@@ -20,8 +20,8 @@
 
 namespace foliovault {
 
-/// The item's own picture in full colour, else its symbol; `size` points wide and high. A picture stored in more than
-/// `maxIconSize` bytes is no icon: an answer to the host has room for sixteen of that size.
+/// The item's own picture in full colour, else its symbol; `size` points wide and high. A picture of more than
+/// `maxIconSize` stored bytes is not shown, so that sixteen fit into a response.
 struct ItemIconView {
     static constexpr std::size_t maxIconSize = std::size_t{256} << 10U;
 
@@ -37,7 +37,7 @@ struct ItemIconView {
     }
 };
 
-/// A dot `size` points wide, or the space for it.
+/// A dot `size` points wide, or an empty space.
 struct AccentDot {
     std::optional<platform::Color> color;
     double size = 0;
@@ -48,7 +48,7 @@ struct AccentDot {
     }
 };
 
-/// The content as a link to `url`, or as it is without one. `id` is that of the item.
+/// The content as a link to `url`; without a `url` unchanged. `id` is that of the item.
 struct LinkedItem {
     std::optional<platform::URL> url;
     std::string id;
@@ -57,7 +57,7 @@ struct LinkedItem {
     platform::View body() const { return url ? content.link(url->absoluteString(), id) : content; }
 };
 
-/// The dot and the icon that a row starts with.
+/// Returns the dot and the icon at the start of a row.
 template <DisplayableItem Item>
 platform::Views dotAndIcon(const Item& item, double dotSize, double iconSize, platform::Font iconFont,
                            const platform::Environment& environment) {
@@ -68,7 +68,7 @@ platform::Views dotAndIcon(const Item& item, double dotSize, double iconSize, pl
                 .frame({.width = iconSize})};
 }
 
-/// Title alone, in the small family.
+/// The title, in the small family.
 template <DisplayableItem Item>
 struct CompactItemRow {
     const Item& item;

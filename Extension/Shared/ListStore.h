@@ -1,9 +1,9 @@
-// What the stores of all lists share: each reads one file of the user's library, a property list whose root is an array
+// The common part of all list stores. Each reads a file of the user's library, a property list whose root is an array
 // of dictionaries, its records.
 //
-// Reading reports no errors. A file that cannot be read has no records, and neither has one of another content; the log
-// then says "Could not read NAME" at debug level, or "Could not parse NAME" as an error. A store reads the file on
-// every call and keeps nothing of it: any thread, any number at once.
+// Reports no errors: a file that cannot be read or has another content counts as empty. Logs "Could not read NAME" at
+// debug level, or "Could not parse NAME" as an error. Reads the file on every call and keeps nothing. Any thread,
+// several at once.
 #pragma once
 
 #include "Extension/Shared/DisplayableItem.h"
@@ -21,32 +21,32 @@
 
 namespace foliovault {
 
-/// The user's library: where its files lie, how they are read, and where a store logs what is wrong with them. Its
-/// members, and the library itself, must outlive every store on it.
+/// The user's library: the paths of its files, how to read them, and the log of its stores. The library and its members
+/// must outlive the stores.
 struct Library {
     const FOLIOvaultPaths& paths;
     const platform::FileSystem& files;
     const platform::Log& log;
 
-    /// The user's own, on disk, with the extension's log.
+    /// The user's library on disk, with the extension's log.
     static const Library& shared();
 };
 
 /// One of the library's files.
 class LibraryFile {
   public:
-    /// `category`, a string literal, is the category of what is logged.
+    /// `category`, a string literal, is that of the log.
     LibraryFile(const Library& library, const platform::URL& file, std::string_view category)
         : library_(&library), path_(file.path()), category_(category) {}
 
-    /// Returns the file as it is now, if its root is an array of dictionaries.
+    /// Reads the file. Returns nothing if its root is not an array of dictionaries.
     std::optional<platform::PropertyList> loadPlist() const;
 
-    /// Returns what a host follows to learn of changes: the file's path below the user's home.
+    /// Returns the file's path below the user's home, for `Timeline::watches`.
     std::vector<std::string> watches() const;
 
   protected:
-    /// Calls `visit(record)` with every record of the file as it is now, in order.
+    /// Reads the file and calls `visit(record)` with every record, in order.
     template <class Visit>
     void forEachRecord(Visit visit) const {
         if (const auto list = loadPlist()) {
@@ -77,7 +77,7 @@ class ListStore : public LibraryFile {
         forEachRecord([&](const platform::PropertyListValue& record) { visitItems(record, visit); });
     }
 
-    /// Returns all items in the file's order; what stands there twice makes two items.
+    /// Returns all items in the file's order, duplicates included.
     std::vector<Item> readFromPlist() const {
         std::vector<Item> items;
         forEachItem([&items](Item&& item) { items.push_back(std::move(item)); });
@@ -85,7 +85,7 @@ class ListStore : public LibraryFile {
     }
 
   private:
-    /// Calls `visit` with the items that the record makes: one, or none, or those of a group.
+    /// Calls `visit` with the record's items: none, one, or those of a group.
     virtual void visitItems(const platform::PropertyListValue& record, const Visit& visit) const = 0;
 };
 

@@ -1,5 +1,4 @@
-// What is the same in every list widget: one entry, one provider that makes it, and how the widget is declared to the
-// host.
+// The common part of all list widgets: entry, provider, and the widget's declaration.
 #pragma once
 
 #include "Extension/Shared/DisplayableItem.h"
@@ -17,12 +16,12 @@ namespace foliovault {
 template <DisplayableItem Item>
 struct ListEntry {
     platform::Date date;
-    /// The first `listEntryItemCap` items of those that the intent includes, in the list's order.
+    /// The first `listEntryItemCap` items that the intent includes, in the list's order.
     std::vector<Item> items = {};
-    /// How many the intent includes.
+    /// The number of items that the intent includes.
     std::int64_t displayCount = 0;
 
-    /// Adds the next item of the list. `intent.includes(item)` decides whether it counts.
+    /// Adds the next item of the list if `intent.includes(item)`.
     template <class Intent>
     void add(Item&& item, const Intent& intent) {
         if (intent.includes(item)) {
@@ -34,8 +33,8 @@ struct ListEntry {
     }
 };
 
-/// The file is read for every snapshot and timeline, and not for a placeholder, which shows the item's samples. A
-/// timeline has one entry; the host asks again after five minutes, or when the file changes.
+/// Reads the file for every snapshot and timeline. A placeholder shows samples. A timeline has one entry; the host
+/// reloads it after five minutes, or when the file changes.
 template <class EntryType, class IntentType, class Store>
 class ListProvider {
   public:

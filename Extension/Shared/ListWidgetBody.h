@@ -1,4 +1,4 @@
-// The picture of a list widget in every family: header, as many rows as fit, and how many more there are.
+// The view of a list widget in every family: header, as many rows as fit, and the number of further items.
 //
 //   small         the widget's own header, compact rows
 //   medium        header with subtitle, standard rows
@@ -29,9 +29,9 @@ class ListWidgetBody {
     using Items = std::span<const Item>;
 
   public:
-    /// The entry's items, at most `listEntryItemCap` of them.
+    /// The entry's items. The maximum is `listEntryItemCap`.
     Items items;
-    /// How many there are in all.
+    /// The number of items, those that are not in `items` included.
     std::int64_t displayCount = 0;
     /// The header's title, in its English wording.
     const char* title = "";
@@ -67,7 +67,7 @@ class ListWidgetBody {
     static constexpr std::size_t maxLarge = 7;
     static constexpr std::size_t maxXL = listEntryItemCap;
 
-    /// `parts` with `rows` under them, and `more` at the bottom.
+    /// Returns `parts` with `rows` under them, and `more` at the bottom.
     static View column(double spacing, Views parts, Views rows, std::optional<View> more) {
         parts.insert(parts.end(), rows.begin(), rows.end());
         parts.push_back(platform::spacer(0));
@@ -110,7 +110,7 @@ class ListWidgetBody {
                                                 {column(left), platform::divider(), column(right)});
     }
 
-    /// One view an item: its detail row, and under all but the last a divider that starts past dot and icon.
+    /// Returns a view for each item: its detail row, and except for the last a divider that starts after dot and icon.
     Views detailRows(Items shown, const platform::Environment& environment) const {
         Views rows;
         for (const Item& item : shown) {

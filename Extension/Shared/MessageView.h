@@ -1,4 +1,4 @@
-// What a widget says when it has nothing to show: a large symbol, a title, and what to do about it.
+// A message instead of items: a large symbol, a title and an explanation.
 #pragma once
 
 #include "Platform/Foundation/Localization.h"

@@ -1,6 +1,6 @@
-// The values of a record's keys, each strictly of the kind that it should have.
+// The values of a record's keys.
 //
-// A value of another kind counts as missing: an integer is not a boolean, a text not a number.
+// A value of another kind counts as missing: an integer is not a boolean, a text is not a number.
 #pragma once
 
 #include "Platform/PropertyList/PropertyList.h"
@@ -15,7 +15,7 @@
 
 namespace foliovault {
 
-/// Finds the values of `keys`, an array of texts, in one pass over the record. Valid as long as the property list.
+/// Finds the values of `keys`, an array of texts, in one pass over the record. Borrows from the property list.
 template <const auto& keys>
 class RecordFields {
   public:

@@ -13,7 +13,7 @@ namespace foliovault {
 struct WidgetHeader {
     /// The English wording, shown in the user's language.
     const char* title;
-    /// Shown as it stands.
+    /// Shown unchanged.
     std::string subtitle;
 
     platform::View body() const {

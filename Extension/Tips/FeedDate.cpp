@@ -30,7 +30,7 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
                       [](char x, char y) { return asciiLowerCased(x) == asciiLowerCased(y); });
 }
 
-/// Reads a date from its front. Once a step has failed, `isGood()` stays false.
+/// Reads a date from its beginning. After a failed step, `isGood()` stays false.
 class Scanner {
   public:
     explicit Scanner(std::string_view text) : rest_(text) {}
@@ -57,12 +57,12 @@ class Scanner {
 
     void expect(char character) { expect(skip(character)); }
 
-    /// The letters that come next.
+    /// Reads letters.
     std::string_view word() {
         return take(static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isLetter) - rest_.begin()));
     }
 
-    /// The digits that come next, at least one and at most `maxDigits`.
+    /// Reads `minDigits` to `maxDigits` digits.
     std::string_view digits(std::size_t minDigits = 1, std::size_t maxDigits = std::string_view::npos) {
         const auto size =
             static_cast<std::size_t>(std::find_if_not(rest_.begin(), rest_.end(), isDigit) - rest_.begin());
@@ -72,7 +72,7 @@ class Scanner {
 
     int number() { return valueOf(digits()); }
 
-    /// The number of the name that comes next among `names`, in full or by its first three letters.
+    /// Reads one of `names`, in full or by its first three letters. Returns its index.
     int name(std::span<const std::string_view> names) {
         const std::string_view read = word();
         const auto found = std::find_if(names.begin(), names.end(), [read](std::string_view name) {
@@ -84,7 +84,7 @@ class Scanner {
 
     void expect(bool condition) { isGood_ = isGood_ && condition; }
 
-    /// The value of `digits`; of very many, some great number.
+    /// Returns the value of `digits`, up to a million.
     static int valueOf(std::string_view digits) {
         constexpr int max = 1'000'000;
         int value = 0;
@@ -105,7 +105,7 @@ class Scanner {
     bool isGood_ = true;
 };
 
-/// Seconds east of Greenwich.
+/// Reads a zone. Returns its seconds east of Greenwich.
 int zone(Scanner& scanner) {
     const std::string_view name = scanner.word();
     const auto isNamed = [name](std::string_view zone) { return equalsIgnoringCase(name, zone); };
@@ -128,8 +128,8 @@ std::optional<Date> dateFromHistoricalTime(CivilTime time) {
     if (time.year < 1 || std::tuple(time.year, time.month, time.day) >= std::tuple(1582, 10, 15)) {
         return time.year < 1 ? std::nullopt : dateFromCivilTime(time);
     }
-    // Read as a day of the years 2000 to 2003, a multiple of four years later, where a Julian day comes thirteen days
-    // after the Gregorian one of its name.
+    // Computed in the years 2000 to 2003, a multiple of four years later, where a Julian day is thirteen days after the
+    // Gregorian day of the same name.
     constexpr int daysOfFourYears = 1461;
     constexpr double secondsOfDay = 86400;
     const int years = 2000 - time.year / 4 * 4;

@@ -13,8 +13,8 @@ using namespace platform;
 
 namespace {
 
-/// Whether `text` is `lowerCase` once it is in lower case. `lowerCase` is ASCII, and has no "k": no other letter than
-/// their own capitals becomes one of its letters.
+/// Returns whether `text` in lower case is `lowerCase`. Requires ASCII without "k", since the lower case of the Kelvin
+/// sign is "k".
 bool isLowerCased(std::string_view text, std::string_view lowerCase) {
     return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
                       [](char character, char lower) { return asciiLowerCased(character) == lower; });
@@ -24,7 +24,7 @@ bool isLowerCased(std::string_view text, std::string_view lowerCase) {
 
 std::vector<TipItem> RSSParser::parseTips(std::string_view document) {
     RSSParser parser;
-    // However it ends, the items before the end count.
+    // The items before an error count.
     static_cast<void>(XMLParser(document, parser).parse());
     std::vector<TipItem> tips = std::move(parser.items_);
     std::erase_if(tips, [](const TipItem& tip) { return tip.pubDate == Date::distantPast(); });

@@ -1,8 +1,8 @@
-// The tips of a feed: the items of an RSS 2.0 document that it files under the category "tips".
+// The tips of a feed: the items of an RSS 2.0 document in the category "tips".
 //
-// Titles, links, dates and identifiers are the elements' texts, trimmed; a description is HTML, reduced to one line of
-// plain text. An element's text is what follows the beginning of the last element inside it, so a description in markup
-// belongs into a CDATA section. Elements outside of items do not matter, nor does what element an item stands in.
+// Titles, links, dates and identifiers are the elements' texts, trimmed. A description is HTML, converted to one line
+// of plain text. An element's text begins after the start of the last element inside it, so markup must be in a CDATA
+// section. Elements outside of items are skipped. An item may be in any element.
 #pragma once
 
 #include "Extension/Tips/TipItem.h"
@@ -17,33 +17,33 @@ namespace foliovault {
 
 class RSSParser final : public platform::XMLParserDelegate {
   public:
-    /// The tips of `document`, newest first, in the feed's order where their dates are equal. Leaves out items without
-    /// a title or with a date that cannot be read (see FeedDate.h). Of a malformed document, returns the tips that end
-    /// before its first error. Any thread.
+    /// Returns the tips of `document`, newest first, in the feed's order if their dates are equal. Leaves out items
+    /// without a title or a valid date (see FeedDate.h). Returns the tips before the first error of a malformed
+    /// document. Any thread.
     static std::vector<TipItem> parseTips(std::string_view document);
 
-    /// HTML as one line of plain text: without tags, then with the commonest named entities and the numeric ones
-    /// decoded, each once, then with every run of white space as one space and none at the ends.
+    /// Converts HTML to one line of plain text: removes tags, then decodes six named entities and the numeric ones,
+    /// each once, then replaces every run of white space by one space and removes it at the ends.
     static std::string stripHTML(std::string_view html);
 
-    /// `text` with its decimal character references decoded (`&#65;`), and then the hexadecimal ones (`&#x41;`, only
-    /// with a small x). What names no character stays as it is.
+    /// Decodes decimal character references (`&#65;`), then hexadecimal ones (`&#x41;`, only with a small x). Leaves
+    /// invalid ones unchanged.
     static std::string decodeNumericEntities(std::string_view text);
 
-    /// The character with the number that `digits` write in `radix`; nothing if it is not a character.
+    /// Returns the character with the number `digits` in `radix`; nothing if it is not a character.
     static std::optional<std::string> decodeScalar(std::string_view digits, int radix);
 
     void didStartElement(std::string_view name) override;
     void didEndElement(std::string_view name) override;
     void foundCharacters(std::string_view text) override;
-    /// What is not UTF-8 is dropped.
+    /// Drops a section that is not UTF-8.
     void foundCDATA(std::string_view block) override;
 
-    /// The tips completed so far, in the document's order, with unreadable dates as the distant past.
+    /// Returns the complete tips so far, in the document's order, with the distant past for invalid dates.
     const std::vector<TipItem>& items() const { return items_; }
 
   private:
-    /// What is known of the current item. Texts are trimmed; the description is still HTML, since most items need none.
+    /// The current item. Texts are trimmed. The description is still HTML, since most items are not tips.
     struct Item {
         std::string title;
         std::string description;

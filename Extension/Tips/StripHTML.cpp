@@ -19,7 +19,7 @@ using namespace platform;
 
 namespace {
 
-/// A tag is a "<", at least one character other than ">", and a ">"; it may hold more of "<".
+/// Removes tags: a "<", one or more characters other than ">", and a ">".
 std::string withoutTags(std::string_view html) {
     std::string text;
     text.reserve(html.size());

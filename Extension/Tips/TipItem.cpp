@@ -55,7 +55,7 @@ const std::vector<TipItem>& TipItem::sampleItems() {
 std::size_t std::hash<foliovault::TipItem>::operator()(const foliovault::TipItem& item) const {
     std::size_t seed = std::hash<double>{}(item.pubDate.secondsSinceReferenceDate);
     for (const std::string* text : {&item.title, &item.description, &item.link, &item.guid}) {
-        // Not only a sum: the same texts in other fields are to differ.
+        // The multiplication makes the order of the fields count.
         seed = seed * 31 + std::hash<std::string>{}(*text);
     }
     return seed;

@@ -1,4 +1,4 @@
-// One article of the product's blog that its feed files under "tips".
+// An article of the product's blog in the feed's category "tips".
 //
 // An immutable value; tips are equal when all their fields are.
 #pragma once
@@ -17,7 +17,7 @@ struct TipItem {
     std::string title;
     /// The summary as plain text in one line; may be empty.
     std::string description;
-    /// The article's address as the feed has it, unchecked.
+    /// The article's address in the feed, unchecked.
     std::string link;
     platform::Date pubDate;
     /// The feed's own identifier of the article.
@@ -25,7 +25,7 @@ struct TipItem {
 
     const std::string& id() const { return guid; }
 
-    /// What a click opens: the application's link to the article; nothing where the address makes none.
+    /// Returns the application's link to the article; nothing if the address is invalid.
     std::optional<platform::URL> url() const;
 
     /// Three tips for placeholders and previews, made at first use.

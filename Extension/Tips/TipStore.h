@@ -43,20 +43,20 @@ class TipStore {
     };
     explicit TipStore(Dependencies dependencies);
 
-    /// The store on the web, and on the process's own caches folder.
+    /// The store on the web and the process's caches folder.
     static TipStore& shared();
 
     using Completion = std::function<void(const std::vector<TipItem>& tips)>;
 
-    /// Calls `completion` once with the tips, newest first: at once if the cache is fresh, else after a download, on
-    /// the store's own thread. If the server sends no tips, there are none, and the cache stays as it is.
+    /// Calls `completion` once with the tips, newest first: before it returns if the cache is fresh, else after a
+    /// download on the store's thread. If the server sends no tips, passes none and leaves the cache unchanged.
     void fetchTips(Completion completion);
 
     /// Returns when all calls of `fetchTips` are completed. Requires that none is made meanwhile. Ends the store's
     /// thread before the process's end unloads the libraries that it uses.
     void finish() { thread_ = {}; }
 
-    /// The feed's language for a user of these languages: "de" if the first is German, else "en".
+    /// Returns the feed's language for a user of these languages: "de" if the first is German, else "en".
     static std::string_view feedLanguage(const std::vector<std::string>& languages);
 
   private:
@@ -75,7 +75,7 @@ class TipStore {
     std::jthread thread_;
 };
 
-/// The client of the shared store's downloads.
+/// Returns the client of the shared store.
 platform::CurlWebClient& sharedWebClient();
 
 } // namespace foliovault

@@ -11,7 +11,7 @@ namespace {
 using platform::Date;
 using Json = nlohmann::json;
 
-/// The member of that name; null if it is missing.
+/// Returns the member of that name; null if it is missing.
 const Json* memberOf(const Json& object, const char* name) {
     const auto member = object.find(name);
     return member == object.end() ? nullptr : &*member;

@@ -1,9 +1,9 @@
-// The tips of the last download, kept in a file.
+// The tips of the last download, in a file.
 //
-// The file is one JSON object, {"timestamp": …, "tips": […]}: when it was written, and the tips in the feed's order,
-// each an object with the texts "title", "description", "link" and "guid" and the number "pubDate". Both dates are
-// seconds since 2001-01-01 00:00:00 UTC. Reading is strict: a file without one of the members, or with one of another
-// kind, is refused. Other members do not matter.
+// The file is a JSON object, {"timestamp": …, "tips": […]}: the date of writing, and the tips in their order, each an
+// object with the texts "title", "description", "link" and "guid" and the number "pubDate". Both dates are seconds
+// since 2001-01-01 00:00:00 UTC. A file with a missing member, or one of another kind, is invalid. Other members do not
+// matter.
 #pragma once
 
 #include "Extension/Tips/TipItem.h"
@@ -21,10 +21,10 @@ struct CachedTips {
     std::vector<TipItem> tips;
 };
 
-/// The content of a file for these tips.
+/// Returns the content of a file.
 std::string encoded(const CachedTips& cache);
 
-/// What `encoded` made; nothing of any other text. Any bytes, any thread.
+/// Reads the content of a file. Returns nothing for other texts. Any thread.
 std::optional<CachedTips> decodedCache(std::string_view json);
 
 } // namespace foliovault

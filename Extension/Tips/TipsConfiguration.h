@@ -1,4 +1,4 @@
-// What the user may choose for a Tips widget: the newest tip, or one that changes every day.
+// The choices for a Tips widget: the newest tip, or one that changes every day.
 #pragma once
 
 #include "Platform/Foundation/Localization.h"

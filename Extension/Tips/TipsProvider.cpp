@@ -11,7 +11,7 @@ namespace {
 
 constexpr double secondsPerDay = 86'400;
 
-/// Spreads the bits of a date's number, so that tips do not simply follow each other.
+/// Spreads the bits of a date's number, so that tips do not appear in their order.
 std::uint64_t mixed(std::uint64_t h) {
     constexpr std::uint64_t multiplier = 0x45D9F3B;
     h ^= h >> 16U;

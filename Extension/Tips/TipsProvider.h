@@ -21,8 +21,8 @@ struct TipsEntry {
     TipsMode mode = TipsMode::latestTip;
 };
 
-/// Timelines ask the store; placeholders and snapshots show a sample, and touch neither the cache nor the web. The
-/// newest tip is reloaded after six hours, the tip of the day at the next local midnight.
+/// Timelines show tips of the store, placeholders and snapshots a sample. The newest tip is reloaded after six hours,
+/// the tip of the day at the next local midnight.
 class TipsProvider {
   public:
     using Entry = TipsEntry;
@@ -46,8 +46,8 @@ class TipsProvider {
     const platform::Calendar* calendar_;
 };
 
-/// Which of `count` tips is that of `day`: the same for everybody who counts days by the same calendar. `count` is
-/// positive.
+/// Returns the index of the tip of `day` among `count` tips, the same for every user of that calendar. Requires a
+/// positive count.
 std::size_t indexOfTheDay(const platform::CalendarDay& day, std::size_t count);
 
 } // namespace foliovault

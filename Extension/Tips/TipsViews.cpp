@@ -22,7 +22,7 @@ View header(TipsMode mode) {
     return WidgetHeader{.title = "Tips", .subtitle = subtitle(mode)}.body().padding({.bottom = 6});
 }
 
-/// What the two large families differ in.
+/// The differences of the two large families.
 struct ArticleStyle {
     Font title;
     Font date;

@@ -1,4 +1,4 @@
-// The Tips widget's pictures: one tip, with more of it the larger the family.
+// The views of the Tips widget. Larger families show more of the tip.
 #pragma once
 
 #include "Extension/Tips/TipsProvider.h"
@@ -7,7 +7,7 @@
 
 namespace foliovault {
 
-/// The tip as the family has room for it, a family that is not known as in medium; without a tip the empty view.
+/// The view of the family, `TipsMediumView` for an unknown one; without a tip the empty view.
 struct TipsEntryView {
     const TipsEntry& entry;
     platform::View body(const platform::Environment& environment) const;

@@ -13,7 +13,7 @@ std::optional<std::string> clickAddress(const TipsEntry& entry) {
     return url ? std::optional(url->absoluteString()) : std::nullopt;
 }
 
-/// An entry a sample, all of now.
+/// Returns an entry for each sample.
 std::vector<TipsEntry> sampleEntries() {
     std::vector<TipsEntry> entries;
     for (const TipItem& tip : TipItem::sampleItems()) {

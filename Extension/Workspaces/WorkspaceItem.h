@@ -22,21 +22,21 @@ struct WorkspaceItem {
 
     /// The name.
     std::string id;
-    /// What it opens and restores.
+    /// The numbers of databases and windows that it opens.
     std::int64_t databaseCount = 0;
     std::int64_t windowCount = 0;
 
-    /// The counts in words, in the user's language: "3 databases" and "2 windows". English has the one form for every
-    /// count.
+    /// Return the counts in words, in the user's language: "3 databases" and "2 windows". English has one form for
+    /// every count.
     std::string databases() const { return platform::localizedCount("%lld databases", databaseCount); }
     std::string windows() const { return platform::localizedCount("%lld windows", windowCount); }
 
     const std::string& displayTitle() const { return id; }
-    /// "3 databases · 2 windows".
+    /// Returns "3 databases · 2 windows".
     std::optional<std::string> displaySubtitle() const { return databases() + " · " + windows(); }
     std::string_view displayIcon() const { return icon; }
     std::optional<platform::EncodedData> displayIconData() const { return std::nullopt; }
-    /// Opens the workspace by its name, tagged for this widget.
+    /// Returns the link that opens the workspace by its name, tagged for this widget.
     std::optional<platform::URL> displayURL() const {
         const auto url = commandURL("open-workspace", "name", id);
         return url ? std::optional(taggedForWidget(*url, "workspaces")) : std::nullopt;

@@ -1,4 +1,4 @@
-// What the user may choose for a Workspaces widget: nothing, it shows all workspaces.
+// The configuration of a Workspaces widget, which has no choices and shows all workspaces.
 #pragma once
 
 #include "Extension/Workspaces/WorkspaceItem.h"

@@ -1,4 +1,4 @@
-// The Workspaces widget: its entries, its pictures, and how it is declared to the host.
+// The Workspaces widget: its entries, views and declaration.
 #pragma once
 
 #include "Extension/Shared/ListWidget.h"

@@ -18,7 +18,7 @@ struct FileError {
 class FileSystem {
   public:
     virtual ~FileSystem() = default;
-    /// Returns the whole content of the regular file at `path`; the rest of it if the file is cut short meanwhile.
+    /// Returns the whole content of the regular file at `path`; what is left of it if it is cut short meanwhile.
     /// Returns nothing without the file, the permission or the memory, and for a folder, a pipe or a device. Does not
     /// wait. Any thread.
     virtual std::optional<Data> read(const std::string& path) const = 0;

@@ -56,14 +56,14 @@ class Reader {
         if (!isWidth(offsetSize_) || !isWidth(referenceSize_) || objectsEnd_ < headerSize || objectsEnd_ > trailer) {
             return false;
         }
-        // Every object takes at least a byte, which bounds what a false count can make us allocate.
+        // Every object has a byte or more. This bounds the memory that a wrong count can allocate.
         bytesLeft_ = objectsEnd_ - headerSize;
         return rootObject_ < objectCount_ && objectCount_ <= bytesLeft_ && objectCount_ <= PropertyList::maxValues &&
                objectCount_ <= (trailer - objectsEnd_) / offsetSize_;
     }
 
-    /// The number of `width` (1 to 8) bytes at `offset`, which begins before the trailer's last word, so that a whole
-    /// word can be read there.
+    /// Reads the number of `width` (1 to 8) bytes at `offset`. Requires an offset before the trailer's last word, since
+    /// it reads a whole word.
     std::uint64_t number(std::uint64_t offset, std::uint64_t width) const {
         std::uint64_t word = 0;
         std::memcpy(&word, bytes_.data() + offset, sizeof word);
@@ -121,7 +121,7 @@ class Reader {
         }
     }
 
-    /// An object that holds `count` of something, or 15 where the count follows as an integer object.
+    /// Reads an object with `count` units. If `count` is 15, the count follows as an integer object.
     std::optional<Node> readSized(std::uint64_t type, std::uint64_t count, std::uint64_t content, int depth) {
         if (count == 0xF) {
             const std::uint64_t marker = content < objectsEnd_ ? number(content, 1) : 0;
@@ -176,7 +176,8 @@ class Reader {
     }
     // NOLINTEND(misc-no-recursion)
 
-    /// Whether `count` units lie between `content` and the offset table, and the objects still fit the file.
+    /// Counts the bytes of an object. Returns false if they reach into the offset table, or all objects exceed the
+    /// file.
     bool take(std::uint64_t content, std::uint64_t count, std::uint64_t unitSize) {
         // A count no greater than the file, times 16 at most, does not overflow.
         if (content > objectsEnd_ || count > objectsEnd_ || count * unitSize > objectsEnd_ - content ||
@@ -220,9 +221,9 @@ class Reader {
     std::uint64_t referenceSize_ = 0;
     std::uint64_t objectCount_ = 0;
     std::uint64_t rootObject_ = 0;
-    /// Where the objects end and the offset table begins.
+    /// The offset of the offset table.
     std::uint64_t objectsEnd_ = 0;
-    /// What the objects that have not been read may still take.
+    /// The maximum size of the objects that are not read yet.
     std::uint64_t bytesLeft_ = 0;
     std::vector<Node> objects_;
     std::vector<State> states_;

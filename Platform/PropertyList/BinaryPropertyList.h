@@ -23,9 +23,9 @@
 
 namespace platform {
 
-/// The binary property list in `file`. Nothing for any other file, and where an object that the root reaches is
-/// unknown, not before the offset table, or contains itself; keys must be strings. The objects of an honest file do not
-/// overlap: more bytes in all objects than the file has are an error, so that no file takes longer than its size.
+/// Reads the binary property list in `file`. Returns nothing for other files, or if an object that the root reaches is
+/// unknown, not before the offset table, contains itself, or is a key that is not a string. Objects with more bytes in
+/// all than the file are an error, so that reading takes time in proportion to the file.
 std::optional<PropertyListTree> readBinaryPropertyList(const Data& file);
 
 } // namespace platform

@@ -115,7 +115,7 @@ bool PropertyListValue::isArrayOfDictionaries() const {
 }
 
 std::optional<PropertyList> PropertyList::parse(const Data& file) {
-    // Nodes count bytes by 32 bits.
+    // Nodes have 32 bits for sizes.
     if (file.size() > std::numeric_limits<std::uint32_t>::max()) {
         return std::nullopt;
     }

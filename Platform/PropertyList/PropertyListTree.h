@@ -1,5 +1,5 @@
-// A checked property list of any form in memory: one small node a value. Strings and data stay in the
-// file's bytes until they are read.
+// A property list of any form in memory, checked: a small node for each value. Strings and data stay in the file's
+// bytes until they are read.
 #pragma once
 
 #include "Platform/Foundation/Data.h"
@@ -27,15 +27,15 @@ enum class PropertyListKind : std::uint8_t {
     uid
 };
 
-/// How the file writes a node's content.
+/// The form of a node's content in the file.
 enum class PropertyListNotation : std::uint8_t {
-    /// Strings as UTF-8, data as they are, integers that fit 64 signed bits.
+    /// Strings in UTF-8, raw data, integers of 64 signed bits.
     plain,
-    /// A string as UTF-16, big-endian.
+    /// A string in UTF-16, big-endian.
     utf16,
-    /// A string with references, sections or comments of XML.
+    /// A string with XML's references, sections or comments.
     xmlText,
-    /// Data as base64, and the same between references, sections or comments of XML.
+    /// Data in base64, without and with XML's references, sections or comments.
     base64,
     base64InXmlText,
     /// A string with backslash escapes.
@@ -49,18 +49,19 @@ enum class PropertyListNotation : std::uint8_t {
 struct PropertyListNode {
     PropertyListKind kind = PropertyListKind::null;
     PropertyListNotation notation = PropertyListNotation::plain;
-    /// Of a container, the maximum depth of containers in it, itself included.
+    /// The maximum depth of containers in a container, itself included.
     std::uint16_t height = 0;
-    /// Bytes of strings and data. Children of containers: a dictionary has two an entry, the key and the value.
+    /// The bytes of strings and data, the children of containers: two for an entry of a dictionary, the key and the
+    /// value.
     std::uint32_t count = 0;
-    /// Offset of the bytes, index of the first child, integer, or the bits of a double.
+    /// The offset of the bytes, the index of the first child, an integer, or the bits of a double.
     std::uint64_t content = 0;
 };
 
 struct PropertyListTree {
     Data file;
     PropertyListNode root{};
-    /// The children of every container, next to each other.
+    /// The children of all containers. Those of one are next to each other.
     std::vector<PropertyListNode> nodes{};
 
     std::string_view bytes(const PropertyListNode& node) const { return file.bytes().substr(node.content, node.count); }
@@ -69,18 +70,18 @@ struct PropertyListTree {
     }
 };
 
-/// Collects the nodes of containers within each other: `mark`, `add` for each child, `close`.
+/// Collects the nodes of nested containers: `mark`, then `add` for each child, then `close`.
 class PropertyListCollector {
   public:
     explicit PropertyListCollector(std::vector<PropertyListNode>& nodes) : nodes_(nodes) {}
 
-    /// Where the children of a container begin that is opened now.
+    /// Returns the start of a new container.
     std::size_t mark() const { return open_.size(); }
 
-    /// False if the list has too many values.
+    /// Returns false if the list has too many values.
     [[nodiscard]] bool add(const PropertyListNode& child);
 
-    /// The container of all children added since `mark`; nothing if it is nested too deeply.
+    /// Returns the container of all children added since `mark`; nothing if it is nested too deeply.
     std::optional<PropertyListNode> close(PropertyListKind kind, std::size_t mark);
 
   private:

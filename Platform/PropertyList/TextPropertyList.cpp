@@ -37,7 +37,7 @@ class Unescaper {
     }
 
   private:
-    /// Reads what follows a backslash; an unknown escape means its character.
+    /// Reads the characters after a backslash.
     void appendEscaped(std::string& text) {
         constexpr std::string_view letters = "abfnrtv";
         constexpr std::string_view meanings = "\a\b\f\n\r\t\v";
@@ -98,7 +98,7 @@ class Reader {
     }
 
   private:
-    /// Passes over blanks and comments. False if a comment does not end.
+    /// Skips blanks and comments. Returns false if a comment does not end.
     bool skipBlanks() {
         for (;;) {
             rest_.remove_prefix(static_cast<std::size_t>(
@@ -117,7 +117,7 @@ class Reader {
         }
     }
 
-    /// Passes over `mark` and blanks around it. False if something else stands there.
+    /// Skips `mark` and blanks around it. Returns false without that mark.
     bool skipMark(char mark) {
         if (!skipBlanks() || !rest_.starts_with(mark)) {
             return false;

@@ -6,8 +6,8 @@
 //   data        '<' hexadecimal digits in pairs, with blanks anywhere '>'
 //   string      between double or single quotes, with escapes; or bare: letters, digits and _ $ / : . -
 //
-// Blanks and comments (// to the end of the line, /* to */) may stand between all of these. Escapes are those of C,
-// octal numbers and \U with up to four hexadecimal digits, which are a unit of UTF-16.
+// Blanks and comments (// to the end of the line, /* to */) may be between all of these. Escapes are those of C, octal
+// numbers, and \U with up to four hexadecimal digits for a unit of UTF-16.
 #pragma once
 
 #include "Platform/PropertyList/PropertyListTree.h"
@@ -18,13 +18,13 @@
 
 namespace platform {
 
-/// The property list in `text`, which is UTF-8 without a byte-order mark. Nothing for any other text.
+/// Reads the property list in `text`. Returns nothing for other texts. Requires no byte-order mark.
 std::optional<PropertyListTree> readTextPropertyList(const Data& text);
 
-/// What a quoted string means, given without its quotes. An unknown escape means its character.
+/// Returns the value of a quoted string without its quotes. An unknown escape stands for its character.
 std::string unescapedPropertyListText(std::string_view text);
 
-/// The bytes of pairs of hexadecimal digits; anything else between them is passed over.
+/// Returns the bytes of pairs of hexadecimal digits. Skips other characters.
 std::string bytesOfHexadecimal(std::string_view digits);
 
 } // namespace platform

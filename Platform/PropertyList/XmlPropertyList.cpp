@@ -23,7 +23,7 @@ using Node = PropertyListNode;
 struct Element {
     std::string_view name;
     Kind kind;
-    /// Whether the element may be written as an empty tag.
+    /// Whether an empty tag is allowed.
     bool mayBeEmpty;
 };
 
@@ -104,9 +104,9 @@ class Reader {
         if (!skipMiscellany() || !skipDocumentType()) {
             return std::nullopt;
         }
-        // Most values of large files take more; room that is not needed costs nothing.
-        constexpr std::size_t usualBytesOfValue = 64;
-        tree_.nodes.reserve(rest_.size() / usualBytesOfValue);
+        // Most values of large files have more bytes. Unused memory costs nothing.
+        constexpr std::size_t typicalValueSize = 64;
+        tree_.nodes.reserve(rest_.size() / typicalValueSize);
         Tag tag = readTag();
         const bool isWrapped = tag.form == Tag::Form::start && tag.name == "plist";
         if (isWrapped) {
@@ -122,7 +122,7 @@ class Reader {
     }
 
   private:
-    /// Passes over blanks, comments and instructions. False if one does not end.
+    /// Skips blanks, comments and instructions. Returns false if one does not end.
     bool skipMiscellany() {
         for (;;) {
             rest_.remove_prefix(std::min(rest_.find_first_not_of(blanks), rest_.size()));
@@ -134,7 +134,7 @@ class Reader {
         }
     }
 
-    /// Passes over a DOCTYPE, with everything that it defines, if there is one. False if it does not end.
+    /// Skips a DOCTYPE with all its definitions. Returns false if it does not end.
     bool skipDocumentType() {
         if (!rest_.starts_with("<!DOCTYPE")) {
             return true;
@@ -159,7 +159,7 @@ class Reader {
         return false;
     }
 
-    /// Reads the next tag. Malformed if anything else comes first. A '>' in an attribute does not end the tag.
+    /// Reads the next tag. Returns a malformed one if anything else comes first. A '>' in an attribute does not end it.
     Tag readTag() {
         if (!skipMiscellany() || !rest_.starts_with('<')) {
             return {};
@@ -197,8 +197,7 @@ class Reader {
         return tag.form == Tag::Form::end && tag.name == name;
     }
 
-    /// Reads the characters and the end tag of the element whose start tag was just read, as a string's node; nothing
-    /// if they are malformed.
+    /// Reads the rest of an element after its start tag, as a string's node. Returns nothing if it is malformed.
     std::optional<Node> characters(std::string_view name) {
         const std::string_view start = rest_;
         Node node{.kind = Kind::string};
@@ -217,7 +216,7 @@ class Reader {
     }
 
     // NOLINTBEGIN(misc-no-recursion): as deep as the list is nested, within bounds
-    /// The value whose first tag was just read.
+    /// Reads the rest of a value after its first tag.
     std::optional<Node> value(const Tag& tag, int depth) {
         const auto* const element =
             std::find_if(elements.begin(), elements.end(), [&](const Element& each) { return each.name == tag.name; });

@@ -1,7 +1,7 @@
 // The XML form of property lists.
 //
-// `<plist>` is optional, one object inside. A DOCTYPE is passed over and defines nothing; attributes mean nothing.
-// Comments and processing instructions may stand anywhere, text only in string, key, integer, real, date and data.
+// `<plist>` is optional, with one object inside. A DOCTYPE defines nothing, and attributes mean nothing. Comments and
+// processing instructions are allowed everywhere, text only in string, key, integer, real, date and data.
 #pragma once
 
 #include "Platform/PropertyList/PropertyListTree.h"
@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// The XML property list in `text`, which is UTF-8 without a byte-order mark. Nothing for any other text.
+/// Reads the XML property list in `text`. Returns nothing for other texts. Requires no byte-order mark.
 std::optional<PropertyListTree> readXmlPropertyList(const Data& text);
 
 } // namespace platform

@@ -19,7 +19,7 @@ constexpr std::array<std::pair<std::string_view, char32_t>, 5> entities = {{
     {"apos", U'\''},
 }};
 
-/// The character that a reference without its '&' and ';' means; U+0000 if it means none.
+/// Returns the character of a reference without its '&' and ';'; U+0000 for an invalid one.
 char32_t referenced(std::string_view name) {
     if (!name.starts_with('#')) {
         const auto* const entity = std::find_if(entities.begin(), entities.end(),
@@ -44,14 +44,14 @@ char32_t referenced(std::string_view name) {
     return isCharacter(character) ? character : 0;
 }
 
-/// The size of what `text` begins with, from `start`, its opening, through `end`; nothing if it does not end.
+/// Returns the size from `start`, with which `text` begins, through `end`; nothing if it does not end.
 std::optional<std::size_t> sizeThrough(std::string_view text, std::string_view start, std::string_view end) {
     const std::size_t found = text.find(end, start.size());
     return found == std::string_view::npos ? std::nullopt : std::optional(found + end.size());
 }
 
-/// Calls `sink` with the characters in order, pieces of the text and what the references mean; returns what
-/// `xmlTextSize` does.
+/// Calls `sink` with the characters in order: pieces of the text, and the characters of references. Returns the same as
+/// `xmlTextSize`.
 template <typename Sink>
 std::optional<std::size_t> walkText(std::string_view text, Sink&& sink) {
     constexpr std::string_view sectionStart = "<![CDATA[";

@@ -1,4 +1,4 @@
-// A thin line across the axis of the stack that holds it.
+// A thin line across the axis of its stack.
 #pragma once
 
 #include "Platform/Views/View.h"

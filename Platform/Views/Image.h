@@ -1,6 +1,6 @@
 // A picture from the bytes of an image file, resizable, its aspect ratio kept.
 //
-// The bytes are not checked here. The host draws `fallback` if they are not an image.
+// The host draws `fallback` if the bytes are not an image.
 #pragma once
 
 #include "Platform/Foundation/EncodedData.h"
@@ -10,7 +10,7 @@ namespace platform {
 
 struct Image {
     EncodedData data;
-    /// Left out: nothing is drawn.
+    /// By default nothing.
     std::optional<View> fallback;
     friend bool operator==(const Image&, const Image&) = default;
 };

@@ -1,4 +1,4 @@
-// What a view is made of, for those who lay out, draw, write or read it.
+// The content of a view, for layout, drawing, writing and reading.
 #pragma once
 
 #include "Platform/Views/Divider.h"
@@ -19,7 +19,7 @@ using NodeContent = std::variant<VStack, HStack, Spacer, Divider, Text, Symbol, 
 
 struct Node {
     NodeContent content;
-    /// Left out: what is in force above.
+    /// By default those of the parent.
     std::optional<Font> font;
     std::optional<Foreground> foreground;
     friend bool operator==(const Node&, const Node&) = default;

@@ -1,4 +1,4 @@
-// A filled circle, and clear room: both take the space they are given.
+// A filled circle, and empty space. Both take the size that is proposed.
 #pragma once
 
 #include "Platform/Views/View.h"

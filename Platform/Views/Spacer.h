@@ -1,4 +1,4 @@
-// Room that grows along the axis of the stack that holds it.
+// Space that grows along the axis of its stack.
 #pragma once
 
 #include "Platform/Views/View.h"
@@ -6,7 +6,7 @@
 namespace platform {
 
 struct Spacer {
-    /// Left out: the toolkit's default.
+    /// By default the toolkit's.
     std::optional<double> minLength;
     friend bool operator==(const Spacer&, const Spacer&) = default;
 };

@@ -8,7 +8,7 @@ namespace platform {
 struct VStack {
     Views children;
     HorizontalAlignment alignment = HorizontalAlignment::center;
-    /// The gap between children; left out, the toolkit's default.
+    /// The gap between children, by default the toolkit's.
     std::optional<double> spacing;
     friend bool operator==(const VStack&, const VStack&) = default;
 };

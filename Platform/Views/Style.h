@@ -1,6 +1,5 @@
-// The styles that a view may ask for: text styles, levels of the foreground, named colours, alignments.
-//
-// A host decides what they look like; here they are names, with their texts in the protocol.
+// The styles of views, with their names in the protocol: text styles, foreground levels, named colours, alignments. A
+// host decides how they look.
 #pragma once
 
 #include <array>
@@ -21,7 +20,7 @@ enum class ShapeKind { capsule };
 
 struct Font {
     TextStyle style = TextStyle::callout;
-    /// Left out: the style's own weight.
+    /// By default that of the style.
     std::optional<FontWeight> weight;
 
     constexpr Font semibold() const { return {style, FontWeight::semibold}; }
@@ -40,7 +39,7 @@ inline constexpr Foreground primary{ForegroundLevel::primary};
 inline constexpr Foreground secondary{ForegroundLevel::secondary};
 inline constexpr Foreground tertiary{ForegroundLevel::tertiary};
 
-/// The protocol's names of an enumeration's values, in the order of the values.
+/// The names of an enumeration's values in the protocol, in the order of the values.
 template <class Enumeration>
 inline constexpr std::array<std::string_view, 0> styleNames{};
 template <>
@@ -66,7 +65,7 @@ constexpr std::string_view styleName(Enumeration value) {
     return styleNames<Enumeration>[static_cast<std::size_t>(value)];
 }
 
-/// The value that the protocol calls `name`, if there is one.
+/// Returns the value of that name in the protocol.
 template <class Enumeration>
 constexpr std::optional<Enumeration> styleNamed(std::string_view name) {
     for (std::size_t i = 0; i < styleNames<Enumeration>.size(); ++i) {

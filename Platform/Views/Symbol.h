@@ -1,4 +1,4 @@
-// A symbol by its name, as large as the font in force; and a label, a symbol with a text beside it.
+// A symbol by its name, as large as the font; and a label, a symbol with a text beside it.
 #pragma once
 
 #include "Platform/Views/View.h"

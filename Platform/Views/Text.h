@@ -1,4 +1,4 @@
-// Text in the font and foreground that are in force. Shown as it stands, already in the user's language.
+// Text, shown unchanged: it is already in the user's language.
 #pragma once
 
 #include "Platform/Views/View.h"
@@ -7,7 +7,7 @@ namespace platform {
 
 struct Text {
     std::string text;
-    /// Left out: as many lines as it takes.
+    /// By default unlimited.
     std::optional<int> lineLimit;
     std::optional<HorizontalAlignment> textAlignment;
     friend bool operator==(const Text&, const Text&) = default;

@@ -1,12 +1,12 @@
-// A piece of a widget's picture: an immutable value that describes what to draw, not how.
+// A part of a widget's picture: an immutable value that describes what to draw, not how.
 //
-// A `View` is made by the function of its kind (`vStack`, `text`, `symbol`, …, one small header each) and changed by
-// the modifiers below, each of which returns a new view. Copying is cheap, trees share their parts. Views are equal
-// when they describe the same. Lengths are points. Any thread.
+// Make a `View` with the function of its kind (`vStack`, `text`, `symbol`, …, one small header each). The modifiers
+// below return a new view. Copying is cheap, since trees share their parts. Views are equal if their descriptions are.
+// Lengths are points. Any thread.
 //
 //     vStack({.spacing = 8}, {symbol("star").font(largeTitle), text("No Favorites").foreground(secondary)})
 //
-// A host reads the description through Node.h.
+// A host reads the description by Node.h.
 #pragma once
 
 #include "Platform/Views/Style.h"
@@ -24,10 +24,9 @@ struct Node;
 class View;
 using Views = std::vector<View>;
 
-/// Longer texts are cut at a character's boundary, since a widget shows no more. A control character counts as the six
-/// bytes in which it is written.
+/// Longer texts are cut at a character's boundary. A control character counts as the six bytes in which it is written.
 inline constexpr std::size_t maxTextLength = std::size_t{16} << 10U;
-/// A view is not linked to a longer address: as many as an answer has must fit into what a host takes.
+/// Views do not link to longer addresses, so that a response with many links is no longer than a host takes.
 inline constexpr std::size_t maxLinkLength = std::size_t{16} << 10U;
 
 struct Insets {
@@ -54,18 +53,17 @@ class View {
     View font(Font font) const;
     View foreground(Foreground foreground) const;
 
-    /// A text's maximum number of lines, and how its lines stand inside its own bounds. No effect on other kinds.
+    /// Set a text's maximum number of lines, and the alignment of its lines. No effect on other kinds.
     View lineLimit(int lines) const;
     View textAlignment(HorizontalAlignment alignment) const;
 
     View padding(Insets insets) const;
-    /// Offers and reports the given lengths, the view centred in them.
+    /// Proposes and returns the given lengths, with the view centred in them.
     View frame(FixedSize size) const;
     View capsuleBackground(Color fill) const;
-    /// A host's accent group, for modes that are not full colour.
+    /// Puts the view into the host's accent group, for modes other than full colour.
     View accentable() const;
-    /// Opens `url` when clicked, if it is no longer than `maxLinkLength`. `id` names the item that the view stands for,
-    /// where it stands for one.
+    /// Opens `url` when clicked, unless it is longer than `maxLinkLength`. `id` identifies the view's item.
     View link(std::string_view url, std::optional<std::string> id = std::nullopt) const;
 
     friend bool operator==(const View& a, const View& b);

@@ -25,7 +25,7 @@ std::optional<double> lengthMember(const object& node, std::string_view name) {
     return value;
 }
 
-/// A length that cannot be negative.
+/// Returns a length that is not negative.
 std::optional<double> extentMember(const object& node, std::string_view name) {
     const auto length = lengthMember(node, name);
     return length && *length >= 0 ? length : std::nullopt;
@@ -115,7 +115,7 @@ class Reader {
         if (hasChild(node)) {
             return wrapping(node, type, depth);
         }
-        return strangers(node, depth);
+        return unknownType(node, depth);
     }
 
     std::optional<NodeContent> stack(const object& node, std::string_view type, int depth) {
@@ -197,8 +197,8 @@ class Reader {
         return Padding{.child = *std::move(child), .insets = {}};
     }
 
-    /// The children of a type that is not known, under one another; without any, nothing that takes room.
-    std::optional<NodeContent> strangers(const object& node, int depth) {
+    /// Returns the children of a node of unknown type as a column.
+    std::optional<NodeContent> unknownType(const object& node, int depth) {
         auto views = children(node, depth);
         if (!views) {
             return std::nullopt;

@@ -1,8 +1,8 @@
-// A view tree from the protocol's JSON, read with distrust: it comes from another process.
+// Reads a view tree from the protocol's JSON. Trusts nothing, since it comes from another process.
 //
-// What a host does not know costs nothing but itself: an unknown type becomes its children, if it has any, and an
-// unknown attribute or value is passed over. A length that is not within ±`maxViewLength` counts as left out. A tree
-// that is not an object, is deeper than `maxViewDepth` or has more than `maxViewCount` nodes is refused with a reason.
+// A node of unknown type becomes its children. Unknown attributes and values are skipped, and so are lengths outside of
+// ±`maxViewLength`. A tree that is not an object, is deeper than `maxViewDepth` or has more than `maxViewCount` nodes
+// is an error.
 #pragma once
 
 #include "Platform/Foundation/Expected.h"
@@ -18,7 +18,7 @@ inline constexpr int maxViewDepth = 64;
 inline constexpr int maxViewCount = 10'000;
 inline constexpr double maxViewLength = 100'000;
 
-/// The view, or in a few words why it is refused.
+/// Returns the view, or a short reason.
 Expected<View, std::string> readView(simdjson::dom::element node);
 
 } // namespace platform

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// Writes `view` with everything below it. What has the protocol's default value is left out.
+/// Writes `view` with all its children. Leaves out default values.
 void writeView(JsonWriter& out, const View& view);
 
 } // namespace platform

@@ -1,4 +1,4 @@
-// The views that modifiers return: the kinds with one child.
+// The views with one child, which modifiers return.
 #pragma once
 
 #include "Platform/Views/View.h"

@@ -1,7 +1,7 @@
-// The extension's end of the connection: reads requests and writes answers, a line each.
+// The extension's end of the connection: reads requests and writes responses, one on each line.
 //
-// One thread reads and answers. It waits for the host alone: a widget that must wait for something answers later on a
-// thread of its own, so that any number of such requests delays no other, nor the end of input.
+// One thread reads and responds. A widget that must wait responds later on a thread of its own, so that such requests
+// delay no others, nor the end of input.
 #pragma once
 
 #include "Platform/Widgets/LineReader.h"
@@ -18,8 +18,8 @@ class BundleRunner {
     BundleRunner(const WidgetBundle& bundle, int input, int output)
         : bundle_(bundle), handler_(bundle), reader_(input, output), output_(output) {}
 
-    /// Serves until the end of input and of everything accepted before it. When the output is closed, the process
-    /// ends at once with 0, without the answers that are still to come.
+    /// Serves until the end of input and all requests before it. If the output is closed, the process exits at once
+    /// with 0, without the remaining responses.
     void run();
 
   private:

@@ -1,4 +1,4 @@
-// What a view may know of the place it is drawn in.
+// The family and rendering mode in which a view is drawn.
 #pragma once
 
 #include <array>
@@ -15,7 +15,7 @@ struct Environment {
     RenderingMode renderingMode = RenderingMode::fullColor;
 };
 
-/// The families that a host may ask for, by their names in the protocol, from small to large.
+/// The names of the families in the protocol, from small to large.
 inline constexpr std::array<std::string_view, 4> familyNames{"small", "medium", "large", "extraLarge"};
 
 constexpr std::string_view familyName(WidgetFamily family) {
@@ -31,7 +31,7 @@ constexpr WidgetFamily familyNamed(std::string_view name) {
     return WidgetFamily::unknown;
 }
 
-/// The mode that the protocol calls `name`; one that is not known is a mode that is not full colour.
+/// Returns the mode of that name in the protocol; `tinted` for an unknown name.
 constexpr RenderingMode renderingModeNamed(std::string_view name) {
     if (name == "fullColor") {
         return RenderingMode::fullColor;

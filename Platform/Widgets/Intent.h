@@ -1,7 +1,7 @@
-// A widget's configuration: what the user may choose for each placed widget.
+// A widget's configuration: the user's choices for each placed widget.
 //
-// An intent is a plain record with a member for each choice, at its default when new, and a static `description()` that
-// declares those members to the host:
+// An intent is a record with a member for each choice, initialized to its default, and a static `description()` of
+// those members for the host:
 //
 //     struct FavoritesIntent {
 //         FavoritesGroupOption group = FavoritesGroupOption::all();
@@ -10,7 +10,7 @@
 //         }
 //     };
 //
-// A choice travels as the text of its `id`; its `title` is shown, in the user's language.
+// The protocol sends the `id` of a choice. The user sees its `title`, in the user's language.
 #pragma once
 
 #include <functional>
@@ -31,8 +31,7 @@ struct Choice {
 
 enum class ParameterType { enumeration, entity };
 
-/// Which of an entity's choices are requested: all that are suggested, those that match a text, or those of the given
-/// ids.
+/// The requested choices of an entity: those that match a text, those of the given ids, or by default all suggestions.
 struct ChoiceRequest {
     std::optional<std::string> matching;
     std::optional<std::vector<std::string>> identifiers;
@@ -44,16 +43,16 @@ struct ParameterDescription {
     ParameterType type = ParameterType::enumeration;
     std::string typeName;
     Choice defaultChoice;
-    /// An enumeration's choices, all there are; empty for an entity.
+    /// All choices of an enumeration; empty for an entity.
     std::vector<Choice> cases;
 };
 
 template <class Intent>
 struct IntentParameter {
     ParameterDescription description;
-    /// Sets the member to the choice of that id; false if there is no such choice.
+    /// Sets the member to the choice of that id. Returns false if it does not exist.
     std::function<bool(Intent&, const std::string& id)> assign;
-    /// An entity's choices; for an enumeration not set.
+    /// The choices of an entity; not set for an enumeration.
     std::function<std::vector<Choice>(const ChoiceRequest&)> choices;
 };
 
@@ -64,8 +63,8 @@ struct IntentDescription {
     std::vector<IntentParameter<Intent>> parameters;
 };
 
-/// A parameter whose type is an enumeration `Case`, for which these stand beside it (found by its namespace):
-/// `allCases(Case)`, a range of all in the order offered; `rawValue(Case)`, the id; `displayTitle(Case)`.
+/// Returns a parameter whose type is an enumeration `Case`. Requires these functions in its namespace: `allCases(Case)`
+/// returns all in their order, `rawValue(Case)` the id, `displayTitle(Case)` the title.
 template <class Intent, class Case>
 IntentParameter<Intent> enumerationParameter(Case Intent::*member, std::string name, std::string title,
                                              std::string typeName) {
@@ -93,9 +92,9 @@ IntentParameter<Intent> enumerationParameter(Case Intent::*member, std::string n
             .choices = nullptr};
 }
 
-/// A parameter whose type is an entity: a value that is remembered by its `id` and shown by its
-/// `displayRepresentation()`. `Query` offers `entities(for identifiers)` as `entitiesFor`, `suggestedEntities`,
-/// `entitiesMatching` and `defaultResult`. Any id is accepted: what it names may have gone, or not have come yet.
+/// Returns a parameter whose type is an entity: a value with an `id` and a `displayRepresentation()`. Requires `Query`
+/// to have `entitiesFor`, `suggestedEntities`, `entitiesMatching` and `defaultResult`. Accepts every id, since its
+/// entity may be gone, or not exist yet.
 template <class Intent, class Entity, class Query>
 IntentParameter<Intent> entityParameter(Entity Intent::*member, Query query, std::string name, std::string title,
                                         std::string typeName) {

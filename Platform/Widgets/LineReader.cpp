@@ -21,7 +21,7 @@ std::optional<LineReader::Line> LineReader::next() {
         const bool complete = end != std::string_view::npos;
         const std::size_t length = complete ? end : pending.size();
         if (skipping_ || length > maxLength) {
-            // Answered as soon as it is known, not at the line's end, which may never come.
+            // Reported before the line's end, which may never come.
             const bool isNew = !skipping_;
             skipping_ = !complete;
             start_ += complete ? length + 1 : length;

@@ -1,6 +1,6 @@
 // Reads lines of a bounded length from a descriptor.
 //
-// Waiting for input also watches the process's output: when its reader has closed it, waiting ends.
+// Waiting for input ends also when the reader of the output closes it.
 #pragma once
 
 #include <cstddef>
@@ -13,20 +13,20 @@ class LineReader {
   public:
     static constexpr std::size_t maxLength = std::size_t{1} << 20U;
 
-    /// Reads from `input` and watches `output`; both stay the caller's.
+    /// Reads from `input` and watches `output`. Borrows both.
     LineReader(int input, int output) : input_(input), output_(output) {}
 
     struct Line {
         std::string text;
-        /// The line was longer than `maxLength`; `text` is empty, and the rest is passed over.
+        /// The line is longer than `maxLength`; `text` is empty, and the rest is skipped.
         bool tooLong = false;
     };
 
-    /// The next line without its end, waiting for it; nothing at the end of input, on a read error, or when the output
-    /// is closed. What stands after the last line's end counts as a line. One thread at a time.
+    /// Waits for the next line and returns it without its end. Returns nothing at the end of input, after an error, or
+    /// if the output is closed. Text after the last line's end counts as a line. One thread at a time.
     std::optional<Line> next();
 
-    /// Whether `next` ended because the output is closed.
+    /// Returns whether `next` ended because the output is closed.
     bool outputClosed() const { return outputClosed_; }
 
   private:

@@ -12,21 +12,20 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// Deeper than any request goes, and shallow enough that a hostile line costs little.
 constexpr int maxDepth = 64;
 
-/// As much as a list with icons takes.
-constexpr std::size_t usualAnswer = std::size_t{48} << 10U;
+/// The size of a list with icons.
+constexpr std::size_t typicalResponseSize = std::size_t{48} << 10U;
 
 enum class ErrorCode {
     notJson = -32700,
     notRequest = -32600,
     noMethod = -32601,
     invalidParameter = -32602,
-    unforeseen = -32603
+    internal = -32603
 };
 
-/// What ends the handling of a request. It does not leave this file.
+/// Ends the handling of a request. Thrown and caught in this file only.
 struct RequestError {
     ErrorCode code;
     std::string message;
@@ -159,7 +158,7 @@ void writeDescription(JsonWriter& out, const WidgetDescription& widget) {
     out.endArray().endObject().endObject();
 }
 
-/// The result of an answered request, or the refusal of a choice as an error.
+/// Returns the value, or throws the error.
 template <class Result>
 Result valueOf(Expected<Result, InvalidChoice> answer) {
     if (!answer) {
@@ -195,7 +194,7 @@ void writeTimeline(JsonWriter& out, const Timeline<EntryContent>& timeline) {
     out.endObject();
 }
 
-/// The methods of the protocol but `timeline`, each writing its result.
+/// The methods of the protocol except `timeline`. Each writes its result.
 class Methods {
   public:
     Methods(const WidgetBundle& bundle, const Json& params, JsonWriter& out)
@@ -207,9 +206,9 @@ class Methods {
         } else if (method == "placeholder") {
             writeEntry(out_, widget().placeholder(environmentParameter(params_)));
         } else if (method == "snapshot") {
-            const Widget& asked = widget();
+            const Widget& target = widget();
             const Configuration configuration = configurationParameter(params_);
-            writeEntry(out_, valueOf(asked.snapshot(configuration, environmentParameter(params_))));
+            writeEntry(out_, valueOf(target.snapshot(configuration, environmentParameter(params_))));
         } else if (method == "options") {
             options();
         } else if (method == "previews") {
@@ -233,16 +232,16 @@ class Methods {
     }
 
     void options() const {
-        const Widget& asked = widget();
+        const Widget& target = widget();
         const std::string& name = textParameter(params_, "parameter");
-        const auto parameters = asked.description().parameters;
+        const auto parameters = target.description().parameters;
         const auto parameter = std::find_if(parameters.begin(), parameters.end(),
                                             [&](const ParameterDescription& known) { return known.name == name; });
         if (parameter == parameters.end()) {
             refuseParameter(notAccepted("parameter", name, parameterNames(parameters)));
         }
         out_.beginObject().key("options");
-        writeChoices(out_, asked.choices(name, choiceRequestParameter(params_)));
+        writeChoices(out_, target.choices(name, choiceRequestParameter(params_)));
         out_.key("default");
         writeChoice(out_, parameter->defaultChoice);
         out_.endObject();
@@ -260,13 +259,13 @@ class Methods {
     }
 
     void preview() const {
-        const Widget& asked = widget();
+        const Widget& target = widget();
         const std::string& name = textParameter(params_, "name");
         std::vector<std::string> names;
-        for (const PreviewDescription& preview : asked.previews()) {
+        for (const PreviewDescription& preview : target.previews()) {
             if (preview.name == name) {
                 out_.beginObject();
-                writeEntries(out_, asked.preview(names.size()));
+                writeEntries(out_, target.preview(names.size()));
                 out_.endObject();
                 return;
             }
@@ -280,7 +279,7 @@ class Methods {
     JsonWriter& out_;
 };
 
-/// A request's id as JSON, to be repeated in the answer.
+/// A request's id as JSON, repeated in the response.
 using Id = std::string;
 constexpr const char* noId = "null";
 
@@ -299,7 +298,7 @@ std::string errorAnswer(const Id& id, ErrorCode code, std::string_view message) 
     return answer;
 }
 
-/// The error with which `work` ended, or nothing.
+/// Returns the error that `work` throws.
 template <class Work>
 std::optional<std::string> errorOf(const Id& id, Work work) {
     try {
@@ -308,16 +307,16 @@ std::optional<std::string> errorOf(const Id& id, Work work) {
     } catch (const RequestError& error) {
         return errorAnswer(id, error.code, error.message);
     } catch (const std::exception& error) {
-        return errorAnswer(id, ErrorCode::unforeseen, error.what());
+        return errorAnswer(id, ErrorCode::internal, error.what());
     }
 }
 
-/// The answer with the result that `writeResult` writes, or with the error that ends it.
+/// Returns the response with the result that `writeResult` writes, or with the error that it throws.
 template <class WriteResult>
 std::string answerWith(const Id& id, WriteResult writeResult) {
     std::string answer;
     auto error = errorOf(id, [&] {
-        answer.reserve(usualAnswer);
+        answer.reserve(typicalResponseSize);
         JsonWriter out(answer);
         out.beginObject().member("jsonrpc", "2.0");
         out.key("id").raw(id).key("result");
@@ -329,9 +328,9 @@ std::string answerWith(const Id& id, WriteResult writeResult) {
 
 void answerTimeline(const WidgetBundle& bundle, const Json& params, const Id& id, const RequestHandler::Reply& reply) {
     const auto error = errorOf(id, [&] {
-        const Widget& asked = widgetParameter(bundle, params);
+        const Widget& target = widgetParameter(bundle, params);
         const Configuration configuration = configurationParameter(params);
-        asked.timeline(configuration, environmentParameter(params), [id, reply](auto timeline) {
+        target.timeline(configuration, environmentParameter(params), [id, reply](auto timeline) {
             reply(answerWith(id, [&](JsonWriter& out) { writeTimeline(out, valueOf(std::move(timeline))); }));
         });
     });
@@ -340,7 +339,7 @@ void answerTimeline(const WidgetBundle& bundle, const Json& params, const Id& id
     }
 }
 
-/// The id of a request, `noId` of a notification; nothing if it has a type that no id has.
+/// Returns the id of a request, `noId` for a notification; nothing for an id of another type.
 std::optional<Id> idOf(const Json& request) {
     const auto id = request.find("id");
     if (id == request.end()) {
@@ -349,7 +348,7 @@ std::optional<Id> idOf(const Json& request) {
     return id->is_string() || id->is_number_integer() ? std::optional(id->dump()) : std::nullopt;
 }
 
-/// Parses one line; discarded if it is not JSON. Sets `tooDeep` if it is nested deeper than a request may be.
+/// Parses a line. Returns a discarded value if it is not JSON or too deep. Sets `tooDeep`.
 Json parse(std::string_view line, bool& tooDeep) {
     const auto watchDepth = [&tooDeep](int depth, Json::parse_event_t event, Json&) {
         const bool opens = event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;

@@ -1,6 +1,6 @@
-// One message of the host, answered: the extension's end of the protocol without its transport.
+// Responds to the host's messages: the extension's end of the protocol without its transport.
 //
-// Messages are JSON-RPC 2.0, as Documentation/protocol.md has them. Handling never throws.
+// Messages are JSON-RPC 2.0, see Documentation/protocol.md. Never throws.
 #pragma once
 
 #include "Platform/Widgets/WidgetBundle.h"
@@ -18,11 +18,11 @@ class RequestHandler {
 
     using Reply = std::function<void(std::string answer)>;
 
-    /// Calls `reply` once with the answer to one line, a message without the line's end: at once, or for a timeline
-    /// that takes its time later, on another thread. Not for a notification, which has no answer.
+    /// Calls `reply` once with the response to `line`, a message without the line's end: before it returns, or for a
+    /// timeline that must wait, later on another thread. Does not call it for a notification.
     void answer(std::string_view line, const Reply& reply) const;
 
-    /// The answer to a line that was too long to be read.
+    /// Returns the response to a line that is too long.
     static std::string answerToTooLongLine();
 
   private:

@@ -1,5 +1,5 @@
-// What a provider returns: entries, each with the moment it applies from, and when to ask again: at a date, or when one
-// of the files changes that the entries were made from.
+// The result of a provider: entries with the date from which each applies, and when to reload: at a date, or when a
+// file changes.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// Asks for a new timeline at the earliest at `date`.
+/// The host reloads at `date` or later.
 struct ReloadAfter {
     Date date;
 };
@@ -18,7 +18,7 @@ template <class Entry>
 struct Timeline {
     std::vector<Entry> entries;
     ReloadAfter reload;
-    /// Paths below the user's home, whether the files exist or not; a host takes the first 64.
+    /// Files, existing or not, whose changes cause a reload: paths below the user's home. A host follows the first 64.
     std::vector<std::string> watches = {};
 };
 

@@ -1,10 +1,9 @@
-// A widget as the host knows it: a kind, what it offers, and the host's three requests, which return views.
+// A widget: its description, and the host's three requests, which return views.
 //
-// `Widget` is what a bundle holds and the runner speaks to. A widget of the usual make, with an intent, a provider and
-// an entry view, is an `IntentWidget`, which needs no more than its `IntentConfiguration`.
+// An `IntentWidget` is a widget with an intent, a provider and an entry view, made from an `IntentConfiguration`.
 //
-// Requests come one after the other on one thread, which no widget may hold up: one that waits for a network replies
-// later, on a thread of its own, and its views are made there.
+// Requests come one after the other on one thread, which no widget may block. A widget that waits for a network replies
+// later, on a thread of its own, and makes its views there.
 #pragma once
 
 #include "Platform/Foundation/Date.h"
@@ -24,15 +23,15 @@
 
 namespace platform {
 
-/// An instance's choices: the id of the choice by the parameter's name. A parameter left out has its default.
+/// The ids of a placed widget's choices, by the parameter's name. A missing parameter has its default.
 using Configuration = std::map<std::string, std::string>;
 
-/// A choice that names no parameter, or none of an enumeration's values.
+/// A choice for an unknown parameter, or an unknown value of an enumeration.
 struct InvalidChoice {
     std::string message;
 };
 
-/// One entry with its picture: the view in the widget's container, and what a click beside the links opens.
+/// An entry with its view, and the address that a click beside the links opens.
 struct EntryContent {
     Date date;
     View view;
@@ -65,14 +64,14 @@ class Widget {
     virtual EntryContent placeholder(const Environment& environment) const = 0;
     virtual Expected<EntryContent, InvalidChoice> snapshot(const Configuration& configuration,
                                                            const Environment& environment) const = 0;
-    /// Calls `reply` once: at once, or later on another thread.
+    /// Calls `reply` once: before it returns, or later on another thread.
     virtual void timeline(const Configuration& configuration, const Environment& environment,
                           TimelineReply reply) const = 0;
 
-    /// The choices of a parameter. `parameter` is one of the description's.
+    /// Returns the choices of a parameter of the description.
     virtual std::vector<Choice> choices(const std::string& parameter, const ChoiceRequest& request) const = 0;
 
-    /// The design-time previews, in the order of declaration, and the entries of the one at `index`.
+    /// Return the previews in their order, and the entries of the one at `index`.
     virtual std::vector<PreviewDescription> previews() const = 0;
     virtual std::vector<EntryContent> preview(std::size_t index) const = 0;
 };
@@ -82,7 +81,7 @@ std::string notAccepted(std::string_view what, std::string_view name, const std:
 std::vector<std::string> parameterNames(const std::vector<ParameterDescription>& parameters);
 std::vector<std::string> choiceIds(const std::vector<Choice>& choices);
 
-/// What a host shows behind the views.
+/// The background of the views.
 inline constexpr const char* tertiaryFill = "tertiaryFill";
 
 template <class Entry>
@@ -92,9 +91,9 @@ struct Preview {
     std::function<std::vector<Entry>()> entries;
 };
 
-/// How a widget is made. `Provider` has the types `Entry` (with a member `date`) and `Intent`, and answers
-/// `placeholder()`, `snapshot(intent)` and `timeline(intent)`; or where a timeline takes its time, `timeline(intent,
-/// finish)`, which calls `finish` with it once, on any thread. The widget has the intent's title and description.
+/// The parts of a widget. `Provider` has the types `Entry` (with a member `date`) and `Intent`, and the functions
+/// `placeholder()`, `snapshot(intent)` and `timeline(intent)`; or if a timeline must wait, `timeline(intent, finish)`,
+/// which calls `finish` once, on any thread. The widget has the intent's title and description.
 template <class Provider>
 struct IntentConfiguration {
     using Entry = typename Provider::Entry;
@@ -105,7 +104,7 @@ struct IntentConfiguration {
     std::vector<WidgetFamily> families = {WidgetFamily::small, WidgetFamily::medium, WidgetFamily::large,
                                           WidgetFamily::extraLarge};
     std::string containerBackground = tertiaryFill;
-    /// Left out, or longer than `maxLinkLength`: a click beside the links goes nowhere.
+    /// The address for a click beside the links. One that is longer than `maxLinkLength` is left out.
     std::function<std::optional<std::string>(const Entry&)> widgetURL = nullptr;
     std::vector<Preview<Entry>> previews = {};
 };

@@ -1,4 +1,4 @@
-// The widgets of one extension, in the order in which a host lists them, and how they are run.
+// The widgets of an extension, in the order in which a host lists them, and how they run.
 #pragma once
 
 #include "Platform/Widgets/Widget.h"
@@ -14,7 +14,7 @@ struct WidgetBundle {
     /// Names the extension to the host, as in "net.foliovault.widgets".
     std::string identifier;
     std::vector<std::unique_ptr<Widget>> widgets;
-    /// Called once, if there is one, when the host has ended the input. Returns soon, when all later replies are given.
+    /// Called once at the end of input, if set. Returns soon, after all remaining replies.
     std::function<void()> inputEnded;
 };
 

@@ -92,8 +92,8 @@ class Generator {
         return all[static_cast<std::size_t>(below(sizeof...(choices)))];
     }
     std::string gap() { return below(8) != 0 ? " " : oneOf("", "  ", "\t", "\u00A0", "\u2003 ", "\u200B", "\n"); }
-    std::string number(int lowest, int highest) {
-        const std::string digits = std::to_string(lowest + below(highest - lowest + 1));
+    std::string number(int min, int max) {
+        const std::string digits = std::to_string(min + below(max - min + 1));
         return digits.size() < 2 && below(3) != 0 ? "0" + digits : digits;
     }
     std::string year() { return below(4) != 0 ? number(1, 2200) : number(1570, 1590); }
