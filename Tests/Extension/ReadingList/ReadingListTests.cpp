@@ -21,26 +21,21 @@ constexpr auto none = std::nullopt;
 
 TEST(ReadingListStore, TakesEachRecordAsWellAsItCan) {
     const std::string needed = "<key>title</key><string>t</string><key>URL</key><string>u</string>";
-    const std::pair<std::string, std::string> rows[]{
-        {"<key>title</key><string/><key>URL</key><string/>", " |  | unread | never | 0 | -"},
-        {"<key>title</key><string>t</string>", ""},
-        {needed + "<key>unread</key><false/><key>date</key><date>2001-01-01T00:00:10Z</date><key>type</key>"
-                  "<integer>-7</integer><key>icon</key><data>aWNvbg==</data>",
-         "u | t | read | 10 | -7 | icon"},
-        {needed + "<key>unread</key><integer>0</integer><key>date</key><string>2001-01-01T00:00:10Z</string>",
-         "u | t | unread | never | 0 | -"},
-    };
-    for (const auto& [members, expected] : rows) {
-        std::string shown;
-        for (const auto& item : File("<array><dict>" + members + "</dict></array>").store.readFromPlist()) {
-            const bool hasDate = item.date != platform::Date::distantPast();
-            shown += item.id + " | " + item.title + " | " + (item.isUnread ? "unread" : "read") + " | " +
-                     (hasDate ? std::to_string(static_cast<long>(item.date.secondsSinceReferenceDate)) : "never") +
-                     " | " + std::to_string(item.type) + " | " +
-                     (item.iconData ? std::string(item.iconData->decoded().bytes()) : "-");
-        }
-        EXPECT_EQ(shown, expected) << members;
-    }
+    const File file("<array><dict>" + needed + R"(
+            <key>unread</key><false/><key>date</key><date>2001-01-01T00:00:10Z</date>
+            <key>type</key><integer>-7</integer><key>icon</key><data>aWNvbg==</data></dict>
+        <dict>)" + needed +
+                    R"(<key>unread</key><integer>0</integer><key>date</key><string/></dict>
+        <dict><key>title</key><string>t</string></dict><dict><key>URL</key><string>u</string></dict></array>)");
+    const auto items = file.store.readFromPlist();
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].id + items[0].title, "ut");
+    EXPECT_TRUE(!items[0].isUnread && items[1].isUnread);
+    EXPECT_EQ(items[0].date, platform::Date{10});
+    EXPECT_EQ(items[1].date, platform::Date::distantPast());
+    EXPECT_TRUE(items[0].type == -7 && items[1].type == 0);
+    EXPECT_EQ(items[0].iconData->decoded().bytes(), "icon");
+    EXPECT_EQ(items[1].iconData, none);
 }
 
 TEST(ReadingListItem, SaysWhatItIsAndWhereOnTheWeb) {

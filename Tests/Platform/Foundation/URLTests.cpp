@@ -27,7 +27,6 @@ TEST(URL, ReadsAddresses) {
     const Address addresses[]{
         {"x:", "x"},
         {"x://?a", "x", no, "", "a"},
-        {"mailto:a@b", "mailto", no, "a@b"},
         {"http://@/", "http", "", "/"},
         {"//h/p", no, "h", "/p"},
         {"http://h?", "http", "h", "", ""},
@@ -44,13 +43,11 @@ TEST(URL, ReadsAddresses) {
         {"http://u v:%7E w@h/%7E", "http", "h", "/~", no, "http://u%20v:%257E%20w@h/%7E"},
         {"http://[::1]/", "http", "::1", "/"},
         {"http://[fe80::1%25en0]", "http", "fe80::1%en0"},
-        {"http://%41%2f%7Bb", "http", "A/{b"},
         {"HtTp+.-1://A_b~!$&'()*+,;=-.", "HtTp+.-1", "A_b~!$&'()*+,;=-."},
         // Components that are encoded again as a whole, beside those that stay.
         {"https://h/a%20b c", "https", "h", "/a%20b c", no, "https://h/a%2520b%20c"},
         {"https://h/%C3%A4?ä&b#%C3%A4", "https", "h", "/ä", "%C3%A4&b", "https://h/%C3%A4?%C3%A4&b#%C3%A4"},
         {"h?%g1#a#b", no, no, "h", "%25g1", "h?%25g1#a%23b"},
-        {"h/[x]\"<>\\^`{|}", no, no, "h/[x]\"<>\\^`{|}", no, "h/%5Bx%5D%22%3C%3E%5C%5E%60%7B%7C%7D"},
         {{"a\0\x7F\xFF", 4}, no, no, {"a\0\x7F\xFF", 4}, no, "a%00%7F%FF"},
         // Hosts outside ASCII.
         {"http://u@BÜCHER.de:80/ä", "http", "xn--bcher-kva.de", "/ä", no, "http://u@xn--bcher-kva.de:80/%C3%A4"},
