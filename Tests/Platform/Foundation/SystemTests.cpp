@@ -92,26 +92,19 @@ TEST(SystemUserDatabase, RecordedHome) {
 }
 
 TEST(UserDatabase, CachesAndHomeFollowTheVariables) {
-    struct Row {
-        const char* caches;
-        const char* home;
-        std::optional<std::string> recordedHome;
-        const char* expected;
-        const char* processHome;
-    };
-    const Row rows[]{
+    using Variable = const char*;
+    const std::tuple<Variable, Variable, std::optional<std::string>, std::string, std::string> rows[]{
         {"/var/caches", "/home/ada", "/home/recorded", "/var/caches", "/home/ada"},
         {"caches", "/home/ada", "/home/recorded", "/home/ada/.cache", "/home/ada"},
         {"", "ada", "/home/recorded", "/home/recorded/.cache", "ada"},
         {nullptr, nullptr, std::nullopt, "/.cache", "/"},
         {nullptr, "", std::nullopt, "/.cache", "/"},
     };
-    for (const Row& row : rows) {
-        for (const auto& [name, value] : {std::pair{"XDG_CACHE_HOME", row.caches}, {"HOME", row.home}}) {
-            value != nullptr ? setenv(name, value, 1) : unsetenv(name);
-        }
-        EXPECT_EQ(cachesDirectory(FakeUserDatabase(row.recordedHome)), row.expected);
-        EXPECT_EQ(SystemUserDatabase::shared().processHome(), row.processHome);
+    for (const auto& [caches, home, recordedHome, expectedCaches, processHome] : rows) {
+        caches != nullptr ? setenv("XDG_CACHE_HOME", caches, 1) : unsetenv("XDG_CACHE_HOME");
+        home != nullptr ? setenv("HOME", home, 1) : unsetenv("HOME");
+        EXPECT_EQ(cachesDirectory(FakeUserDatabase(recordedHome)), expectedCaches);
+        EXPECT_EQ(SystemUserDatabase::shared().processHome(), processHome);
     }
 }
 
