@@ -1,5 +1,5 @@
-// Any file as an arrangement: what is read as one comes back as it was when it is written and read again, and still
-// takes a widget, if there is room.
+// Reads any file as an arrangement. A valid one is the same after writing and reading, and accepts another widget if
+// there is room.
 
 #include "Host/Arrangement/ArrangementJson.h"
 

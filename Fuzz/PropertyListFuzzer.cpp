@@ -1,4 +1,4 @@
-// Reads a property list and asks every value for everything.
+// Reads any file as a property list, and calls every accessor of every value.
 
 #include "Platform/PropertyList/PropertyList.h"
 
@@ -14,7 +14,6 @@ using platform::Data;
 using platform::PropertyList;
 using platform::PropertyListValue;
 
-/// What holds of every file must hold of this one too.
 void require(bool holds) {
     if (!holds) {
         std::abort();
@@ -77,7 +76,7 @@ class Walk {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    // A copy of exactly this size, so that every look beyond it is seen.
+    // A copy of exactly this size, so that the sanitizer sees reads beyond it.
     const Data file = Data::owning(std::string(reinterpret_cast<const char*>(bytes), size));
     if (const auto list = PropertyList::parse(file)) {
         Walk().visit(list->root());

@@ -1,4 +1,4 @@
-// Any bytes as a feed: its tips keep their promises, and the XML parser reports what expat's plainest use reports.
+// Reads any bytes as a feed. Checks its tips, and compares the XML parser with a plain use of expat.
 
 #include "Extension/Tips/RSSParser.h"
 #include "Platform/Foundation/TextEncoding.h"
@@ -23,7 +23,7 @@ void require(bool condition, const char* what) {
     }
 }
 
-/// What a parse reports, in one text.
+/// The events of a parse as one text.
 class Report final : public platform::XMLParserDelegate {
   public:
     void didStartElement(std::string_view name) override { add("\n<", name); }
@@ -40,7 +40,7 @@ class Report final : public platform::XMLParserDelegate {
     void add(std::string_view mark, std::string_view content) { text.append(mark).append(content); }
 };
 
-/// The same by expat, with sections gathered from their characters.
+/// The same by expat.
 class PlainParse {
   public:
     explicit PlainParse(std::string_view document) {
@@ -87,7 +87,7 @@ void requireSameReport(std::string_view document) {
     Report report;
     const bool isGood = XMLParser(document, report).parse();
     const auto decoded = platform::decodedText(Data(nullptr, document));
-    // The two differ on purpose where a document declares entities, and where it is UTF-16 and says so nowhere.
+    // The two differ if a document declares entities, or is UTF-16 without a mark and a declaration.
     const std::string_view text = decoded.text.bytes();
     const bool isUtf16 = text.substr(0, 2).find_first_of(std::string_view("\0\xFE\xFF", 3)) != std::string_view::npos;
     require(!isUtf16 || report.text.empty(), "reads other bytes as UTF-16");
@@ -98,7 +98,7 @@ void requireSameReport(std::string_view document) {
     require(report.text == plain.text() && isGood == plain.isGood, "reports something else than expat");
 }
 
-void requirePromises(const std::vector<TipItem>& tips) {
+void requireValid(const std::vector<TipItem>& tips) {
     for (std::size_t index = 0; index < tips.size(); ++index) {
         const TipItem& tip = tips[index];
         require(index == 0 || tips[index - 1].pubDate >= tip.pubDate, "is not sorted");
@@ -115,6 +115,6 @@ void requirePromises(const std::vector<TipItem>& tips) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const std::string document(reinterpret_cast<const char*>(bytes), size);
     requireSameReport(document);
-    requirePromises(foliovault::RSSParser::parseTips(document));
+    requireValid(foliovault::RSSParser::parseTips(document));
     return 0;
 }

@@ -1,4 +1,4 @@
-// Lines from a host that may send anything: every line gets one valid answer, or none as a notification.
+// Any line as a request: has one valid response, or none as a notification.
 
 #include "Platform/Widgets/RequestHandler.h"
 #include "Tests/Platform/Widgets/ClockWidget.h"

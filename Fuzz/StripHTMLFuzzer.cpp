@@ -1,4 +1,4 @@
-// Any text as HTML: what stripHTML makes of it is what its steps make of it one by one, written as plainly as can be.
+// Compares stripHTML with a plain version of its steps.
 
 #include "Extension/Tips/RSSParser.h"
 #include "Platform/Foundation/WhiteSpace.h"

@@ -1,4 +1,4 @@
-// Any file as a tips cache: what is read as one comes back as it was when it is written and read again.
+// Reads any file as a tips cache. A valid one is the same after writing and reading.
 
 #include "Extension/Tips/TipsCache.h"
 

@@ -1,5 +1,4 @@
-// Any file as a catalog: each text of what is read as one is found by its key, and so is one for every number. What may
-// be a rule for plurals is taken as one, too.
+// Reads any file as a catalog, whose texts are found by their keys and for every number; and as a plural rule.
 
 #include "Platform/Foundation/PluralRule.h"
 #include "Platform/Foundation/TranslationCatalog.h"
@@ -12,7 +11,7 @@
 
 namespace {
 
-/// Requires a file of a little-endian machine, as is this one.
+/// Requires a little-endian machine.
 std::size_t numberAt(const std::string& file, std::size_t offset) {
     std::uint32_t number = 0;
     std::memcpy(&number, file.data() + offset, sizeof number);

@@ -1,4 +1,4 @@
-// Any bytes as an address: what is one reads its own text again, is kept by its components, and can be tagged.
+// Reads any bytes as an address. A valid one is the same after writing and reading, and keeps its parts when tagged.
 
 #include "Platform/Foundation/URL.h"
 
@@ -23,7 +23,7 @@ bool haveSameParts(const URL& a, const URL& b) {
            a.encodedQuery() == b.encodedQuery();
 }
 
-/// `url` is what its own text is read as.
+/// Requires that reading the text of `url` returns `url`.
 void requireStable(const URL& url) {
     const auto again = URL::parse(url.absoluteString());
     require(again && haveSameParts(*again, url), "reads its own text otherwise", url);

@@ -1,4 +1,4 @@
-// View trees from an extension that may send anything: what is read is written and read again, and must be the same.
+// Reads any JSON as a view tree. A valid one is the same after writing and reading.
 
 #include "Platform/Views/ViewReader.h"
 #include "Platform/Views/ViewWriter.h"

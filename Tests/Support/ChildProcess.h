@@ -1,4 +1,4 @@
-// Processes beside the test's own.
+// Child processes.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// Starts a process that does `work` until it returns false, and then ends with success.
+/// Starts a process that calls `work` until it returns false, and then exits with success.
 inline pid_t startProcess(const std::function<bool()>& work) {
     const pid_t child = fork();
     if (child == 0) {
@@ -22,7 +22,7 @@ inline pid_t startProcess(const std::function<bool()>& work) {
     return child;
 }
 
-/// Waits for its end. Returns its status as waitpid(2) does.
+/// Waits for the end of a process. Returns its status as waitpid(2) does.
 inline int statusOf(pid_t child) {
     int status = -1;
     EXPECT_EQ(waitpid(child, &status, 0), child);

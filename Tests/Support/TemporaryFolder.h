@@ -30,7 +30,7 @@ class TemporaryFolder {
 
     std::string path(const std::string& name) const { return folder_ / name; }
 
-    /// The path of a file with that content.
+    /// Writes a file. Returns its path.
     std::string write(const std::string& name, const std::string& content) const {
         std::ofstream(path(name), std::ios::binary) << content;
         return path(name);

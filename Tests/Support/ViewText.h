@@ -1,4 +1,4 @@
-// A view as the text that a host gets.
+// A view as the protocol's JSON.
 #pragma once
 
 #include "Platform/Foundation/JsonWriter.h"

@@ -111,7 +111,7 @@ TEST(CaseInsensitiveSearch, FindsByTheRulesOfTheLanguage) {
         {"İstanbul", "istanbul", false, true},
         {"istanbul", "İSTANBUL", false, true},
         {std::string("I") + dotAbove + "stanbul", "istanbul", false, true},
-        // Damaged text is no reason to fail.
+        // Invalid text.
         {"\xFFÄ", "ä", true, true},
     };
     for (const auto& [text, needle, isInStandard, isInTurkic] : searches) {

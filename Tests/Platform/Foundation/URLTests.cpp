@@ -31,7 +31,7 @@ TEST(URL, ReadsAddresses) {
         {"//h/p", no, "h", "/p"},
         {"http://h?", "http", "h", "", ""},
         {"http://h?a?b/c@d:e#f?g", "http", "h", "", "a?b/c@d:e"},
-        // Where ":" ends no scheme.
+        // A ":" without a scheme.
         {"a/b:c", no, no, "a/b:c"},
         {"#a:b"},
         {"[a:b", no, no, "[a:b", no, "%5Ba%3Ab"},
