@@ -21,7 +21,7 @@ std::uint32_t numberAt(std::string_view file, std::size_t offset) {
     return number;
 }
 
-/// Returns the text whose length and offset stand at `offset`; nothing if it is not inside the file.
+/// Reads length and offset of a text at `offset`. Returns nothing if the text is not inside the file.
 std::optional<std::string_view> textAt(std::string_view file, std::size_t offset) {
     const std::size_t length = numberAt(file, offset);
     const std::size_t begin = numberAt(file, offset + numberSize);

@@ -212,7 +212,7 @@ class Reader {
     }
 
     PropertyListTree tree_;
-    /// What has not been read.
+    /// The unread rest.
     std::string_view rest_;
     PropertyListCollector collector_;
 };

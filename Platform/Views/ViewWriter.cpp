@@ -30,7 +30,7 @@ void child(JsonWriter& out, const View& view) {
     writeView(out, view);
 }
 
-/// Writes a node's type and what the type carries.
+/// Writes a node's type and its members.
 struct ContentWriter {
     JsonWriter& out;
 

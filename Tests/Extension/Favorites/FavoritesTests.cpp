@@ -88,6 +88,7 @@ TEST(FavoritesItem, HasTheColorOfItsLabelAndIsKnownByItsId) {
     const FavoritesItem one{.id = "same", .name = "one"};
     EXPECT_EQ(one, (FavoritesItem{.id = "same", .name = "two"}));
     EXPECT_FALSE(one == (FavoritesItem{.id = "other", .name = "one"}));
+    EXPECT_EQ(std::hash<FavoritesItem>{}(one), std::hash<FavoritesItem>{}({.id = "same"}));
     EXPECT_EQ((FavoritesItem{.isDatabase = true}).displaySubtitle(), "Database");
 }
 
