@@ -23,7 +23,6 @@ TEST(DeepLink, TagsTheApplicationsOwnSchemesAlone) {
         {"x-foliovault-item://ABC?widget=favorites", "x-foliovault-item://ABC?widget=favorites&widget=favorites"},
         {"x-foliovault-item://ABC?q=a%2Bb&empty#end", "x-foliovault-item://ABC?q=a+b&empty&widget=favorites#end"},
         {"x-foliovault-items://ABC", "x-foliovault-items://ABC"},
-        {"//ABC", "//ABC"},
     };
     for (const auto& [text, expected] : rows) {
         EXPECT_EQ(taggedForWidget(*platform::URL::parse(text), "favorites").absoluteString(), expected);

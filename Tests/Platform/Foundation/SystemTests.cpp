@@ -27,7 +27,6 @@ struct Record {
     const char* home = "/home/somebody";
     std::size_t bytes = 100;
     int interruptions = 0;
-    int error = 0;
     bool exists = true;
 };
 Record record;
@@ -48,7 +47,7 @@ extern "C" int getpwuid_r(uid_t user, passwd* result, char* buffer, std::size_t 
         return ERANGE;
     }
     if (!record.exists || user != getuid()) {
-        return record.error;
+        return 0;
     }
     *result = {};
     if (record.home != nullptr) {
@@ -80,13 +79,12 @@ TEST(SystemUserDatabase, RecordedHome) {
         {{.bytes = 100'000, .interruptions = 2}, "/home/somebody"},
         {{.bytes = std::size_t{1} << 40U}, std::nullopt},
         {{.exists = false}, std::nullopt},
-        {{.error = EIO, .exists = false}, std::nullopt},
         {{.home = ""}, std::nullopt},
         {{.home = nullptr}, std::nullopt},
     };
     for (const auto& [recorded, home] : records) {
         record = recorded;
-        EXPECT_EQ(SystemUserDatabase::shared().recordedHome(), home) << recorded.bytes << ' ' << recorded.error;
+        EXPECT_EQ(SystemUserDatabase::shared().recordedHome(), home) << recorded.bytes;
     }
     record = {};
 }

@@ -7,10 +7,6 @@ namespace {
 
 using Text = std::optional<std::string>;
 
-Text owned(std::optional<std::string_view> text) {
-    return text ? Text(*text) : std::nullopt;
-}
-
 constexpr auto no = std::nullopt;
 
 struct Address {
@@ -41,7 +37,6 @@ TEST(URL, ReadsAddresses) {
         {"http://h:99999999999999999999", "http", "h"},
         {"http://a@b@c/", "http", "c", "/", no, "http://a%40b@c/"},
         {"http://u v:%7E w@h/%7E", "http", "h", "/~", no, "http://u%20v:%257E%20w@h/%7E"},
-        {"http://[::1]/", "http", "::1", "/"},
         {"http://[fe80::1%25en0]", "http", "fe80::1%en0"},
         {"HtTp+.-1://A_b~!$&'()*+,;=-.", "HtTp+.-1", "A_b~!$&'()*+,;=-."},
         // Components that are encoded again as a whole, beside those that stay.
@@ -58,10 +53,10 @@ TEST(URL, ReadsAddresses) {
         SCOPED_TRACE(address.text);
         const auto url = URL::parse(address.text);
         ASSERT_TRUE(url);
-        EXPECT_EQ(owned(url->scheme()), address.scheme);
+        EXPECT_EQ(url->scheme(), address.scheme);
         EXPECT_EQ(url->host(), address.host);
         EXPECT_EQ(url->path(), address.path);
-        EXPECT_EQ(owned(url->encodedQuery()), address.query);
+        EXPECT_EQ(url->encodedQuery(), address.query);
         EXPECT_EQ(url->absoluteString(), address.absoluteString.value_or(address.text));
         EXPECT_EQ(URL::parse(url->absoluteString()), url) << "reads its own text otherwise";
     }

@@ -97,10 +97,8 @@ inline std::string canonicalText(std::string_view file) {
     return list ? canonicalText(list->root()) : "error";
 }
 
-using CanonicalRows = std::initializer_list<std::pair<std::string_view, std::string_view>>;
-
 /// Expects each file to have the canonical text beside it.
-inline void expectRead(CanonicalRows rows) {
+inline void expectRead(std::initializer_list<std::pair<std::string_view, std::string_view>> rows) {
     for (const auto& [file, expected] : rows) {
         EXPECT_EQ(canonicalText(file), expected) << file << " (" << hexadecimal(file) << ")";
     }

@@ -192,8 +192,8 @@ TEST(PropertyListLimits, DepthIsBounded) {
     }
 }
 
-/// Every array holds the next one twice: 2^60 leaves in a few hundred bytes.
 TEST(PropertyListLimits, SharedContainersAreCheckedOnce) {
+    // Every array has the next one twice: 2^60 leaves in a few hundred bytes.
     BinaryFile file;
     for (char index = 1; index <= 60; ++index) {
         file.objects.push_back("\xA2"s + index + index);

@@ -41,7 +41,6 @@ TEST(XmlPropertyList, ReadsContainers) {
 TEST(XmlPropertyList, ReadsStrings) {
     expectRead({
         {"<string/>", R"("")"},
-        {"<string xml:space='preserve'> a </string>", R"(" a ")"},
         {"<string>a > b ' \" ]]></string>", R"("a > b ' \22 ]]>")"},
         {"<string>&lt;&gt;&amp;&quot;&apos;&amp;lt;</string>", R"("<>&\22'&lt;")"},
         {"<string>&#65;&#x42;&#00068;&#xe4;&#x20AC;&#x1F600;&#x10FFFF;</string>", "\"ABDä€😀\xF4\x8F\xBF\xBF\""},

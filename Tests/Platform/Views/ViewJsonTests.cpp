@@ -46,7 +46,6 @@ TEST(ViewJson, WritesAndReadsEveryKindOfNode) {
          R"({"type":"background","shape":"capsule","fill":"blue","child":{"type":"symbol","symbol":"star"}})"},
         {star.link("x-foliovault-item://A?b=c&d", "item:A"),
          R"({"type":"link","url":"x-foliovault-item://A?b=c&d","id":"item:A","child":{"type":"symbol","symbol":"star"}})"},
-        {star.link("x:"), R"({"type":"link","url":"x:","child":{"type":"symbol","symbol":"star"}})"},
         {star.accentable(), R"({"type":"accentable","child":{"type":"symbol","symbol":"star"}})"},
     };
     for (const auto& [view, text] : rows) {
