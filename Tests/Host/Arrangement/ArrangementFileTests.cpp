@@ -61,6 +61,9 @@ TEST_F(ArrangementFileTest, BeginsEmptyAndKeepsWhatIsChanged) {
     EXPECT_EQ(update->notice, std::nullopt);
     EXPECT_TRUE(*file.load() == update->arrangement);
     EXPECT_EQ(failure(file, Removal{3}, Kind::usage), "there is no widget 3; there are 1, 2");
+    EXPECT_EQ(failure(file, Edit{1, {{"group", std::string(maxArrangementFileSize, 'x')}}}, Kind::usage),
+              "the arrangement would be larger than 1048576 bytes");
+    EXPECT_EQ(count(), 2U);
     EXPECT_EQ(folder.names(), (Names{"arrangement.json", "arrangement.lock"}));
 }
 
@@ -162,13 +165,6 @@ TEST_F(ArrangementFileTest, LeavesANewerFileAndWhatIsNoFileAsTheyAre) {
     fs::create_symlink("nowhere", folder.path("arrangement.json"));
     EXPECT_THAT(failure(file, addition, Kind::unreadable), HasSubstr("cannot be read"));
     EXPECT_TRUE(fs::is_symlink(folder.path("arrangement.json")));
-}
-
-TEST_F(ArrangementFileTest, NeverGrowsBeyondWhatIsRead) {
-    ASSERT_TRUE(file.update(addition));
-    const Edit edit{1, {{"group", std::string(maxArrangementFileSize, 'x')}}};
-    EXPECT_EQ(failure(file, edit, Kind::usage), "the arrangement would be larger than 1048576 bytes");
-    EXPECT_EQ(count(), 1U);
 }
 
 /// The content lies in memory and fails on purpose; only the lock is on the disk.

@@ -1,4 +1,3 @@
-#include "Host/Drawing/IconCache.h"
 #include "Host/Drawing/ImageDecoder.h"
 
 #include "Tests/Host/Drawing/Pictures.h"
@@ -89,31 +88,6 @@ TEST(ImageDecoder, TurnsPicturesUpright) {
         EXPECT_EQ(image->size, (Size{32, 48}));
         EXPECT_LT(gdk_pixbuf_get_width(image->pixels.get()), gdk_pixbuf_get_height(image->pixels.get()));
     }
-}
-
-TEST(IconCache, ScalesRoundsAndRemovesColors) {
-    IconCache icons;
-    const auto pixelAt = [](const SurfaceHandle& surface, int x, int y) {
-        cairo_surface_flush(surface.get());
-        const auto* row = cairo_image_surface_get_data(surface.get()) +
-                          std::ptrdiff_t{y} * cairo_image_surface_get_stride(surface.get());
-        return reinterpret_cast<const std::uint32_t*>(row)[x];
-    };
-    const platform::EncodedData data(platform::Data::owning(imageFile(halves(400, 400), "png")),
-                                     platform::EncodedData::Encoding::raw);
-    EXPECT_EQ(icons.imageSize(data), (Size{400, 400}));
-    // The largest is decoded again.
-    for (const int side : {36, 301, 18}) {
-        const SurfaceHandle picture = icons.picture(data, {.width = side, .height = side, .cornerRadius = 5});
-        ASSERT_TRUE(picture);
-        EXPECT_EQ(cairo_image_surface_get_width(picture.get()), side);
-        EXPECT_EQ(cairo_image_surface_get_height(picture.get()), side);
-        EXPECT_EQ(pixelAt(picture, 0, 0) >> 24, 0U);
-        EXPECT_EQ(pixelAt(picture, 2, 9), 0xFFFF0000U);
-        EXPECT_EQ(pixelAt(picture, side - 4, 9), 0x80808080U);
-    }
-    // Pure red has 21.26 % of white's luminance: 127 of 255 in sRGB.
-    EXPECT_EQ(pixelAt(icons.picture(data, {.width = 20, .height = 20, .tone = Tone::gray}), 3, 9), 0xFF7F7F7FU);
 }
 
 } // namespace

@@ -61,9 +61,10 @@ View sample() {
 
 /// Without letters.
 View shapes() {
-    Picture quarters = plainPicture(40, 30, {200, 30, 90, 255});
-    for (int y = 0; y < 15; ++y) {
-        std::fill_n(&quarters.at(0, y), 20, Pixel{20, 160, 60, 255});
+    Picture quarters = plainPicture(160, 120, {200, 30, 90, 255});
+    for (int y = 0; y < 60; ++y) {
+        std::fill_n(&quarters.at(0, y), 80, Pixel{20, 160, 60, 255});
+        std::fill_n(&quarters.at(80, y), 80, Pixel{255, 255, 255, 128});
     }
     const EncodedData picture(Data::owning(imageFile(quarters, "png")), EncodedData::Encoding::raw);
     const auto row = [&](const char* name, const Foreground& level, Color fill) {

@@ -89,22 +89,6 @@ TEST_F(RendererTest, EverythingStandsOnWholePixels) {
     }
 }
 
-TEST_F(RendererTest, LinesOfATextAreDrawnAsIfEachStoodAlone) {
-    const MeasuredText text =
-        renderer.texts().measure({.text = "Hamburgefonstiv is a word", .font = callout, .width = 90});
-    const double height = textMeasures(callout).lineHeight;
-    std::vector<LayoutItem> alone;
-    for (const TextLine& line : text.lines) {
-        const Point origin{20 + (100 - line.width) / 2, 40 + height * static_cast<double>(alone.size())};
-        alone.push_back(textAt(origin, line.text));
-    }
-    ASSERT_EQ(alone.size(), 2U);
-    const LayoutItem both{.content = TextItem{text, height, HorizontalAlignment::center, {}},
-                          .frame = {20, 40, 100, 2 * height},
-                          .font = callout};
-    EXPECT_EQ(picture({both}), picture(alone));
-}
-
 TEST_F(RendererTest, ColoredGlyphsKeepTheirColorsUnlessTinted) {
     const auto colored = [&](double scale, DrawingMode mode) {
         const Picture drawn = picture({textAt({40, 40}, "🍎🍏", largeTitle)}, scale, {.mode = mode});

@@ -127,17 +127,5 @@ TEST(Typesetter, LongTextsGiveWhatTheirBeginningGives) {
     EXPECT_EQ(typesetter.measure({endless, callout, 1, {}}).lines.size(), std::size_t{Typesetter::maxLineCount});
 }
 
-TEST(Typesetter, BaselinesAreThoseOfTheFontCenteredInTheLine) {
-    Typesetter typesetter;
-    for (const platform::Font font : {platform::caption2, callout, platform::largeTitle}) {
-        const TextMeasures measures = textMeasures(font);
-        // Inter rises 0.96875 and falls 0.24121 of its size.
-        const double expected = measures.lineHeight / 2 + measures.size * (0.96875 - 0.24121) / 2;
-        for (const char* text : {"Text", "日本語", ""}) {
-            EXPECT_NEAR(typesetter.measure({.text = text, .font = font}).baseline, expected, 0.05);
-        }
-    }
-}
-
 } // namespace
 } // namespace host

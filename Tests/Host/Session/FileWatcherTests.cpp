@@ -134,25 +134,6 @@ TEST_F(FileWatcherTest, WaitsForASlowWriter) {
     EXPECT_EQ(nextChange(), Change::none);
 }
 
-TEST_F(FileWatcherTest, ReportsChangesBeforeAFileIsFollowed) {
-    const auto date = [] {
-        const auto time = std::chrono::system_clock::now().time_since_epoch();
-        return platform::Date::fromUnixTime(std::chrono::duration<double>(time).count());
-    };
-    std::this_thread::sleep_for(50ms);
-    const auto asked = date();
-    watcher.follow({file});
-    EXPECT_FALSE(watcher.hasChangedSince(file, asked));
-    watcher.follow({});
-    write("new");
-    watcher.follow({file});
-    EXPECT_TRUE(watcher.hasChangedSince(file, asked));
-    watcher.follow({});
-    fs::remove(file);
-    watcher.follow({file});
-    EXPECT_TRUE(watcher.hasChangedSince(file, asked));
-}
-
 TEST_F(FileWatcherTest, ReportsAllFilesWhenTheKernelLosesEvents) {
     const fs::path other = library / "other";
     watcher.follow({file, other});
