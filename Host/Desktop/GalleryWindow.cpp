@@ -23,7 +23,7 @@ constexpr double symbolSize = 18;
 constexpr guint noticeMilliseconds = 8000;
 /// With more widgets than this there is a search field.
 constexpr std::size_t maxUnsearched = 8;
-/// Of the header bar.
+/// Of the header bar, which a window's default size leaves out.
 constexpr double headerHeight = 48;
 /// The widest family's.
 constexpr int openColumns = 4;
@@ -80,7 +80,7 @@ GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, RendererCa
     const Size page = WidgetPage::sizeFor({"small", "medium", "large", "extraLarge"}, openColumns, settings_);
     const double width = page.width + sidebarSize * settings_.look().textScale;
     gtk_window_set_default_size(window, static_cast<int>(std::min(available.width, width)),
-                                static_cast<int>(std::min(available.height, page.height + headerHeight)));
+                                static_cast<int>(std::min(available.height - headerHeight, page.height)));
     connect<&GalleryWindow::allocated>(box, "size-allocate", this);
     connect<&GalleryWindow::keyPressed>(window, "key-press-event", this);
     connect<&GalleryWindow::deleted>(window, "delete-event", this);

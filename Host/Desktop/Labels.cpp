@@ -13,8 +13,8 @@ constexpr double titleScale = 1.5;
 constexpr int statusSymbolSize = 56;
 constexpr int statusSpacing = 12;
 constexpr int statusMargin = 36;
-/// Of a screen, for a window.
-constexpr double maxPart = 0.96;
+/// Of a screen, for a window. On Wayland the rest is for a panel, of which the compositor says nothing.
+constexpr double maxPart = 0.93;
 constexpr const char* symbolKey = "symbol";
 
 /// {0} is the radius of a tile's corners, {1} that of the ring around it, {2} the paint of notes. A raised tile leaves

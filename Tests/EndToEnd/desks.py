@@ -40,8 +40,9 @@ class Desk:
 NESTED = (("MUTTER_DEBUG_DUMMY_MODE_SPECS", f"{WIDTH}x{HEIGHT}"),)
 DESKS = {desk.name: desk for desk in (
     Desk("sway", "sway, swaybg, grim", draws_desktop=False, lacks=("show desktop",), scales=(1.25, 1.6, 2), set_scale="yes"),
+    # Its scale is set in 256ths, so that it has no 1.6.
     Desk("labwc", "labwc, xwayland, wlr-randr", ("labwc -s {report}",), draws_desktop=False, is_nested=True, lacks=("show desktop", "name"),
-         scales=(1.25, 1.6, 2), set_scale="wlr-randr --output X11-1 --scale {}", variables=(("WLR_BACKENDS", "x11"), ("WLR_RENDERER", "pixman"))),
+         scales=(1.25, 1.75, 2), set_scale="wlr-randr --output X11-1 --scale {}", variables=(("WLR_BACKENDS", "x11"), ("WLR_RENDERER", "pixman"))),
     Desk("KDE Wayland", "kwin-wayland, plasma-workspace, plasma-workspace-wayland | plasma-desktop, plasma-desktop, qtwayland5 | qt6-wayland, xwayland, libkf5screen-bin | libkscreen-bin",
          (f"kwin_wayland --xwayland --width {WIDTH} --height {HEIGHT} {{report}}", "plasmashell"), is_nested=True,
          lacks=("show desktop", "name"), scales=(1.25, 1.5, 2), set_scale="env XDG_SESSION_TYPE=wayland QT_QPA_PLATFORM=wayland KSCREEN_BACKEND_INPROCESS=1 kscreen-doctor output.1.scale.{}"),
