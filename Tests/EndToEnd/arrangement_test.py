@@ -81,7 +81,3 @@ class ArrangementTest(HostTest):
         self.succeed("add", "TipsWidget", variables={"XDG_CONFIG_HOME": "relative"}, cwd=self.home)
         self.assertTrue((self.home / ".config" / "widgethost" / "arrangement.json").exists())
         self.refused(CONFIGURATION, "list", variables={"XDG_CONFIG_HOME": "", "HOME": "relative"}, cwd=self.home)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -40,7 +40,6 @@ LIST_TABLE = [
     List("WorkspacesWidget", "No Workspaces", {"Name": "Desk", "workspace": {"databases": ["a"], "windows": []}},
          {"Name": {"string"}, "workspace": {"dictionary"}}),
 ]
-COUNTS = {"FavoritesWidget": "{} items", "ReadingListWidget": "{} unread", "WorkspacesWidget": "{} items"}
 FORMS = (plistlib.FMT_XML, plistlib.FMT_BINARY)
 
 
@@ -66,7 +65,7 @@ class BadLibraries(HomeTest):
                 self.assertIn(each.empty, self.shown(each))
                 roots = [plistlib.dumps(root, fmt=form) for form in FORMS
                          for root in ([], {}, each.record, "text", 7, True, [[]], [each.record, "x"], ["x", each.record], [each.record, [each.record]])]
-                for content in (b"", b"\n", b"hello", b"\0" * 100, PNG, deep, deep + b"</array>" * 1_000_000 + b"</plist>", cycle, *roots):
+                for content in (b"", b"\n", b"hello", b"\0" * 100, PNG, deep, deep + b"</array>" * 1_000_000 + b"</plist>", cycle, *roots, *(root[:-20] for root in roots)):
                     path.write_bytes(content)
                     self.assertIn(each.empty, self.shown(each), content[:60])
                 for make in (path.mkdir, lambda: os.mkfifo(path), lambda: path.symlink_to("/dev/zero")):
@@ -75,19 +74,6 @@ class BadLibraries(HomeTest):
                     self.assertIn(each.empty, self.shown(each))
                     if path.is_dir():
                         path.rmdir()
-
-    def test_files_cut_off_anywhere_have_nothing_to_show(self):
-        for each in LIST_TABLE:
-            with self.subTest(kind=each.kind, record=each.record):
-                path = self.library / each.file
-                for form in FORMS:
-                    whole = plistlib.dumps([each.record, each.record], fmt=form)
-                    path.write_bytes(whole)
-                    self.assertNotIn(each.empty, self.shown(each))
-                    # Of XML the line's end after the closing tag may be missing. A number without common factors meets every place of a record.
-                    for length in range(0, len(whole) - (form == plistlib.FMT_XML), 7):
-                        path.write_bytes(whole[:length])
-                        self.assertIn(each.empty, self.shown(each, "small"), length)
 
     def test_a_value_of_the_wrong_kind_counts_as_missing(self):
         for each in LIST_TABLE:
@@ -105,29 +91,13 @@ class BadLibraries(HomeTest):
                             changed = any(view != missing for view in views)
                             self.assertEqual(changed, kind in accepted, f"{key} is a {kind}")
 
-    def test_a_bad_record_costs_no_other_its_row(self):
-        for each in LIST_TABLE:
-            with self.subTest(kind=each.kind, record=each.record):
-                self.write([{}, each.record, {"x": 1}, each.record, {key: [] for key in each.record}], name=each.file)
-                rows = [node for node in nodes(self.view(each.kind)) if node["type"] == "link"]
-                self.assertEqual(len(rows), 2)
-
-    def test_long_lists_names_and_icons(self):
+    def test_long_names_and_icons(self):
         names = ["line\nbreak", "עברית", "x" * 10_000, "\u202eover", "😀" * 100, ""]
-        for kind, count in COUNTS.items():
-            def view_of(names, **more):
-                self.write([{"Name": name, "UUID": f"U{i}", "title": name, "URL": f"x:{i}", **more} for i, name in enumerate(names)], name=LISTS[kind])
-                return self.view(kind, "extraLarge")
-            view = view_of([f"{i}" for i in range(100_000)])
-            self.assertEqual(sum(node["type"] == "link" for node in nodes(view)), 16)
-            self.assertIn(count.format(100_000), texts({"content": {"view": view}}))
-            shown = texts({"content": {"view": view_of(names)}})
-            self.assertEqual([text for text in shown if text in names], names)
+        for kind, file in LISTS.items():
+            def nodes_of(names, **more):
+                self.write([{"Name": name, "UUID": f"U{i}", "title": name, "URL": f"x:{i}", **more} for i, name in enumerate(names)], name=file)
+                return [*nodes(self.view(kind, "extraLarge"))]
+            self.assertEqual([node["text"] for node in nodes_of(names) if node.get("text") in names], names)
             icon = PNG + bytes(20_000_000)
-            view = view_of([""] * 16, Icon=icon, icon=icon)
-            self.assertEqual(sum(node["type"] == "link" for node in nodes(view)), 16)
-            self.assertFalse([node for node in nodes(view) if node["type"] == "image"])
-
-
-if __name__ == "__main__":
-    unittest.main()
+            types = [node["type"] for node in nodes_of([""] * 16, Icon=icon, icon=icon)]
+            self.assertEqual((types.count("link"), types.count("image")), (16, 0))

@@ -201,7 +201,3 @@ class UserOfADirectoryService(ConfinementTest):
         variables = user_database(self.home.parent, self.home, self.user)
         shown = self.succeed("render", "FavoritesWidget", "--format", "tree", variables=variables, **self.as_user())
         self.assertIn("Known", texts(json.loads(shown)))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -107,7 +107,3 @@ class X11(DesktopTest):
             self.session.set_text_size(factor)
             self.sees(tile, text_size=factor)
         self.end()
-
-
-if __name__ == "__main__":
-    unittest.main()

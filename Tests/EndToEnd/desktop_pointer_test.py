@@ -174,7 +174,3 @@ class Wayland(Pointer, DesktopTest):
 
 class X11(Pointer, DesktopTest):
     session_class = XSession
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -94,7 +94,3 @@ class Shown(DesktopTest):
     def badges(self):
         """The texts over the tile's picture."""
         return [each.name for each in self.accessible().find_all() if each.name == FAILED or each.name.startswith("as of ")]
-
-
-if __name__ == "__main__":
-    unittest.main()

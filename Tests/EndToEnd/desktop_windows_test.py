@@ -177,7 +177,3 @@ class Windows(DesktopTest):
         self.sees(FAVOURITES, LANG="ar_EG.UTF-8")
         self.assertFalse(self.is_shown(self.expected(left, FAVOURITES.box()), FAVOURITES.box()))
         self.end()
-
-
-if __name__ == "__main__":
-    unittest.main()

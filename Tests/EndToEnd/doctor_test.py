@@ -93,7 +93,3 @@ class Doctor(HostTest):
         self.expect(findings, "compositor", ("problem", "Wayland, nothing: cannot be reached"), ("problem", "X11, :98765: cannot"))
         self.expect(findings, "session bus", ("note", "cannot be reached"))
         self.assertNotIn("portal", findings)
-
-
-if __name__ == "__main__":
-    unittest.main()

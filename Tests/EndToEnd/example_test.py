@@ -31,7 +31,3 @@ class Example(HostTest):
         self.assertEqual(len(list((self.home / "gallery").glob("*.png"))), 8)
         for arguments in ((KIND, "--set", "colour=red"), ("ClockWidget",)):
             self.assertIn(KIND, self.refused(USAGE, "render", *arguments, "--format", "tree"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -156,7 +156,3 @@ class OtherExtensions(HostTest):
         self.assertLessEqual({"PATH", "HOME", "XDG_CACHE_HOME", "LC_TIME", "https_proxy", "TZ"}, names)
         self.assertFalse({"SECRET", "LD_LIBRARY_PATH", "XDG_DATA_HOME", "DBUS_SESSION_BUS_ADDRESS"} & names)
         self.assertIn(f"HOME={self.containers / 'script'}", lines)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -90,21 +90,6 @@ class Installation(HomeTest):
         for page in pages:
             self.accept("man", "--warnings", "-E", "UTF-8", "-l", page, env={**os.environ, "MANROFFSEQ": "", "LC_ALL": "C.UTF-8"})
 
-    def test_the_manual_has_what_help_has(self):
-        page = (self.share / "man/man1/widgethost.1").read_text()
-        options, commands = help_of()
-        self.assertGreater(len(commands), 9)
-        head, *blocks = re.split(rf"^\.It Cm (?=(?:desktop|{'|'.join(commands)})\b)", page, flags=re.M)
-        described = {re.match("[a-z]+", block).group(): block for block in blocks}
-        for option in options:
-            self.assertIn(f"Fl -{option[2:]}", head)
-        for command in commands:
-            for option, values in help_of(command)[0].items():
-                if option != "--help":
-                    self.assertIn(f"Fl -{option[2:]}", described[command], command)
-                    line = re.search(rf"Fl -{option[2:]} Cm (.*)", described[command])
-                    self.assertLessEqual(set(values), set(re.findall(r"\w+", line.group(1))) if line else set(), (command, option))
-
     def bash(self, *words, program=HOST):
         return self.accept("bash", "-c", BASH, "bash", self.share / "bash-completion/completions/widgethost", program, *words).split()
 
@@ -113,37 +98,40 @@ class Installation(HomeTest):
         variables = {**os.environ, "HOME": str(self.home), "PATH": f"{PROGRAMS}:{os.environ['PATH']}"}
         return [row.split("\t")[0] for row in self.accept("fish", "--no-config", "-c", script, env=variables).splitlines()]
 
-    def test_shells_offer_what_help_has(self):
+    def test_the_manual_and_the_shells_have_what_help_has(self):
+        """zsh has it somewhere in its file."""
+        page, zsh = ((self.share / file).read_text() for file in ("man/man1/widgethost.1", "zsh/site-functions/_widgethost"))
+        if shutil.which("zsh"):
+            self.accept("zsh", "-n", self.share / "zsh/site-functions/_widgethost")
         options, commands = help_of()
-        for shell, offer in (("bash", self.bash), ("fish", self.fish)):
-            if not shutil.which(shell):
-                continue
-            with self.subTest(shell):
-                self.assertLessEqual(set(commands), set(offer("")))
-                self.assertLessEqual(set(options), set(offer("--")))
-                for command in commands:
-                    values = help_of(command)[0]
-                    self.assertLessEqual(set(values), set(offer(command, "--")), command)
-                    for option in filter(values.get, values):
-                        self.assertEqual(set(offer(command, option, "")), set(values[option]), (command, option))
-                self.assertNotIn("--family", offer("list", "--"))
+        self.assertGreater(len(commands), 9)
+        head, *blocks = re.split(rf"^\.It Cm (?=(?:desktop|{'|'.join(commands)})\b)", page, flags=re.M)
+        described = {re.match("[a-z]+", block).group(): block for block in blocks}
+        for option in options:
+            self.assertIn(f"Fl -{option[2:]}", head)
+        shells = [offer for shell, offer in (("bash", self.bash), ("fish", self.fish)) if shutil.which(shell)]
+        for offer in shells:
+            self.assertLessEqual(set(commands), set(offer("")))
+            self.assertLessEqual(set(options), set(offer("--")))
+            self.assertNotIn("--family", offer("list", "--"))
+        for command in commands:
+            self.assertRegex(zsh, rf"""['"]{command}:""")
+            values = help_of(command)[0]
+            for offer in shells:
+                self.assertLessEqual(set(values), set(offer(command, "--")), command)
+            for option, choices in values.items():
+                with self.subTest(command, option=option):
+                    self.assertRegex(zsh, rf"{option}\b" + "".join(rf"(?=.*\b{choice}\b)" for choice in choices))
+                    if option != "--help":
+                        line = re.search(rf"Fl -{option[2:]}\b(.*)", described[command])
+                        self.assertLessEqual(set(choices), set(re.findall(r"\w+", line[1])))
+                    for offer in shells:
+                        self.assertEqual(set(offer(command, option, "")) if choices else set(), set(choices))
+
+    @needs("bash")
+    def test_bash_offers_what_extensions_have(self):
         named = ("--extension", EXTENSION, "--home", self.home)
         self.assertEqual(self.bash(*named, "render", "Fav"), ["FavoritesWidget"])
         self.assertEqual(self.bash(*named, "add", "--set", "group", "=", "Work", "T"), ["TipsWidget"])
         self.assertEqual(self.bash(*named, "render", "FavoritesWidget", "T"), [])
         self.assertEqual(self.bash("render", "-o", str(PROJECT / "READ")), [str(PROJECT / "README.md")])
-
-    @needs("zsh")
-    def test_zsh_has_what_help_has(self):
-        """Somewhere in its file."""
-        file = self.share / "zsh/site-functions/_widgethost"
-        self.accept("zsh", "-n", file)
-        text = file.read_text()
-        for command in help_of()[1]:
-            self.assertRegex(text, rf"""['"]{command}:""")
-            for option, values in help_of(command)[0].items():
-                self.assertRegex(text, rf"{option}\b" + "".join(rf"(?=.*\b{value}\b)" for value in values), command)
-
-
-if __name__ == "__main__":
-    unittest.main()

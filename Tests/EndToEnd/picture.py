@@ -16,11 +16,6 @@ class Picture:
         return cls(Image.open(io.BytesIO(data)).convert("RGB"))
 
     @classmethod
-    def from_words(cls, width, height, data):
-        """From pixels of four bytes, blue first, the last unused."""
-        return cls(Image.frombytes("RGB", (width, height), data, "raw", "BGRX"))
-
-    @classmethod
     def gradient(cls, width, height):
         """No two places of it look alike, and few look like a window."""
         reds = Image.new("L", (width, 1))

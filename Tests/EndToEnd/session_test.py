@@ -109,7 +109,3 @@ class Supervision(SessionTest):
         host.terminate()
         self.assertEqual(host.wait(20), 0)
         self.assertRegex(self.messages.read_text(), r"\Awidgethost: [^\n]*arrangement.json[^\n]*\n\Z")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,61 +1,36 @@
-"""A desktop's settings portal, with values that a test changes.
+"""A desktop's settings portal, with values that a test changes."""
 
-As a program it is the portal: it takes lines "KEY VALUE" from its input, the value in GVariant's text form, says "ok" to each, and stays when
-there are no more.
-"""
+import threading
 
-import subprocess
-import sys
+from gi.repository import Gio, GLib
 
 APPEARANCE = "org.freedesktop.appearance"
-INTERFACE = """<node><interface name="org.freedesktop.portal.Settings">
+PATH = "/org/freedesktop/portal/desktop"
+INTERFACE = Gio.DBusNodeInfo.new_for_xml("""<node><interface name="org.freedesktop.portal.Settings">
     <method name="ReadAll"><arg type="as" direction="in"/><arg type="a{sa{sv}}" direction="out"/></method>
     <signal name="SettingChanged"><arg type="s"/><arg type="s"/><arg type="v"/></signal>
-</interface></node>"""
+</interface></node>""").interfaces[0]
 
 
 class SettingsPortal:
     """The portal of a session, from now on."""
 
     def __init__(self, session):
-        self.process = session.start_script("settings_portal.py", stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        assert self.process.stdout.readline() == b"ok\n"
+        self.settings = {}
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        self.bus = Gio.DBusConnection.new_for_address_sync(session.bus.variables["DBUS_SESSION_BUS_ADDRESS"], flags)
+        self.bus.register_object(PATH, INTERFACE, self.read_all)
+        name = GLib.Variant("(su)", ("org.freedesktop.portal.Desktop", 0))
+        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName", name, None, 0, -1)
+        threading.Thread(target=GLib.MainLoop().run, daemon=True).start()
 
-    def set(self, key, value):
-        """The value as GVariant's text: "uint32 1", "(0.1, 0.5, 0.9)". Its change has been announced when this returns."""
-        self.process.stdin.write(f"{key} {value}\n".encode())
-        self.process.stdin.flush()
-        assert self.process.stdout.readline() == b"ok\n"
-
-
-def serve():
-    from gi.repository import Gio, GLib
-
-    settings = {}
-    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
-    path, interface = "/org/freedesktop/portal/desktop", Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
-
-    def read_all(*call):
+    def read_all(self, *call):
         namespaces, invocation = call[5].unpack()[0], call[6]
-        values = {APPEARANCE: settings} if APPEARANCE in namespaces else {}
+        values = {APPEARANCE: self.settings} if APPEARANCE in namespaces else {}
         invocation.return_value(GLib.Variant("(a{sa{sv}})", [values]))
 
-    def take(source, _):
-        line = source.readline()
-        if not line:
-            return False
-        key, text = line.split(maxsplit=1)
-        settings[key] = GLib.Variant.parse(None, text.strip(), None, None)
-        bus.emit_signal(None, path, interface.name, "SettingChanged", GLib.Variant("(ssv)", [APPEARANCE, key, settings[key]]))
-        bus.flush_sync()
-        print("ok", flush=True)
-        return True
-
-    bus.register_object(path, interface, read_all, None, None)
-    Gio.bus_own_name_on_connection(bus, "org.freedesktop.portal.Desktop", 0, lambda *_: print("ok", flush=True), None)
-    GLib.io_add_watch(sys.stdin, GLib.PRIORITY_DEFAULT, GLib.IOCondition.IN | GLib.IOCondition.HUP, take)
-    GLib.MainLoop().run()
-
-
-if __name__ == "__main__":
-    serve()
+    def set(self, key, value):
+        """Announces a value in GVariant's text form: "uint32 1", "(0.1, 0.5, 0.9)"."""
+        self.settings[key] = GLib.Variant.parse(None, value, None, None)
+        self.bus.emit_signal(None, PATH, INTERFACE.name, "SettingChanged", GLib.Variant("(ssv)", (APPEARANCE, key, self.settings[key])))
+        self.bus.flush_sync()

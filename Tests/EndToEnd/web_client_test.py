@@ -210,7 +210,3 @@ class Bounds(WebClientTest):
             self.assertEqual(self.result(probe), "cancelled", name)
             self.assertLess(time.monotonic() - start, 4, name)
         self.expect("^cancelled$", "https://silent.example/", end=0, input=subprocess.DEVNULL)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -14,6 +14,7 @@ import Xlib.error
 import Xlib.protocol.display
 import Xlib.protocol.event
 import Xlib.X
+from PIL import ImageGrab
 
 from desks import DESKS, HEIGHT, WIDTH
 from desktop_session import DesktopSession, Output, Window
@@ -267,12 +268,9 @@ class XSession(DesktopSession):
 
     def screenshot(self, output=None):
         """Of one output or of the whole screen; without the pointer."""
-        with self.connection(self.server) as display:
-            root = display.screen().root
-            size = root.get_geometry()
-            box = self.output(output) if output else Output("", 0, 0, size.width, size.height)
-            image = root.get_image(box.x, box.y, box.width, box.height, Xlib.X.ZPixmap, 0xFFFFFFFF)
-            return Picture.from_words(box.width, box.height, image.data)
+        picture = Picture(ImageGrab.grab(xdisplay=self.server["DISPLAY"]))
+        box = output and self.output(output)
+        return picture.crop(box.x, box.y, box.width, box.height) if box else picture
 
     def xrandr(self, *arguments):
         return self.run("xrandr", *arguments, variables=self.server).decode()
