@@ -12,7 +12,6 @@ import plistlib
 import statistics
 import subprocess
 import sys
-import tempfile
 import threading
 import time
 from datetime import datetime
@@ -210,7 +209,7 @@ def gallery(table, rounds):
 
 def downloading(table, rounds):
     item = "<item><title>Tip %d</title><description><![CDATA[" + "<p>What to do &amp; why</p>" * 40 + "]]></description></item>\n"
-    with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
+    with HttpsServer(Authority()) as server:
         server.pages["/feed"] = body("".join(item % i for i in range(2700)).encode())
         times = measured("env", f"SSL_CERT_FILE={server.authority.file}", BENCHMARKS / "download_benchmark", rounds * 4, server.address("/feed"))
     table.row("a download of 3 MB by HTTPS, over libcurl alone", times["ours"], times["libcurl"], 1.1)
@@ -279,7 +278,7 @@ def memory():
 
 def memory_of_tips():
     """What the extension holds before and after it has downloaded a feed."""
-    with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
+    with HttpsServer(Authority()) as server:
         server.pages["/2/apps/supportmaterials.xml.php?product=FOLIOvault&edition=Pro&version=4&lang=en"] = body(blog(1000).encode())
         with Watched(https_proxy=server.proxy, SSL_CERT_FILE=str(server.authority.file), LANG="C") as extension:
             before = extension.held()

@@ -16,7 +16,7 @@ recommended_packages=(libnss-wrapper fonts-noto-core fonts-noto-cjk fonts-noto-c
 desk_packages=(dbus-daemon python3 python3-gi python3-pil python3-xlib gir1.2-gtk-3.0 xserver-xorg-core xserver-xorg-video-dummy xdotool
     x11-utils x11-xserver-utils hsetroot)
 test_libraries=(libgtest-dev libgmock-dev)
-test_packages=("${desk_packages[@]}" "${test_libraries[@]}" librsvg2-common openssl python3-feedparser
+test_packages=("${desk_packages[@]}" "${test_libraries[@]}" librsvg2-common openssl python3-trustme
     gir1.2-atspi-2.0 gir1.2-gtklayershell-0.1 at-spi2-core libatk-adaptor libglib2.0-bin
     sway swaybg grim wl-clipboard openbox xsettingsd xcompmgr mutter xwayland pcmanfm-qt qt6-qpa-plugins desktop-file-utils appstream man-db zsh fish)
 package_packages=(bash coreutils dpkg-dev file gzip lintian)
@@ -26,7 +26,7 @@ fuzz_packages=(clang libclang-rt-dev)
 arm64_packages=(crossbuild-essential-arm64 qemu-user-static python3 libnss-wrapper libnss-wrapper:arm64)
 bench_packages=(
     libbenchmark-dev libplist-dev openssl
-    python3 python3-feedparser python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
+    python3 python3-feedparser python3-trustme python3-cairo python3-gi python3-gi-cairo gir1.2-pango-1.0 chromium
 )
 
 # of_architecture ARCHITECTURE NAME…: prints the names, those of libraries with the architecture for apt.

@@ -1,7 +1,6 @@
 """The commands that place widgets."""
 
 import json
-import unittest
 
 from support import CONFIGURATION, IDENTIFIER, KINDS, OK, UNAVAILABLE, USAGE, HostTest, response
 

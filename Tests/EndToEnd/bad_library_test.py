@@ -2,7 +2,6 @@
 
 import os
 import plistlib
-import unittest
 from dataclasses import dataclass
 from datetime import datetime
 

@@ -179,7 +179,7 @@ class RealExtension(HostTest):
     def test_downloads_and_keeps_tips(self):
         page = b"""<rss version="2.0"><channel><item><title>A tip</title><category>Tips</category><link>https://blog.example</link>
             <description>About it</description><pubDate>Tue, 20 Mar 2025 09:30:00 +0100</pubDate></item></channel></rss>"""
-        with tempfile.TemporaryDirectory() as folder, HttpsServer(Authority(folder)) as server:
+        with HttpsServer(Authority()) as server:
             server.pages["/2/apps/supportmaterials.xml.php?product=FOLIOvault&edition=Pro&version=4&lang=en"] = body(page)
             shown = self.succeed("render", "TipsWidget", "--format", "tree",
                                  variables={"https_proxy": server.proxy, "SSL_CERT_FILE": str(server.authority.file)})

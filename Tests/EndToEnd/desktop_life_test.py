@@ -7,7 +7,6 @@ import plistlib
 import shutil
 import signal
 import time
-import unittest
 from pathlib import Path
 
 from desktop import DesktopTest, Placed

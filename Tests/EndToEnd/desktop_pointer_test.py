@@ -3,7 +3,6 @@
 import fcntl
 import itertools
 import json
-import unittest
 
 from desktop import DesktopTest, Placed
 from desktop_session import LinkRecorder

@@ -4,7 +4,6 @@ import json
 import os
 import signal
 import subprocess
-import unittest
 
 from desktop import EDGE, SILENT, DesktopTest, Placed
 from settings_portal import SettingsPortal

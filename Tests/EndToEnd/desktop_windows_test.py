@@ -2,7 +2,6 @@
 
 import json
 import shutil
-import unittest
 
 from desktop import DesktopTest, Placed
 from support import user_database, wait_until

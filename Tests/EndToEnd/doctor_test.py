@@ -5,7 +5,6 @@ import os
 import shutil
 import socket
 import time
-import unittest
 
 from support import HOST, KINDS, OK, UNAVAILABLE, HostTest, favourites, response
 

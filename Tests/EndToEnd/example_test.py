@@ -1,7 +1,6 @@
 """The documentation's example of an extension, in another language, shown by the real host."""
 
 import json
-import unittest
 
 from support import PROJECT, USAGE, HostTest, texts
 

@@ -2,13 +2,12 @@
 
 import json
 import os
-import plistlib
 import socket
 import subprocess
 import unittest
 from datetime import datetime, timedelta, timezone
 
-from support import EXTENSION, FAMILIES, KINDS, LISTS, PNG, SANITIZED, Extension, HomeTest, favourites, nodes, texts
+from support import EXTENSION, FAMILIES, KINDS, LISTS, PNG, SANITIZED, Extension, HomeTest, favourites, texts
 
 
 class Answers(HomeTest):

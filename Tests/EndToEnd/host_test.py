@@ -2,9 +2,7 @@
 
 import io
 import json
-import os
 import subprocess
-import unittest
 from pathlib import Path
 
 from PIL import Image

@@ -1,60 +1,49 @@
 """An HTTPS server on loopback for tests, with certificates of its own making.
 
-    with tempfile.TemporaryDirectory() as folder:
-        authority = Authority(folder)
-        with HttpsServer(authority) as server:
-            server.pages["/feed"] = body(b"<rss/>")
-            ... SSL_CERT_FILE=authority.file, server.address("/feed") ...
-            ... or https_proxy=server.proxy, and any https://made-up.example/feed ...
-            server.requests[0].headers
+    with HttpsServer(Authority()) as server:
+        server.pages["/feed"] = body(b"<rss/>")
+        ... SSL_CERT_FILE=server.authority.file, server.address("/feed") ...
+        ... or https_proxy=server.proxy, and any https://made-up.example/feed ...
+        server.requests[0].headers
 
 A page is a function of the request's handler; those below make the usual ones. The server has a certificate for every name that is
 requested, directly or through the proxy, or for `names` alone. Each connection has a thread.
 """
 
+import atexit
 import http.server
-import os
+import shutil
 import socket
 import socketserver
 import ssl
 import subprocess
+import tempfile
 import threading
 import zlib
 from dataclasses import dataclass
 from pathlib import Path
 
+import trustme
+
 
 class Authority:
     """Signs certificates for any name. Its own is in `file`, and in `folder` as OpenSSL looks it up there."""
 
-    def __init__(self, work):
-        self.work = Path(work)
-        self.file, self.folder, self.key = (self.work / name for name in ("authority.pem", "authorities", "authority.key"))
-        self.openssl("req", "-x509", *self.new_key(self.key), "-out", self.file, "-days", "30", "-subj", f"/CN=Test Authority {os.urandom(8).hex()}")
-        self.folder.mkdir()
-        name = self.openssl("x509", "-in", self.file, "-noout", "-hash").decode().strip()
-        (self.folder / f"{name}.0").write_bytes(self.file.read_bytes())
-        self.contexts = {}
-        self.lock = threading.Lock()
+    def __init__(self):
+        self.folder = Path(tempfile.mkdtemp())
+        atexit.register(shutil.rmtree, self.folder)
+        self.file = self.folder / "authority.pem"
+        self.authority, self.contexts, self.lock = trustme.CA(), {}, threading.Lock()
+        self.authority.cert_pem.write_to_path(self.file)
+        subprocess.run(["openssl", "rehash", self.folder], check=True)
 
     def context(self, name):
         """For a server of this name."""
         with self.lock:
             if name not in self.contexts:
-                key, certificate = self.work / f"{name}.key", self.work / f"{name}.pem"
-                self.openssl("req", "-x509", "-CA", self.file, "-CAkey", self.key, *self.new_key(key), "-out", certificate, "-days", "30",
-                             "-subj", "/CN=Test Server", "-addext", f"subjectAltName=DNS:{name}", "-addext", "basicConstraints=critical,CA:FALSE")
                 self.contexts[name] = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
-                self.contexts[name].load_cert_chain(certificate, key)
+                self.authority.issue_cert(name).configure_cert(self.contexts[name])
             return self.contexts[name]
-
-    @staticmethod
-    def new_key(file):
-        return "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-keyout", file
-
-    @staticmethod
-    def openssl(*arguments):
-        return subprocess.run(["openssl", *map(str, arguments)], check=True, capture_output=True).stdout
 
 
 @dataclass(frozen=True)

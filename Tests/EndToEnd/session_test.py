@@ -3,7 +3,6 @@
 import os
 import signal
 import subprocess
-import unittest
 
 from support import EXTENSION, IDENTIFIER, LISTS, OK, UNAVAILABLE, USAGE, HostTest, children_of, favourites, is_running, wait_until
 

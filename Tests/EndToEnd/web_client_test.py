@@ -17,13 +17,7 @@ MIB = 1 << 20
 # More than the largest body takes. Sanitizers need more than that.
 MEMORY = () if SANITIZED else ("prlimit", f"--data={96 * MIB}")
 TOO_LARGE = "^the body is larger than 16 MiB$"
-
-
-def setUpModule():
-    folder = tempfile.TemporaryDirectory()
-    unittest.addModuleCleanup(folder.cleanup)
-    global authority
-    authority = Authority(folder.name)
+AUTHORITY = Authority()
 
 
 class WebClientTest(unittest.TestCase):
@@ -31,7 +25,7 @@ class WebClientTest(unittest.TestCase):
         home = tempfile.TemporaryDirectory()
         self.addCleanup(home.cleanup)
         self.home = Path(home.name)
-        self.server = self.start(HttpsServer(authority))
+        self.server = self.start(HttpsServer(AUTHORITY))
         self.pages = self.server.pages
 
     def start(self, server):
@@ -43,7 +37,7 @@ class WebClientTest(unittest.TestCase):
         """Downloads an address, or a path of the server. The timeouts are in milliseconds."""
         address = self.server.address(address) if address.startswith("/") else address
         command = [str(part) for part in (*MEMORY, PROBE, silence, total, end, address)]
-        trust = {} if any(name.startswith("SSL_CERT") for name in variables) else {"SSL_CERT_FILE": str(authority.file)}
+        trust = {} if any(name.startswith("SSL_CERT") for name in variables) else {"SSL_CERT_FILE": str(AUTHORITY.file)}
         return subprocess.Popen(command, stdin=input, stdout=subprocess.PIPE, env={"HOME": str(self.home), **trust, **variables})
 
     def result(self, probe):
@@ -94,8 +88,7 @@ class Answers(WebClientTest):
 
     def test_certificates(self):
         self.pages["/"] = body(b"feed")
-        (self.home / "strange").mkdir()
-        ours, stranger, missing = authority, Authority(self.home / "strange"), str(self.home / "missing")
+        ours, stranger, missing = AUTHORITY, Authority(), str(self.home / "missing")
         unknown = "^SSL certificate problem: unable to get local issuer certificate$"
         rows = [({"SSL_CERT_FILE": ours.file}, b"feed"), ({"SSL_CERT_DIR": ours.folder}, b"feed"),
                 ({"SSL_CERT_FILE": ours.file, "SSL_CERT_DIR": stranger.folder}, b"feed"),
@@ -107,7 +100,7 @@ class Answers(WebClientTest):
         for variables, expected in rows:
             with self.subTest(variables):
                 self.expect(expected, "/", **{name: str(value) for name, value in variables.items()})
-        other = self.start(HttpsServer(authority, names=["other.example"]))
+        other = self.start(HttpsServer(AUTHORITY, names=["other.example"]))
         other.pages["/"] = body(b"feed")
         self.expect("^SSL: no alternative certificate subject name matches .*'localhost'$", other.address("/"))
         self.expect(b"feed", "https://other.example/", https_proxy=other.proxy)
