@@ -12,11 +12,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     static const platform::WidgetBundle bundle = platform::testing::clockBundle();
     const std::string_view line(reinterpret_cast<const char*>(bytes), size);
     int count = 0;
-    platform::RequestHandler(bundle).answer(line, [&](const std::string& answer) {
-        const auto json = nlohmann::json::parse(answer, nullptr, false);
-        const bool isAnswer =
+    platform::RequestHandler(bundle).handle(line, [&](const std::string& response) {
+        const auto json = nlohmann::json::parse(response, nullptr, false);
+        const bool isResponse =
             json.is_object() && json.contains("id") && json.contains("result") != json.contains("error");
-        if (!isAnswer || answer.find('\n') != std::string::npos || ++count > 1) {
+        if (!isResponse || response.find('\n') != std::string::npos || ++count > 1) {
             std::abort();
         }
     });

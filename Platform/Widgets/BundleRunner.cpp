@@ -12,12 +12,12 @@
 namespace platform {
 
 void BundleRunner::run() {
-    const RequestHandler::Reply reply = [this](std::string answer) { write(std::move(answer)); };
+    const RequestHandler::Reply reply = [this](std::string response) { write(std::move(response)); };
     while (const auto line = reader_.next()) {
         if (line->tooLong) {
-            reply(RequestHandler::answerToTooLongLine());
+            reply(RequestHandler::responseToTooLongLine());
         } else {
-            handler_.answer(line->text, reply);
+            handler_.handle(line->text, reply);
         }
     }
     if (reader_.outputClosed()) {
@@ -28,10 +28,10 @@ void BundleRunner::run() {
     }
 }
 
-void BundleRunner::write(std::string answer) {
-    answer += '\n';
+void BundleRunner::write(std::string response) {
+    response += '\n';
     const std::scoped_lock lock(writing_);
-    for (std::string_view rest = answer; !rest.empty();) {
+    for (std::string_view rest = response; !rest.empty();) {
         const ssize_t count = ::write(output_, rest.data(), rest.size());
         if (count >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(count));

@@ -24,7 +24,7 @@ class BundleRunner {
 
   private:
     /// Any thread.
-    void write(std::string answer);
+    void write(std::string response);
 
     const WidgetBundle& bundle_;
     RequestHandler handler_;

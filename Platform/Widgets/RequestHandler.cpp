@@ -160,11 +160,11 @@ void writeDescription(JsonWriter& out, const WidgetDescription& widget) {
 
 /// Returns the value, or throws the error.
 template <class Result>
-Result valueOf(Expected<Result, InvalidChoice> answer) {
-    if (!answer) {
-        refuseParameter(answer.error().message);
+Result valueOf(Expected<Result, InvalidChoice> result) {
+    if (!result) {
+        refuseParameter(result.error().message);
     }
-    return *std::move(answer);
+    return *std::move(result);
 }
 
 const Widget& widgetParameter(const WidgetBundle& bundle, const Json& params) {
@@ -283,19 +283,12 @@ class Methods {
 using Id = std::string;
 constexpr const char* noId = "null";
 
-std::string errorAnswer(const Id& id, ErrorCode code, std::string_view message) {
-    std::string answer;
-    JsonWriter out(answer);
-    out.beginObject().member("jsonrpc", "2.0");
-    out.key("id")
-        .raw(id)
-        .key("error")
-        .beginObject()
-        .key("code")
-        .number(static_cast<int>(code))
-        .member("message", message);
-    out.endObject().endObject();
-    return answer;
+std::string errorResponse(const Id& id, ErrorCode code, std::string_view message) {
+    std::string response;
+    JsonWriter out(response);
+    out.beginObject().member("jsonrpc", "2.0").key("id").raw(id).key("error").beginObject();
+    out.key("code").number(static_cast<int>(code)).member("message", message).endObject().endObject();
+    return response;
 }
 
 /// Returns the error that `work` throws.
@@ -305,33 +298,33 @@ std::optional<std::string> errorOf(const Id& id, Work work) {
         work();
         return std::nullopt;
     } catch (const RequestError& error) {
-        return errorAnswer(id, error.code, error.message);
+        return errorResponse(id, error.code, error.message);
     } catch (const std::exception& error) {
-        return errorAnswer(id, ErrorCode::internal, error.what());
+        return errorResponse(id, ErrorCode::internal, error.what());
     }
 }
 
 /// Returns the response with the result that `writeResult` writes, or with the error that it throws.
 template <class WriteResult>
-std::string answerWith(const Id& id, WriteResult writeResult) {
-    std::string answer;
+std::string responseWith(const Id& id, WriteResult writeResult) {
+    std::string response;
     auto error = errorOf(id, [&] {
-        answer.reserve(typicalResponseSize);
-        JsonWriter out(answer);
+        response.reserve(typicalResponseSize);
+        JsonWriter out(response);
         out.beginObject().member("jsonrpc", "2.0");
         out.key("id").raw(id).key("result");
         writeResult(out);
         out.endObject();
     });
-    return error ? *std::move(error) : answer;
+    return error ? *std::move(error) : response;
 }
 
-void answerTimeline(const WidgetBundle& bundle, const Json& params, const Id& id, const RequestHandler::Reply& reply) {
+void handleTimeline(const WidgetBundle& bundle, const Json& params, const Id& id, const RequestHandler::Reply& reply) {
     const auto error = errorOf(id, [&] {
         const Widget& target = widgetParameter(bundle, params);
         const Configuration configuration = configurationParameter(params);
         target.timeline(configuration, environmentParameter(params), [id, reply](auto timeline) {
-            reply(answerWith(id, [&](JsonWriter& out) { writeTimeline(out, valueOf(std::move(timeline))); }));
+            reply(responseWith(id, [&](JsonWriter& out) { writeTimeline(out, valueOf(std::move(timeline))); }));
         });
     });
     if (error) {
@@ -358,18 +351,18 @@ Json parse(std::string_view line, bool& tooDeep) {
     return parsedJson(line, watchDepth);
 }
 
-void answerRequest(const WidgetBundle& bundle, const Json& request, const RequestHandler::Reply& reply) {
+void handleRequest(const WidgetBundle& bundle, const Json& request, const RequestHandler::Reply& reply) {
     const std::optional<Id> id = idOf(request);
     if (!id) {
-        return reply(errorAnswer(noId, ErrorCode::notRequest, "\"id\" is neither an integer nor a text"));
+        return reply(errorResponse(noId, ErrorCode::notRequest, "\"id\" is neither an integer nor a text"));
     }
     const auto version = request.find("jsonrpc");
     if (version == request.end() || *version != "2.0") {
-        return reply(errorAnswer(*id, ErrorCode::notRequest, "\"jsonrpc\" is not \"2.0\""));
+        return reply(errorResponse(*id, ErrorCode::notRequest, "\"jsonrpc\" is not \"2.0\""));
     }
     const auto member = request.find("method");
     if (member == request.end() || !member->is_string()) {
-        return reply(errorAnswer(*id, ErrorCode::notRequest, "\"method\" is no text"));
+        return reply(errorResponse(*id, ErrorCode::notRequest, "\"method\" is no text"));
     }
     if (*id == noId) {
         return;
@@ -378,31 +371,31 @@ void answerRequest(const WidgetBundle& bundle, const Json& request, const Reques
     const auto given = request.find("params");
     const Json& params = given == request.end() ? none : *given;
     if (!params.is_object()) {
-        return reply(errorAnswer(*id, ErrorCode::invalidParameter, "\"params\" is no object"));
+        return reply(errorResponse(*id, ErrorCode::invalidParameter, "\"params\" is no object"));
     }
     const auto& method = member->get_ref<const std::string&>();
     if (method == "timeline") {
-        return answerTimeline(bundle, params, *id, reply);
+        return handleTimeline(bundle, params, *id, reply);
     }
-    reply(answerWith(*id, [&](JsonWriter& out) { Methods(bundle, params, out).call(method); }));
+    reply(responseWith(*id, [&](JsonWriter& out) { Methods(bundle, params, out).call(method); }));
 }
 
 } // namespace
 
-void RequestHandler::answer(std::string_view line, const Reply& reply) const {
+void RequestHandler::handle(std::string_view line, const Reply& reply) const {
     bool tooDeep = false;
     const Json request = parse(line, tooDeep);
     if (request.is_discarded() && !tooDeep) {
-        return reply(errorAnswer(noId, ErrorCode::notJson, "the line is not JSON"));
+        return reply(errorResponse(noId, ErrorCode::notJson, "the line is not JSON"));
     }
     if (tooDeep || !request.is_object()) {
-        return reply(errorAnswer(noId, ErrorCode::notRequest, "the line is no request object"));
+        return reply(errorResponse(noId, ErrorCode::notRequest, "the line is no request object"));
     }
-    answerRequest(bundle_, request, reply);
+    handleRequest(bundle_, request, reply);
 }
 
-std::string RequestHandler::answerToTooLongLine() {
-    return errorAnswer(noId, ErrorCode::notRequest, "the line is longer than 1 MiB");
+std::string RequestHandler::responseToTooLongLine() {
+    return errorResponse(noId, ErrorCode::notRequest, "the line is longer than 1 MiB");
 }
 
 } // namespace platform

@@ -16,14 +16,14 @@ class RequestHandler {
     /// `bundle` must outlive the handler.
     explicit RequestHandler(const WidgetBundle& bundle) : bundle_(bundle) {}
 
-    using Reply = std::function<void(std::string answer)>;
+    using Reply = std::function<void(std::string response)>;
 
     /// Calls `reply` once with the response to `line`, a message without the line's end: before it returns, or for a
     /// timeline that must wait, later on another thread. Does not call it for a notification.
-    void answer(std::string_view line, const Reply& reply) const;
+    void handle(std::string_view line, const Reply& reply) const;
 
     /// Returns the response to a line that is too long.
-    static std::string answerToTooLongLine();
+    static std::string responseToTooLongLine();
 
   private:
     const WidgetBundle& bundle_;

@@ -36,6 +36,7 @@ TEST(URL, ReadsAddresses) {
         {"http://u:p@h:80/", "http", "h", "/"},
         {"http://h:99999999999999999999", "http", "h"},
         {"http://a@b@c/", "http", "c", "/", no, "http://a%40b@c/"},
+        {"http://a[@c/", "http", "c", "/", no, "http://a%5B@c/"},
         {"http://u v:%7E w@h/%7E", "http", "h", "/~", no, "http://u%20v:%257E%20w@h/%7E"},
         {"http://[fe80::1%25en0]", "http", "fe80::1%en0"},
         {"HtTp+.-1://A_b~!$&'()*+,;=-.", "HtTp+.-1", "A_b~!$&'()*+,;=-."},

@@ -18,7 +18,7 @@ namespace platform {
 namespace {
 
 /// Returns the lines that the runner writes for `input`.
-std::vector<std::string> answersTo(const WidgetBundle& bundle, const std::string& input) {
+std::vector<std::string> responsesTo(const WidgetBundle& bundle, const std::string& input) {
     const TemporaryFolder folder;
     const FileDescriptor in(open(folder.write("input", input).c_str(), O_RDONLY | O_CLOEXEC));
     const FileDescriptor out(open(folder.write("output", "").c_str(), O_WRONLY | O_CLOEXEC));
@@ -53,7 +53,7 @@ TEST(BundleRunner, TakesLinesUpToOneMebibyteAndPassesOverLongerOnes) {
                               "\n" + request(3) + "\n\n" + request(4);
     const auto noMethod = [](const char* id) { return error(id, "-32601", R"(no method \"none\")"); };
     const std::string tooLong = error("null", "-32600", "the line is longer than 1 MiB");
-    EXPECT_THAT(answersTo(testing::clockBundle(), input),
+    EXPECT_THAT(responsesTo(testing::clockBundle(), input),
                 ::testing::ElementsAre(noMethod("1"), tooLong, tooLong, noMethod("3"),
                                        error("null", "-32700", "the line is not JSON"), noMethod("4")));
 }
@@ -82,14 +82,14 @@ TEST(BundleRunner, HoldsNothingUpForAnyNumberOfSlowRequests) {
     for (int i = 0; i < slowRequests; ++i) {
         input += timelineOf("slow");
     }
-    const auto answers = answersTo(bundle, input + timelineOf("quick"));
-    EXPECT_EQ(answers.size(), slowRequests + 1U);
-    EXPECT_THAT(answers, ::testing::Each(::testing::HasSubstr("\"result\"")));
-    EXPECT_THAT(answers.front(), ::testing::HasSubstr("digital in quick"));
+    const auto responses = responsesTo(bundle, input + timelineOf("quick"));
+    EXPECT_EQ(responses.size(), slowRequests + 1U);
+    EXPECT_THAT(responses, ::testing::Each(::testing::HasSubstr("\"result\"")));
+    EXPECT_THAT(responses.front(), ::testing::HasSubstr("digital in quick"));
     EXPECT_EQ(events, "quick end");
 }
 
-/// A runner in a process of its own, with a request that is never answered.
+/// A runner in a process of its own, with a request that is without a response.
 TEST(BundleRunner, EndsItsProcessWhenItsOutputIsClosed) {
     for (const std::string& line : {std::string(), timelineOf("endless"), request(1) + "\n"}) {
         std::array<int, 2> input{};
@@ -116,10 +116,10 @@ TEST(BundleRunner, EndsItsProcessWhenItsOutputIsClosed) {
     }
 }
 
-std::string answerTo(std::string_view line) {
+std::string responseTo(std::string_view line) {
     const WidgetBundle bundle = testing::clockBundle();
     std::string all;
-    RequestHandler(bundle).answer(line, [&](const std::string& answer) { all += answer; });
+    RequestHandler(bundle).handle(line, [&](const std::string& response) { all += response; });
     return all;
 }
 
@@ -128,7 +128,7 @@ std::string requestOf(std::string_view method, std::string_view params) {
     return line.append(method).append(R"(","params":)").append(params) + "}";
 }
 
-TEST(RequestHandler, AnswersEveryMethod) {
+TEST(RequestHandler, RespondsToEveryMethod) {
     const std::tuple<const char*, const char*, std::string> rows[]{
         {"describe", "{}",
          R"({"identifier":"example.clock","widgets":[{"kind":"Clock","displayName":"Clock","description":"Shows the time.","families":["small","extraLarge"],"containerBackground":"tertiaryFill","configuration":{"title":"Clock","description":"Shows the time.","parameters":[{"name":"face","title":"Face","type":"enumeration","typeName":"Clock Face","default":"digital","cases":[{"id":"digital","title":"Digital"},{"id":"analog","title":"Analog"}]},{"name":"city","title":"City","type":"entity","typeName":"City","default":"Rome"}]}}]})"},
@@ -156,7 +156,8 @@ TEST(RequestHandler, AnswersEveryMethod) {
          R"({"entries":[{"date":"2001-01-01T00:00:00.000Z","content":{"view":{"type":"text","text":"tick, extraLarge"},"containerBackground":"tertiaryFill"}}]})"},
     };
     for (const auto& [method, params, result] : rows) {
-        EXPECT_EQ(answerTo(requestOf(method, params)), R"({"jsonrpc":"2.0","id":7,"result":)" + result + "}") << params;
+        EXPECT_EQ(responseTo(requestOf(method, params)), R"({"jsonrpc":"2.0","id":7,"result":)" + result + "}")
+            << params;
     }
 }
 
@@ -207,15 +208,15 @@ TEST(RequestHandler, RefusesWithTheRightCodeAndTheSameId) {
         rows.push_back({requestOf(method, params), "7", -32602, says});
     }
     for (const Row& row : rows) {
-        const std::string answer = answerTo(row.line);
+        const std::string response = responseTo(row.line);
         const std::string start =
             R"({"jsonrpc":"2.0","id":)" + row.id + R"(,"error":{"code":)" + std::to_string(row.code) + ",";
-        EXPECT_EQ(answer.substr(0, start.size()), start) << row.line.substr(0, 100);
-        EXPECT_NE(answer.find(row.says), std::string::npos) << answer;
+        EXPECT_EQ(response.substr(0, start.size()), start) << row.line.substr(0, 100);
+        EXPECT_NE(response.find(row.says), std::string::npos) << response;
     }
-    // Notifications have no answer.
-    EXPECT_EQ(answerTo(R"({"jsonrpc":"2.0","method":"describe"})"), "");
-    EXPECT_EQ(answerTo(R"({"jsonrpc":"2.0","method":"preview","params":7})"), "");
+    // Notifications have no response.
+    EXPECT_EQ(responseTo(R"({"jsonrpc":"2.0","method":"describe"})"), "");
+    EXPECT_EQ(responseTo(R"({"jsonrpc":"2.0","method":"preview","params":7})"), "");
 }
 
 } // namespace
