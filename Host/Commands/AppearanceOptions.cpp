@@ -1,7 +1,5 @@
 #include "Host/Commands/AppearanceOptions.h"
 
-#include "Host/Drawing/AppearanceNames.h"
-
 #include <CLI/CLI.hpp>
 
 #include <algorithm>

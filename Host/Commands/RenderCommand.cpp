@@ -39,9 +39,9 @@ std::string picture(const Entry& entry, const RenderRequest& request, const std:
     const WidgetLayout layout = layOut(entry.view, familySize(family), userDirection(), renderer);
     switch (request.format) {
     case RenderFormat::svg:
-        return renderer.svg(layout, request.appearance);
+        return renderer.vectorFile(VectorFormat::svg, layout, request.appearance);
     case RenderFormat::pdf:
-        return renderer.pdf(layout, request.appearance);
+        return renderer.vectorFile(VectorFormat::pdf, layout, request.appearance);
     case RenderFormat::frames:
         return framesJson(layout) + '\n';
     case RenderFormat::png:

@@ -7,7 +7,6 @@
 #include "Host/Desktop/GalleryWindow.h"
 #include "Host/Desktop/TileMenu.h"
 #include "Host/Desktop/Toolkit.h"
-#include "Host/Drawing/AppearanceNames.h"
 #include "Platform/Foundation/FileSystem.h"
 #include "Platform/Foundation/Localization.h"
 

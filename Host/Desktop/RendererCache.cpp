@@ -1,7 +1,5 @@
 #include "Host/Desktop/RendererCache.h"
 
-#include "Host/Drawing/FontRelease.h"
-
 #include <malloc.h>
 
 namespace host {
@@ -18,7 +16,6 @@ Renderer& RendererCache::renderer() {
 
 void RendererCache::clear() {
     renderer_.reset();
-    releaseUnusedFonts();
     malloc_trim(0);
 }
 

@@ -1,7 +1,6 @@
 #include "Host/Desktop/TileController.h"
 
 #include "Host/Desktop/WaitingView.h"
-#include "Host/Drawing/AppearanceNames.h"
 #include "Host/Drawing/Badges.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Foundation/Calendar.h"
@@ -289,8 +288,7 @@ TilePart TileController::drawBadges(RenderedTile& rendered) {
     const platform::View badge = !badges_.hasFailed ? asOfBadge(text)
                                  : text.empty()     ? failureMark()
                                                     : failedAsOfBadge(text);
-    const Rect frame =
-        drawBadge(rendered, badge, Corner::bottomTrailing, style(Redaction::none), context_.renderers.renderer());
+    const Rect frame = drawBadge(rendered, badge, style(Redaction::none), context_.renderers.renderer());
     if (!badges_.hasFailed) {
         return {
             .item = {.role = AccessibleItem::Role::text, .frame = frame, .name = text, .description = {}, .url = {}}};

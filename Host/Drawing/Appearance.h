@@ -1,22 +1,37 @@
-// How a widget is to look: what the desktop and the user chose, and the colours that follow from it.
+// How a widget is drawn, as the desktop and the user choose. Palette.h has the colours that follow from it.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
 #include <optional>
+#include <string_view>
 
 namespace host {
 
 enum class ColorScheme { light, dark };
 /// Tinted: grays, with the accent group in one tint. Vibrant: stronger text and muted colours, for a background that
-/// shows through. What exactly becomes of each colour is said in Palette.h.
+/// shows through.
 enum class DrawingMode { fullColor, tinted, vibrant };
-/// Whether the compositor blurs what shows through the tile. Files of pictures have no compositor, so they are made for
-/// a sharp one.
+/// Whether the compositor blurs what shows through the tile. Picture files are made for a sharp wallpaper.
 enum class Wallpaper { sharp, blurred };
-/// High: for those who see little. The tile is opaque, and everything on it stands out from it.
+/// High: the tile is opaque, and everything on it stands out from it.
 enum class Contrast { normal, high };
-/// Placeholder: texts, images and symbols as round blocks where they would stand, shapes softened, dividers as ever;
-/// two texts of equal width look the same.
+/// Placeholder: texts, images and symbols as round blocks in their places, shapes softened, dividers unchanged.
 enum class Redaction { none, placeholder };
+
+/// The names in files and on command lines, in the order of the values.
+inline constexpr std::array<std::string_view, 2> colorSchemeNames{"light", "dark"};
+inline constexpr std::array<std::string_view, 3> drawingModeNames{"fullColor", "tinted", "vibrant"};
+inline constexpr std::array<std::string_view, 2> contrastNames{"normal", "high"};
+
+/// Returns nothing for another name.
+template <class Value, std::size_t Count>
+std::optional<Value> valueNamed(std::string_view name, const std::array<std::string_view, Count>& names) {
+    const auto found = std::find(names.begin(), names.end(), name);
+    return found == names.end() ? std::nullopt : std::optional(static_cast<Value>(std::distance(names.begin(), found)));
+}
 
 /// Components from 0 to 1, not premultiplied.
 struct Rgba {
@@ -33,7 +48,8 @@ struct Appearance {
     Wallpaper wallpaper = Wallpaper::sharp;
     Redaction redaction = Redaction::none;
     Contrast contrast = Contrast::normal;
-    /// The desktop's accent colour, for the tinted mode; left out, the palette's blue. Its alpha counts as 1.
+    /// The desktop's accent colour, for the tinted mode and the focus ring; the palette's blue without one. Its alpha
+    /// counts as 1.
     std::optional<Rgba> accent;
     friend bool operator==(const Appearance&, const Appearance&) = default;
 };

@@ -63,7 +63,7 @@ View messageView(std::string title, std::vector<std::string> texts, std::optiona
     return platform::vStack({.spacing = 12}, std::move(all));
 }
 
-Rect drawBadge(RenderedTile& rendered, const View& badge, Corner corner, const TileStyle& style, Renderer& renderer) {
+Rect drawBadge(RenderedTile& rendered, const View& badge, const TileStyle& style, Renderer& renderer) {
     const PixelGrid grid(rendered.scale);
     const Size room{rendered.picture.width / rendered.scale - 2 * badgeInset,
                     rendered.picture.height / rendered.scale - 2 * badgeInset};
@@ -78,7 +78,7 @@ Rect drawBadge(RenderedTile& rendered, const View& badge, Corner corner, const T
     const double height = grid.edge(layout.size.height);
     const double inset = grid.edge(badgeInset);
     const Point origin{style.direction == Direction::rightToLeft ? inset : rendered.picture.width - inset - width,
-                       corner == Corner::topTrailing ? inset : rendered.picture.height - inset - height};
+                       rendered.picture.height - inset - height};
     // Readable even on a placeholder.
     Appearance appearance = style.appearance;
     appearance.redaction = Redaction::none;

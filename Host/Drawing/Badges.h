@@ -29,15 +29,12 @@ struct MessageButton {
 platform::View messageView(std::string title, std::vector<std::string> texts,
                            std::optional<MessageButton> button = std::nullopt);
 
-enum class Corner { bottomTrailing, topTrailing };
-
 /// The distance of a badge from the tile's edges, in points.
 inline constexpr double badgeInset = 8;
 
-/// Draws `badge` into a corner of the picture, on an opaque capsule. Cuts its text if it is too long for the tile.
-/// Requires the style that the tile was rendered in. Does not change the tile's items. Returns the badge's frame, in
-/// points; an empty one if the tile has no picture.
-Rect drawBadge(RenderedTile& rendered, const platform::View& badge, Corner corner, const TileStyle& style,
-               Renderer& renderer);
+/// Draws `badge` into the picture's lower trailing corner, on an opaque capsule. Cuts its text if it is too long for the
+/// tile. Requires the style that the tile was rendered in. Does not change the tile's items. Returns the badge's frame,
+/// in points; an empty one if the tile has no picture.
+Rect drawBadge(RenderedTile& rendered, const platform::View& badge, const TileStyle& style, Renderer& renderer);
 
 } // namespace host

@@ -3,7 +3,6 @@
 // When it holds too many bytes, it is cleared. One thread at a time.
 #pragma once
 
-#include "Host/Drawing/Desaturation.h"
 #include "Host/Drawing/Handles.h"
 #include "Host/Drawing/ImageDecoder.h"
 #include "Host/Layout/TextMeasurer.h"
@@ -13,6 +12,8 @@
 #include <vector>
 
 namespace host {
+
+enum class Tone { color, gray };
 
 /// The form of an image, in whole device pixels.
 struct IconRequest {

@@ -2,26 +2,58 @@
 
 #include "Host/Drawing/Handles.h"
 #include "Host/Drawing/Painter.h"
-#include "Host/Drawing/VectorFiles.h"
+
+#include <cairo-pdf.h>
+#include <cairo-svg.h>
 
 namespace host {
 namespace {
 
 /// Vector pictures are aligned to half points, so that they are sharp on screens of scale 2.
 constexpr double vectorScale = 2;
+constexpr int cachedFontCount = 256;
 
-std::string vectorPicture(VectorFormat format, const WidgetLayout& layout, const Appearance& appearance,
-                          RenderCaches& caches) {
-    return vectorFile(format, layout.size, [&](cairo_t* cairo) {
-        cairo_scale(cairo, 1 / vectorScale, 1 / vectorScale);
-        Painter(cairo, PixelGrid(vectorScale), appearance, Output::vector, caches).paint(layout);
-    });
+using FontFaceHandle = std::unique_ptr<cairo_font_face_t, Releaser<cairo_font_face_destroy>>;
+using ScaledFontHandle = std::unique_ptr<cairo_scaled_font_t, Releaser<cairo_scaled_font_destroy>>;
+
+cairo_status_t append(void* file, const unsigned char* bytes, unsigned int count) {
+    static_cast<std::string*>(file)->append(reinterpret_cast<const char*>(bytes), count);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+SurfaceHandle makePage(VectorFormat format, Size size, std::string& file) {
+    if (format == VectorFormat::svg) {
+        SurfaceHandle surface(cairo_svg_surface_create_for_stream(append, &file, size.width, size.height));
+        cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PX);
+        return surface;
+    }
+    SurfaceHandle surface(cairo_pdf_surface_create_for_stream(append, &file, size.width, size.height));
+    // Instead of the current time, so that equal pictures are equal files.
+    cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, "2001-01-01T00:00:00Z");
+    return surface;
+}
+
+/// Cairo caches the last 256 unused scaled fonts, and with them their files; creating 256 empty user fonts evicts them.
+void releaseUnusedFonts() {
+    const FontFaceHandle face(cairo_user_font_face_create());
+    const FontOptionsHandle options(cairo_font_options_create());
+    cairo_matrix_t identity;
+    cairo_matrix_init_identity(&identity);
+    for (int size = 1; size <= cachedFontCount; ++size) {
+        cairo_matrix_t matrix;
+        cairo_matrix_init_scale(&matrix, size, size);
+        const ScaledFontHandle font(cairo_scaled_font_create(face.get(), &matrix, &identity, options.get()));
+    }
 }
 
 } // namespace
 
 Renderer::Renderer() : caches_(std::make_unique<RenderCaches>()) {}
-Renderer::~Renderer() = default;
+
+Renderer::~Renderer() {
+    caches_.reset();
+    releaseUnusedFonts();
+}
 
 TextMeasurer& Renderer::texts() {
     return caches_->typesetter;
@@ -55,12 +87,15 @@ void Renderer::drawBadge(const PixelBuffer& picture, Point origin, const WidgetL
     Painter(cairo.get(), PixelGrid(scale), appearance, Output::pixels, *caches_).paintBadge(layout);
 }
 
-std::string Renderer::svg(const WidgetLayout& layout, const Appearance& appearance) {
-    return vectorPicture(VectorFormat::svg, layout, appearance, *caches_);
-}
-
-std::string Renderer::pdf(const WidgetLayout& layout, const Appearance& appearance) {
-    return vectorPicture(VectorFormat::pdf, layout, appearance, *caches_);
+std::string Renderer::vectorFile(VectorFormat format, const WidgetLayout& layout, const Appearance& appearance) {
+    std::string file;
+    const SurfaceHandle page = makePage(format, layout.size, file);
+    const CairoHandle cairo(cairo_create(page.get()));
+    cairo_scale(cairo.get(), 1 / vectorScale, 1 / vectorScale);
+    Painter(cairo.get(), PixelGrid(vectorScale), appearance, Output::vector, *caches_).paint(layout);
+    cairo_show_page(cairo.get());
+    cairo_surface_finish(page.get());
+    return cairo_surface_status(page.get()) == CAIRO_STATUS_SUCCESS ? file : std::string();
 }
 
 } // namespace host

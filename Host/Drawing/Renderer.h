@@ -1,8 +1,9 @@
 // Draws layouts into pictures.
 //
-// A `Renderer` measures, draws and encodes. It caches fonts, symbols and decoded icons for the next picture; its
-// destructor releases them. The constructor starts to read the machine's font configuration in the background, which
-// takes most of the time of a first picture: make it before the widget's response comes. One thread at a time.
+// A `Renderer` measures and draws. It caches fonts, symbols and decoded icons for the next picture; its destructor
+// releases them, with all fonts that no other part of the process uses. The constructor starts to read the machine's
+// font configuration in the background, which takes most of the time of a first picture: make it before the widget's
+// response comes. One thread at a time.
 #pragma once
 
 #include "Host/Drawing/Appearance.h"
@@ -16,6 +17,8 @@
 namespace host {
 
 struct RenderCaches;
+
+enum class VectorFormat { svg, pdf };
 
 class Renderer final {
   public:
@@ -33,9 +36,9 @@ class Renderer final {
     PixelBuffer pixels(const WidgetLayout& layout, const Appearance& appearance, double scale);
     static constexpr int maxSide = 16'384;
 
-    /// Returns the picture as a file, in points. Equal pictures are equal files.
-    std::string svg(const WidgetLayout& layout, const Appearance& appearance);
-    std::string pdf(const WidgetLayout& layout, const Appearance& appearance);
+    /// Returns the picture as a file, in points; empty on failure. Equal pictures are equal files, except for the
+    /// numbers in an SVG file's ids, which cairo counts in the process.
+    std::string vectorFile(VectorFormat format, const WidgetLayout& layout, const Appearance& appearance);
 
     /// Draws a badge over a picture: everything on an opaque capsule that is as large as the layout, with its upper
     /// left corner at `origin`, in whole device pixels.

@@ -83,7 +83,6 @@ struct Reference {
     TileStyle style;
     /// Drawn over the tile.
     std::optional<View> badge;
-    Corner corner = Corner::bottomTrailing;
     View view = sample();
     Bounds bounds = {};
 };
@@ -107,7 +106,7 @@ std::vector<Reference> references() {
         {"placeholder",
          {.appearance = {.redaction = Redaction::placeholder}, .scale = 2},
          failedAsOfBadge("as of 10:42")},
-        {"right-to-left", {.scale = 1.5, .direction = Direction::rightToLeft}, failureMark(), Corner::topTrailing},
+        {"right-to-left", {.scale = 1.5, .direction = Direction::rightToLeft}, failureMark()},
         {"badge-dark", {.appearance = dark, .scale = 2}, asOfBadge("as of 10:42")},
         {.name = "message",
          .style = {.scale = 2},
@@ -149,7 +148,7 @@ TEST(ReferencePictures, AreStillDrawn) {
     for (const Reference& reference : references()) {
         RenderedTile tile = renderTile(reference.view, familySize("medium"), reference.style, renderer);
         if (reference.badge) {
-            drawBadge(tile, *reference.badge, reference.corner, reference.style, renderer);
+            drawBadge(tile, *reference.badge, reference.style, renderer);
         }
         const Picture actual = downsampled(tile.picture);
         const std::string path = std::string(FIXTURES_FOLDER "/Pictures/") + reference.name + ".png";

@@ -122,8 +122,8 @@ TEST_F(RendererTest, PlaceholdersTellNothing) {
     EXPECT_EQ(renderTile(row, {170, 50}, {}, renderer).items.size(), 1U);
     RenderedTile plain = renderTile(clear(), {170, 50}, {}, renderer);
     RenderedTile hidden = renderTile(clear(), {170, 50}, {.appearance = placeholder}, renderer);
-    drawBadge(plain, asOfBadge("as of 10:42"), Corner::topTrailing, {}, renderer);
-    drawBadge(hidden, asOfBadge("as of 10:42"), Corner::topTrailing, {.appearance = placeholder}, renderer);
+    drawBadge(plain, asOfBadge("as of 10:42"), {}, renderer);
+    drawBadge(hidden, asOfBadge("as of 10:42"), {.appearance = placeholder}, renderer);
     EXPECT_EQ(decoded(plain.picture), decoded(hidden.picture)) << "badges stay readable";
 }
 
@@ -141,13 +141,13 @@ TEST_F(RendererTest, VectorFilesAreStableAndShowWhatThePixelsShow) {
     const WidgetLayout layout = layOut(view, {170, 170}, renderer.texts(), renderer.images());
     // cairo numbers images by the process.
     const auto unnumbered = [](const std::string& svg) {
-        return std::regex_replace(svg, std::regex("source-[0-9]+"), "source");
+        return std::regex_replace(svg, std::regex("(source-|surface|image)[0-9]+"), "$1");
     };
     Renderer other;
-    const std::string svg = renderer.svg(layout, {});
-    EXPECT_EQ(unnumbered(other.svg(layout, {})), unnumbered(svg));
-    EXPECT_EQ(other.pdf(layout, {}), renderer.pdf(layout, {}));
-    EXPECT_TRUE(renderer.pdf(layout, {}).starts_with("%PDF-"));
+    const std::string svg = renderer.vectorFile(VectorFormat::svg, layout, {});
+    EXPECT_EQ(unnumbered(other.vectorFile(VectorFormat::svg, layout, {})), unnumbered(svg));
+    EXPECT_EQ(other.vectorFile(VectorFormat::pdf, layout, {}), renderer.vectorFile(VectorFormat::pdf, layout, {}));
+    EXPECT_TRUE(renderer.vectorFile(VectorFormat::pdf, layout, {}).starts_with("%PDF-"));
 
     const Picture vector = decoded(svg);
     if (vector.pixels.empty()) {
@@ -172,8 +172,8 @@ TEST_F(RendererTest, BadgesLetNothingShineThrough) {
         RenderedTile plain = renderTile(text(""), familySize("medium"), style, renderer);
         RenderedTile busy = renderTile(circle(Color::red).frame({.width = 2000, .height = 2000}), familySize("medium"),
                                        style, renderer);
-        const Rect frame = drawBadge(plain, asOfBadge("as of 10:42"), Corner::bottomTrailing, style, renderer);
-        EXPECT_EQ(drawBadge(busy, asOfBadge("as of 10:42"), Corner::bottomTrailing, style, renderer), frame);
+        const Rect frame = drawBadge(plain, asOfBadge("as of 10:42"), style, renderer);
+        EXPECT_EQ(drawBadge(busy, asOfBadge("as of 10:42"), style, renderer), frame);
         const Picture overPlain = decoded(plain.picture);
         const Picture overBusy = decoded(busy.picture);
         ASSERT_NE(overPlain, overBusy);
@@ -194,14 +194,14 @@ TEST_F(RendererTest, BadgesAndMessagesStayOnTheTile) {
     for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
         const TileStyle style{.scale = 2, .direction = direction};
         RenderedTile tile = renderTile(text(""), familySize("medium"), style, renderer);
-        const Rect frame = drawBadge(tile, asOfBadge(words), Corner::bottomTrailing, style, renderer);
+        const Rect frame = drawBadge(tile, asOfBadge(words), style, renderer);
         EXPECT_GE(frame.x, badgeInset);
         EXPECT_LE(frame.right(), familySize("medium").width - badgeInset);
         EXPECT_GT(frame.width, 300);
     }
     RenderedTile tiny = renderTile(text(""), {12, 12}, {}, renderer);
     for (RenderedTile none; RenderedTile * tile : {&none, &tiny}) {
-        EXPECT_EQ(drawBadge(*tile, failureMark(), Corner::topTrailing, {}, renderer), Rect());
+        EXPECT_EQ(drawBadge(*tile, failureMark(), {}, renderer), Rect());
     }
     const Size small = familySize("small");
     const View message = messageView("Nothing opens this link",
