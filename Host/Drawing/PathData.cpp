@@ -12,10 +12,6 @@
 namespace host {
 namespace {
 
-Point mixed(Point a, Point b, double share) {
-    return {a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share};
-}
-
 class PathReader {
   public:
     PathReader(cairo_t* cairo, std::string_view data) : cairo_(cairo), rest_(data) {}
@@ -56,8 +52,6 @@ class PathReader {
     bool add(char command) {
         Point at;
         cairo_get_current_point(cairo_, &at.x, &at.y);
-        const std::optional<Point> handle = handle_;
-        handle_.reset();
         switch (command) {
         case 'M':
             return with<2>([&](const auto& n) { cairo_move_to(cairo_, n[0], n[1]); });
@@ -68,19 +62,7 @@ class PathReader {
         case 'V':
             return with<1>([&](const auto& n) { cairo_line_to(cairo_, at.x, n[0]); });
         case 'C':
-            return with<6>([&](const auto& n) { addCurve({n[0], n[1]}, {n[2], n[3]}, {n[4], n[5]}); });
-        case 'S':
-            // Mirrors the control point of the curve before.
-            return with<4>([&](const auto& n) {
-                addCurve(handle ? mixed(*handle, at, 2) : at, {n[0], n[1]}, {n[2], n[3]});
-            });
-        case 'Q':
-            return with<4>([&](const auto& n) {
-                const Point control{n[0], n[1]};
-                const Point to{n[2], n[3]};
-                addCurve(mixed(at, control, 2.0 / 3), mixed(to, control, 2.0 / 3), to);
-                handle_.reset();
-            });
+            return with<6>([&](const auto& n) { cairo_curve_to(cairo_, n[0], n[1], n[2], n[3], n[4], n[5]); });
         case 'A':
             return with<7>([&](const auto& n) {
                 addArc(at, {.radii = {n[0], n[1]}, .isLarge = n[3] != 0, .isSweep = n[4] != 0, .to = {n[5], n[6]}});
@@ -100,11 +82,6 @@ class PathReader {
             append(*values);
         }
         return values.has_value();
-    }
-
-    void addCurve(Point control1, Point control2, Point to) {
-        cairo_curve_to(cairo_, control1.x, control1.y, control2.x, control2.y, to.x, to.y);
-        handle_ = control2;
     }
 
     struct Arc {
@@ -129,8 +106,8 @@ class PathReader {
         const Point center{factor * half.y, -factor * half.x};
 
         cairo_save(cairo_);
-        const Point middle = mixed(from, arc.to, 0.5);
-        cairo_translate(cairo_, middle.x + center.x * arc.radii.width, middle.y + center.y * arc.radii.height);
+        cairo_translate(cairo_, (from.x + arc.to.x) / 2 + center.x * arc.radii.width,
+                        (from.y + arc.to.y) / 2 + center.y * arc.radii.height);
         cairo_scale(cairo_, arc.radii.width, arc.radii.height);
         (arc.isSweep ? cairo_arc : cairo_arc_negative)(cairo_, 0, 0, growth,
                                                        std::atan2(half.y - center.y, half.x - center.x),
@@ -140,8 +117,6 @@ class PathReader {
 
     cairo_t* cairo_;
     std::string_view rest_;
-    /// The last control point, if the last segment was a cubic curve.
-    std::optional<Point> handle_;
 };
 
 } // namespace

@@ -1,5 +1,5 @@
 // Outlines in the path data language of SVG (the `d` of a <path>), in a subset: the absolute commands
-// M L H V A C Q S Z, none left out, with blanks between all letters and numbers. Arcs have no rotation.
+// M L H V A C Z, none left out, with blanks between all letters and numbers. Arcs have no rotation.
 #pragma once
 
 #include <cairo.h>

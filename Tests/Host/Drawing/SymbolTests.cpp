@@ -46,12 +46,6 @@ TEST(PathData, ReadsTheCommandsInUse) {
              {"M 1 2 H 5 V 9", {{1, 2, 5, 9, 5, 9}}},
              {"M 2 2 L 3 5 Z", {{2, 2, 3, 5, 2, 2}}},
              {"M 0 0 C 0 4 8 4 8 0", {{0, 0, 8, 3, 8, 0}}},
-             {"M 0 0 Q 4 4 8 0", {{0, 0, 8, 2, 8, 0}}},
-             // A smooth curve mirrors the control point of a cubic curve just before, and nothing else.
-             {"M 0 0 C 0 4 8 4 8 0 S 16 0 16 0", {{0, -1.78, 16, 3, 16, 0}}},
-             {"M 0 0 S 8 4 8 0", {{0, 0, 8, 1.78, 8, 0}}},
-             {"M 0 0 Q 4 4 8 0 S 16 0 16 0", {{0, 0, 16, 2, 16, 0}}},
-             {"M 0 0 C 0 4 8 4 8 0 L 8 0 S 16 0 16 0", {{0, 0, 16, 3, 16, 0}}},
              // Arcs the shorter and the longer way, either way round.
              {"M 1 0 A 1 1 0 0 1 0 1", {{0, 0, 1, 1, 0, 1}}},
              {"M 1 0 A 1 1 0 1 0 0 1", {{-1, -1, 1, 1, 0, 1}}},
