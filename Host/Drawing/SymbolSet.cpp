@@ -4,14 +4,22 @@
 #include "Host/Drawing/SymbolArtwork.h"
 #include "Host/Layout/Geometry.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace host {
 namespace {
 
 constexpr std::string_view fallbackName = "unknown";
-/// Half a pixel makes no difference to thicker strokes.
+/// The strokes of larger symbols are so thick that half a pixel makes no difference.
 constexpr int maxFittedSize = 40;
+
+const SymbolArtwork& artworkOf(std::string_view name) {
+    const auto all = symbolArtwork();
+    const auto found = std::lower_bound(
+        all.begin(), all.end(), name, [](const SymbolArtwork& each, std::string_view key) { return each.name < key; });
+    return found != all.end() && found->name == name ? *found : artworkOf(fallbackName);
+}
 
 void strokePath(cairo_t* cairo, std::string_view pathData, double size) {
     cairo_save(cairo);
@@ -48,7 +56,7 @@ std::uint64_t sharpness(cairo_surface_t* mask) {
     return sum;
 }
 
-/// Returns the offset of up to half a pixel at which most edges of a small symbol are on pixel edges.
+/// Returns the mask; a small symbol's with an offset of up to half a pixel, so that most of its edges are on pixel edges.
 SurfaceHandle fittedMask(std::string_view pathData, int size) {
     SurfaceHandle best = maskOf(pathData, size, {});
     if (size > maxFittedSize) {
@@ -68,23 +76,12 @@ SurfaceHandle fittedMask(std::string_view pathData, int size) {
 
 } // namespace
 
-SymbolSet::SymbolSet() {
-    for (const SymbolArtwork& symbol : symbolArtwork()) {
-        artwork_.emplace(symbol.name, symbol.pathData);
-    }
-}
-
-const SymbolSet::Table::value_type& SymbolSet::artwork(std::string_view name) const {
-    const auto found = artwork_.find(name);
-    return found == artwork_.end() ? *artwork_.find(fallbackName) : *found;
-}
-
 void SymbolSet::stroke(cairo_t* cairo, std::string_view name, double size) const {
-    strokePath(cairo, artwork(name).second, size);
+    strokePath(cairo, artworkOf(name).pathData, size);
 }
 
 cairo_surface_t* SymbolSet::mask(std::string_view name, int size) {
-    const auto& [known, pathData] = artwork(name);
+    const auto& [known, pathData] = artworkOf(name);
     SurfaceHandle& mask = masks_[{known, size}];
     if (!mask) {
         mask = fittedMask(pathData, size);

@@ -1,21 +1,16 @@
-// Draws the symbols, and caches their masks.
-//
-// A name without artwork is drawn as a dashed square. One thread at a time.
+// Draws symbols, and caches their masks. Draws a name without artwork as a dashed square. One thread at a time.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
 
 #include <map>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 namespace host {
 
 class SymbolSet {
   public:
-    SymbolSet();
-
     /// Strokes the symbol with the current source, `size` units square, with its upper left corner at the origin.
     void stroke(cairo_t* cairo, std::string_view name, double size) const;
 
@@ -25,12 +20,6 @@ class SymbolSet {
     static constexpr int maskMargin = 1;
 
   private:
-    /// Path data by name.
-    using Table = std::unordered_map<std::string_view, std::string_view>;
-
-    const Table::value_type& artwork(std::string_view name) const;
-
-    Table artwork_;
     /// By the name in the static table, and the size.
     std::map<std::pair<std::string_view, int>, SurfaceHandle> masks_;
 };
