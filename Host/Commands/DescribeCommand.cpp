@@ -1,6 +1,6 @@
 #include "Host/Commands/DescribeCommand.h"
 
-#include "Platform/Foundation/JsonWriter.h"
+#include "Host/Connection/Requests.h"
 
 #include <fmt/format.h>
 
@@ -46,13 +46,8 @@ std::optional<Failure> listOptions(const ExtensionChoice& choice, const OptionsR
     if (!extension) {
         return extension.error();
     }
-    std::string params;
-    platform::JsonWriter out(params);
-    out.beginObject().member("kind", request.kind).member("parameter", request.parameter);
-    if (request.matching) {
-        out.member("matching", *request.matching);
-    }
-    out.endObject();
+    const std::string params =
+        paramsOf({{"kind", request.kind}, {"parameter", request.parameter}, {"matching", request.matching}});
     if (format == TextFormat::json) {
         const auto result = PendingResponse(**extension, "options", params, readText).wait();
         return result ? writeOutput(*result + '\n', std::nullopt) : std::optional(result.error());

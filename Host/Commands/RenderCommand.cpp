@@ -8,7 +8,6 @@
 #include "Host/Layout/FramesJson.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Foundation/Clock.h"
-#include "Platform/Foundation/JsonWriter.h"
 
 namespace host {
 namespace {
@@ -27,12 +26,6 @@ Outcome<std::string> familyOfPreview(ExtensionClient& extension, const std::stri
     }
     // The extension refuses this one and names those that exist.
     return std::string("medium");
-}
-
-std::string previewParams(const std::string& kind, const std::string& name) {
-    std::string params;
-    platform::JsonWriter(params).beginObject().member("kind", kind).member("name", name).endObject();
-    return params;
 }
 
 std::string picture(const Entry& entry, const RenderRequest& request, const std::string& family, Renderer& renderer) {
@@ -72,8 +65,8 @@ std::optional<Failure> render(const ExtensionChoice& choice, RenderRequest reque
     }
     request.entry.family = request.family.value_or(request.entry.family);
     const std::string_view method = request.preview ? "preview" : methodName(request.entry.method);
-    const std::string params =
-        request.preview ? previewParams(request.entry.kind, *request.preview) : paramsOf(request.entry);
+    const std::string params = request.preview ? paramsOf({{"kind", request.entry.kind}, {"name", *request.preview}})
+                                               : paramsOf(request.entry);
     const platform::Date now = platform::SystemClock::shared().now();
     if (!renderer) {
         const auto tree = PendingResponse<std::string>(**extension, method, params, [now](Json result) {

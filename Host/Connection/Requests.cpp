@@ -32,4 +32,17 @@ std::string paramsOf(const EntryRequest& request) {
     return params;
 }
 
+std::string paramsOf(std::initializer_list<std::pair<std::string_view, std::string_view>> members) {
+    std::string params;
+    platform::JsonWriter out(params);
+    out.beginObject();
+    for (const auto& [name, value] : members) {
+        if (!value.empty()) {
+            out.textKey(name).text(value);
+        }
+    }
+    out.endObject();
+    return params;
+}
+
 } // namespace host

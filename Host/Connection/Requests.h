@@ -1,6 +1,7 @@
 // The protocol's requests for entries.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,5 +24,8 @@ std::string_view methodName(EntryRequest::Method method);
 
 /// Returns the request's parameters, a JSON object.
 std::string paramsOf(const EntryRequest& request);
+
+/// Returns the parameters of another request. Leaves out those with an empty value.
+std::string paramsOf(std::initializer_list<std::pair<std::string_view, std::string_view>> members);
 
 } // namespace host

@@ -1,7 +1,7 @@
 #include "Host/Desktop/ParameterField.h"
 
+#include "Host/Connection/Requests.h"
 #include "Host/Desktop/Labels.h"
-#include "Platform/Foundation/JsonWriter.h"
 #include "Platform/Foundation/Localization.h"
 
 #include <algorithm>
@@ -14,7 +14,7 @@ using platform::localized;
 namespace {
 
 constexpr int listHeight = 200;
-/// A user who sees this many types another letter.
+/// With more rows, users type another letter.
 constexpr std::size_t maxRows = 500;
 
 std::string missing(const std::string& title) {
@@ -77,9 +77,9 @@ class EntityField final : public ParameterField {
     GtkWidget* list_;
     /// The ids of the rows.
     std::vector<std::string> ids_;
-    /// While rows come and go by themselves.
+    /// Whether the rows are being replaced.
     bool isListing_ = false;
-    /// Counts requests; only the last one's answer matters.
+    /// The number of requests; only the last one's response counts.
     int requests_ = 0;
     Lifetime lifetime_;
 };
@@ -115,7 +115,7 @@ EntityField::~EntityField() {
     g_signal_handlers_disconnect_by_data(list_, this);
 }
 
-/// Escape clears what is searched for, and then cancels as everywhere in the window.
+/// Escape clears the search; without one, it closes the window.
 void EntityField::stopped() {
     if (gtk_entry_get_text_length(GTK_ENTRY(search_)) > 0) {
         gtk_entry_set_text(GTK_ENTRY(search_), "");
@@ -125,14 +125,8 @@ void EntityField::stopped() {
 }
 
 void EntityField::request(const std::string& matching) {
-    std::string params;
-    platform::JsonWriter out(params);
-    out.beginObject().member("kind", instance_.kind).member("parameter", parameter_);
-    if (!matching.empty()) {
-        out.member("matching", matching);
-    }
-    out.endObject();
-    host_.request(instance_.extension, "options", params,
+    host_.request(instance_.extension, "options",
+                  paramsOf({{"kind", instance_.kind}, {"parameter", parameter_}, {"matching", matching}}),
                   lifetime_.weakly([this, isWhole = matching.empty(), number = ++requests_](const auto& answer) {
                       const auto options = answer ? readOptions(*answer) : platform::Unexpected{answer.error()};
                       if (options && number == requests_) {
