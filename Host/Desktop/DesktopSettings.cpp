@@ -17,7 +17,7 @@ constexpr double dpiUnit = 1024;
 constexpr double minTextScale = 0.5;
 constexpr double maxTextScale = 3;
 
-/// The name of the theme, and after a colon of its variant. The user's GTK_THEME replaces the desktop's.
+/// Returns the theme's name, with its variant after a colon. The user's GTK_THEME replaces the desktop's theme.
 std::string themeName(GtkSettings* settings) {
     if (const char* chosen = g_getenv("GTK_THEME"); chosen != nullptr) {
         return chosen;
@@ -38,7 +38,7 @@ double textScaleOf(GtkSettings* settings) {
     return dpi <= 0 ? 1 : std::clamp(dpi / dpiUnit / usualDpi, minTextScale, maxTextScale);
 }
 
-/// The theme's colour of selections.
+/// Returns the theme's colour of selections.
 Rgba themeAccent() {
     const std::unique_ptr<GtkWidgetPath, decltype(&gtk_widget_path_unref)> path(gtk_widget_path_new(),
                                                                                 &gtk_widget_path_unref);
@@ -74,8 +74,8 @@ DesktopSettings::DesktopSettings(std::function<void()> changed)
     themePrefersDark_ = prefersDark != FALSE;
     isToolkitDark_ = themePrefersDark_;
     look_ = currentLook();
-    connect<&DesktopSettings::themeChanged>(toolkit_, "notify::gtk-theme-name", this);
-    connect<&DesktopSettings::themeChanged>(toolkit_, "notify::gtk-xft-dpi", this);
+    connect<&DesktopSettings::refresh>(toolkit_, "notify::gtk-theme-name", this);
+    connect<&DesktopSettings::refresh>(toolkit_, "notify::gtk-xft-dpi", this);
     g_dbus_proxy_new_for_bus(G_BUS_TYPE_SESSION, G_DBUS_PROXY_FLAGS_DO_NOT_LOAD_PROPERTIES, nullptr,
                              "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
                              "org.freedesktop.portal.Settings", cancellable_.get(), &DesktopSettings::onProxy, this);
@@ -153,10 +153,6 @@ void DesktopSettings::take(const char* key, GVariant* value) {
     } else if (name == "accent-color") {
         portal_.accent = colorOf(value);
     }
-}
-
-void DesktopSettings::themeChanged(GParamSpec* /*property*/) {
-    refresh();
 }
 
 void DesktopSettings::readTheme() {

@@ -1,8 +1,7 @@
-// The user's choices for the whole desktop that tiles follow: colour scheme, contrast, accent colour, size of text,
-// direction.
+// The desktop's settings that tiles follow: colour scheme, contrast, accent colour, size of text, direction.
 //
-// From the settings portal (org.freedesktop.portal.Settings, namespace org.freedesktop.appearance), else from GTK's
-// theme; followed while running. GTK's own windows get the dark scheme too.
+// They come from the settings portal (org.freedesktop.portal.Settings, namespace org.freedesktop.appearance), else from
+// GTK's theme, and are followed while running. The dark scheme applies to GTK's windows, too.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
@@ -20,7 +19,7 @@ struct DesktopLook {
     ColorScheme scheme = ColorScheme::light;
     Contrast contrast = Contrast::normal;
     Rgba accent;
-    /// Tiles grow as a whole with it, so that no text is cut.
+    /// Scales the whole tile, so that no text is cut.
     double textScale = 1;
     Direction direction = Direction::leftToRight;
     bool operator==(const DesktopLook&) const = default;
@@ -28,16 +27,16 @@ struct DesktopLook {
 
 class DesktopSettings {
   public:
-    /// `changed` is called from the main loop when the look changes. The theme counts until the portal has answered.
+    /// Calls `changed` from the main loop when the look changes. Uses the theme until the portal has answered.
     explicit DesktopSettings(std::function<void()> changed);
     DesktopSettings(const DesktopSettings&) = delete;
     DesktopSettings& operator=(const DesktopSettings&) = delete;
     ~DesktopSettings();
 
     const DesktopLook& look() const { return look_; }
-    /// The size of a tile in the desktop's units.
+    /// Returns the size of a tile in the desktop's units.
     Size tileSize(const std::string& family) const;
-    /// How a tile is drawn where the desktop has `scale` pixels per unit.
+    /// Returns how a tile is drawn at `scale` pixels per desktop unit.
     TileStyle tileStyle(double scale, Redaction redaction, DrawingMode mode = DrawingMode::fullColor) const;
 
     /// Makes GTK read the theme, for windows other than tiles. The accent colour may be known only then. Called no
@@ -54,7 +53,6 @@ class DesktopSettings {
     static void onProxy(GObject* source, GAsyncResult* result, gpointer self);
     static void onAnswer(GObject* source, GAsyncResult* result, gpointer self);
     void onSignal(const char* sender, const char* signal, GVariant* parameters);
-    void themeChanged(GParamSpec* property);
     void take(const char* key, GVariant* value);
     void refresh();
     bool setToolkitScheme();

@@ -1,4 +1,4 @@
-// Owners of GTK windows, signals as calls of methods, and calls by the main loop.
+// Handles of GTK windows, signals that call methods, and calls by the main loop.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace host {
@@ -36,13 +37,20 @@ struct SignalCall<Method> {
     }
 };
 
-/// Calls the method at the signal. `self` must outlive `sender` or be disconnected.
+/// Calls the method at the signal. A method without parameters fits every signal. `self` must outlive `sender` or be
+/// disconnected.
 template <auto Method, class Self>
 gulong connect(gpointer sender, const char* signal, Self* self) {
-    return g_signal_connect(sender, signal, G_CALLBACK(&SignalCall<Method>::call), self);
+    if constexpr (std::is_invocable_v<decltype(Method), Self&>) {
+        // GLib passes the signal's arguments after `self`, where a C function may ignore them.
+        const auto call = +[](gpointer receiver) { return (static_cast<Self*>(receiver)->*Method)(); };
+        return g_signal_connect_swapped(sender, signal, G_CALLBACK(call), self);
+    } else {
+        return g_signal_connect(sender, signal, G_CALLBACK(&SignalCall<Method>::call), self);
+    }
 }
 
-/// Makes calls that do nothing once this is destroyed, for answers that come later than their receiver lives.
+/// Wraps calls so that they do nothing once this is destroyed, for answers that come after their receiver is gone.
 class Lifetime {
   public:
     template <class Call>
@@ -58,7 +66,7 @@ class Lifetime {
     std::shared_ptr<int> token_ = std::make_shared<int>();
 };
 
-/// A call that the main loop makes once, later. Destroying this, or scheduling anew, cancels it.
+/// A call that the main loop makes once, later. Destroying this or scheduling another call cancels it.
 class ScheduledCall {
   public:
     using Call = void (*)(gpointer self);

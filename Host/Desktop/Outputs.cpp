@@ -20,7 +20,7 @@ Rect rectOf(const GdkRectangle& rectangle) {
 }
 
 std::string nameOf(int number) {
-    // GTK 3 has the connector's name in no other way.
+    // GTK 3 offers the connector's name only here.
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
     std::string name = stringFromOwned(gdk_screen_get_monitor_plug_name(gdk_screen_get_default(), number));
     G_GNUC_END_IGNORE_DEPRECATIONS
@@ -36,18 +36,15 @@ Outputs::Outputs(std::function<void()> changed)
     if (stacking_.way() == Stacking::Way::layerShell) {
         wayland_.emplace(gdk_wayland_display_get_wl_display(display), [this] { refreshSoon(); });
     }
-    connect<&Outputs::onMonitor>(display, "monitor-added", this);
-    connect<&Outputs::onMonitor>(display, "monitor-removed", this);
+    connect<&Outputs::refreshSoon>(display, "monitor-added", this);
+    connect<&Outputs::refreshSoon>(display, "monitor-removed", this);
     connect<&Outputs::refreshSoon>(gdk_screen_get_default(), "monitors-changed", this);
     connect<&Outputs::refreshSoon>(gdk_screen_get_default(), "size-changed", this);
-    watchMonitors();
+    readMonitors();
     outputs_ = present();
 }
 
 Outputs::~Outputs() {
-    for (const Monitor& each : monitors_) {
-        g_signal_handlers_disconnect_by_data(each.monitor.get(), this);
-    }
     g_signal_handlers_disconnect_by_data(gdk_display_get_default(), this);
     g_signal_handlers_disconnect_by_data(gdk_screen_get_default(), this);
 }
@@ -60,17 +57,13 @@ std::vector<Screen> Outputs::screens() const {
     return screens;
 }
 
-void Outputs::onMonitor(GdkMonitor* /*monitor*/) {
-    refreshSoon();
-}
-
-/// A change of screens comes as many small ones; refreshes once for all, before anything is drawn.
+/// Refreshes once for many small changes of screens, before anything is drawn.
 void Outputs::refreshSoon() {
     refreshing_.idle<&Outputs::refresh>(this, G_PRIORITY_HIGH_IDLE - 1);
 }
 
 void Outputs::refresh() {
-    watchMonitors();
+    readMonitors();
     auto outputs = present();
     const std::pair stackingState(stacking_.way(), stacking_.isBlended());
     if (std::exchange(stackingState_, stackingState) != stackingState || outputs != outputs_) {
@@ -79,7 +72,7 @@ void Outputs::refresh() {
     }
 }
 
-void Outputs::watchMonitors() {
+void Outputs::readMonitors() {
     GdkDisplay* display = gdk_display_get_default();
     std::vector<Monitor> monitors;
     for (int number = 0; number < gdk_display_get_n_monitors(display); ++number) {
@@ -91,15 +84,8 @@ void Outputs::watchMonitors() {
             continue;
         }
         monitors.push_back({.monitor = ObjectHandle<GdkMonitor>(GDK_MONITOR(g_object_ref(monitor))), .area = nullptr});
-        for (const char* signal : {"notify::geometry", "notify::workarea", "notify::scale-factor"}) {
-            connect<&Outputs::onProperty>(monitor, signal, this);
-        }
     }
-    for (const Monitor& gone : std::exchange(monitors_, std::move(monitors))) {
-        if (gone.monitor) {
-            g_signal_handlers_disconnect_by_data(gone.monitor.get(), this);
-        }
-    }
+    monitors_ = std::move(monitors);
     if (wayland_) {
         // After the tiles.
         watchingWorkAreas_.idle<&Outputs::watchWorkAreas>(this, G_PRIORITY_LOW);

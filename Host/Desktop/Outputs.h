@@ -1,4 +1,4 @@
-// The screens by their connectors' names, and how windows are kept on the desktop there.
+// The screens, by their connectors' names, and how windows are kept on the desktop.
 #pragma once
 
 #include "Host/Arrangement/Placement.h"
@@ -17,10 +17,10 @@
 namespace host {
 
 struct Output {
-    /// On Wayland its area is where windows of the desktop have their places, so it begins at the bounds' corner, and
-    /// only its size says that there are panels.
+    /// On Wayland, coordinates of desktop windows begin beside the panels, so the area begins at the bounds' corner and
+    /// only its size leaves out the panels.
     Screen screen;
-    /// Lives as long as the output is there.
+    /// Valid as long as the output exists.
     GdkMonitor* monitor = nullptr;
     /// Device pixels per unit of the desktop.
     double scale = 1;
@@ -33,14 +33,13 @@ struct Output {
 
 class Outputs {
   public:
-    /// `changed` is called from the main loop when outputs come, go or change, and when windows are kept on the desktop
-    /// in another way.
+    /// Calls `changed` from the main loop when outputs come, go or change, and when the way of stacking changes.
     explicit Outputs(std::function<void()> changed);
     Outputs(const Outputs&) = delete;
     Outputs& operator=(const Outputs&) = delete;
     ~Outputs();
 
-    /// The primary one first. Empty if windows cannot be kept on the desktop.
+    /// Returns the outputs, the primary one first. Empty if windows cannot be kept on the desktop.
     const std::vector<Output>& all() const { return outputs_; }
     std::vector<Screen> screens() const;
     Stacking& stacking() { return stacking_; }
@@ -52,11 +51,9 @@ class Outputs {
         std::unique_ptr<WorkArea> area;
     };
 
-    void onMonitor(GdkMonitor* monitor);
-    void onProperty(GParamSpec* /*property*/) { refreshSoon(); }
     void refreshSoon();
     void refresh();
-    void watchMonitors();
+    void readMonitors();
     void watchWorkAreas();
     Output describe(int number, const Monitor& monitor) const;
     std::vector<Output> present() const;

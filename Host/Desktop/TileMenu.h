@@ -29,11 +29,11 @@ struct TileMenuActions {
     std::function<void(const ArrangementChange& change)> change;
 };
 
-/// Opens the menu over the window `widget`: at the pointer, or at what has the focus if `event` is a key's.
+/// Opens the menu over the window `widget`: at the pointer, or at the focused part if `event` is a key's.
 void popUpTileMenu(GtkWidget* widget, const GdkEvent* event, const TileMenuState& state,
                    const TileMenuActions& actions);
 
-/// What people call a family.
+/// Returns a family's name for users.
 std::string familyTitle(const std::string& family);
 
 } // namespace host

@@ -17,7 +17,7 @@ GtkWidget* makePart(const AccessibleItem& part) {
     const bool isLink = part.role == AccessibleItem::Role::link;
     GtkWidget* widget = isLink ? gtk_button_new() : gtk_drawing_area_new();
     if (isLink) {
-        // The picture has its look.
+        // The picture shows the link.
         gtk_style_context_add_class(gtk_widget_get_style_context(widget), "tile-part");
         gtk_widget_set_focus_on_click(widget, FALSE);
         // For the window's gesture.
@@ -119,7 +119,7 @@ void TileWindow::setDimmed(bool isDimmed) {
     gtk_widget_queue_draw(widget());
 }
 
-/// Parts have no place before the tile has, and a button that is down must see its release.
+/// Waits until the tile is placed and no mouse button is down, since a pressed part must see the release.
 void TileWindow::applyParts() {
     if (nextParts_ && frame_.width > 0 && gtk_gesture_is_active(drag_.get()) == FALSE) {
         parts_ = *std::exchange(nextParts_, std::nullopt);
@@ -147,14 +147,14 @@ void TileWindow::makeParts() {
         gtk_widget_show(each);
         widgets_.push_back(each);
     }
-    // The focus stays on its row when the list below changes.
+    // The focus stays on the same row when the list changes.
     if (focused && *focused < widgets_.size()) {
         gtk_widget_grab_focus(widgets_[*focused]);
     }
     shape();
 }
 
-/// An opaque window gets round corners; on a translucent one the shadow takes no clicks. GTK resets this whenever a
+/// Gives an opaque window round corners, and lets clicks through a translucent one's shadow. GTK resets this whenever a
 /// part is realized.
 void TileWindow::shape() {
     const bool isBlended = window_.isBlended();
@@ -164,17 +164,13 @@ void TileWindow::shape() {
     window_.blurBehind(std::move(outline));
 }
 
-void TileWindow::onScaleChanged(GParamSpec* /*property*/) const {
-    handlers_.scaleChanged();
-}
-
 void TileWindow::draw(cairo_t* cairo) {
     paintTile(cairo, rendered_, {outset_, outset_, frame_.width, frame_.height},
               window_.isBlended() ? Backdrop::transparent : Backdrop::opaque, isDimmed_ ? .35 : 1);
     const Palette palette(rendered_.appearance);
     GtkWindow* const window = GTK_WINDOW(widget());
     if (const auto pressed = partWith(GTK_STATE_FLAG_ACTIVE); pressed && !isDragged_) {
-        // So large a part needs less.
+        // A lighter one for a large area.
         fillMark(cairo, markOf(*pressed),
                  palette.highlight(isWhole(*pressed) ? Palette::Highlight::hovered : Palette::Highlight::pressed));
     } else if (const auto hovered = partWith(GTK_STATE_FLAG_PRELIGHT); hovered && !isDragged_ && !isWhole(*hovered)) {
@@ -197,7 +193,7 @@ gboolean TileWindow::pressed(GdkEvent* event) {
     return FALSE;
 }
 
-void TileWindow::dragBegun(double /*x*/, double /*y*/) {
+void TileWindow::dragBegun() {
     gtk_window_set_focus_visible(GTK_WINDOW(widget()), FALSE);
     window_.takeKeyboard(gtk_get_current_event_time());
 }
@@ -207,20 +203,20 @@ void TileWindow::dragMoved(double x, double y) {
         return;
     }
     if (!std::exchange(isDragged_, true)) {
-        // From here on it is not a click.
+        // The press is no click any more.
         gtk_gesture_set_state(drag_.get(), GTK_EVENT_SEQUENCE_CLAIMED);
     }
     handlers_.dragged({x, y});
 }
 
-void TileWindow::dragFinished(double /*x*/, double /*y*/) {
+void TileWindow::dragFinished() {
     applyingParts_.idle<&TileWindow::applyParts>(this);
     if (std::exchange(isDragged_, false)) {
         handlers_.dragEnded(DragEnd::dropped);
     }
 }
 
-void TileWindow::dragCancelled(GdkEventSequence* /*sequence*/) {
+void TileWindow::dragCancelled() {
     if (std::exchange(isDragged_, false)) {
         handlers_.dragEnded(DragEnd::cancelled);
     }

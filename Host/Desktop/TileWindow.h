@@ -1,8 +1,8 @@
-// The window of one tile: shows its picture and reports what the user does with it.
+// The window of one tile: shows its picture and reports the user's input.
 //
-// The parts of the picture are GTK widgets that draw nothing, so the keyboard goes from link to link as in every
-// window, and assistive technology finds each with its name, its place and its action. A drag may begin on any of
-// them: the window's own gesture sees the pointer first.
+// The parts of the picture are GTK widgets that draw nothing. So the keyboard moves from link to link as in every window,
+// and assistive technology finds each part's name, place and action. A drag may begin on any of them, since the window's
+// gesture sees the pointer first.
 #pragma once
 
 #include "Host/Desktop/DesktopWindow.h"
@@ -18,7 +18,7 @@
 
 namespace host {
 
-/// Something on a tile, and what a click on it does.
+/// A part of a tile and the action of a click on it.
 struct TilePart {
     enum class Action {
         none,
@@ -34,8 +34,7 @@ struct TilePart {
     bool operator==(const TilePart&) const = default;
 };
 
-/// The items of a rendered tile, with links that open; first the tile itself if it has a link of its own, called
-/// `name`.
+/// Returns the items of a rendered tile; first the tile itself, called `name`, if it has a link of its own.
 std::vector<TilePart> tileParts(const RenderedTile& rendered, const std::string& name);
 
 enum class DragEnd { dropped, cancelled };
@@ -47,33 +46,33 @@ class TileWindow {
         std::function<void(const TilePart& part)> activated;
         /// `url` is that of the link under the pointer or with the focus, else the tile's own.
         std::function<void(const std::optional<std::string>& url, const GdkEvent* event)> menuRequested;
-        /// `distance` is from where the drag began.
+        /// `distance` is from the drag's start.
         std::function<void(Point distance)> dragged;
         std::function<void(DragEnd end)> dragEnded;
         std::function<void()> keyPressed;
         std::function<void()> firstDrawn;
-        /// The screen has another scale.
+        /// The screen's scale has changed.
         std::function<void()> scaleChanged;
     };
 
-    /// `stacking` must outlive this.
+    /// Requires that `stacking` outlives this.
     TileWindow(Handlers handlers, Stacking& stacking);
     TileWindow(const TileWindow&) = delete;
     TileWindow& operator=(const TileWindow&) = delete;
     ~TileWindow();
 
-    /// `frame` is on the desktop of all screens, without the shadow.
+    /// Shows the tile at `frame`, without the shadow, in coordinates of the desktop of all screens.
     void put(const Output& output, const Rect& frame);
     void hide() { window_.hide(); }
 
-    /// `name` is what the widget is called.
+    /// Shows a picture. `name` is the widget's.
     void show(RenderedTile rendered, std::vector<TilePart> parts, const std::string& name);
     const RenderedTile& rendered() const { return rendered_; }
 
     void setDimmed(bool isDimmed);
 
     GtkWidget* widget() const { return window_.widget(); }
-    /// Whether it has been on the screen.
+    /// Returns whether the window was drawn at least once.
     bool isDrawn() const { return isDrawn_; }
     int deviceScale() const { return gtk_widget_get_scale_factor(window_.widget()); }
 
@@ -81,17 +80,17 @@ class TileWindow {
     static void clicked(GtkButton* button, gpointer self);
     void draw(cairo_t* cairo);
     gboolean pressed(GdkEvent* event);
-    void dragBegun(double x, double y);
+    void dragBegun();
     void dragMoved(double x, double y);
-    void dragFinished(double x, double y);
-    void dragCancelled(GdkEventSequence* sequence);
+    void dragFinished();
+    void dragCancelled();
     gboolean keyPressed(GdkEvent* event);
-    void onScaleChanged(GParamSpec* property) const;
+    void onScaleChanged() const { handlers_.scaleChanged(); }
 
     void applyParts();
     void makeParts();
     void shape();
-    /// Points to the window's units.
+    /// Returns the window's units per point.
     double unit() const {
         return rendered_.picture.width > 0 ? frame_.width / (rendered_.picture.width / rendered_.scale) : 1;
     }
@@ -109,7 +108,7 @@ class TileWindow {
     GtkWidget* fixed_;
     RenderedTile rendered_;
     std::vector<TilePart> parts_;
-    /// Replace the parts once no button is down.
+    /// Will replace the parts once no mouse button is down.
     std::optional<std::vector<TilePart>> nextParts_;
     /// The widgets of the parts, in their order; owned by the container.
     std::vector<GtkWidget*> widgets_;

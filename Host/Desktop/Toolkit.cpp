@@ -6,7 +6,8 @@
 #include "Platform/Foundation/Localization.h"
 
 #include <clocale>
-#include <cstdlib>
+#include <utility>
+#include <vector>
 
 /// Made from tiles.gresource.xml.
 extern "C" void tiles_register_resource();
@@ -14,36 +15,15 @@ extern "C" void tiles_register_resource();
 namespace host {
 namespace {
 
-/// Sets a variable for GTK, but not for the applications that this process starts. Keeps the user's own value.
-class Variable {
-  public:
-    // NOLINTBEGIN(concurrency-mt-unsafe): before all threads
-    Variable(const char* name, const char* value) : name_(getenv(name) == nullptr ? name : nullptr) {
-        setenv(name, value, 0);
-    }
-    ~Variable() {
-        if (name_ != nullptr) {
-            unsetenv(name_);
-        }
-    }
-    // NOLINTEND(concurrency-mt-unsafe)
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-  private:
-    const char* name_;
-};
-
 /// Prefers X11 if the compositor has no layer shell. Keeps the user's own choice.
 void chooseDisplay() {
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): before all threads
-    if (getenv("GDK_BACKEND") == nullptr) {
+    if (g_getenv("GDK_BACKEND") == nullptr) {
         const auto version = layerShellVersion();
         gdk_set_allowed_backends(version && *version > 0 ? "wayland,x11" : "x11,wayland");
     }
 }
 
-/// GTK's one message of this level is that the display is gone, after which it exits with 1.
+/// Replaces GTK's only message of this level: that the display is gone. GTK then exits with 1.
 GLogWriterOutput writeLog(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer data) {
     if ((level & G_LOG_LEVEL_MESSAGE) != 0) {
         g_printerr("widgethost: the display is gone\n");
@@ -53,11 +33,23 @@ GLogWriterOutput writeLog(GLogLevelFlags level, const GLogField* fields, gsize c
 }
 
 bool initialize() {
-    // On X11 GTK would load OpenGL at once, which takes more memory than all the rest.
-    const Variable graphics("GDK_GL", "disable");
-    // Reading the desktop's theme takes longer than drawing the tiles, which do not use it.
-    const Variable theme("GTK_THEME", "WidgethostTiles");
-    return gtk_init_check(nullptr, nullptr) != FALSE;
+    std::vector<std::pair<const char*, const char*>> variables{
+        // On X11 GTK would load OpenGL at once, which takes more memory than all the rest.
+        {"GDK_GL", "disable"},
+        // Reading the desktop's theme takes longer than drawing the tiles, which do not use it.
+        {"GTK_THEME", "WidgethostTiles"},
+    };
+    // The user's own values stay.
+    std::erase_if(variables, [](const auto& each) { return g_getenv(each.first) != nullptr; });
+    for (const auto& [name, value] : variables) {
+        g_setenv(name, value, FALSE);
+    }
+    const bool isInitialized = gtk_init_check(nullptr, nullptr) != FALSE;
+    for (const auto& [name, value] : variables) {
+        // Applications that this process starts do not get them.
+        g_unsetenv(name);
+    }
+    return isInitialized;
 }
 
 } // namespace
@@ -79,7 +71,7 @@ std::optional<std::string> startToolkit() {
     }
     // GTK's start gives the name a capital letter.
     gdk_set_program_class(identifier);
-    // GTK would go by its own translations, which need a generated locale.
+    // GTK would use the direction of its own translation, which needs a generated locale.
     gtk_widget_set_default_direction(userDirection() == Direction::rightToLeft ? GTK_TEXT_DIR_RTL : GTK_TEXT_DIR_LTR);
     const ObjectHandle<GtkCssProvider> provider(gtk_css_provider_new());
     gtk_css_provider_load_from_resource(provider.get(), "/org/gtk/libgtk/theme/WidgethostTiles/gtk.css");

@@ -6,12 +6,12 @@
 
 namespace host {
 
-/// Connects to the display of the environment, in the user's language. Returns one line that says why that failed, if
-/// it did. Requires that there are no other threads. GTK has only the style of tiles then, unless the user sets
-/// GTK_THEME; `DesktopSettings::readTheme` makes it read the desktop's theme.
+/// Connects to the display of the environment, in the user's language. Returns the reason for a failure, in one line.
+/// Requires that there are no other threads. Unless the user sets GTK_THEME, GTK has only the style of tiles until
+/// `DesktopSettings::readTheme`.
 std::optional<std::string> startToolkit();
 
-/// Shows a window with what failed, in the user's language, and the system's reason.
+/// Shows a window with a message in the user's language, and the system's reason.
 void showFailure(const std::string& message, const std::string& reason);
 
 } // namespace host
