@@ -1,5 +1,6 @@
 #include "Host/Desktop/Labels.h"
 
+#include "Host/Drawing/Palette.h"
 #include "Host/Drawing/SymbolSet.h"
 #include "Host/Layout/Measures.h"
 
@@ -13,23 +14,23 @@ constexpr double titleScale = 1.5;
 constexpr int statusSymbolSize = 56;
 constexpr int statusSpacing = 12;
 constexpr int statusMargin = 36;
-/// Of a screen, for a window. On Wayland the rest is for a panel, of which the compositor says nothing.
-constexpr double maxPart = 0.93;
+/// The maximum of a screen that a window takes. On Wayland the rest is for a panel, whose size the compositor does not
+/// report.
+constexpr double maxShare = 0.93;
 constexpr const char* symbolKey = "symbol";
 
-/// {0} is the radius of a tile's corners, {1} that of the ring around it, {2} the paint of notes. A raised tile leaves
-/// its place free: what the margin loses above it gains below.
+/// {0} is the radius of a tile's corners, {1} that of the ring around it, {2} the opacity of notes; {3}, {4} and {5} are
+/// the shadows of a tile, of a raised one and of a pressed one. A raised tile keeps its room: what the margin loses above
+/// it gains below.
 constexpr const char* style = R"(
 .tile, .tile:hover, .tile:active {{
-    all: unset; border-radius: {0}px;
-    box-shadow: 0 1px 2px alpha(black, .16), 0 4px 14px alpha(black, .14);
+    all: unset; border-radius: {0}px; box-shadow: {3};
 }}
 button.tile {{ margin: 3px 0 3px 0; transition: 160ms ease-out; }}
 button.tile:hover {{
-    margin: 0 0 6px 0; transition: 160ms ease-out;
-    box-shadow: 0 2px 4px alpha(black, .18), 0 10px 26px alpha(black, .26);
+    margin: 0 0 6px 0; transition: 160ms ease-out; box-shadow: {4};
 }}
-button.tile:active {{ margin: 4px 0 2px 0; transition: 60ms; box-shadow: 0 1px 3px alpha(black, .3); }}
+button.tile:active {{ margin: 4px 0 2px 0; transition: 60ms; box-shadow: {5}; }}
 button.tile:focus {{
     outline: 2px solid @theme_selected_bg_color; outline-offset: 3px; -gtk-outline-radius: {1}px;
 }}
@@ -39,6 +40,19 @@ label.dim-label {{ opacity: {2}; }}
 .gallery-sidebar row {{ border-radius: 7px; margin: 1px 8px; padding: 8px 10px; min-height: 22px; }}
 )";
 constexpr double ringDistance = 5;
+/// A raised and a pressed tile's distance from the ground, in parts of the usual one.
+constexpr double raisedHeight = 1.8;
+constexpr double pressedHeight = 0.5;
+
+std::string boxShadow(const DesktopSettings& settings, double height) {
+    std::string layers;
+    for (const auto& [drop, reach, color] : Palette(settings.tileStyle(1, Redaction::none).appearance).shadows()) {
+        layers += fmt::format("{}0 {:.1f}px {:.1f}px rgba({:.0f}, {:.0f}, {:.0f}, {:.2f})", layers.empty() ? "" : ", ",
+                              drop * height, reach * height, color.red * 255, color.green * 255, color.blue * 255,
+                              color.alpha);
+    }
+    return layers;
+}
 
 gboolean drawSymbol(GtkWidget* widget, cairo_t* cairo, gpointer /*unused*/) {
     static SymbolSet symbols;
@@ -136,7 +150,7 @@ Size availableSize() {
     if (GdkMonitor* monitor = gdk_display_get_monitor(gdk_display_get_default(), 0); monitor != nullptr) {
         gdk_monitor_get_workarea(monitor, &area);
     }
-    return {maxPart * area.width, maxPart * area.height};
+    return {maxShare * area.width, maxShare * area.height};
 }
 
 void loadWindowStyle(const DesktopSettings& settings) {
@@ -148,8 +162,9 @@ void loadWindowStyle(const DesktopSettings& settings) {
     }
     const double radius = cornerRadius * settings.look().textScale;
     const double noteAlpha = settings.look().contrast == Contrast::high ? 1 : 0.66;
-    gtk_css_provider_load_from_data(provider, fmt::format(style, radius, radius + ringDistance, noteAlpha).c_str(), -1,
-                                    nullptr);
+    const std::string css = fmt::format(style, radius, radius + ringDistance, noteAlpha, boxShadow(settings, 1),
+                                        boxShadow(settings, raisedHeight), boxShadow(settings, pressedHeight));
+    gtk_css_provider_load_from_data(provider, css.c_str(), -1, nullptr);
 }
 
 } // namespace host

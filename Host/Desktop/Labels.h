@@ -1,5 +1,4 @@
-// What the toolkit's windows of the host are composed of: texts, symbols, pages that say something, tiles' frames.
-// On the main thread.
+// Parts of the gallery and the editor: texts, symbols, status pages, frames of tiles. Called on the main thread.
 #pragma once
 
 #include "Host/Desktop/DesktopSettings.h"
@@ -11,36 +10,37 @@
 namespace host {
 
 void addClass(GtkWidget* widget, const char* styleClass);
-/// What a screen reader calls it.
+/// Sets the name that screen readers read.
 void setAccessibleName(GtkWidget* widget, const std::string& name);
 
-/// A heading at the start of its line. It wraps, as the others do.
+/// Makes a heading at the start of its line. Wraps, as the others do.
 GtkWidget* makeTitle(const std::string& text);
 GtkWidget* makeText(const std::string& text);
-/// A fainter text.
+/// Makes a fainter text.
 GtkWidget* makeNote(const std::string& text);
 
-/// One of the host's symbols in the text's colour, `size` units square.
+/// Makes a symbol in the text's colour, `size` units square.
 GtkWidget* makeSymbol(const std::string& name, int size);
 void setSymbol(GtkWidget* symbol, const std::string& name);
 
 struct StatusMessage {
     std::string symbol;
     std::string title;
-    /// Left empty, the page has none; as the button's label.
+    /// May be empty.
     std::string note;
+    /// The button's label; no button if empty.
     std::string button;
 };
-/// A page with nothing but the message in its middle. `button` gets the button if there is one.
+/// Makes a page with the message in its middle. Sets `button` to the button if the message has one.
 GtkWidget* makeStatusPage(const StatusMessage& message, GtkWidget** button = nullptr);
 
-/// What windows may take of the first screen; a usual screen's where there is none.
+/// Returns the maximum size of a window on the first screen; without a screen, that of a usual one.
 Size availableSize();
 
-/// The class of what contains a tile's picture alone: it gets the tile's corners and shadow. A button is raised under
+/// The style class of a container of one tile's picture: it has the tile's corners and shadow. A button is raised under
 /// the pointer.
 inline constexpr const char* tileClass = "tile";
-/// Reads the windows' own style, for the text's size of now, on top of the theme.
+/// Loads the windows' style, on top of the theme, for the current size of text, scheme and contrast.
 void loadWindowStyle(const DesktopSettings& settings);
 
 } // namespace host

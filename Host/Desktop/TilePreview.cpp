@@ -5,6 +5,7 @@
 #include "Host/Layout/Measures.h"
 #include "Platform/Foundation/Clock.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace host {
@@ -17,7 +18,7 @@ TilePreview::TilePreview(std::string family, std::string name, RendererCache& re
     atk_object_set_role(accessible, ATK_ROLE_IMAGE);
     atk_object_set_name(accessible, name.c_str());
     connect<&TilePreview::draw>(widget(), "draw", this);
-    connect<&TilePreview::scaleNoticed>(widget(), "notify::scale-factor", this);
+    connect<&TilePreview::restyle>(widget(), "notify::scale-factor", this);
     restyle();
 }
 
@@ -44,8 +45,8 @@ void TilePreview::load(HostApplication& host, const Instance& instance, EntryReq
 }
 
 void TilePreview::restyle() {
-    const TileStyle style =
-        settings_.tileStyle(gtk_widget_get_scale_factor(widget()), entry_ ? Redaction::none : Redaction::placeholder);
+    const double scale = gtk_widget_get_scale_factor(widget()) * size().width / settings_.tileSize(family_).width;
+    const TileStyle style = settings_.tileStyle(scale, entry_ ? Redaction::none : Redaction::placeholder);
     rendered_ =
         renderTile(entry_ ? entry_->view : waitingView(family_), familySize(family_), style, renderers_.renderer());
     gtk_widget_set_size_request(widget(), static_cast<int>(std::ceil(size().width)),
@@ -54,11 +55,17 @@ void TilePreview::restyle() {
 }
 
 Size TilePreview::size() const {
-    return settings_.tileSize(family_);
+    const Size full = settings_.tileSize(family_);
+    const double factor = std::min(1.0, maxWidth_ / full.width);
+    return {full.width * factor, full.height * factor};
 }
 
-void TilePreview::scaleNoticed(GParamSpec* /*property*/) {
-    restyle();
+void TilePreview::limitWidth(double maxWidth) {
+    const double before = size().width;
+    maxWidth_ = maxWidth;
+    if (size().width != before) {
+        restyle();
+    }
 }
 
 gboolean TilePreview::draw(cairo_t* cairo) {

@@ -1,4 +1,4 @@
-// A tile's picture inside a window of the toolkit, which draws the shadow (`tileClass`).
+// A tile's picture inside a GTK window, whose style draws the shadow (`tileClass`).
 #pragma once
 
 #include "Host/Connection/Messages.h"
@@ -8,6 +8,7 @@
 #include "Host/Drawing/RenderedTile.h"
 #include "Host/Session/HostApplication.h"
 
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -15,7 +16,7 @@ namespace host {
 
 class TilePreview {
   public:
-    /// Shows a placeholder at first. `renderers` and `settings` must outlive this.
+    /// Shows a placeholder at first. Requires that `renderers` and `settings` outlive this.
     TilePreview(std::string family, std::string name, RendererCache& renderers, const DesktopSettings& settings);
     TilePreview(const TilePreview&) = delete;
     TilePreview& operator=(const TilePreview&) = delete;
@@ -23,19 +24,21 @@ class TilePreview {
 
     GtkWidget* widget() const { return area_.get(); }
     const RenderedTile& rendered() const { return rendered_; }
-    /// Of the tile, without its shadow, in the window's units.
+    /// Returns the tile's size without its shadow, in the window's units.
     Size size() const;
+    /// Scales the tile down if it is wider than this.
+    void limitWidth(double maxWidth);
 
-    /// Asks for the instance's entry and shows it in the instance's family. Of several requests the last one counts.
+    /// Requests the instance's entry and shows it in the instance's family. Ignores the responses to earlier requests.
     void load(HostApplication& host, const Instance& instance, EntryRequest::Method method);
-    /// Draws anew, as the desktop looks now.
+    /// Draws the tile again, in the desktop's current look.
     void restyle();
 
   private:
     gboolean draw(cairo_t* cairo);
-    void scaleNoticed(GParamSpec* property);
 
     std::string family_;
+    double maxWidth_ = std::numeric_limits<double>::infinity();
     RendererCache& renderers_;
     const DesktopSettings& settings_;
     ObjectHandle<GtkWidget> area_;

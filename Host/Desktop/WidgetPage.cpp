@@ -20,11 +20,11 @@ namespace {
 
 constexpr int pageMargin = 24;
 constexpr int textSpacing = 4;
-/// What a raised preview moves by, as the style says.
+/// How far a raised preview moves, as in the style.
 constexpr double raise = 3;
-/// Of the two texts above the previews, without what they take more of where they wrap.
+/// The height of the two texts above the previews, each on one line.
 constexpr double textHeight = 64;
-constexpr double leastTextWidth = 480;
+constexpr double minTextWidth = 480;
 
 std::vector<Size> sizesOf(const std::vector<std::string>& families, const DesktopSettings& settings) {
     std::vector<Size> sizes;
@@ -59,7 +59,7 @@ WidgetPage::WidgetPage(HostApplication& host, RendererCache& renderers, const De
       scroller_(GTK_WIDGET(g_object_ref_sink(gtk_scrolled_window_new(nullptr, nullptr)))),
       texts_(gtk_box_new(GTK_ORIENTATION_VERTICAL, textSpacing)), area_(gtk_fixed_new()) {
     for (GtkWidget* text : {makeTitle(widget.displayName), makeNote(widget.description)}) {
-        // They are as wide as `pack` has them.
+        // `pack` sets their width.
         gtk_label_set_max_width_chars(GTK_LABEL(text), 1);
         gtk_container_add(GTK_CONTAINER(texts_), text);
     }
@@ -109,14 +109,18 @@ void WidgetPage::addPreview(const Instance& instance, const WidgetInfo& widget) 
 
 void WidgetPage::allocated(GdkRectangle* place) {
     if (std::exchange(width_, place->width) != place->width) {
-        // What is allocated cannot be arranged anew from within.
+        // GTK ignores changes of sizes during allocation.
         packing_.idle<&WidgetPage::pack>(this, G_PRIORITY_HIGH_IDLE);
     }
 }
 
 void WidgetPage::pack() {
+    if (width_ <= 2 * tileGap) {
+        return;
+    }
     std::vector<Size> sizes;
     for (const auto& preview : previews_) {
+        preview->view.limitWidth(width_ - 2 * tileGap);
         sizes.push_back(preview->view.size());
     }
     const auto frames = packTiles(sizes, width_);
@@ -131,7 +135,7 @@ void WidgetPage::pack() {
     gtk_widget_set_size_request(area_, static_cast<int>(std::ceil(extent.width)),
                                 static_cast<int>(std::ceil(extent.height)));
     const double textWidth =
-        std::min<double>(width_, std::max(extent.width, leastTextWidth * settings_.look().textScale));
+        std::min<double>(width_, std::max(extent.width, minTextWidth * settings_.look().textScale));
     gtk_widget_set_size_request(texts_, static_cast<int>(textWidth) - 2 * pageMargin, -1);
 }
 

@@ -1,7 +1,7 @@
-// The gallery's page of one widget: a preview of each family in its real size, with what the widget shows now. The
-// previews are packed as the page's width allows.
+// The gallery's page of one widget: a preview of each family in its real size, or smaller on a narrow page, with the
+// widget's current content. The previews are packed into the page's width.
 //
-// A preview is a button that adds the widget; dragged, it puts the widget where it is dropped. On the main thread.
+// A click on a preview adds the widget; a drag puts it where it is dropped. Called on the main thread.
 #pragma once
 
 #include "Host/Desktop/DropTargets.h"
@@ -18,18 +18,18 @@ class WidgetPage {
   public:
     using Add = std::function<void(const Instance& instance)>;
 
-    /// `host`, `renderers`, `settings` and `drop` must outlive this, which must outlive its widget's signals.
+    /// Requires that `host`, `renderers`, `settings` and `drop` outlive this, and this its widget's signals.
     WidgetPage(HostApplication& host, RendererCache& renderers, const DesktopSettings& settings, DropTargets& drop,
                const std::string& extension, const WidgetInfo& widget, Add add);
     WidgetPage(const WidgetPage&) = delete;
     WidgetPage& operator=(const WidgetPage&) = delete;
     ~WidgetPage();
 
-    /// Scrolls.
+    /// Returns the page, which scrolls.
     GtkWidget* widget() { return scroller_.get(); }
     void restyle();
 
-    /// The width and height that show all families whole, with `columns` small tiles side by side.
+    /// Returns the size that shows all families whole, with `columns` small tiles side by side.
     static Size sizeFor(const std::vector<std::string>& families, int columns, const DesktopSettings& settings);
 
   private:
