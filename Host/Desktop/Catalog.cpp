@@ -28,7 +28,7 @@ const WidgetInfo* Catalog::widget(const std::string& extension, const std::strin
 std::vector<ExtensionInfo> Catalog::extensions() const {
     std::vector<ExtensionInfo> extensions;
     for (const auto& manifest : readManifests_()) {
-        // Of two with the same identifier the first counts.
+        // The first of two with the same identifier counts.
         const auto isKnown = [&](const ExtensionInfo& each) { return each.identifier == manifest->identifier; };
         if (manifest && std::none_of(extensions.begin(), extensions.end(), isKnown)) {
             extensions.push_back({manifest->identifier, manifest->name});

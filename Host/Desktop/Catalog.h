@@ -1,4 +1,4 @@
-// What the installed extensions have to offer, as they describe it.
+// The widgets of the installed extensions, as the extensions describe them.
 #pragma once
 
 #include "Host/Connection/Manifest.h"
@@ -24,17 +24,17 @@ class Catalog {
 
     explicit Catalog(ReadManifests readManifests) : readManifests_(std::move(readManifests)) {}
 
-    /// Asks the extension for its widgets; calls `done` from the main loop with them, or with the reason for a failure.
+    /// Requests the extension's widgets. Calls `done` from the main loop with them, or with the reason for a failure.
     using Described = std::function<void(const platform::Outcome<std::vector<WidgetInfo>>& widgets)>;
     void describe(HostApplication& host, const std::string& extension, Described done);
 
-    /// The widget as last described; null before that.
+    /// Returns the widget as last described; null before that.
     const WidgetInfo* widget(const std::string& extension, const std::string& kind) const;
 
-    /// The installed extensions, in the order of their manifests. Broken manifests are left out.
+    /// Returns the installed extensions, in the order of their manifests, without those of broken manifests.
     std::vector<ExtensionInfo> extensions() const;
 
-    /// The folders below `home` that installed extensions read and that are not there.
+    /// Returns the folders below `home` that installed extensions read and that do not exist.
     std::vector<std::filesystem::path> missingFolders(const std::filesystem::path& home) const;
 
   private:

@@ -49,7 +49,7 @@ void Desktop::started(HostApplication& host) {
     }
 }
 
-/// A desktop without widgets shows what there is to add, or examples of it.
+/// Shows the gallery on a desktop without widgets, or the examples if there is no library.
 void Desktop::showGalleryIfEmpty() {
     if (!tiles_.empty()) {
         return;
@@ -149,7 +149,7 @@ void Desktop::tileUpdated(const Tile& updated, TileUpdate update) {
     }
 }
 
-/// Puts every tile where it belongs on the present screens.
+/// Places all tiles on the current screens.
 void Desktop::place() {
     places_ = placeTiles(tilesToPlace(), outputs_.screens());
     if (places_.empty()) {
@@ -171,7 +171,7 @@ std::vector<TileToPlace> Desktop::tilesToPlace() const {
     return tiles;
 }
 
-/// Writes the free places that tiles were given, so that they stay there.
+/// Writes the free places that were chosen for tiles, so that the tiles stay there.
 void Desktop::savePlacements() {
     const auto places = places_;
     for (const PlacedTile& place : places) {
@@ -234,7 +234,7 @@ void Desktop::menuRequested(InstanceId id, const std::optional<std::string>& url
     }
     settings_.readTheme();
     const Instance instance = shown->instance();
-    // For the next time; this menu goes by the last description.
+    // For the next menu; this one uses the last description.
     catalog_.describe(*host_, instance.extension, [](const auto& /*widgets*/) {});
     const TileMenuState state{.instance = instance,
                               .widget = catalog_.widget(instance.extension, instance.kind),

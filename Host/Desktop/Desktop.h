@@ -1,7 +1,7 @@
-// The host's desktop: a window for every placed widget, where the user left it.
+// The desktop: a window for every placed widget, where the user left it.
 //
-// Shows what the session has, and turns what the user does into changes of the arrangement, which come back like those
-// of commands. Main thread only.
+// Shows the session's entries. Makes arrangement changes of the user's input; they come back like those of commands.
+// Called on the main thread.
 #pragma once
 
 #include "Host/Desktop/Catalog.h"
@@ -36,7 +36,7 @@ class Desktop final : public HostDisplay, private TileDelegate {
     static platform::Expected<std::unique_ptr<Desktop>, std::string> open(Options options);
     ~Desktop() override;
 
-    /// After the host has ended: the home to start again with, that of examples or the user's own.
+    /// Returns the home to start again with after the host has ended: the examples' or the user's own.
     const std::optional<std::filesystem::path>& homeWanted() const { return homeWanted_; }
 
     void started(HostApplication& host) override;
@@ -85,11 +85,11 @@ class Desktop final : public HostDisplay, private TileDelegate {
     std::optional<TileContext> context_;
     Arrangement arrangement_;
     std::map<InstanceId, std::unique_ptr<TileController>> tiles_;
-    /// The tiles that the user removes, until that is written.
+    /// The tiles whose removal is not written yet.
     std::set<InstanceId> removing_;
-    /// Removed tiles as long as that can be undone.
+    /// Removed tiles, as long as the removal can be undone.
     std::map<InstanceId, std::unique_ptr<TileController>> removed_;
-    /// Moves that are not written yet, in their order: the tiles lie there already.
+    /// Moves that are shown but not written yet, in their order.
     std::vector<Move> moves_;
     std::vector<PlacedTile> places_;
     std::optional<TileDrag> drag_;

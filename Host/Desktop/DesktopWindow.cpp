@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-/// The first version that gives the keyboard on a click. In earlier ones "exclusive" means that for the lower layers.
+/// The first version with "on demand": the keyboard on a click. Earlier ones treat "exclusive" so on lower layers.
 constexpr guint onDemandVersion = 4;
 
 int whole(double length) {
@@ -43,7 +43,7 @@ DesktopWindow::DesktopWindow(Level level, Input input, Stacking& stacking, Paint
         gtk_layer_init_for_window(window);
         gtk_layer_set_namespace(window, "widgethost");
         gtk_layer_set_layer(window, level == Level::front ? GTK_LAYER_SHELL_LAYER_TOP : GTK_LAYER_SHELL_LAYER_BOTTOM);
-        // Without an exclusive zone of its own it lies beside panels, and margins count from their edges.
+        // Without an exclusive zone the window lies beside panels, and its margins count from their edges.
         gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_LEFT, TRUE);
         gtk_layer_set_anchor(window, GTK_LAYER_SHELL_EDGE_TOP, TRUE);
         gtk_layer_set_keyboard_mode(window, keyboardMode(input));
@@ -104,7 +104,7 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     if (!isVisible) {
         gtk_widget_show(window_.get());
         if (way_ != Stacking::Way::layerShell) {
-            // Some window managers only follow this once the window is mapped.
+            // Some window managers move only mapped windows.
             move(output, frame);
         }
         if (isUnmanaged()) {
@@ -116,7 +116,7 @@ void DesktopWindow::put(const Output& output, const Rect& frame) {
     }
 }
 
-/// Whether the window lowers itself, since no window manager does.
+/// Returns whether the window lowers itself, since no window manager does.
 bool DesktopWindow::isUnmanaged() const {
     return way_ == Stacking::Way::unmanaged &&
            gtk_window_get_window_type(GTK_WINDOW(window_.get())) != GTK_WINDOW_POPUP;
@@ -198,7 +198,7 @@ gboolean DesktopWindow::draw(cairo_t* cairo) {
     return TRUE;
 }
 
-/// False if GTK must draw the content instead.
+/// Returns false if GTK must draw the content instead.
 bool DesktopWindow::drawFractional() {
     if (output_.fractional == nullptr) {
         fractional_.reset();

@@ -1,7 +1,7 @@
-// A window without frame that lies on the desktop, under all windows of applications, on every workspace.
+// A window without a frame that lies on the desktop, under all windows of applications, on every workspace.
 //
-// `Stacking` keeps it there. It takes the keyboard only when clicked. It is transparent until something is drawn on it,
-// where the desktop blends windows.
+// `Stacking` keeps it there. It takes the keyboard only when clicked. If the desktop blends windows, it is transparent
+// where nothing is drawn.
 #pragma once
 
 #include "Host/Desktop/FractionalScaleSurface.h"
@@ -30,24 +30,25 @@ class DesktopWindow {
 
     using Paint = std::function<void(cairo_t* cairo)>;
 
-    /// `stacking` must outlive this. `paint` draws the content, in the window's units; without it the window is clear.
+    /// Requires that `stacking` outlives this. `paint` draws the content, in the window's units; without it the window
+    /// is transparent.
     DesktopWindow(Level level, Input input, Stacking& stacking, Paint paint = nullptr);
     DesktopWindow(const DesktopWindow&) = delete;
     DesktopWindow& operator=(const DesktopWindow&) = delete;
     ~DesktopWindow();
 
-    /// The GtkWindow.
+    /// Returns the GtkWindow.
     GtkWidget* widget() const { return window_.get(); }
 
-    /// Shows it there; `frame` is on the desktop of all screens.
+    /// Shows the window at `frame`, in coordinates of the desktop of all screens.
     void put(const Output& output, const Rect& frame);
     void hide();
 
-    /// Whether what lies below shines through.
+    /// Returns whether what lies below shines through.
     bool isBlended() const;
-    /// Blurs what lies behind that part of the window, in its units, where and while the compositor can.
+    /// Blurs what lies behind that part of the window, in its units, as long as the compositor supports it.
     void blurBehind(RegionHandle region);
-    /// Takes the keyboard, at `time` of a click, if no window manager does that.
+    /// Takes the keyboard if no window manager does. `time` is that of the click.
     void takeKeyboard(guint32 time) const;
 
   private:

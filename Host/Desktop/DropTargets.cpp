@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-/// Nothing is handed over but the fact: both ends are here.
+/// No data is transferred, since source and target are in this process.
 GtkTargetEntry* target() {
     static std::string name = "application/x-widgethost-widget";
     static GtkTargetEntry entry{name.data(), GTK_TARGET_SAME_APP, 0};
@@ -52,7 +52,7 @@ void DropTargets::begin(const Source& source, GdkDragContext* context) {
 
 void DropTargets::end() {
     dragged_ = nullptr;
-    // Not from within what they are told.
+    // Not during a target's own signal.
     hiding_.idle<&DropTargets::hide>(this);
 }
 
@@ -65,7 +65,7 @@ gboolean DropTargets::Target::dropped(GdkDragContext* context, int x, int y, gui
     if (source != nullptr) {
         const Size size = source->view.size();
         const Rect& bounds = output.screen.bounds;
-        // The picture hangs at the pointer by its corner.
+        // The picture's corner is at the pointer.
         const Rect frame = snapped({bounds.x + x, bounds.y + y, size.width, size.height}, {}, output.screen.area);
         Instance instance = source->instance;
         instance.output = output.screen.name;

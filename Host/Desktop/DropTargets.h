@@ -1,6 +1,6 @@
 // Dragging a widget from the gallery to its place on the desktop.
 //
-// While one is dragged, a clear window on every screen takes what is dropped there.
+// During the drag, a transparent window on every screen accepts the drop.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -18,18 +18,18 @@ class DropTargets {
   public:
     using Dropped = std::function<void(const Instance& instance)>;
 
-    /// `dropped` is told the instance with its place.
+    /// Calls `dropped` with the instance and its place.
     DropTargets(Outputs& outputs, Dropped dropped) : outputs_(outputs), dropped_(std::move(dropped)) {}
     DropTargets(const DropTargets&) = delete;
     DropTargets& operator=(const DropTargets&) = delete;
 
-    /// Lets `instance` be dragged from `widget`, under its picture in `view`; both must live as long as the widget.
+    /// Makes `widget` a drag source for `instance`, with the picture of `view`. Requires that both outlive the widget.
     void addSource(GtkWidget* widget, const Instance& instance, const TilePreview& view);
 
   private:
     struct Source {
         void begun(GdkDragContext* context) const { targets.begin(*this, context); }
-        void ended(GdkDragContext* /*context*/) const { targets.end(); }
+        void ended() const { targets.end(); }
 
         DropTargets& targets;
         const Instance& instance;

@@ -15,10 +15,10 @@ constexpr int fieldSpacing = 12;
 constexpr double fieldsWidth = 320;
 /// In characters, about as wide.
 constexpr int noteWidth = 36;
-/// What the window's frame and its buttons take of a screen.
+/// The height of the window's frame and buttons.
 constexpr int frameHeight = 90;
 
-/// With the buttons where the desktop has them: in the header bar or below.
+/// Makes a dialog with its buttons where the desktop has them: in the header bar or below.
 GtkWidget* makeDialog() {
     gboolean usesHeader = FALSE;
     g_object_get(gtk_settings_get_default(), "gtk-dialogs-use-header", &usesHeader, nullptr);
@@ -70,7 +70,7 @@ void EditorWindow::present() {
     const bool isNew = gtk_widget_get_mapped(dialog_.get()) == FALSE;
     gtk_window_present(GTK_WINDOW(dialog_.get()));
     if (isNew && !fields_.empty()) {
-        // The last one is what the widget has to choose from; what is not on the screen takes no focus.
+        // The last field is the widget's own. Unmapped widgets take no focus.
         gtk_widget_child_focus(fields_.back()->widget(), GTK_DIR_TAB_FORWARD);
     }
 }
@@ -86,7 +86,7 @@ GtkWidget* EditorWindow::makeFields(const WidgetInfo& widget) {
     gtk_widget_set_size_request(box, static_cast<int>(fieldsWidth), -1);
     GtkWidget* note =
         makeNote(widget.configurationDescription.empty() ? widget.description : widget.configurationDescription);
-    // A fixed width, by which the window knows its height.
+    // The window's height follows from a fixed width.
     gtk_label_set_width_chars(GTK_LABEL(note), noteWidth);
     gtk_label_set_max_width_chars(GTK_LABEL(note), noteWidth);
     gtk_container_add(GTK_CONTAINER(box), note);
@@ -124,7 +124,7 @@ void EditorWindow::showChoice() {
     arrange();
 }
 
-/// Puts the widget beside the fields, or above them where the screen is too narrow for both.
+/// Puts the preview beside the fields, or above them if the screen is too narrow for both.
 void EditorWindow::arrange() {
     const Size available = availableSize();
     const double fields = fieldsWidth * settings_.look().textScale;
@@ -140,7 +140,7 @@ void EditorWindow::responded(int response) {
     if (response == GTK_RESPONSE_OK) {
         actions_.apply(chosen_, family_);
     }
-    // It may be the end of this.
+    // May destroy this.
     const auto close = actions_.close;
     close();
 }

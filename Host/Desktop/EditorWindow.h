@@ -1,6 +1,6 @@
-// The editor of a placed widget: the widget itself beside what it is set to, its size and its declared parameters.
+// The editor of a placed widget: a preview beside its settings: size and declared parameters.
 //
-// A choice shows at once, and is kept when the user is done. On the main thread.
+// The preview shows a choice at once; the widget gets it when the user is done. Called on the main thread.
 #pragma once
 
 #include "Host/Desktop/Catalog.h"
@@ -20,13 +20,13 @@ namespace host {
 class EditorWindow {
   public:
     struct Actions {
-        /// Called when the user is done, with what was chosen since the window was opened: parameters, a family.
+        /// Called when the user is done, with the parameters and the family that were chosen.
         std::function<void(const Settings& chosen, const std::optional<std::string>& family)> apply;
-        /// Called at the end. May end the editor.
+        /// Called at the end. May destroy the editor.
         std::function<void()> close;
     };
 
-    /// All that is referred to but `widget` and `instance` must outlive this.
+    /// Requires that `host`, `renderers` and `settings` outlive this.
     EditorWindow(HostApplication& host, const WidgetInfo& widget, const Instance& instance, RendererCache& renderers,
                  const DesktopSettings& settings, Actions actions);
     EditorWindow(const EditorWindow&) = delete;
@@ -48,7 +48,7 @@ class EditorWindow {
     Settings chosen_;
     std::optional<std::string> family_;
     Actions actions_;
-    /// Declared before what it contains, which disconnects from its widgets first.
+    /// Declared before its contents, which disconnect from their widgets before it is destroyed.
     WindowHandle dialog_;
     TilePreview view_;
     GtkWidget* box_;

@@ -1,4 +1,4 @@
-// A first look for whoever has no library yet: a home with examples in it, as installed with the host.
+// Examples for users without a library: a home that is installed with the host.
 #pragma once
 
 #include "Host/Desktop/Labels.h"
@@ -11,18 +11,17 @@
 
 namespace host {
 
-/// What to tell a user whose extensions have nothing to read in these folders, with the offer of examples if there are
-/// any.
+/// Returns the message that these folders are missing, with a button that offers examples if there are any.
 StatusMessage noLibraryMessage(const std::vector<std::filesystem::path>& missing);
 
-/// The installed examples, a home folder; nothing where there are none.
+/// Returns the home folder of the installed examples; nothing if there are none.
 std::optional<std::filesystem::path> examplesFolder();
 
-/// Where `copyExamples` puts them; relative without a folder for it.
+/// Returns the folder that `copyExamples` writes; a relative path if the user has no data folder.
 std::filesystem::path examplesHome();
 
-/// Copies them, afresh, to a folder of the user's own, because extensions keep a container in the home that they are
-/// given. The error is one clear line.
+/// Copies the examples to the user's data folder, in place of an earlier copy, since extensions write a container into
+/// their home. The error is one clear line.
 platform::Expected<std::filesystem::path, std::string> copyExamples();
 
 } // namespace host

@@ -17,16 +17,16 @@ namespace host {
 
 class FractionalScaleSurface {
   public:
-    /// Whether the compositor has all that this needs.
+    /// Returns whether the compositor has the objects that this needs.
     static bool isPossible(const WaylandObjects& objects);
 
-    /// `window` must be mapped; destroy this before it is unmapped.
+    /// Requires a mapped window. Must be destroyed before the window is unmapped.
     FractionalScaleSurface(const WaylandObjects& objects, GdkWindow* window);
     FractionalScaleSurface(const FractionalScaleSurface&) = delete;
     FractionalScaleSurface& operator=(const FractionalScaleSurface&) = delete;
 
-    /// Shows what `paint` draws, in the window's units, with the window's next frame. `frame` is where that lies on its
-    /// screen, in units of `scale` pixels. False if there is no memory.
+    /// Shows what `paint` draws, in the window's units, with the window's next frame. `frame` is the window's place on
+    /// its screen, in units of `scale` pixels. Returns false without memory.
     bool show(const Rect& frame, double scale, const std::function<void(cairo_t*)>& paint);
 
   private:

@@ -2,7 +2,6 @@
 
 #include "Host/Desktop/TileMenu.h"
 #include "Host/Desktop/WidgetSymbol.h"
-#include "Platform/Foundation/JsonWriter.h"
 #include "Platform/Foundation/Localization.h"
 
 #include <fmt/format.h>
@@ -29,7 +28,7 @@ constexpr double headerHeight = 48;
 constexpr int openColumns = 4;
 /// In a narrower window the sidebar has symbols alone, so that a page has room for three small tiles in a row.
 constexpr double collapseWidth = 800;
-/// For a widget without one of its own.
+/// For a widget without a symbol of its own.
 constexpr const char* genericSymbol = "unknown";
 constexpr const char* failureSymbol = "exclamationmark.circle";
 constexpr const char* entryKey = "entry";
@@ -40,7 +39,7 @@ struct GalleryWindow::Entry {
     /// The extension's place among the others, and its name.
     std::size_t place = 0;
     std::string heading;
-    /// The widget's, empty on a page that says what is wrong; as what the search looks in.
+    /// The widget's kind and the text to search; empty on a page with a failure.
     std::string kind = {};
     std::string text = {};
     GtkWidget* page = nullptr;
@@ -98,7 +97,7 @@ GalleryWindow::GalleryWindow(HostApplication& host, Catalog& catalog, RendererCa
 
 GalleryWindow::~GalleryWindow() {
     g_signal_handlers_disconnect_by_data(list_, this);
-    // Rows that go would have the next one's heading made anew.
+    // Otherwise each destroyed row would make the next one's heading again.
     gtk_list_box_set_header_func(GTK_LIST_BOX(list_), nullptr, nullptr, nullptr);
 }
 
@@ -208,16 +207,10 @@ void GalleryWindow::describe(const ExtensionInfo& extension, std::size_t place) 
     catalog_.describe(host_, extension.identifier, lifetime_.weakly(addWidgets));
 }
 
-/// Gives the extension's widgets the first symbols that its previews have for them.
+/// Sets the symbols of the extension's widgets to the first ones in their previews.
 void GalleryWindow::requestSymbols(const std::string& extension, std::size_t place) {
     const auto request = [this, extension, place](const PreviewInfo& preview) {
-        std::string params;
-        platform::JsonWriter(params)
-            .beginObject()
-            .member("kind", preview.kind)
-            .member("name", preview.name)
-            .endObject();
-        host_.request(extension, "preview", params,
+        host_.request(extension, "preview", paramsOf({{"kind", preview.kind}, {"name", preview.name}}),
                       lifetime_.weakly([this, place, kind = preview.kind](const auto& answer) {
                           const auto views = answer ? readEntries(*answer) : platform::Unexpected{answer.error()};
                           const auto symbol = views ? widgetSymbolIn(views->front().view) : std::nullopt;
@@ -325,7 +318,7 @@ void GalleryWindow::hideNotice() {
 void GalleryWindow::allocated(GdkRectangle* place) {
     const bool isNarrow = place->width < collapseWidth * settings_.look().textScale;
     if (std::exchange(isCollapsed_, isNarrow) != isNarrow) {
-        // What is allocated cannot be arranged anew from within.
+        // GTK ignores changes of sizes during allocation.
         collapsing_.idle<&GalleryWindow::collapse>(this, G_PRIORITY_HIGH_IDLE);
     }
 }
@@ -339,14 +332,14 @@ void GalleryWindow::collapse() {
 }
 
 gboolean GalleryWindow::keyPressed(GdkEvent* event) {
-    // Typing anywhere searches.
+    // Typing anywhere starts a search.
     return static_cast<gboolean>(gtk_widget_get_visible(search_) != FALSE &&
                                  gtk_window_get_focus(GTK_WINDOW(window_.get())) != search_ &&
                                  gtk_search_entry_handle_event(GTK_SEARCH_ENTRY(search_), event) != FALSE);
 }
 
-gboolean GalleryWindow::deleted(GdkEvent* /*event*/) const {
-    // It may be the end of this.
+gboolean GalleryWindow::deleted() const {
+    // May destroy this.
     const auto close = actions_.close;
     close();
     return TRUE;

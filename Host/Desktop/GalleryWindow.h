@@ -1,5 +1,5 @@
-// The gallery: every widget that the extensions have, in each size and with what it shows now, to be added by a click
-// or dragged to its place. On the main thread.
+// The gallery: every widget of the extensions, in each size and with its current content. A click adds a widget; a drag
+// puts it in its place. Called on the main thread.
 #pragma once
 
 #include "Host/Desktop/Catalog.h"
@@ -19,11 +19,11 @@ class GalleryWindow {
         /// Places a widget, and calls `added` with its id once that is written.
         std::function<void(const Instance& instance, std::function<void(InstanceId id)> added)> add;
         std::function<void(InstanceId id)> remove;
-        /// Called when the user closes the window. May end it.
+        /// Called when the user closes the window. May destroy it.
         std::function<void()> close;
     };
 
-    /// All that is referred to must outlive this.
+    /// Requires that all references outlive this.
     GalleryWindow(HostApplication& host, Catalog& catalog, RendererCache& renderers, const DesktopSettings& settings,
                   Outputs& outputs, Actions actions);
     GalleryWindow(const GalleryWindow&) = delete;
@@ -34,7 +34,7 @@ class GalleryWindow {
     void restyle();
     /// Shows a message until a widget is chosen; `pressed` is called for its button.
     void showMessage(const StatusMessage& message, std::function<void()> pressed);
-    /// Says something above the widgets.
+    /// Shows a text above the widgets.
     void showBanner(const std::string& text);
 
   private:
@@ -56,7 +56,7 @@ class GalleryWindow {
     void collapse();
     void buttonPressed() { pressed_(); }
     gboolean keyPressed(GdkEvent* event);
-    gboolean deleted(GdkEvent* event) const;
+    gboolean deleted() const;
     static int compareRows(GtkListBoxRow* one, GtkListBoxRow* other, gpointer self);
     static gboolean isFound(GtkListBoxRow* row, gpointer self);
     static void setHeading(GtkListBoxRow* row, GtkListBoxRow* before, gpointer self);
@@ -78,7 +78,7 @@ class GalleryWindow {
     std::vector<std::unique_ptr<Entry>> entries_;
     bool hasHeadings_ = false;
     std::function<void()> pressed_;
-    /// What the notice is about.
+    /// The instance that the notice is about.
     InstanceId added_ = 0;
     bool isCollapsed_ = false;
     ScheduledCall collapsing_;

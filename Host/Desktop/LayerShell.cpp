@@ -15,7 +15,7 @@ struct Disconnect {
     void operator()(wl_registry* registry) const { wl_registry_destroy(registry); }
 };
 
-/// Keeps the version of the layer shell that was announced in `data`.
+/// Stores the version of an announced layer shell in `data`.
 void announced(void* data, wl_registry* /*registry*/, std::uint32_t /*name*/, const char* interface,
                std::uint32_t version) {
     if (std::string_view(interface) == "zwlr_layer_shell_v1") {

@@ -7,8 +7,8 @@
 
 namespace host {
 
-/// Asks the compositor of the environment for the version of its layer shell; 0 where it has none. The error is that of
-/// `errno` where the compositor cannot be reached. Blocks until the compositor answers.
+/// Returns the version of the layer shell of the environment's compositor; 0 if it has none. The error is `errno` if
+/// the compositor cannot be reached. Blocks until the compositor answers.
 platform::Expected<std::uint32_t, int> layerShellVersion();
 
 } // namespace host

@@ -1,6 +1,7 @@
-// How one declared parameter is chosen: an enumeration from its few cases, an entity from a list that is searched.
+// The field of a declared parameter: a menu of an enumeration's cases, or a list of entities with a search field.
 //
-// What is chosen may have gone since; it is listed as such, and stays chosen until another is. On the main thread.
+// A chosen value that no longer exists is listed as such, and stays chosen until the user chooses another. Called on the
+// main thread.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -18,13 +19,13 @@ class ParameterField {
   public:
     using Choose = std::function<void(const std::string& id)>;
 
-    /// `current` is what is chosen; `choose` is called with every other choice. `host` must outlive this.
+    /// `current` is the chosen id. Calls `choose` with every other choice. Requires that `host` outlives this.
     static std::unique_ptr<ParameterField> make(HostApplication& host, const Instance& instance,
                                                 const ParameterInfo& parameter, const std::string& current,
                                                 Choose choose);
     virtual ~ParameterField() = default;
 
-    /// With its title.
+    /// Returns the field with its title.
     GtkWidget* widget() { return box_.get(); }
 
   protected:

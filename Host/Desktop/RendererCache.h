@@ -1,4 +1,4 @@
-// The desktop's renderer, which is freed two seconds after its last use, so that nothing of it is left at rest.
+// The desktop's renderer, which is freed two seconds after its last use.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
@@ -10,11 +10,11 @@ namespace host {
 
 class RendererCache {
   public:
-    /// Makes the renderer if there is none. Also called in advance, since a new one starts to read the fonts.
+    /// Returns the renderer. Makes it if necessary, which starts to read the fonts.
     Renderer& renderer();
 
   private:
-    /// Fonts, shaped texts and decoded icons take more memory than all finished pictures.
+    /// Frees fonts, shaped texts and decoded icons, which take more memory than all finished pictures.
     void clear();
 
     std::optional<Renderer> renderer_;

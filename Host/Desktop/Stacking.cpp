@@ -14,7 +14,7 @@
 namespace host {
 namespace {
 
-/// A user does not click again so soon: another program has raised its window.
+/// A raise so soon after the last one means that another program, not the user, raised its window.
 constexpr gint64 contestMicroseconds = 100'000;
 constexpr int maxContested = 10;
 
@@ -31,7 +31,7 @@ class ErrorTrap {
     ErrorTrap& operator=(const ErrorTrap&) = delete;
 };
 
-/// A property's bytes, as Xlib has them: numbers are longs. Empty if the window lacks the property.
+/// Returns a property's bytes as Xlib does, with numbers as longs. Empty if the window lacks the property.
 std::string property(Window window, const char* name) {
     const ErrorTrap trap;
     Atom type = None;
@@ -66,15 +66,15 @@ Window root() {
     return gdk_x11_get_default_root_xwindow();
 }
 
-/// The window manager's window. A manager that has ended may have left the root's property behind.
+/// Returns the window manager's window. The root's property may be that of a manager that has ended.
 std::optional<Window> managersWindow() {
     constexpr const char* sign = "_NET_SUPPORTING_WM_CHECK";
     const auto window = numbers(root(), sign);
     return window.size() == 1 && numbers(window[0], sign) == window ? std::optional<Window>(window[0]) : std::nullopt;
 }
 
-/// In the server's pixels; empty if the window is gone.
-Rect placeOf(Window window) {
+/// Returns the window's frame in the server's pixels; empty if the window is gone.
+Rect frameOf(Window window) {
     const ErrorTrap trap;
     Display* display = gdk_x11_get_default_xdisplay();
     XWindowAttributes attributes{};
@@ -98,7 +98,7 @@ bool isX11() {
     return GDK_IS_X11_DISPLAY(gdk_display_get_default()) != FALSE;
 }
 
-/// Holds until an X11 window manager says otherwise.
+/// Returns the way until an X11 window manager is known.
 Stacking::Way firstWay() {
     return isX11()                             ? Stacking::Way::desktopWindows
            : gtk_layer_is_supported() != FALSE ? Stacking::Way::layerShell
@@ -148,7 +148,7 @@ void Stacking::onManagerChanged() {
     updating_.idle<&Stacking::update>(this, G_PRIORITY_HIGH_IDLE - 1);
 }
 
-/// Asks the window manager what it supports. Without one, the last answer holds.
+/// Reads what the window manager supports. Without one, the last values stay.
 void Stacking::update() {
     const Way before = way_;
     bool blends = gdk_screen_is_composited(gdk_screen_get_default()) != FALSE;
@@ -171,7 +171,7 @@ void Stacking::update() {
     }
 }
 
-/// Whether a window that draws the desktop covers one of ours.
+/// Returns whether a window that draws the desktop covers one of ours.
 bool Stacking::isBuried() const {
     std::vector<Window> own;
     for (GtkWidget* window : windows_) {
@@ -182,14 +182,14 @@ bool Stacking::isBuried() const {
     std::vector<Rect> below;
     for (const Window window : numbers(root(), "_NET_CLIENT_LIST_STACKING")) {
         if (std::find(own.begin(), own.end(), window) != own.end()) {
-            below.push_back(placeOf(window));
+            below.push_back(frameOf(window));
         } else if (!below.empty()) {
             if (!names(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP")) {
-                // The windows of applications begin here.
+                // The first window of an application; all others are above it.
                 return false;
             }
-            const Rect place = placeOf(window);
-            if (std::any_of(below.begin(), below.end(), [&](const Rect& each) { return covers(place, each); })) {
+            const Rect frame = frameOf(window);
+            if (std::any_of(below.begin(), below.end(), [&](const Rect& each) { return covers(frame, each); })) {
                 return true;
             }
         }

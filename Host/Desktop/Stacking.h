@@ -1,8 +1,8 @@
 // How windows are kept on the desktop, under all others, and in which order.
 //
-// On X11 a file manager or a shell often draws the desktop and its icons in a window of the desktop type, too, and
-// window managers raise it on a click. The windows added here are then raised above it again: once for each change of
-// the stacking order, and never above windows that do not cover them.
+// On X11, file managers and shells often draw the desktop and its icons in a window of the desktop type, too, and window
+// managers raise it on a click. The windows added here are then raised above it: once for each change of the stacking
+// order, and only if one of them is covered.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
@@ -26,18 +26,18 @@ class Stacking {
         none,
     };
 
-    /// `changed` is called from the main loop when the way, `isBlended` or the work area of an X11 desktop changes: the
-    /// window manager sets that later than panels and screens change, and GDK has no signal for it.
+    /// Calls `changed` from the main loop when the way, `isBlended` or the work area of an X11 desktop changes. GDK has no
+    /// signal for the last, which window managers set some time after panels and screens change.
     explicit Stacking(std::function<void()> changed);
     Stacking(const Stacking&) = delete;
     Stacking& operator=(const Stacking&) = delete;
     ~Stacking();
 
     Way way() const { return way_; }
-    /// Whether what lies below windows on the desktop shines through them.
+    /// Returns whether what lies below windows on the desktop shines through them.
     bool isBlended() const { return isBlended_; }
 
-    /// Keeps a GtkWindow on the desktop until it is removed; has an effect on X11 only.
+    /// Keeps a GtkWindow on the desktop until it is removed. No effect on Wayland.
     void add(GtkWidget* window) { windows_.push_back(window); }
     void remove(GtkWidget* window) { std::erase(windows_, window); }
 
@@ -54,7 +54,7 @@ class Stacking {
     bool isBlended_ = false;
     ScheduledCall updating_;
     ScheduledCall raising_;
-    /// Of the steady clock, in microseconds.
+    /// The time of the last raise by the monotonic clock, in microseconds.
     gint64 raised_ = 0;
     int contested_ = 0;
 };

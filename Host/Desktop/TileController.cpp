@@ -14,13 +14,13 @@ using platform::localized;
 
 namespace {
 
-/// How long an outdated picture shows no age while an answer is awaited.
+/// How long an outdated picture shows no age while a response is awaited.
 constexpr guint gracePeriodMilliseconds = 1500;
 constexpr guint refusalMilliseconds = 4000;
 constexpr guint undoMilliseconds = 8000;
 constexpr guint explanationMilliseconds = 12'000;
 
-/// How long a message is shown. Tests set it for all messages by WIDGETHOST_MESSAGE_MILLISECONDS.
+/// Returns how long a message is shown. Tests set it for all messages by WIDGETHOST_MESSAGE_MILLISECONDS.
 guint messageTimeout(guint milliseconds) {
     const char* set = g_getenv("WIDGETHOST_MESSAGE_MILLISECONDS");
     return set == nullptr ? milliseconds : static_cast<guint>(g_ascii_strtoull(set, nullptr, 10));
@@ -30,13 +30,13 @@ platform::Date now() {
     return platform::SystemClock::shared().now();
 }
 
-/// The time of day, "10:42" or "10:42 AM" as the locale has it; for another day than today, its date. Local time.
+/// Returns the local time of day, "10:42" or "10:42 AM" as the locale has it; for another day than today, the date.
 std::string shortMoment(platform::Date date) {
     const bool isToday = platform::localDayNumber(date) == platform::localDayNumber(now());
     return isToday ? platform::localizedTime(date) : platform::localizedDate(date);
 }
 
-/// `format` with `value` in place of its "%s".
+/// Returns `format` with `value` in place of its "%s".
 std::string filledIn(const std::string& format, const std::string& value) {
     std::string text = format;
     if (const auto place = text.find("%s"); place != std::string::npos) {
@@ -45,7 +45,7 @@ std::string filledIn(const std::string& format, const std::string& value) {
     return text;
 }
 
-/// For a reader who can do nothing about it; `widgethost explain` says more.
+/// Returns a short reason for users; `widgethost explain` prints more.
 std::string inWords(TileFailure::Cause cause) {
     switch (cause) {
     case TileFailure::Cause::notStarted:
@@ -58,7 +58,7 @@ std::string inWords(TileFailure::Cause cause) {
     return localized("The extension gave no usable answer.");
 }
 
-/// Opens `url` with the desktop's application for its scheme. False if there is none or it did not start.
+/// Opens `url` with the desktop's application for its scheme. Returns false if there is none or it did not start.
 bool openLink(const std::string& url) {
     GError* error = nullptr;
     if (gtk_show_uri_on_window(nullptr, url.c_str(), gtk_get_current_event_time(), &error) == FALSE) {
@@ -116,7 +116,7 @@ void TileController::change(const Instance& instance, const std::string& renderi
     const Instance before = std::exchange(instance_, instance);
     const std::string mode = std::exchange(renderingMode_, renderingMode);
     if (before.family != instance_.family || before.kind != instance_.kind) {
-        // The picture does not fit any more; the answer to the new request will.
+        // The old picture has another size.
         shown_ = Shown::nothing;
         stored_.reset();
         paint();
@@ -146,7 +146,7 @@ void TileController::updated(TileUpdate update) {
         reload_ = current->schedule().due();
         isSaved_ = false;
     }
-    // The session may have had the entry all along.
+    // The session may have had the entry before this tile.
     if (update == TileUpdate::entry || (isGood && shown_ != Shown::entry)) {
         showEntry();
     } else if (badges() != badges_) {
@@ -229,7 +229,7 @@ void TileController::saveState() {
 
 void TileController::paintSoon() {
     if (!window_.isDrawn()) {
-        // What there is comes to the screen first: the first new picture waits for the fonts.
+        // The present picture is shown first, since a new one may wait for the fonts.
         needsRepaint_ = true;
         return;
     }
@@ -238,7 +238,7 @@ void TileController::paintSoon() {
 
 void TileController::firstDrawn() {
     if (std::exchange(needsRepaint_, false)) {
-        // After the other tiles have come, too.
+        // After the other tiles are drawn, too.
         painting_.idle<&TileController::paint>(this);
     }
 }
@@ -248,7 +248,7 @@ void TileController::paint() {
         return;
     }
     if (isOffscreen_) {
-        // GTK cannot even make widgets without a screen.
+        // GTK cannot make widgets without a screen.
         needsRepaint_ = true;
         return;
     }
@@ -304,7 +304,7 @@ TilePart TileController::drawBadges(RenderedTile& rendered) {
 void TileController::save() {
     const Tile* current = tile();
     if (current == nullptr || current->entry() == nullptr || current->awaited() || current->history().lastFailure) {
-        // The entry may answer an older request.
+        // The entry may belong to an older request.
         return;
     }
     isSaved_ = true;
@@ -321,7 +321,7 @@ TileController::Badges TileController::badges() const {
     const Tile* current = tile();
     const bool hasFailed = current != nullptr && current->history().lastFailure.has_value();
     const bool isPast = shown_ != Shown::nothing && reload_ < now();
-    // While the answer may come any moment, an outdated picture needs no badge.
+    // An outdated picture needs no badge while a response is awaited.
     const bool isAwaited = current == nullptr || (current->awaited() && !hasFailed);
     const bool hasWaited = !waiting_.isPending() && shown_ == Shown::stored && current != nullptr;
     const bool isOld = isPast && (!isAwaited || hasWaited);

@@ -1,7 +1,7 @@
-// One placed widget on the desktop: its window, and what it shows now.
+// A placed widget on the desktop: its window and its content.
 //
-// It always shows something: until the extension has answered the last entry from disk, or a placeholder; then the
-// session's entry. Badges on the tile say that it could not be updated, and how old an outdated picture is.
+// Until the extension has answered, it shows the last entry from disk or a placeholder; then the session's entry. Badges
+// on the tile say that it could not be updated, and how old an outdated picture is.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"
@@ -20,20 +20,20 @@
 
 namespace host {
 
-/// What a tile's user does that concerns more than the tile.
+/// Receives a tile's input that concerns more than the tile.
 class TileDelegate {
   public:
     virtual ~TileDelegate() = default;
     /// `url` is that of the link under the pointer or with the focus, else the tile's own.
     virtual void menuRequested(InstanceId id, const std::optional<std::string>& url, const GdkEvent* event) = 0;
-    /// `distance` is from where the drag began.
+    /// `distance` is from the drag's start.
     virtual void dragged(InstanceId id, Point distance) = 0;
     virtual void dragEnded(InstanceId id, DragEnd end) = 0;
     virtual void undoRequested(InstanceId id) = 0;
     virtual void keyPressed() = 0;
 };
 
-/// What the tiles of a desktop share.
+/// The objects that all tiles of a desktop use.
 struct TileContext {
     HostApplication& host;
     RendererCache& renderers;
@@ -46,11 +46,11 @@ struct TileContext {
 
 class TileController {
   public:
-    /// `context` must outlive this.
+    /// Requires that `context` outlives this.
     TileController(Instance instance, const std::string& renderingMode, const TileContext& context);
 
     const Instance& instance() const { return instance_; }
-    /// Where it lies on the desktop of all screens.
+    /// Returns the tile's frame on the desktop of all screens.
     const Rect& frame() const { return frame_; }
     TileWindow& window() { return window_; }
 
@@ -58,29 +58,29 @@ class TileController {
     /// Called when there is no screen.
     void hide();
 
-    /// Takes over what the arrangement says now.
+    /// Applies the arrangement's current values.
     void change(const Instance& instance, const std::string& renderingMode);
 
-    /// Shows the extension's placeholder as long as there is nothing better.
+    /// Shows the extension's placeholder if there is no entry.
     void showPlaceholder(const platform::View& view);
     bool isWaiting() const { return shown_ == Shown::nothing; }
 
-    /// Brings the picture and its badges up to what the session has.
+    /// Updates the picture and its badges from the session.
     void updated(TileUpdate update);
-    /// Follows the look of the desktop and the scale of the screen.
+    /// Draws the tile again, in the desktop's current look and the screen's current scale.
     void restyle();
 
-    /// Shows in the tile's place that it was removed, with a button to undo that; then calls `done`.
+    /// Shows that the tile was removed, with a button to undo that. Calls `done` when the message ends.
     void showRemoved(std::function<void()> done);
 
-    /// Writes what is not written yet.
+    /// Writes the entry if it is not written yet.
     void saveState();
 
   private:
     enum class Shown { nothing, stored, entry };
-    /// What is drawn over a picture.
+    /// Drawn over the picture.
     struct Badges {
-        /// From when an outdated picture is, in words; else empty.
+        /// How old an outdated picture is, in words; empty for a current one.
         std::string asOf;
         bool hasFailed = false;
         bool operator==(const Badges&) const = default;
@@ -100,7 +100,7 @@ class TileController {
     void messageEnded();
     void explain();
     void paint();
-    /// Paints before the toolkit draws, once for several reasons.
+    /// Schedules one painting before GTK draws.
     void paintSoon();
     RenderedTile render(const platform::View& view, Redaction redaction);
     /// Draws the badges on the picture and shows it.
@@ -120,13 +120,13 @@ class TileController {
     Rect frame_;
     Output output_;
     Shown shown_ = Shown::nothing;
-    /// From disk, until there is something newer.
+    /// The entry from disk, until there is a newer one.
     std::optional<StoredEntry> stored_;
     Badges badges_;
-    /// When the entry came, and until when it counts as new.
+    /// When the entry was made, and until when it is current.
     platform::Date made_;
     platform::Date reload_;
-    /// Whether the session's entry is on the disk, or on its way there.
+    /// Whether the session's entry is written or being written.
     bool isSaved_ = true;
     bool needsRepaint_ = false;
     bool isOffscreen_ = false;

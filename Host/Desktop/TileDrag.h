@@ -16,14 +16,14 @@ namespace host {
 
 class TileDrag {
   public:
-    /// `start` is where the tile lies, `others` where the other tiles lie, by the index of their outputs. `rendered` is
-    /// good as long as this.
+    /// `start` is the tile's frame, `others` has those of the other tiles by the index of their outputs. Requires that
+    /// `rendered` outlives this.
     TileDrag(const RenderedTile& rendered, const Rect& start, Outputs& outputs,
              std::multimap<std::size_t, Rect> others);
     TileDrag(const TileDrag&) = delete;
     TileDrag& operator=(const TileDrag&) = delete;
 
-    /// The pointer is so far from where it began.
+    /// Moves the tile. `distance` is the pointer's, from the drag's start.
     void move(Point distance);
 
     struct Place {

@@ -23,8 +23,8 @@ Rect outsetBy(const Rect& rect, double distance) {
     return outsetBy(rect, distance, distance);
 }
 
-/// The frame, moved and stretched by less than a pixel so that pixels of the picture are pixels of the surface, where
-/// it has as many.
+/// Returns the frame, moved and stretched by less than a pixel so that the picture's pixels are the surface's. Returns it
+/// unchanged if the picture has another size.
 Rect onPixels(cairo_t* cairo, const RenderedTile& rendered, Rect frame) {
     double width = frame.width;
     double height = frame.height;
@@ -54,8 +54,8 @@ void addProfile(cairo_pattern_t* pattern, double inner, double outer, const Rgba
     }
 }
 
-/// The outline of a blurred rectangle in eight pieces: a gradient for each edge and each corner. What lies further in
-/// than `depth` is left out.
+/// Draws a blurred rectangle in eight pieces: a gradient for each edge and each corner. Leaves out what lies further in
+/// than `depth`.
 void paintShadow(cairo_t* cairo, const Rect& frame, double reach, double depth, const Rgba& color) {
     const std::array<double, 4> columns{frame.x - reach, frame.x + depth, frame.right() - depth, frame.right() + reach};
     const std::array<double, 4> rows{frame.y - reach, frame.y + depth, frame.bottom() - depth, frame.bottom() + reach};
@@ -66,7 +66,7 @@ void paintShadow(cairo_t* cairo, const Rect& frame, double reach, double depth, 
             if (row == 1 && column == 1) {
                 continue;
             }
-            // From where the gradient runs outwards.
+            // The gradient's inner end.
             const double x = columns.at(column == 0 ? 1 : 2);
             const double y = rows.at(row == 0 ? 1 : 2);
             const double toX = column == 1 ? x : columns.at(column == 0 ? 0 : 3);
@@ -82,7 +82,7 @@ void paintShadow(cairo_t* cairo, const Rect& frame, double reach, double depth, 
     }
 }
 
-/// Outside the tile only: nothing of it is to darken what shines through.
+/// Draws outside the tile only, so that a translucent tile is not darker.
 void paintShadows(cairo_t* cairo, const Rect& frame, double unit, const Palette& palette) {
     cairo_save(cairo);
     const Rect all = outsetBy(frame, shadowMargin);
@@ -90,7 +90,7 @@ void paintShadows(cairo_t* cairo, const Rect& frame, double unit, const Palette&
     addRoundedRect(cairo, frame, cornerRadius * unit);
     cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_EVEN_ODD);
     cairo_clip(cairo);
-    // Pieces meet on one pixel's edge.
+    // Antialiased edges of neighbouring pieces would show.
     cairo_set_antialias(cairo, CAIRO_ANTIALIAS_NONE);
     for (const Palette::Shadow& shadow : palette.shadows()) {
         const Rect rect{frame.x, frame.y + shadow.drop, frame.width, frame.height};
@@ -151,7 +151,7 @@ RegionHandle roundedRegion(const Rect& rect, double radius) {
     RegionHandle region(cairo_region_create());
     const int height = static_cast<int>(std::ceil(rect.height));
     for (int row = 0; row < height; ++row) {
-        // How far the middle of the row reaches into a corner.
+        // How far the row's middle is inside a corner.
         const double middle = row + 0.5;
         const double depth = std::max({radius - middle, middle - (rect.height - radius), 0.0});
         const double inset = radius - std::sqrt(std::max(0.0, radius * radius - depth * depth));

@@ -1,4 +1,4 @@
-// What is drawn around, under and over a tile's picture. Lengths are the window's units.
+// Draws tiles into windows: shadow, picture and marks. Lengths are in the window's units.
 #pragma once
 
 #include "Host/Drawing/Handles.h"
@@ -11,14 +11,14 @@ namespace host {
 /// How far a tile's shadow reaches.
 inline constexpr double shadowMargin = 20;
 
-/// What lies under a tile: what the screen shows there, nothing that could be seen through it, or a window of the
-/// toolkit, which has drawn the tile's shadow.
+/// What is drawn under a tile: a shadow on a transparent window, an opaque ground, or nothing on a GTK window, whose
+/// style draws the shadow.
 enum class Backdrop { transparent, opaque, window };
 
-/// The picture in `frame`, on its shadow or on an opaque ground; `alpha` below 1 for one that is not quite there.
+/// Draws the picture in `frame`, on its backdrop. A picture with an `alpha` below 1 has no shadow.
 void paintTile(cairo_t* cairo, const RenderedTile& rendered, const Rect& frame, Backdrop backdrop, double alpha = 1);
 
-/// What the pointer or the keyboard is on: a row, which gets a little more room, or a tile, with its corners.
+/// The area that is under the pointer or has the focus: a row, which is extended a little, or a tile, with its corners.
 struct Mark {
     Rect frame;
     /// Of a tile; 0 for a row.
@@ -27,7 +27,7 @@ struct Mark {
 void fillMark(cairo_t* cairo, const Mark& mark, const Rgba& color);
 void strokeMark(cairo_t* cairo, const Mark& mark, const Rgba& color);
 
-/// The pixels of a rectangle with round corners.
+/// Returns the pixels of a rectangle with round corners.
 RegionHandle roundedRegion(const Rect& rect, double radius);
 
 } // namespace host

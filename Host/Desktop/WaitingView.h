@@ -1,4 +1,4 @@
-// What a tile shows before anybody knows what it will show.
+// The placeholder of a tile whose extension has not answered yet.
 #pragma once
 
 #include "Platform/Views/View.h"
@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// Made to be drawn as a placeholder: a heading and some rows, as many as a widget of the family has room for.
+/// Returns a heading and as many rows as a widget of the family has room for, to be drawn as a placeholder.
 platform::View waitingView(std::string_view family);
 
 } // namespace host

@@ -1,5 +1,5 @@
-// Wayland objects that GTK does not offer: for fractional scales of screens, for surfaces at those scales, and for
-// blurring what lies behind a surface.
+// Wayland objects that GTK does not offer: for the fractional scales of screens, for surfaces at those scales, and for
+// the blur behind a surface.
 #pragma once
 
 #include <functional>
@@ -33,21 +33,21 @@ using WaylandHandle = std::unique_ptr<Object, DestroyWaylandObject>;
 
 class WaylandObjects {
   public:
-    /// `changed` is called from the main loop when a screen may have another resolution or the compositor begins or ends
-    /// to blur, and first when all are known.
+    /// Calls `changed` from the main loop when all objects are known, when a screen's resolution may have changed, and
+    /// when the compositor starts or stops to support blur.
     WaylandObjects(wl_display* display, std::function<void()> changed);
     WaylandObjects(const WaylandObjects&) = delete;
     WaylandObjects& operator=(const WaylandObjects&) = delete;
     ~WaylandObjects();
 
-    /// Device pixels across the screen with that name; 0 if unknown.
+    /// Returns the width of the screen with that name in device pixels; 0 if unknown.
     int pixelWidth(const std::string& screen) const;
 
-    /// Null if the compositor does not have them; known with the first screens.
+    /// Null if the compositor does not have them, and before the first screens are known.
     wl_subcompositor* subcompositor() const { return subcompositor_.get(); }
     wl_shm* sharedMemory() const { return sharedMemory_.get(); }
     wp_viewporter* viewporter() const { return viewporter_.get(); }
-    /// Null while the compositor does not blur.
+    /// Null while the compositor does not support blur.
     org_kde_kwin_blur_manager* blurManager() const { return blurManager_.get(); }
 
   private:
@@ -67,7 +67,7 @@ class WaylandObjects {
     WaylandHandle<wl_shm> sharedMemory_;
     WaylandHandle<wp_viewporter> viewporter_;
     WaylandHandle<org_kde_kwin_blur_manager> blurManager_;
-    /// The compositor's number of it.
+    /// The compositor's number of `blurManager_`.
     std::uint32_t blurNumber_ = 0;
     /// By the compositor's numbers.
     std::map<std::uint32_t, std::unique_ptr<Screen>> screens_;

@@ -1,4 +1,4 @@
-// The symbol that stands for a widget.
+// A widget's symbol in the gallery's list.
 #pragma once
 
 #include "Platform/Views/View.h"
@@ -8,8 +8,7 @@
 
 namespace host {
 
-/// The first symbol of the view outside of links and frames: symbols in those stand for items, in a column of a fixed
-/// width.
+/// Returns the first symbol of the view outside of links and frames. Symbols inside them stand for items.
 std::optional<std::string> widgetSymbolIn(const platform::View& view);
 
 } // namespace host

@@ -26,9 +26,9 @@ GtkWidget* makeProbe(GdkMonitor* monitor, const std::array<GtkLayerShellEdge, 3>
     for (const GtkLayerShellEdge edge : edges) {
         gtk_layer_set_anchor(window, edge, TRUE);
     }
-    const std::unique_ptr<cairo_region_t, Releaser<cairo_region_destroy>> nothing(cairo_region_create());
+    const RegionHandle nothing(cairo_region_create());
     gtk_widget_input_shape_combine_region(widget, nothing.get());
-    // Not a window to assistive technology.
+    // Hidden from assistive technology.
     atk_object_set_role(gtk_widget_get_accessible(widget), ATK_ROLE_FILLER);
     g_signal_connect(widget, "draw", G_CALLBACK(&clear), nullptr);
     // The compositor closes it with its screen.

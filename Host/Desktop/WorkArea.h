@@ -1,7 +1,7 @@
-// The size of what panels leave of a Wayland screen.
+// The size of a Wayland screen without its panels.
 //
-// The compositor tells no client where panels are. It stretches two surfaces, a pixel thin, over the width and the
-// height that they leave.
+// Compositors do not report panels to clients. Two surfaces, one pixel thin, are stretched by the compositor over the
+// width and the height that the panels leave.
 #pragma once
 
 #include "Host/Desktop/Objects.h"
@@ -13,13 +13,13 @@ namespace host {
 
 class WorkArea {
   public:
-    /// `changed` is called from the main loop when the size is another. The compositor must have the layer shell.
+    /// Calls `changed` from the main loop when the size changes. Requires a compositor with layer shell.
     WorkArea(GdkMonitor* monitor, std::function<void()> changed);
     WorkArea(const WorkArea&) = delete;
     WorkArea& operator=(const WorkArea&) = delete;
     ~WorkArea();
 
-    /// In the screen's units; 0 until the compositor has answered.
+    /// Returns the size in the screen's units; 0 until the compositor has answered.
     const Size& size() const { return size_; }
 
   private:

@@ -79,7 +79,7 @@ Rect drawBadge(RenderedTile& rendered, const View& badge, const TileStyle& style
     const double inset = grid.edge(badgeInset);
     const Point origin{style.direction == Direction::rightToLeft ? inset : rendered.picture.width - inset - width,
                        rendered.picture.height - inset - height};
-    // Readable even on a placeholder.
+    // Badges on placeholders are readable, too.
     Appearance appearance = style.appearance;
     appearance.redaction = Redaction::none;
     renderer.drawBadge(rendered.picture, origin, layout, appearance, rendered.scale);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t maxBytes = std::size_t{32} << 20;
 /// Enough for an icon on any screen. An image that is drawn larger is decoded again.
-constexpr int usualSide = 128;
+constexpr int defaultSide = 128;
 
 std::uint32_t premultiplied(const guchar* pixel, int channels) {
     const std::uint32_t alpha = channels == 4 ? pixel[3] : 255;
@@ -63,12 +63,12 @@ SurfaceHandle drawnPicture(GdkPixbuf* pixels, const IconRequest& request) {
 } // namespace
 
 std::optional<Size> IconCache::imageSize(const platform::EncodedData& data) {
-    const auto& image = entry(data, usualSide).image;
+    const auto& image = entry(data, defaultSide).image;
     return image ? std::optional(image->size) : std::nullopt;
 }
 
 SurfaceHandle IconCache::picture(const platform::EncodedData& data, const IconRequest& request) {
-    const auto& image = entry(data, std::max({request.width, request.height, usualSide})).image;
+    const auto& image = entry(data, std::max({request.width, request.height, defaultSide})).image;
     return image ? drawnPicture(image->pixels.get(), request) : nullptr;
 }
 

@@ -1,6 +1,5 @@
-// Caches the decoded images of widgets, and which data cannot be decoded.
-//
-// When it holds too many bytes, it is cleared. One thread at a time.
+// Caches the decoded images of widgets, and which data cannot be decoded. Clears itself when it holds too many bytes. One
+// thread at a time.
 #pragma once
 
 #include "Host/Drawing/Handles.h"

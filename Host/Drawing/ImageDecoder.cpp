@@ -82,8 +82,8 @@ bool feed(GdkPixbufLoader* loader, std::string_view bytes, const Progress& progr
     return true;
 }
 
-/// Returns false for what only the loaders accept: a file without its end, whose rows come in several passes or are
-/// made up, and a JPEG of very many passes, each of which may take as long as a whole picture.
+/// Returns false for files that the loaders would accept: those without an end, whose missing rows are made up, and JPEGs
+/// of very many passes, each of which may take as long as a whole picture.
 bool isSound(std::string_view bytes, std::string_view type) {
     if (type == "png") {
         return bytes.rfind("IEND") != std::string_view::npos;

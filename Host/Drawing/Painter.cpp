@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-/// The opacity of the blocks in a placeholder.
+/// The radius of a placeholder's blocks, in points.
 constexpr double blockRadius = 3;
 /// The extents of a line's block above and below the baseline, in parts of the font's size.
 constexpr double blockAscent = 0.62;

@@ -104,7 +104,7 @@ double luminanceOf(const Rgba& color) {
     return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
-/// As much of `other` in `color` as it takes for a contrast to `ground`, and no more.
+/// Mixes as much of `other` into `color` as the contrast to `ground` requires.
 Rgba mixedUntil(const Rgba& color, const Rgba& other, const Rgba& ground, double contrast) {
     if (contrastBetween(color, ground) >= contrast) {
         return color;
@@ -118,7 +118,8 @@ Rgba mixedUntil(const Rgba& color, const Rgba& other, const Rgba& ground, double
     return mixed(color, other, enough);
 }
 
-bool takesPart(platform::Color color) {
+/// Returns whether modes and contrast change the colour.
+bool isAdaptable(platform::Color color) {
     return color != platform::Color::white && color != platform::Color::clear;
 }
 
@@ -150,7 +151,7 @@ Rgba Palette::tint() const {
 }
 
 Rgba Palette::plain(platform::Color color, Group group) const {
-    if (appearance_.mode == DrawingMode::fullColor || !takesPart(color)) {
+    if (appearance_.mode == DrawingMode::fullColor || !isAdaptable(color)) {
         return named(color);
     }
     if (appearance_.mode == DrawingMode::vibrant) {
@@ -167,7 +168,7 @@ Rgba Palette::standingOut(const Rgba& color, double contrast) const {
 Rgba Palette::foreground(const platform::Foreground& foreground, Group group) const {
     if (const auto* named = std::get_if<platform::Color>(&foreground)) {
         const Rgba color = plain(*named, group);
-        return isHigh() && takesPart(*named) ? standingOut(color, textContrast) : color;
+        return isHigh() && isAdaptable(*named) ? standingOut(color, textContrast) : color;
     }
     const Rgba untinted = level(std::get<platform::ForegroundLevel>(foreground));
     if (appearance_.mode != DrawingMode::tinted || group == Group::plain) {
@@ -179,13 +180,13 @@ Rgba Palette::foreground(const platform::Foreground& foreground, Group group) co
 }
 
 Rgba Palette::shape(platform::Color color, Group group) const {
-    return isHigh() && takesPart(color) ? standingOut(plain(color, group), shapeContrast) : plain(color, group);
+    return isHigh() && isAdaptable(color) ? standingOut(plain(color, group), shapeContrast) : plain(color, group);
 }
 
 Rgba Palette::ground(platform::Color color, Group group) const {
-    // What is just dark enough for white is light enough for black, too.
-    return isHigh() && takesPart(color) ? mixedUntil(plain(color, group), black, white, textContrast)
-                                        : plain(color, group);
+    // A ground that is just dark enough for white is light enough for black, too.
+    return isHigh() && isAdaptable(color) ? mixedUntil(plain(color, group), black, white, textContrast)
+                                          : plain(color, group);
 }
 
 Rgba Palette::divider() const {

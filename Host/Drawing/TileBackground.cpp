@@ -34,7 +34,7 @@ bool TileBackground::holds(const Rect& rect) const {
     if (rect.x < 0 || rect.y < 0 || rect.right() > bounds_.width || rect.bottom() > bounds_.height) {
         return false;
     }
-    // How far the rectangle reaches into a corner, seen from the corner's centre.
+    // How far the rectangle extends into a corner, from the centre of its curve.
     const double dx = radius_ - std::min(rect.x, bounds_.width - rect.right());
     const double dy = radius_ - std::min(rect.y, bounds_.height - rect.bottom());
     return dx <= 0 || dy <= 0 || std::hypot(dx, dy) <= radius_;

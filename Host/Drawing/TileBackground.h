@@ -1,6 +1,5 @@
-// What a widget stands on: a rectangle with round corners, filled, with a line along its inner edge.
-//
-// The line is as wide as the palette says, and at least a pixel.
+// A widget's background: a filled rectangle with round corners, with a line along its inner edge. The palette has the
+// line's width, which is at least a pixel.
 #pragma once
 
 #include "Host/Drawing/Palette.h"
@@ -16,13 +15,13 @@ class TileBackground {
     /// `grid`.
     TileBackground(Size size, const PixelGrid& grid);
 
-    /// Draws over what is there, filled with `background`. A tile that is less high than its corners becomes a capsule.
+    /// Draws the background, filled with `background`. A tile that is lower than its corners becomes a capsule.
     void paint(cairo_t* cairo, const Palette& palette, const Rgba& background) const;
 
     /// Clips to the tile.
     void clip(cairo_t* cairo) const;
 
-    /// Whether a rectangle, in pixels, lies in the tile, none of it outside a round corner.
+    /// Returns whether a rectangle, in pixels, lies wholly in the tile, inside its round corners.
     bool holds(const Rect& rect) const;
 
   private:

@@ -6,8 +6,8 @@
 // A text is one paragraph: line breaks and other control characters in it count as blanks. Lines break between words,
 // and inside a word that is wider than a line, without a hyphen.
 //
-// The cost of a long text is bounded: lines wider than `maxLineWidth` points, and the lines after the first
-// `maxLineCount`, are cut with an ellipsis.
+// The cost of a long text is bounded: lines wider than `maxLineWidth` points and lines after the first `maxLineCount` are
+// cut with an ellipsis.
 //
 // One thread at a time. The constructor starts to read the machine's font configuration on a thread of Pango's; the
 // first measurement waits for it.
