@@ -4,6 +4,8 @@ import mmap
 import os
 import struct
 
+from PIL import Image
+
 from picture import Picture
 from wayland_input import WaylandClient
 
@@ -33,7 +35,7 @@ class WaylandEye(WaylandClient):
                 self.send(frame, 0, struct.pack("=I", self.buffer))
             elif event == READY:
                 self.send(frame, 1)
-                return Picture.from_words(*self.box[2:], self.pixels[:])
+                return Picture(Image.frombytes("RGB", self.box[2:], self.pixels[:], "raw", "BGRX"))
             elif event == FAILED:
                 raise ConnectionError("the compositor has no picture")
 
