@@ -1,4 +1,4 @@
-"""A library that is not as it should be: fewer rows or the empty view, whatever is wrong, and the process goes on."""
+"""Broken libraries: the extension shows fewer rows or the empty view, and goes on."""
 
 import os
 import plistlib
@@ -45,8 +45,7 @@ FORMS = (plistlib.FMT_XML, plistlib.FMT_BINARY)
 class BadLibraries(HomeTest):
     def setUp(self):
         super().setUp()
-        self.extension = Extension(self.environment())
-        self.addCleanup(self.extension.__exit__)
+        self.extension = self.enterContext(Extension(self.environment()))
 
     def view(self, kind, family="large"):
         return self.extension.timeline(family, kind=kind)["entries"][0]["content"]["view"]

@@ -1,4 +1,4 @@
-"""Tiles on the desks that people have: they keep their places and their layer, and take the clicks on them, whatever is done around them.
+"""Tiles on real desks: they keep their places and their layer, and take the clicks on them, while windows, outputs and programs change.
 
 desks_test.py --table FOLDER [NAME…] prints what holds on each desk, or on the named ones. It leaves a picture of each desk in the folder,
 and one of each check that fails.
@@ -132,7 +132,7 @@ class DeskTest(DesktopTest):
                 is_shown and self.shown("with the desktop shown")
 
     def check_rival(self):
-        """Another program that raises itself wins, instead of both doing so for ever."""
+        """Another program that raises itself wins, instead of both doing so endlessly."""
         log = self.session.folder / "rival"
         with open(log, "wb") as output, self.running(self.session.start_script("rival_window.py", stdout=output), "without the rival"):
             self.wait(lambda: log.stat().st_size, "the rival")
@@ -207,7 +207,7 @@ class DeskTest(DesktopTest):
         self.assertEqual(len(self.recorder.links()), self.recorder.seen, "a link was opened")
 
     def await_tile(self, box, what):
-        """Something with a tile's outline, whatever is behind it."""
+        """Something with a tile's outline, over any background."""
         def is_tile():
             picture = self.session.screenshot()
             inside, outside = picture.pixel(box[0] + box[2] // 2, box[1] + 6), picture.pixel(box[0] + box[2] // 2, box[1] - 24)

@@ -2,7 +2,6 @@
 
 import itertools
 import json
-import os
 import plistlib
 import shutil
 import signal
@@ -10,7 +9,7 @@ import time
 from pathlib import Path
 
 from desktop import DesktopTest, Placed
-from support import HOST, IDENTIFIER, UNAVAILABLE, favourites, wait_until
+from support import HOST, IDENTIFIER, UNAVAILABLE, favourites, is_running, wait_until
 from wayland_session import WaylandSession
 
 TILE = Placed(1, place=(104, 80))
@@ -98,26 +97,14 @@ class Life(DesktopTest):
         for name, code, end in ends:
             with self.subTest(name):
                 self.start(TILE)
-                self.assertNotEqual(self.relatives(), [])
+                extension, = self.children()
                 end()
                 self.assertEqual(self.desktop.wait(20), code)
                 self.assertLessEqual(len(self.complaints()), 1 + code, self.complaints())
                 for line in self.complaints():
                     self.assertRegex(line, r"\Awidgethost: ")
-                wait_until(lambda: not self.relatives(), "the end of the extension")
+                wait_until(lambda: not is_running(extension), "the end of the extension")
         # The display may come back later than the supervisor's first attempt.
         for options, code in ((("--background",), 1), ((), UNAVAILABLE)):
             self.assertEqual(self.start(options=options).wait(20), code)
             self.assertEqual(self.complaints(), ["widgethost: there is no display to show widgets on"])
-
-    def relatives(self):
-        """The processes of the host and of the extension in this session."""
-        found = []
-        for folder in Path("/proc").glob("[0-9]*"):
-            try:
-                is_ours = Path(os.readlink(folder / "exe")).parent == HOST.parent
-                if is_ours and str(self.session.folder).encode() in (folder / "environ").read_bytes():
-                    found.append(folder.name)
-            except OSError:
-                pass  # It has ended meanwhile.
-        return found

@@ -8,7 +8,7 @@ from wayland_session import WaylandSession
 from x_session import XSession
 
 PLACE = (104, 80)
-# That of the toolkit's own theme, if nobody has chosen one.
+# That of the toolkit's own theme, if no other is chosen.
 THEME_ACCENT = "3584E4"
 
 
@@ -41,7 +41,7 @@ class Wayland(DesktopTest):
         tile, moved = Placed(1, place=PLACE, output=first), Placed(1, place=(104, 200), output=second)
         self.arrange(tile)
         self.start(tile)
-        # Such that the screen has a whole number of units, for the sake of its screenshot.
+        # At each the screen has a whole number of units, as its screenshot requires.
         for scale in (2, 1.25, 1.6):
             self.session.set_scale(first, scale)
             self.sees(tile, scale=scale)

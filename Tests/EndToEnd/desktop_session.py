@@ -47,7 +47,7 @@ class Window:
 
 class DesktopSession:
     """A desktop without a screen: WaylandSession or XSession, which have in common `outputs`, `windows`, `place_window`, `close_window`,
-    `screenshot`, `add_output`, `remove_output`, `bring_back`, `resize`, `set_scale`, and input: `move`, `press`, `release`, `key`, `type`.
+    `screenshot`, `add_output`, `remove_output`, `bring_back`, `resize`, `set_scale`, and input: `move`, `press`, `release`, `key`.
 
     `home` is the user's, a new one by default. With `accessible`, assistive technology can read programs in it. `wallpaper` is
     the screen's picture before anything else is on it.

@@ -1,4 +1,4 @@
-"""What the host's desktop shows: tiles where they belong, as the host draws them, whatever becomes of the extension."""
+"""What the host's desktop shows: tiles in their places as the host draws them, also when the extension fails."""
 
 import json
 import os

@@ -48,7 +48,8 @@ class Windows(DesktopTest):
         # The search has the keyboard at first.
         self.open_editor(FAVOURITES)
         wait_until(lambda: {each["title"] for each in options} <= set(self.groups()), "all groups")
-        self.session.type("Readi")
+        for letter in "Readi":
+            self.session.key(letter)
         wait_until(lambda: self.groups() == ["Reading"], "the one group")
         self.session.key("Down")
         self.assertNotIn("configuration", self.arranged()[1])
@@ -139,7 +140,7 @@ class Windows(DesktopTest):
         self.end()
 
     def test_the_first_run(self):
-        """Examples, one of which a click places; and one's own library, once there is one."""
+        """Shows examples, one of which a click places, and the user's library as soon as it exists."""
         shutil.rmtree(self.library)
         self.start(options=(), **user_database(self.session.folder, self.home))
         self.application.find(name="These are examples. Your own library is shown once there is one.")

@@ -1,4 +1,4 @@
-"""What the host finds on a machine: real buses, handlers and extensions, there or not."""
+"""What `doctor` finds: buses, link handlers and extensions, present or missing."""
 
 import json
 import os

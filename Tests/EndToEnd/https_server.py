@@ -19,7 +19,6 @@ import ssl
 import subprocess
 import tempfile
 import threading
-import zlib
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -146,7 +145,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
 def body(content, status=200, **headers):
     def page(handler):
-        handler.start(status, **({} if status == 304 else {"Content_Length": len(content)}), **headers)
+        handler.start(status, **({} if status == 304 else {"Content_Length": len(content), **headers}))
         if status != 304:
             handler.wfile.write(content)
     return page
@@ -166,33 +165,11 @@ def drip(pieces, seconds):
     return page
 
 
-def hang():
-    """No answer."""
-    return lambda handler: handler.pause(None)
-
-
-def forever(start, piece, seconds=0):
-    """The first bytes of an answer, and then the same ones again and again, with a wait before each."""
+def forever(start=b"", piece=b"", seconds=0):
+    """The first bytes of an answer, and then the same ones again and again, with a wait before each; or silence."""
     def page(handler):
         handler.wfile.write(start)
         while True:
-            handler.pause(seconds)
+            handler.pause(seconds if piece else None)
             handler.wfile.write(piece)
     return page
-
-
-def stop(content, announced, closes=False):
-    """The beginning of a body of the announced length. Then the connection closes or stays silent."""
-    def page(handler):
-        handler.start(200, Content_Length=announced)
-        handler.wfile.write(content)
-        handler.close_connection = True
-        closes or handler.pause(None)
-    return page
-
-
-def gzip_bomb(size):
-    """That many zeros in a thousandth of their size."""
-    packer = zlib.compressobj(9, zlib.DEFLATED, 31)
-    block = bytes(1 << 20)
-    return body(b"".join(packer.compress(block) for _ in range(size >> 20)) + packer.flush(), Content_Encoding="gzip")

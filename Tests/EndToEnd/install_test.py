@@ -38,9 +38,7 @@ def help_of(*command):
 class Installation(HomeTest):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.prefix = Path(folder.name) / "a prefix"
+        cls.prefix = Path(cls.enterClassContext(tempfile.TemporaryDirectory())) / "a prefix"
         cls.share = cls.prefix / "share"
         done = run("cmake", "--install", PROGRAMS.parent, "--prefix", cls.prefix)
         assert done.returncode == 0, done.stderr

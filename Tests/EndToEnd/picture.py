@@ -40,7 +40,7 @@ class Picture:
         return Picture(self.image.crop((x, y, x + width, y + height)))
 
     def difference(self, other, tolerance=0):
-        """The smallest box around all pixels of which a channel differs by more than the tolerance; None where there are none."""
+        """The smallest box around all pixels of which a channel differs by more than the tolerance; None if none does."""
         assert self.size == other.size, (self.size, other.size)
         box = ImageChops.difference(self.image, other.image).point(lambda value: 255 * (value > tolerance)).getbbox()
         return box and (box[0], box[1], box[2] - box[0], box[3] - box[1])

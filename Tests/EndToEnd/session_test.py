@@ -14,8 +14,7 @@ class SessionTest(HostTest):
         """Returns once commands reach it, if there is a bus."""
         self.messages = self.home / "messages"
         with open(self.messages, "wb") as messages:
-            host = subprocess.Popen(self.command("host"), env={**self.variables, **dict(variables)}, stderr=messages)
-        self.addCleanup(host.__exit__, None, None, None)
+            host = self.enterContext(subprocess.Popen(self.command("host"), env={**self.variables, **dict(variables)}, stderr=messages))
         self.addCleanup(host.kill)
         if not variables:
             wait_until(lambda: self.run_host("reload").returncode == OK, "the host")

@@ -23,7 +23,7 @@ LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites
 # All widgets, in the order in which hosts list them.
 KINDS = (*LISTS, "TipsWidget")
 SANITIZED = bool(os.environ.get("SANITIZED"))
-# What every program gets: the options of sanitizers, and a proxy that does not exist, since tests do not leave this machine.
+# What every program gets: the options of sanitizers, and a proxy that does not exist, so that tests have no other network.
 COMMON = {"PATH": os.environ["PATH"], "https_proxy": "http://127.0.0.1:9",
           **{name: os.environ[name] for name in ("LSAN_OPTIONS", "ASAN_OPTIONS") if name in os.environ}}
 # The start of a picture.
@@ -81,9 +81,7 @@ class HomeTest(unittest.TestCase):
     """A test with a user's home of its own."""
 
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.home = Path(folder.name) / "Ada Ä"
+        self.home = Path(self.enterContext(tempfile.TemporaryDirectory())) / "Ada Ä"
         self.library = self.home / "Library" / "Application Support" / "FOLIOvault"
         self.library.mkdir(parents=True)
         self.file = self.library / "Favorites.plist"

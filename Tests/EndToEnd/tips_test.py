@@ -4,7 +4,7 @@ import json
 import time
 from datetime import datetime, timezone
 
-from https_server import Authority, HttpsServer, body, drip, hang
+from https_server import Authority, HttpsServer, body, drip, forever
 from support import Extension, HomeTest, texts
 
 REFERENCE = datetime(2001, 1, 1, tzinfo=timezone.utc)
@@ -30,9 +30,7 @@ class Tips(HomeTest):
 
     def setUp(self):
         super().setUp()
-        self.server = HttpsServer(AUTHORITY, names=[HOST])
-        self.server.__enter__()
-        self.addCleanup(self.server.__exit__)
+        self.server = self.enterContext(HttpsServer(AUTHORITY, names=[HOST]))
         self.cache = self.home.parent / "container" / "Caches" / "tips_cache.json"
         self.cache.parent.mkdir(parents=True)
 
@@ -91,7 +89,7 @@ class Tips(HomeTest):
 
     def test_the_end_of_input(self):
         """Requests are answered, after a download that is nearly done and without one that hangs."""
-        for page, expected in ((drip([feed("New")[:300], feed("New")[300:]], .05), "New"), (hang(), "Old")):
+        for page, expected in ((drip([feed("New")[:300], feed("New")[300:]], .05), "New"), (forever(), "Old")):
             self.publish(page)
             self.keep("Old", 7 * HOUR)
             with self.subTest(expected), self.extension() as extension:

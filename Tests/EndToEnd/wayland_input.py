@@ -1,19 +1,15 @@
-"""A pointer and a keyboard for a Wayland compositor, plugged in for as long as a client is connected. The client speaks the wire protocol itself:
-a message is the object's number, its size and the request's or event's number, and the arguments in 32-bit words.
-"""
+"""A pointer and a keyboard for a Wayland compositor."""
 
 import array
 import itertools
 import socket
+import string
 import struct
 import tempfile
 
-CHARACTERS = [chr(code) for code in range(32, 127)] + list("äöüß")
-# Each key's symbols without shift and with it; a key of its own for each character.
-KEYS = {"Tab": "Tab, ISO_Left_Tab", **{name: name for name in ("Return", "Escape", "Left", "Right", "Up", "Down", "Menu", "F10")},
-        **{character: f"U{ord(character):04X}" for character in CHARACTERS}}
+# Each key's symbols without shift and with it; a key of its own for each letter.
+KEYS = {"Tab": "Tab, ISO_Left_Tab", **{name: name for name in ("Return", "Escape", "Up", "Down", "Menu", "F10", *string.ascii_letters)}}
 FIRST_CODE = 9
-MODIFIERS = {"shift": 1, "ctrl": 4, "alt": 8, "super": 64}
 BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}
 
 
@@ -24,21 +20,35 @@ def keymap():
             f'xkb_compatibility "c" {{ include "complete" }}; xkb_symbols "s" {{ {symbols} }}; }};').encode() + b"\0"
 
 
-class WaylandClient:
-    """`path` is the compositor's socket."""
+class WaylandInput:
+    """Both are plugged in until `close`. `path` is the compositor's socket; coordinates are those of the layout of `outputs`. Every call returns when
+    the compositor has received it.
 
-    def __init__(self, path):
+    Speaks the wire protocol itself: a message is the object's number, its size and the request's or event's number, and the arguments in 32-bit words.
+    """
+
+    def __init__(self, path, outputs):
+        self.outputs = outputs
         self.socket = socket.socket(socket.AF_UNIX)
         self.socket.settimeout(20)
         self.socket.connect(str(path))
-        self.received = b""
-        self.numbers = itertools.count(2)
+        self.stream = self.socket.makefile("rb")
+        self.numbers, self.times = itertools.count(2), itertools.count(1)
         self.globals = {}
         self.registry = self.number()
         self.send(1, 1, struct.pack("=I", self.registry))
         self.wait()
+        seat = self.bind("wl_seat")
+        self.pointer = self.plug_in("zwlr_virtual_pointer_manager_v1", seat)
+        self.keyboard = self.plug_in("zwp_virtual_keyboard_manager_v1", seat)
+        with tempfile.TemporaryFile() as file:
+            file.write(keymap())
+            file.flush()
+            self.send(self.keyboard, 0, struct.pack("=2I", 1, file.tell()), [file.fileno()])
+            self.wait()
 
     def close(self):
+        self.stream.close()
         self.socket.close()
 
     def number(self):
@@ -50,53 +60,26 @@ class WaylandClient:
         rights = [(socket.SOL_SOCKET, socket.SCM_RIGHTS, array.array("i", descriptors))] if descriptors else []
         self.socket.sendmsg([message], rights)
 
-    def bind(self, interface, version):
+    def bind(self, interface):
         number, text = self.number(), interface.encode() + b"\0" * (4 - len(interface) % 4)
-        self.send(self.registry, 0, struct.pack("=2I", self.globals[interface], len(interface) + 1) + text + struct.pack("=2I", version, number))
+        self.send(self.registry, 0, struct.pack("=2I", self.globals[interface], len(interface) + 1) + text + struct.pack("=2I", 1, number))
         return number
-
-    def event(self):
-        """Returns the next one: the object's number, the event's, and its arguments."""
-        while len(self.received) < 8 or len(self.received) < (size := struct.unpack_from("=I", self.received, 4)[0] >> 16):
-            more = self.socket.recv(65536)
-            if not more:
-                raise ConnectionError("the compositor closed the connection")
-            self.received += more
-        number, event = struct.unpack_from("=IH", self.received)
-        body, self.received = self.received[8:size], self.received[size:]
-        if number == 1 and event == 0:
-            raise ConnectionError(f"the compositor refuses: {body[12:].decode(errors='replace')}")
-        if number == self.registry and event == 0:
-            name, length = struct.unpack_from("=2I", body)
-            self.globals[body[8:8 + length - 1].decode()] = name
-        return number, event, body
 
     def wait(self):
         """Returns when the compositor has done everything that was requested."""
-        callback = self.number()
+        callback, number = self.number(), None
         self.send(1, 0, struct.pack("=I", callback))
-        while self.event()[0] != callback:
-            pass
-
-
-class WaylandInput(WaylandClient):
-    """Every call returns when the compositor has received it. Coordinates are those of the layout of `outputs`."""
-
-    def __init__(self, path, outputs):
-        super().__init__(path)
-        self.outputs = outputs
-        self.times = itertools.count(1)
-        seat = self.bind("wl_seat", 1)
-        self.pointer = self.plug_in("zwlr_virtual_pointer_manager_v1", seat)
-        self.keyboard = self.plug_in("zwp_virtual_keyboard_manager_v1", seat)
-        with tempfile.TemporaryFile() as file:
-            file.write(keymap())
-            file.flush()
-            self.send(self.keyboard, 0, struct.pack("=2I", 1, file.tell()), [file.fileno()])
-            self.wait()
+        while number != callback:
+            number, event, size = struct.unpack("=IHH", self.stream.read(8))
+            arguments = self.stream.read(size - 8)
+            if (number, event) == (1, 0):
+                raise ConnectionError(f"the compositor refuses: {arguments[12:].decode(errors='replace')}")
+            if (number, event) == (self.registry, 0):
+                name, length = struct.unpack_from("=2I", arguments)
+                self.globals[arguments[8:8 + length - 1].decode()] = name
 
     def plug_in(self, manager, seat):
-        manager, device = self.bind(manager, 1), self.number()
+        manager, device = self.bind(manager), self.number()
         self.send(manager, 0, struct.pack("=2I", seat, device))
         return device
 
@@ -120,15 +103,10 @@ class WaylandInput(WaylandClient):
         self.wait()
 
     def key(self, name):
-        """A key's name or character, with modifiers before it: "Tab", "shift+Tab", "ctrl+a"."""
-        *modifiers, name = name.split("+") if len(name) > 1 else [name]
-        code = FIRST_CODE - 8 + list(KEYS).index(name)
-        self.send(self.keyboard, 2, struct.pack("=4I", sum(MODIFIERS[each] for each in modifiers), 0, 0, 0))
+        """A key's name or letter, perhaps with shift: "Tab", "shift+Tab", "a"."""
+        code = FIRST_CODE - 8 + list(KEYS).index(name.removeprefix("shift+"))
+        self.send(self.keyboard, 2, struct.pack("=4I", name.startswith("shift+"), 0, 0, 0))
         for state in (1, 0):
             self.send(self.keyboard, 1, struct.pack("=3I", next(self.times), code, state))
         self.send(self.keyboard, 2, struct.pack("=4I", 0, 0, 0, 0))
         self.wait()
-
-    def type(self, text):
-        for character in text:
-            self.key(character)

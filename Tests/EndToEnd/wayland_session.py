@@ -42,7 +42,7 @@ class WaylandSession(DesktopSession):
         self.display = {"WAYLAND_DISPLAY": self.socket.name}
         device = WaylandInput(self.socket, self.outputs)
         self.cleanups.callback(device.close)
-        self.move, self.press, self.release, self.key, self.type = device.move, device.press, device.release, device.key, device.type
+        self.move, self.press, self.release, self.key = device.move, device.press, device.release, device.key
 
     def is_started(self):
         assert self.compositor.poll() is None, (self.folder / "compositor.log").read_text()

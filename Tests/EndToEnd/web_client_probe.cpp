@@ -13,7 +13,7 @@
 #include <thread>
 #include <unistd.h>
 
-/// Takes the C library's place: one name is nobody's, and nothing answers for another.
+/// Replaces the C library's: one name does not exist, and for another it never returns.
 extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints, addrinfo** found) {
     if (name != nullptr && std::string_view(name) == "absent.example") {
         return EAI_NONAME;
@@ -26,7 +26,7 @@ extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo
 
 int main(int /*count*/, char** arguments) {
     std::signal(SIGPIPE, SIG_IGN);
-    alarm(60); // Waiting for ever is a failure.
+    alarm(60); // A download that does not end fails.
     const auto milliseconds = [&](int index) { return std::chrono::milliseconds(std::atoi(arguments[index])); };
     static platform::CurlWebClient client(
         {.silence = milliseconds(1), .total = milliseconds(2), .end = milliseconds(3)});

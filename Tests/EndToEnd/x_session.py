@@ -170,7 +170,7 @@ class XSession(DesktopSession):
             self.run("hsetroot", "-fill", self.wallpaper_file)
 
     def await_wallpaper(self):
-        """Ours, or whatever the desk draws, once it has come to rest."""
+        """Ours, or the desk's own as soon as it has stopped changing."""
         if not self.is_whole:
             wait_until(lambda: self.blends == self.is_composited(), "the compositing manager")
             return super().await_wallpaper()
@@ -276,7 +276,7 @@ class XSession(DesktopSession):
         return self.run("xrandr", *arguments, variables=self.server).decode()
 
     def outputs(self):
-        """Their positions are in pixels, whatever the scale."""
+        """Positions are in pixels at any scale."""
         lines = re.findall(r"^(\S+) connected (?:primary )?(\d+)x(\d+)\+(\d+)\+(\d+)", self.xrandr(), re.MULTILINE)
         return [Output(name, int(x), int(y), int(width), int(height)) for name, width, height, x, y in lines]
 
@@ -338,7 +338,7 @@ class XSession(DesktopSession):
         self.run("xdotool", *arguments, variables=self.server)
 
     def move(self, x, y):
-        # Its option to wait for the move waits for ever where the pointer is there already.
+        # With its option to wait it does not return if the pointer is there already.
         self.xdotool("mousemove", x, y)
 
     def press(self, button=1):
@@ -348,7 +348,7 @@ class XSession(DesktopSession):
         self.xdotool("mouseup", button)
 
     def key(self, name):
-        """A key's name or character, with modifiers before it: "Tab", "shift+Tab", "ctrl+a"."""
+        """A key's name or letter, perhaps with shift: "Tab", "shift+Tab", "a"."""
         self.xdotool("key", "--delay", 0, name)
 
 
