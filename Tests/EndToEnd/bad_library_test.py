@@ -2,7 +2,7 @@
 
 import os
 import plistlib
-from dataclasses import dataclass
+from collections import namedtuple
 from datetime import datetime
 
 from support import LISTS, PNG, Extension, HomeTest, nodes, texts
@@ -13,19 +13,8 @@ VALUES = {"string": ("7", "", "NO", "2026-03-16T00:00:00Z"), "integer": (7, 0, 1
           "dictionary": ({"databases": [1, 2], "windows": [3]}, {})}
 
 
-@dataclass
-class List:
-    """A list widget: a record that uses every key, and of each key, the kinds of value that it takes."""
-    kind: str
-    empty: str
-    record: dict
-    kinds: dict
-
-    @property
-    def file(self):
-        return LISTS[self.kind]
-
-
+# A list widget, its text if there is nothing to show, a record that uses every key, and of each key, the kinds of value that it takes.
+List = namedtuple("List", "kind empty record kinds")
 RECORD = {"Name": "Note", "UUID": "U-1", "Type": 3, "Label": 2, "Date": DATE, "Icon": PNG, "Location": "In › Box"}
 FAVOURITE = {"Name": {"string"}, "UUID": {"string"}, "Type": {"integer"}, "Label": {"integer"}, "Icon": {"data"}, "Location": {"string"}}
 LIST_TABLE = [
@@ -50,20 +39,21 @@ class BadLibraries(HomeTest):
     def view(self, kind, family="large"):
         return self.extension.timeline(family, kind=kind)["entries"][0]["content"]["view"]
 
-    def shown(self, each, family="large"):
-        return texts({"content": {"view": self.view(each.kind, family)}})
+    def shown(self, each):
+        return texts({"content": {"view": self.view(each.kind)}})
 
     def test_absent_empty_and_foreign_files_have_nothing_to_show(self):
         deep = b"<plist>" + b"<array>" * 1_000_000
         cycle = b"bplist00" + b"\xa1\x00" + b"\x08" + bytes(6) + b"\x01\x01" + (1).to_bytes(8, "big") + bytes(8) + (10).to_bytes(8, "big")
         for each in LIST_TABLE:
             with self.subTest(kind=each.kind, record=each.record):
-                path = self.library / each.file
+                path = self.library / LISTS[each.kind]
                 path.unlink(missing_ok=True)
                 self.assertIn(each.empty, self.shown(each))
                 roots = [plistlib.dumps(root, fmt=form) for form in FORMS
                          for root in ([], {}, each.record, "text", 7, True, [[]], [each.record, "x"], ["x", each.record], [each.record, [each.record]])]
-                for content in (b"", b"\n", b"hello", b"\0" * 100, PNG, deep, deep + b"</array>" * 1_000_000 + b"</plist>", cycle, *roots, *(root[:-20] for root in roots)):
+                broken = [root[:-20] for root in roots]
+                for content in (b"", b"\n", b"hello", b"\0" * 100, PNG, deep, deep + b"</array>" * 1_000_000 + b"</plist>", cycle, *roots, *broken):
                     path.write_bytes(content)
                     self.assertIn(each.empty, self.shown(each), content[:60])
                 for make in (path.mkdir, lambda: os.mkfifo(path), lambda: path.symlink_to("/dev/zero")):
@@ -79,12 +69,12 @@ class BadLibraries(HomeTest):
                 for key, accepted in each.kinds.items():
                     for form in FORMS:
                         without = {name: value for name, value in each.record.items() if name != key}
-                        self.write([without], form, each.file)
+                        self.write([without], form, LISTS[each.kind])
                         missing = self.view(each.kind)
                         for kind, values in VALUES.items():
                             views = []
                             for value in values:
-                                self.write([{**each.record, key: value}], form, each.file)
+                                self.write([{**each.record, key: value}], form, LISTS[each.kind])
                                 views.append(self.view(each.kind))
                             changed = any(view != missing for view in views)
                             self.assertEqual(changed, kind in accepted, f"{key} is a {kind}")

@@ -299,10 +299,8 @@ class DeskTest(DesktopTest):
         self.shown("started again")
 
     def check_display_lost(self):
-        start = time.monotonic()
         self.session.end_part(0) if self.session.desk.is_nested else self.session.end(self.session.compositor)
-        self.assertEqual(self.desktop.wait(20), 1)
-        self.assertLess(time.monotonic() - start, 2)
+        self.assertEqual(self.desktop.wait(10), 1)
         self.assertLessEqual(self.complaints(), ["widgethost: the display is gone"])
 
     def results(self, pictures):

@@ -2,7 +2,7 @@
 
 import json
 
-from support import PROJECT, USAGE, HostTest, texts
+from support import PROJECT, HostTest, texts
 
 KIND = "NoteWidget"
 
@@ -26,7 +26,3 @@ class Example(HostTest):
                                     (("--request", "snapshot"), ["one", "two"]), ((), ["one", "two"]), (("--set", "note=../Shopping"), [])):
             self.assertEqual(self.shown(*arguments), expected)
         self.assertEqual(self.shown("--family", "large", "--set", "note=Shopping")[-1], "item 14")
-        self.succeed("gallery", "-o", self.home / "gallery")
-        self.assertEqual(len(list((self.home / "gallery").glob("*.png"))), 8)
-        for arguments in ((KIND, "--set", "colour=red"), ("ClockWidget",)):
-            self.assertIn(KIND, self.refused(USAGE, "render", *arguments, "--format", "tree"))

@@ -19,7 +19,7 @@ import ssl
 import subprocess
 import tempfile
 import threading
-from dataclasses import dataclass
+from collections import namedtuple
 from pathlib import Path
 
 import trustme
@@ -45,12 +45,8 @@ class Authority:
             return self.contexts[name]
 
 
-@dataclass(frozen=True)
-class Request:
-    host: str  # as the request says, without a port
-    path: str
-    headers: tuple  # pairs of name and value, in their order
-    proxied: bool
+# The host is without a port; the headers are pairs of name and value in their order.
+Request = namedtuple("Request", "host path headers is_proxied")
 
 
 class Server(socketserver.ThreadingTCPServer):
@@ -102,8 +98,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
     disable_nagle_algorithm = True
 
     def setup(self):
-        self.proxied = self.request.recv(1, socket.MSG_PEEK) == b"C"
-        name = self.connect() if self.proxied else "localhost"
+        self.is_proxied = self.request.recv(1, socket.MSG_PEEK) == b"C"
+        name = self.connect() if self.is_proxied else "localhost"
         context = self.server.context(name)
         context.sni_callback = lambda tls, wanted, _: setattr(tls, "context", self.server.context(wanted or name))
         self.request = context.wrap_socket(self.request, server_side=True)
@@ -124,7 +120,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
         return head.split()[1].decode().rsplit(":", 1)[0]
 
     def do_GET(self):
-        self.server.requests.append(Request(self.headers["Host"].rsplit(":", 1)[0], self.path, tuple(self.headers.items()), self.proxied))
+        self.server.requests.append(Request(self.headers["Host"].rsplit(":", 1)[0], self.path, tuple(self.headers.items()), self.is_proxied))
         self.server.pages.get(self.path, body(b"not here", status=404))(self)
 
     def start(self, status, **headers):

@@ -32,8 +32,7 @@ class OneHost(SessionTest):
         self.start_host()
         self.assertEqual(self.succeed("add", "FavoritesWidget", "--family", "large"), "1\n")
         self.assertEqual(self.succeed("add", "ReadingListWidget"), "2\n")
-        for wrong, reason in (("--family=tiny", 'no family "tiny"'), ("--set=group=a", 'no parameter "group"'), ("--set=filter=b", 'no choice of "filter" "b"')):
-            self.assertIn(reason, self.refused(USAGE, "add", "ReadingListWidget", wrong))
+        self.assertIn('no family "tiny"', self.refused(USAGE, "add", "ReadingListWidget", "--family=tiny"))
         self.assertEqual(self.succeed("reload", "FavoritesWidget"), "")
         explained = self.succeed("explain", 1)
         self.assertRegex(explained, r"\A1 FavoritesWidget of net.foliovault.widgets, large\n")
