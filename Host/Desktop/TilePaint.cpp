@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <gdk/gdk.h>
 
 namespace host {
 namespace {
@@ -148,18 +149,12 @@ void strokeMark(cairo_t* cairo, const Mark& mark, const Rgba& color) {
 }
 
 RegionHandle roundedRegion(const Rect& rect, double radius) {
-    RegionHandle region(cairo_region_create());
-    const int height = static_cast<int>(std::ceil(rect.height));
-    for (int row = 0; row < height; ++row) {
-        // How far the row's middle is inside a corner.
-        const double middle = row + 0.5;
-        const double depth = std::max({radius - middle, middle - (rect.height - radius), 0.0});
-        const double inset = radius - std::sqrt(std::max(0.0, radius * radius - depth * depth));
-        const cairo_rectangle_int_t line{static_cast<int>(std::round(rect.x + inset)), static_cast<int>(rect.y) + row,
-                                         static_cast<int>(std::round(rect.width - 2 * inset)), 1};
-        cairo_region_union_rectangle(region.get(), &line);
-    }
-    return region;
+    const SurfaceHandle mask(cairo_image_surface_create(CAIRO_FORMAT_A1, static_cast<int>(std::ceil(rect.right())),
+                                                        static_cast<int>(std::ceil(rect.bottom()))));
+    const CairoHandle cairo(cairo_create(mask.get()));
+    addRoundedRect(cairo.get(), rect, radius);
+    cairo_fill(cairo.get());
+    return RegionHandle(gdk_cairo_region_create_from_surface(mask.get()));
 }
 
 } // namespace host
