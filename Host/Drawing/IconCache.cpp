@@ -3,8 +3,7 @@
 #include "Host/Drawing/Shapes.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
+#include <gdk/gdk.h>
 
 namespace host {
 namespace {
@@ -13,50 +12,21 @@ constexpr std::size_t maxBytes = std::size_t{32} << 20;
 /// Enough for an icon on any screen. An image that is drawn larger is decoded again.
 constexpr int defaultSide = 128;
 
-std::uint32_t premultiplied(const guchar* pixel, int channels) {
-    const std::uint32_t alpha = channels == 4 ? pixel[3] : 255;
-    const auto times = [&](std::uint32_t component) {
-        const std::uint32_t product = component * alpha + 128;
-        return (product + (product >> 8)) >> 8;
-    };
-    return alpha << 24 | times(pixel[0]) << 16 | times(pixel[1]) << 8 | times(pixel[2]);
-}
-
-SurfaceHandle asSurface(GdkPixbuf* pixels) {
-    const int width = gdk_pixbuf_get_width(pixels);
-    const int height = gdk_pixbuf_get_height(pixels);
-    const int channels = gdk_pixbuf_get_n_channels(pixels);
-    SurfaceHandle surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
-    unsigned char* to = cairo_image_surface_get_data(surface.get());
-    const guchar* from = gdk_pixbuf_get_pixels(pixels);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const std::uint32_t value = premultiplied(from + static_cast<std::ptrdiff_t>(x) * channels, channels);
-            std::memcpy(to + static_cast<std::ptrdiff_t>(x) * 4, &value, sizeof value);
-        }
-        from += gdk_pixbuf_get_rowstride(pixels);
-        to += cairo_image_surface_get_stride(surface.get());
-    }
-    cairo_surface_mark_dirty(surface.get());
-    return surface;
-}
-
 SurfaceHandle drawnPicture(GdkPixbuf* pixels, const IconRequest& request) {
     const ObjectHandle<GdkPixbuf> scaled(
         gdk_pixbuf_scale_simple(pixels, request.width, request.height, GDK_INTERP_BILINEAR));
     if (!scaled) {
         return nullptr;
     }
-    const SurfaceHandle square = asSurface(scaled.get());
-    if (request.tone == Tone::gray) {
-        desaturate(square.get());
-    }
     SurfaceHandle rounded(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, request.width, request.height));
     const CairoHandle cairo(cairo_create(rounded.get()));
-    cairo_set_source_surface(cairo.get(), square.get(), 0, 0);
+    gdk_cairo_set_source_pixbuf(cairo.get(), scaled.get(), 0, 0);
     addRoundedRect(cairo.get(), {0, 0, static_cast<double>(request.width), static_cast<double>(request.height)},
                    request.cornerRadius);
     cairo_fill(cairo.get());
+    if (request.tone == Tone::gray) {
+        desaturate(rounded.get());
+    }
     return rounded;
 }
 
