@@ -187,6 +187,11 @@ def measure(table, rounds, programs, project, frames, peer):
         time.sleep(REST_SECONDS)
         spent = [after - before for after, before in zip(desktop.used(), rest)]
         held = desktop.held()
+        other = desktop.session.start("/usr/bin/python3", "-B", peer, frames)
+        desktop.await_change(desktop.column(), [400])
+        shared = desktop.held()
+        other.terminate()
+        other.wait(20)
         children = len(desktop.children())
         saved = saves(desktop, SAVES)
         pictures, busy = storm(desktop, STORM_SECONDS)
@@ -201,7 +206,8 @@ The desktop with four tiles:
 | what | measured | at most |
 | --- | --- | --- |
 | a first start, without entries on disk, to four tiles on the screen | {statistics.median(first) * 1e3:.0f} ms | 120 ms |
-| memory at rest, proportional set size | {held:.1f} MiB | 21 MiB |
+| memory at rest, proportional set size, no other GTK program running | {held:.1f} MiB | 21 MiB |
+| the same beside another GTK window, which shares the libraries | {shared:.1f} MiB | |
 | extensions running at rest | {children} | 0 |
 | processor time in {REST_SECONDS} s at rest | {spent[0] * 1e3:.0f} ms | 10 ms |
 | context switches meanwhile | {spent[1]} | 10 |
