@@ -1,13 +1,8 @@
 """An HTTPS server on loopback for tests, with certificates of its own making.
 
-    with HttpsServer(Authority()) as server:
-        server.pages["/feed"] = body(b"<rss/>")
-        ... SSL_CERT_FILE=server.authority.file, server.address("/feed") ...
-        ... or https_proxy=server.proxy, and any https://made-up.example/feed ...
-        server.requests[0].headers
-
-A page is a function of the request's handler; those below make the usual ones. The server has a certificate for every name that is
-requested, directly or through the proxy, or for `names` alone. Each connection has a thread.
+Clients trust it with SSL_CERT_FILE=server.authority.file. They reach a path at server.address(path), or at any host's name with
+https_proxy=server.proxy. A page is a function of the request's handler; those below make the usual ones. The server has a certificate for every
+name that is requested, directly or through the proxy, or for `names` alone. Each connection has a thread.
 """
 
 import atexit
