@@ -144,7 +144,7 @@ Arrangement readArrangement(object json) {
         } else if (name == "locked") {
             arrangement.locked = read<bool>(value, "not a boolean");
         } else if (name == "renderingMode") {
-            // A mode of a later version is no reason to lose the tiles.
+            // It may be a mode of a later version. The file does not count as broken because of it.
             const std::string mode = readText(value);
             arrangement.renderingMode = isRenderingMode(mode) ? mode : Arrangement::fullColor;
         } else if (name == "instances") {

@@ -1,12 +1,12 @@
 #include "Host/Arrangement/FileLock.h"
 
 #include <fmt/format.h>
+#include <glib.h>
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <thread>
 
 namespace host {
@@ -18,16 +18,6 @@ using platform::FileDescriptor;
 using platform::Unexpected;
 
 constexpr std::chrono::milliseconds retryInterval{2};
-
-/// Returns false with errno set on failure.
-bool makeFolder(const fs::path& folder) {
-    if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) {
-        return true;
-    }
-    const fs::path parent = folder.parent_path();
-    return errno == ENOENT && parent != folder && makeFolder(parent) &&
-           (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST);
-}
 
 /// Polls, because flock itself has no timeout.
 bool acquire(const FileDescriptor& file, std::chrono::milliseconds timeout) {
@@ -54,7 +44,7 @@ Unexpected<Failure> cannotLock(const fs::path& path, int reason) {
 } // namespace
 
 platform::Outcome<FileLock> FileLock::lock(const fs::path& path, std::chrono::milliseconds timeout) {
-    if (!makeFolder(path.parent_path())) {
+    if (g_mkdir_with_parents(path.parent_path().c_str(), 0700) != 0) {
         return cannotLock(path, errno);
     }
     FileDescriptor file(open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600));

@@ -53,7 +53,7 @@ std::vector<Rect> packTiles(const std::vector<Size>& sizes, double width) {
     std::vector<std::size_t> order(sizes.size());
     std::iota(order.begin(), order.end(), 0);
     std::vector<Rect> best;
-    double leastHeight = anyHeight;
+    double minHeight = anyHeight;
     do {
         std::vector<Rect> frames(sizes.size());
         std::vector<Rect> taken;
@@ -67,8 +67,8 @@ std::vector<Rect> packTiles(const std::vector<Size>& sizes, double width) {
             frames[index] = {fits ? width - taken.back().right() : place.x, place.y, size.width, size.height};
             height = std::max(height, frames[index].bottom());
         }
-        if (height < leastHeight) {
-            leastHeight = height;
+        if (height < minHeight) {
+            minHeight = height;
             best = frames;
         }
     } while (std::next_permutation(order.begin(), order.end()));

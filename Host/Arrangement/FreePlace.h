@@ -12,9 +12,10 @@ namespace host {
 /// little.
 Point freePlace(Size size, const std::vector<Rect>& taken, const Rect& screen);
 
-/// Packs tiles of these sizes, at most six, on an area of this width and any height: in the order that takes the least
-/// height, and of such orders the one most like the given. Returns their frames in the order of `sizes`, each at its
-/// distance from the area's edges and the other tiles. A tile that is too wide lies below those before it.
+/// Packs tiles of these sizes, at most six, on an area of this width and any height, in the order that needs the
+/// smallest height. Of several such orders it uses the first one, by permutations of the given order. Returns their
+/// frames in the order of `sizes`, each at its distance from the area's edges and the other tiles. A tile that is too
+/// wide is placed below those before it.
 std::vector<Rect> packTiles(const std::vector<Size>& sizes, double width);
 
 } // namespace host

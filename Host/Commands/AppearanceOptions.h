@@ -1,4 +1,4 @@
-// The options of `render` and `gallery` that say how a picture is to look.
+// The options of `render` and `gallery` for the look of a picture.
 #pragma once
 
 #include "Host/Drawing/Appearance.h"

@@ -16,10 +16,6 @@ namespace {
 
 using platform::Unexpected;
 
-Failure usageFailure(std::string message) {
-    return {Failure::Kind::usage, std::move(message)};
-}
-
 Outcome<ArrangementFile> arrangementFile() {
     const auto folder = configurationFolder();
     if (!folder) {
@@ -111,7 +107,7 @@ std::optional<Failure> addWidget(const ExtensionChoice& choice, const AddRequest
                       .position = request.position,
                       .unknown = {}};
     if (const auto fault = validate(instance)) {
-        return usageFailure(*fault);
+        return Failure{Failure::Kind::usage, *fault};
     }
     if (const auto code = callRunningHost(addWords(instance, request.family, extensions))) {
         return alreadyReported(*code);

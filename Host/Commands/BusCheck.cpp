@@ -1,4 +1,4 @@
-#include "Host/Commands/BusCheck.h"
+#include "Host/Commands/MachineChecks.h"
 
 #include "Host/Session/RunningHost.h"
 #include "Platform/Foundation/Releaser.h"

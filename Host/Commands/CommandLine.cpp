@@ -39,15 +39,6 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
-template <class Value>
-std::vector<std::string> names(const std::map<std::string, Value>& values) {
-    std::vector<std::string> all;
-    for (const auto& [name, value] : values) {
-        all.push_back(name);
-    }
-    return all;
-}
-
 class CommandLine {
   public:
     CommandLine() {
@@ -137,7 +128,7 @@ class CommandLine {
             ->check(CLI::IsMember({"small", "medium", "large", "extraLarge"}));
         addSettingsOption(command, settings_);
         CLI::Option* request = command.add_option("--request", request_, "What to ask the extension for")
-                                   ->check(CLI::IsMember(names(methods)))
+                                   ->check(CLI::IsMember(methods))
                                    ->capture_default_str();
         command.add_option("--preview", renderRequest_.preview, "Draw this design-time preview")
             ->type_name("NAME")
@@ -147,7 +138,7 @@ class CommandLine {
             ->check(CLI::Range(0.25, 8.0))
             ->capture_default_str();
         command.add_option("--format", format_, "What to write: a picture, the view tree or the frames of the layout")
-            ->check(CLI::IsMember(names(formats)))
+            ->check(CLI::IsMember(formats))
             ->capture_default_str();
         command.add_option("-o,--output", output_, "File to write instead of standard output")->type_name("FILE");
     }
@@ -163,7 +154,7 @@ class CommandLine {
             ->type_name("FOLDER")
             ->capture_default_str();
         command.add_option("--appearance", gallerySchemes_, "Colour schemes to draw")
-            ->check(CLI::IsMember(names(galleryAppearances)))
+            ->check(CLI::IsMember(galleryAppearances))
             ->capture_default_str();
         addContrastOption(command, galleryContrast_);
     }
@@ -248,7 +239,7 @@ class CommandLine {
     }
 
     void addHost() {
-        addCommand("desktop", "Show the placed widgets on the desktop; the default where there is a display", [this] {
+        addCommand("desktop", "Show the placed widgets on the desktop; the default if there is a display", [this] {
             return showDesktop(choice(), background_ ? Presence::background : Presence::foreground);
         }).add_flag("--background", background_, "Never open the gallery; for the start of a session");
         addCommand("host", "Keep the placed widgets up to date without showing them",

@@ -1,4 +1,4 @@
-#include "Host/Commands/DataCheck.h"
+#include "Host/Commands/MachineChecks.h"
 
 #include "Platform/Foundation/FileDescriptor.h"
 #include "Platform/Foundation/Releaser.h"

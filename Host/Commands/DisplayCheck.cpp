@@ -1,4 +1,4 @@
-#include "Host/Commands/DisplayCheck.h"
+#include "Host/Commands/MachineChecks.h"
 
 #include "Host/Desktop/LayerShell.h"
 #include "Platform/Foundation/Releaser.h"

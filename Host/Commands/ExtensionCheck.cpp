@@ -19,7 +19,7 @@ int milliseconds(SteadyClock::duration duration) {
     return static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(duration).count());
 }
 
-/// The largest family shows the most links.
+/// Returns the family that shows the largest number of links.
 std::string largestFamily(const WidgetInfo& widget) {
     for (const std::string_view family : {"extraLarge", "large", "medium"}) {
         if (std::find(widget.families.begin(), widget.families.end(), family) != widget.families.end()) {

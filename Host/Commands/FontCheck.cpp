@@ -1,4 +1,4 @@
-#include "Host/Commands/FontCheck.h"
+#include "Host/Commands/MachineChecks.h"
 
 #include "Platform/Foundation/Releaser.h"
 

@@ -1,6 +1,5 @@
 #include "Host/Commands/GalleryCommand.h"
 
-#include "Host/Commands/GalleryPage.h"
 #include "Host/Commands/Output.h"
 #include "Host/Drawing/PngFile.h"
 #include "Host/Drawing/RenderedTile.h"
@@ -8,14 +7,81 @@
 #include "Host/Drawing/UserDirection.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Releaser.h"
 
 #include <fmt/format.h>
+#include <glib.h>
+
 #include <future>
+#include <memory>
 
 namespace host {
 namespace {
 
 constexpr double scale = 2;
+
+constexpr std::string_view style = R"css(
+* { box-sizing: border-box; margin: 0 }
+body { font: 14px/1.5 Inter, system-ui, sans-serif; color: #1d1d1f; background: #f5f5f7; padding: 40px }
+h1 { font-size: 28px; line-height: 1.2; letter-spacing: -.02em }
+h2 { font-size: 18px; line-height: 1.3; letter-spacing: -.01em; margin-top: 40px }
+p { color: #6e6e73; margin-bottom: 14px }
+.pair { display: flex; flex-wrap: wrap; gap: 20px }
+.ground { border-radius: 18px; padding: 32px; display: flex; flex-wrap: wrap; gap: 24px; width: 816px; max-width: 100%;
+  align-content: flex-start }
+.light { background: linear-gradient(140deg, #9db7c9, #d7cdbb 55%, #b9c7b0) }
+.dark { background: linear-gradient(140deg, #1d2a36, #3a3340 55%, #1f2b25) }
+img { display: block; max-width: 100%; height: auto; border-radius: 20px; box-shadow: 0 6px 18px rgba(0, 0, 0, .16) }
+@media (prefers-color-scheme: dark) { body { color: #f5f5f7; background: #161618 } p { color: #98989d } }
+)css";
+
+std::string escaped(const std::string& text) {
+    const std::unique_ptr<char, platform::Releaser<g_free>> markup(
+        g_markup_escape_text(text.data(), static_cast<gssize>(text.size())));
+    return markup.get();
+}
+
+/// Kinds and families come from an extension, which must not choose the path of a file.
+std::string fileNamePart(std::string_view text) {
+    std::string part;
+    for (const char c : text) {
+        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
+        part += plain ? c : '_';
+    }
+    return part;
+}
+
+std::string pictureName(std::string_view kind, std::string_view family, ColorScheme scheme) {
+    return fmt::format("{}-{}-{}.png", fileNamePart(kind), fileNamePart(family),
+                       scheme == ColorScheme::light ? "light" : "dark");
+}
+
+std::string pictures(const WidgetInfo& widget, ColorScheme scheme) {
+    std::string html = fmt::format("<div class=\"ground {}\">\n", scheme == ColorScheme::light ? "light" : "dark");
+    for (const std::string& family : widget.families) {
+        const Size size = familySize(family);
+        html += fmt::format("<img src=\"{}\" width=\"{}\" height=\"{}\" alt=\"{}, {}\">\n",
+                            pictureName(widget.kind, family, scheme), size.width, size.height,
+                            escaped(widget.displayName), escaped(family));
+    }
+    return html + "</div>\n";
+}
+
+/// Returns a page with pictures of all widgets, light beside dark, as HTML.
+std::string pageOf(const std::vector<WidgetInfo>& widgets, const std::vector<ColorScheme>& schemes) {
+    std::string html = "<!doctype html>\n<html lang=\"en\">\n<meta charset=\"utf-8\">\n"
+                       "<meta name=\"viewport\" content=\"width=device-width\">\n<title>Widgets</title>\n<style>";
+    html.append(style).append("</style>\n<h1>Widgets</h1>\n");
+    for (const WidgetInfo& widget : widgets) {
+        html += fmt::format("<h2>{}</h2>\n<p>{}</p>\n<div class=\"pair\">\n", escaped(widget.displayName),
+                            escaped(widget.description));
+        for (const ColorScheme scheme : schemes) {
+            html += pictures(widget, scheme);
+        }
+        html += "</div>\n";
+    }
+    return html + "</html>\n";
+}
 
 /// A picture whose entry was requested.
 struct RequestedPicture {
@@ -68,7 +134,7 @@ class GalleryPainter {
             // Encoding takes longer than drawing, so it is done beside that of the next picture.
             writing_ = std::async(std::launch::async,
                                   [pixels = std::move(pixels),
-                                   file = request_.folder / galleryPictureName(picture.kind, picture.family, scheme)] {
+                                   file = request_.folder / pictureName(picture.kind, picture.family, scheme)] {
                                       return writeOutput(pngFile(pixels), file);
                                   });
         }
@@ -100,8 +166,7 @@ std::optional<Failure> gallery(const ExtensionChoice& choice, const GalleryReque
         widgets.insert(widgets.end(), extension.description.widgets.begin(), extension.description.widgets.end());
         return false;
     });
-    return failure ? std::move(failure)
-                   : writeOutput(galleryPage(widgets, request.schemes), request.folder / "index.html");
+    return failure ? std::move(failure) : writeOutput(pageOf(widgets, request.schemes), request.folder / "index.html");
 }
 
 } // namespace host

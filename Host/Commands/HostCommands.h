@@ -15,7 +15,7 @@ namespace host {
 /// Returns the folder of the arrangement. Fails with `unreadable` if the environment names no absolute one.
 Outcome<std::filesystem::path> configurationFolder();
 
-/// Shows the arrangement's widgets on the environment's display until told to end. Call before other threads start. If
+/// Shows the arrangement's widgets on the environment's display until the host ends. Call before other threads start. If
 /// a host already runs in the session, that one is activated instead.
 std::optional<Failure> showDesktop(const ExtensionChoice& choice, Presence presence);
 

@@ -23,13 +23,13 @@ class EventSource {
     EventSource& operator=(const EventSource&) = delete;
     ~EventSource();
 
-    /// Replaces the condition that is waited for on the descriptor; 0 for none, which is required before the descriptor
-    /// is closed.
+    /// Replaces the condition of the descriptor that this waits for. 0 removes the descriptor, which is required before
+    /// it is closed.
     void watch(int descriptor, GIOCondition condition);
     /// Whether the descriptor is ready. Called in `dispatch`.
     bool isReady(int descriptor) const;
 
-    /// Replaces the deadline; nothing: waits for the descriptors only.
+    /// Replaces the deadline. Without one, this waits for the descriptors only.
     void setDeadline(std::optional<SteadyTime> deadline);
 
   private:

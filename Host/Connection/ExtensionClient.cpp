@@ -207,19 +207,15 @@ void ExtensionClient::close(FileDescriptor& stream) {
     stream.close();
 }
 
-std::optional<std::chrono::milliseconds> ExtensionClient::timeout() const {
+std::optional<SteadyTime> ExtensionClient::deadline() const {
     if (error_) {
         return std::nullopt;
     }
     if (!requests_.empty() && !isClosed()) {
-        return timeouts_.response;
+        return lastActivity_ + timeouts_.response;
     }
-    return isShuttingDown_ ? timeouts_.shutdown : timeouts_.idle;
-}
-
-std::optional<SteadyTime> ExtensionClient::deadline() const {
-    const auto time = timeout();
-    return time ? std::optional(lastActivity_ + *time) : std::nullopt;
+    const auto timeout = isShuttingDown_ ? timeouts_.shutdown : timeouts_.idle;
+    return timeout ? std::optional(lastActivity_ + *timeout) : std::nullopt;
 }
 
 void ExtensionClient::onTimeout() {
@@ -228,7 +224,7 @@ void ExtensionClient::onTimeout() {
     } else if (!requests_.empty()) {
         fail(fmt::format("was silent for {:g} seconds", std::chrono::duration<double>(timeouts_.response).count()));
     } else if (isShuttingDown_) {
-        fail("did not leave");
+        fail("did not exit");
     } else {
         shutDown();
     }

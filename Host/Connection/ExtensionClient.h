@@ -77,7 +77,6 @@ class ExtensionClient {
     void readResponses();
     void handleLine(std::string_view line);
     void close(platform::FileDescriptor& stream);
-    std::optional<std::chrono::milliseconds> timeout() const;
     std::optional<SteadyTime> deadline() const;
     void onTimeout();
     void fail(std::string_view why);

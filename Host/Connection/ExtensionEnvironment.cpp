@@ -1,7 +1,6 @@
 #include "Host/Connection/ExtensionEnvironment.h"
 
 #include "Host/Connection/UserFolders.h"
-#include "Platform/Foundation/UserDatabase.h"
 
 #include <fmt/format.h>
 
@@ -70,17 +69,6 @@ Outcome<TemporaryFolder> userDatabaseWith(const fs::path& home, std::vector<std:
     return folder;
 }
 
-/// Returns the absolute path, without a slash at its end.
-fs::path absoluteFolder(const fs::path& path) {
-    std::error_code failure;
-    const fs::path normal = fs::absolute(path, failure).lexically_normal();
-    return normal.has_filename() ? normal : normal.parent_path();
-}
-
-std::string recordedHome() {
-    return platform::SystemUserDatabase::shared().recordedHome().value_or(std::string());
-}
-
 /// Whether the user is in /etc/passwd. Users of directory services are not.
 bool isUserInFile() {
     std::ifstream users("/etc/passwd");
@@ -104,7 +92,7 @@ void RemoveFolder::operator()(const fs::path* folder) const {
 Outcome<ExtensionEnvironment> makeExtensionEnvironment(const Manifest& manifest, const std::optional<fs::path>& home) {
     ExtensionEnvironment environment;
     std::error_code failure;
-    environment.home = home ? absoluteFolder(*home) : fs::path(recordedHome());
+    environment.home = realHome(home);
     const fs::path data = home ? environment.home / ".local" / "share" : userDataFolder();
     if (!data.is_absolute()) {
         return unavailable("there is no place for the extension's container: neither XDG_DATA_HOME nor "

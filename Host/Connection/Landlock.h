@@ -23,7 +23,7 @@ class LandlockRuleset {
     LandlockRuleset(NetworkAccess network, int version);
 
     /// Whether it restricts anything.
-    bool isThere() const { return descriptor_.isOpen(); }
+    bool isActive() const { return descriptor_.isOpen(); }
 
     enum class FileKind { folder, other };
     /// Grants access to the open file, or to everything below the open folder. It may be closed afterwards.

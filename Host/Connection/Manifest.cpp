@@ -30,15 +30,15 @@ bool staysBelow(const fs::path& relative) {
 platform::Outcome<Manifest> readManifest(const fs::path& file) {
     std::error_code failure;
     if (!fs::is_regular_file(file, failure)) {
-        return invalid(fmt::format("no manifest at {}", file.string()));
+        return invalid(fmt::format("there is no manifest at {}", file.string()));
     }
     if (fs::file_size(file, failure) > maxManifestSize || failure) {
-        return invalid(fmt::format("{} is no manifest", file.string()));
+        return invalid(fmt::format("{} is not a manifest", file.string()));
     }
     simdjson::dom::parser parser;
     simdjson::dom::object json;
     if (parser.load(file.string()).get(json) != simdjson::SUCCESS) {
-        return invalid(fmt::format("{} is no JSON object", file.string()));
+        return invalid(fmt::format("{} is not a JSON object", file.string()));
     }
     std::string_view identifier;
     if (json["identifier"].get(identifier) != simdjson::SUCCESS || identifier.empty() || identifier.front() == '.' ||
@@ -64,8 +64,7 @@ platform::Outcome<Manifest> readManifest(const fs::path& file) {
         for (const simdjson::dom::element read : reads) {
             std::string_view path;
             if (read.get(path) != simdjson::SUCCESS || path.empty() || !staysBelow(path)) {
-                return invalid(
-                    fmt::format("{}: \"reads\" holds something else than folders below the home", file.string()));
+                return invalid(fmt::format("{}: \"reads\" must list folders below the home only", file.string()));
             }
             manifest.reads.emplace_back(path);
         }

@@ -24,7 +24,7 @@ std::string textOf(Json object, std::string_view name) {
     return object[name].get(text) == simdjson::SUCCESS ? std::string(text) : std::string();
 }
 
-/// Empty if the element is no text.
+/// Returns an empty text if the element is not a text.
 std::string textIn(Json element) {
     std::string_view text;
     return std::string(element.get(text) == simdjson::SUCCESS ? text : "");
@@ -89,7 +89,7 @@ Outcome<Entry> entryOf(Json json) {
         .date = *date, .view = *std::move(view), .widgetURL = hasUrl ? std::optional(std::string(url)) : std::nullopt};
 }
 
-/// The entries of a timeline, or the one entry that `result` is, sorted by date.
+/// Returns the entries of a timeline, sorted by date, or the one entry that `result` is.
 std::vector<Json> entryNodes(Json result) {
     array list;
     if (result["entries"].get(list) != simdjson::SUCCESS) {

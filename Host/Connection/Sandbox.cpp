@@ -38,7 +38,7 @@ int writeWhole(const char* path, const std::string& text) noexcept {
 
 Sandbox Sandbox::prepare(const SandboxRules& rules, int landlock) {
     Sandbox sandbox(rules.network, landlock);
-    if (sandbox.ruleset_.isThere()) {
+    if (sandbox.ruleset_.isActive()) {
         for (const FileGrant& file : rules.files) {
             sandbox.grant(file);
         }
@@ -76,7 +76,7 @@ Sandbox::Failure Sandbox::apply() const noexcept {
             return failure;
         }
     }
-    if (ruleset_.isThere()) {
+    if (ruleset_.isActive()) {
         if (const int error = ruleset_.apply(); error != 0) {
             return {Step::files, error};
         }

@@ -26,6 +26,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -58,11 +59,8 @@ class Sandbox {
   private:
     Sandbox(NetworkAccess network, int landlock) : ruleset_(network, landlock) {}
 
-    struct Identity {
-        dev_t device = 0;
-        ino_t inode = 0;
-        bool operator==(const Identity&) const = default;
-    };
+    /// Device and inode.
+    using Identity = std::pair<dev_t, ino_t>;
     static Identity identityIn(const struct stat& status) { return {status.st_dev, status.st_ino}; }
 
     /// What was granted, and the file that was there.

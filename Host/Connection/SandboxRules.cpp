@@ -71,38 +71,30 @@ std::string_view valueOf(const ExtensionEnvironment& environment, std::string_vi
     return {};
 }
 
-class RulesBuilder {
-  public:
-    explicit RulesBuilder(NetworkAccess network) { rules_.network = network; }
+using Grants = std::vector<FileGrant>;
 
-    void grant(std::string path, FileAccess access) {
-        // A relative path would depend on the host's working directory.
-        if (path.starts_with('/')) {
-            rules_.files.push_back({std::move(path), access});
-        }
+void grant(Grants& grants, std::string path, FileAccess access) {
+    // A relative path would depend on the host's working directory.
+    if (path.starts_with('/')) {
+        grants.push_back({std::move(path), access});
     }
+}
 
-    template <class Paths>
-    void grantEach(const Paths& paths, FileAccess access) {
-        for (const char* path : paths) {
-            grant(path, access);
-        }
+template <class Paths>
+void grantEach(Grants& grants, const Paths& paths, FileAccess access) {
+    for (const char* path : paths) {
+        grant(grants, path, access);
     }
+}
 
-    /// Grants a list of paths that are separated by colons.
-    void grantList(std::string_view paths, FileAccess access) {
-        while (!paths.empty()) {
-            const std::size_t colon = std::min(paths.find(':'), paths.size());
-            grant(std::string(paths.substr(0, colon)), access);
-            paths.remove_prefix(std::min(colon + 1, paths.size()));
-        }
+/// Grants a list of paths that are separated by colons.
+void grantList(Grants& grants, std::string_view paths, FileAccess access) {
+    while (!paths.empty()) {
+        const std::size_t colon = std::min(paths.find(':'), paths.size());
+        grant(grants, std::string(paths.substr(0, colon)), access);
+        paths.remove_prefix(std::min(colon + 1, paths.size()));
     }
-
-    SandboxRules rules() { return std::move(rules_); }
-
-  private:
-    SandboxRules rules_;
-};
+}
 
 } // namespace
 
@@ -121,31 +113,31 @@ std::optional<fs::path> scriptInterpreter(const fs::path& program) {
 
 SandboxRules sandboxRules(const Manifest& manifest, const ExtensionEnvironment& environment,
                           const std::optional<fs::path>& interpreter) {
-    RulesBuilder builder(manifest.network ? NetworkAccess::connections : NetworkAccess::none);
-    builder.grantEach(libraryFolders, FileAccess::readAndRun);
-    builder.grantEach(readable, FileAccess::read);
-    builder.grant("/dev/null", FileAccess::readAndWrite);
+    Grants grants;
+    grantEach(grants, libraryFolders, FileAccess::readAndRun);
+    grantEach(grants, readable, FileAccess::read);
+    grant(grants, "/dev/null", FileAccess::readAndWrite);
     // TZ may name a file, ":/path".
-    builder.grantList(valueOf(environment, "TZ"), FileAccess::read);
+    grantList(grants, valueOf(environment, "TZ"), FileAccess::read);
     if (manifest.network) {
-        builder.grantEach(readableWithNetwork, FileAccess::read);
-        builder.grant(std::string(valueOf(environment, "SSL_CERT_FILE")), FileAccess::read);
-        builder.grantList(valueOf(environment, "SSL_CERT_DIR"), FileAccess::read);
+        grantEach(grants, readableWithNetwork, FileAccess::read);
+        grant(grants, std::string(valueOf(environment, "SSL_CERT_FILE")), FileAccess::read);
+        grantList(grants, valueOf(environment, "SSL_CERT_DIR"), FileAccess::read);
     }
     if (environment.userDatabase) {
-        builder.grant(*environment.userDatabase, FileAccess::read);
+        grant(grants, *environment.userDatabase, FileAccess::read);
     }
-    builder.grant(manifest.executable, FileAccess::readAndRun);
-    builder.grant(manifest.executable.parent_path().parent_path() / "share" / "locale", FileAccess::read);
+    grant(grants, manifest.executable, FileAccess::readAndRun);
+    grant(grants, manifest.executable.parent_path().parent_path() / "share" / "locale", FileAccess::read);
     if (interpreter) {
-        builder.grant(*interpreter, FileAccess::readAndRun);
-        builder.grantEach(commandFolders, FileAccess::readAndRun);
+        grant(grants, *interpreter, FileAccess::readAndRun);
+        grantEach(grants, commandFolders, FileAccess::readAndRun);
     }
     for (const std::string& folder : manifest.reads) {
-        builder.grant(environment.home / folder, FileAccess::read);
+        grant(grants, environment.home / folder, FileAccess::read);
     }
-    builder.grant(environment.container, FileAccess::readWriteCreate);
-    return builder.rules();
+    grant(grants, environment.container, FileAccess::readWriteCreate);
+    return {.files = std::move(grants), .network = manifest.network ? NetworkAccess::connections : NetworkAccess::none};
 }
 
 } // namespace host

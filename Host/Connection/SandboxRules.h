@@ -39,8 +39,6 @@ struct FileGrant {
     /// Absolute.
     std::string path;
     FileAccess access = FileAccess::read;
-
-    bool operator==(const FileGrant&) const = default;
 };
 
 enum class NetworkAccess {

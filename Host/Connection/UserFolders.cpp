@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The base directory rules say to ignore relative paths, which GLib does not.
+/// Ignores relative paths, as the rules for base directories require. GLib does not.
 fs::path userFolder(const fs::path& chosen, const char* belowHome) {
     return chosen.is_absolute() ? chosen : fs::path(g_get_home_dir()) / belowHome;
 }
@@ -38,9 +38,12 @@ fs::path userCacheFolder() {
 }
 
 fs::path realHome(const std::optional<fs::path>& chosen) {
+    if (!chosen) {
+        return platform::SystemUserDatabase::shared().recordedHome().value_or("");
+    }
     std::error_code failure;
-    return chosen ? fs::absolute(*chosen, failure).lexically_normal()
-                  : fs::path(platform::SystemUserDatabase::shared().recordedHome().value_or(""));
+    const fs::path normal = fs::absolute(*chosen, failure).lexically_normal();
+    return normal.has_filename() ? normal : normal.parent_path();
 }
 
 std::vector<fs::path> dataFolders() {

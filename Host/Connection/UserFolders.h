@@ -16,8 +16,8 @@ std::filesystem::path userConfigFolder();
 /// Returns XDG_CACHE_HOME, or its default below HOME.
 std::filesystem::path userCacheFolder();
 
-/// Returns `chosen` as an absolute path, or else the user's home in the user database, regardless of HOME. Empty if the
-/// database has none.
+/// Returns `chosen` as an absolute path without a slash at its end, or else the user's home in the user database,
+/// regardless of HOME. Empty if the database has none.
 std::filesystem::path realHome(const std::optional<std::filesystem::path>& chosen);
 
 /// Returns the data folders in search order: the user's, XDG_DATA_DIRS, and the one this program was installed in.

@@ -8,11 +8,13 @@
 // One thread per layout.
 #pragma once
 
-#include "Host/Layout/Geometry.h"
-#include "Host/Layout/LayoutBuilder.h"
+#include "Host/Layout/WidgetLayout.h"
+#include "Platform/Views/Style.h"
 
+#include <cstddef>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace host {
 
@@ -36,6 +38,31 @@ struct Measurement {
     std::optional<double> baseline;
 };
 
+/// What a view inherits from the views around it.
+struct InheritedStyle {
+    platform::Font font = platform::callout;
+    platform::Foreground foreground = platform::primary;
+    bool accented = false;
+};
+
+/// Collects what placed boxes draw, in drawing order. The leading edge is the left one. For reading from right to left,
+/// the finished layout is mirrored (Mirroring.h).
+struct LayoutBuilder {
+    WidgetLayout& layout;
+    /// The link of the items that are added now.
+    std::optional<std::size_t> link;
+
+    template <class Content>
+    void add(Content content, Point origin, Size size, const InheritedStyle& style) {
+        layout.items.push_back({.content = std::move(content),
+                                .frame = {origin.x, origin.y, size.width, size.height},
+                                .font = style.font,
+                                .foreground = style.foreground,
+                                .accented = style.accented,
+                                .link = link});
+    }
+};
+
 /// How a stack treats the element.
 enum class Role { content, spacer, divider };
 
@@ -47,7 +74,12 @@ class Element {
 
     /// Returns the difference between the largest and the smallest length along `axis`: those for an infinite proposal
     /// and for 0. Uses `proposal` across the axis.
-    virtual double flexibility(Axis axis, Size proposal);
+    virtual double flexibility(Axis axis, Size proposal) {
+        const double across = along(other(axis), proposal);
+        const double largest = along(axis, measure(sized(axis, infinity, across)).size);
+        const double smallest = along(axis, measure(sized(axis, 0, across)).size);
+        return largest - smallest;
+    }
 
     virtual Role role() const { return Role::content; }
 

@@ -22,7 +22,7 @@ class AddRequest : public std::enable_shared_from_this<AddRequest> {
         : host_(host), line_(G_APPLICATION_COMMAND_LINE(g_object_ref(line))), instance_(std::move(instance)),
           family_(std::move(family)) {}
 
-    /// Asks all extensions at once, so that a silent one does not delay the others.
+    /// Sends the requests to all extensions at once, so that a silent one does not delay the others.
     void describe(const std::vector<std::string>& extensions) {
         isOneOfSeveral_ = extensions.size() > 1;
         pending_ = extensions.size();

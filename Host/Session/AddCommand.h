@@ -1,5 +1,5 @@
-// The running host's command "add". It asks the extension's process, which will also show the widget, what it declares,
-// and writes the widget with its position.
+// The running host's command "add". It requests the description from the process that will also show the widget, and
+// writes the widget with its position.
 #pragma once
 
 #include "Host/Arrangement/Arrangement.h"

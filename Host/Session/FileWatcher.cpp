@@ -258,7 +258,7 @@ void FileWatcher::walk(Target& target, std::map<int, Watch>& watches) {
         } else if (!names.empty()) {
             folder = next;
         } else {
-            target.identity = {status.st_dev, status.st_ino};
+            target.identity = std::pair(status.st_dev, status.st_ino);
             if (Watch* const watch = add(next, contentMask, watches)) {
                 watch->contents.insert(&target);
             }

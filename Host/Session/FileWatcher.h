@@ -24,6 +24,7 @@
 #include <string>
 #include <string_view>
 #include <sys/types.h>
+#include <utility>
 #include <vector>
 
 struct inotify_event;
@@ -64,18 +65,14 @@ class FileWatcher {
   private:
     /// Why a change does not count yet: until the deadline, or, for `truncated`, until the file is closed.
     enum class Pending { none, replaced, written, truncated };
-    struct Identity {
-        dev_t device = 0;
-        ino_t inode = 0;
-        bool operator==(const Identity&) const = default;
-    };
     struct Target {
         std::string path;
         Pending pending = Pending::none;
         Time deadline;
         std::optional<Time> lastWrite;
         platform::Date newestChange;
-        std::optional<Identity> identity;
+        /// Device and inode.
+        std::optional<std::pair<dev_t, ino_t>> identity;
         bool hasChanged = false;
     };
     /// The targets of one kernel watch: by names in a folder, and by its own content. An inode has one watch only.

@@ -32,7 +32,7 @@ void include(std::optional<Time>& earliest, const std::optional<Time>& time) {
     }
 }
 
-constexpr const char* askedFor = "it was asked for";
+constexpr const char* wasRequested = "it was requested";
 
 } // namespace
 
@@ -65,7 +65,7 @@ void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
     ReloadRequest request{.pending = {}, .failures = {}, .done = std::move(done)};
     for (auto& [id, tile] : tiles_) {
         if (!kind || tile.instance().kind == *kind) {
-            tile.reload(dependencies_.clock.now(), askedFor);
+            tile.reload(dependencies_.clock.now(), wasRequested);
             request.pending.push_back(id);
         }
     }
@@ -80,7 +80,7 @@ void Session::reload(const std::optional<std::string>& kind, Reloaded done) {
 void Session::reload(InstanceId id) {
     const auto known = tiles_.find(id);
     if (known != tiles_.end()) {
-        known->second.reload(dependencies_.clock.now(), askedFor);
+        known->second.reload(dependencies_.clock.now(), wasRequested);
         dispatchSoon();
     }
 }

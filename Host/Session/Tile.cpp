@@ -55,7 +55,7 @@ void Tile::requested(RequestId request, SteadyTime now) {
     awaited_ = request;
     lastRequestTime_ = now;
     fileDeadline_.reset();
-    history_.reason = std::exchange(reason_, "its time had come");
+    history_.reason = std::exchange(reason_, "it was due");
 }
 
 bool Tile::discard(const Timeline& timeline, Date now) {

@@ -58,7 +58,7 @@ class Doctor(HostTest):
         findings = self.doctor(WAYLAND_DISPLAY="silent")
         self.assertLess(time.monotonic() - start, 30)
         self.expect(findings, "compositor", ("problem", "does not answer"))
-        self.expect(findings, "extension", ("problem", "a.json is no JSON object"), ("problem", "^b: cannot start .*"),
+        self.expect(findings, "extension", ("problem", "a.json is not a JSON object"), ("problem", "^b: cannot start .*"),
                     ("problem", "^c: .* exited with 3"), ("problem", "^d: .*no answer in 10 s"), ("problem", "^e: .*other than a message"),
                     ("problem", "^f: not today"), ("note", "^g: .*1 widget; nothing in 10 s from Slow"))
 

@@ -70,7 +70,7 @@ TEST(Palette, EverythingStandsOutInHighContrast) {
 }
 
 TEST(Palette, TextsAreReadableOnEveryWallpaper) {
-    constexpr std::array least{10.0, 6.0, 4.5};
+    constexpr std::array minContrasts{10.0, 6.0, 4.5};
     constexpr Rgba black{0, 0, 0};
     constexpr Rgba white{1, 1, 1};
     // What lies under a letter, and beside it: no photograph is worse than black and white side by side.
@@ -82,7 +82,8 @@ TEST(Palette, TextsAreReadableOnEveryWallpaper) {
             const auto& [under, beside] = wallpapers.at(number);
             for (std::size_t i = 0; i < levels.size(); ++i) {
                 const Rgba text = palette.foreground(levels.at(i), Group::plain);
-                EXPECT_GE(contrast(onto(text, onto(palette.tile(), under)), onto(palette.tile(), beside)), least.at(i))
+                EXPECT_GE(contrast(onto(text, onto(palette.tile(), under)), onto(palette.tile(), beside)),
+                          minContrasts.at(i))
                     << static_cast<int>(appearance.mode) << static_cast<int>(appearance.scheme) << number;
             }
         }

@@ -6,6 +6,7 @@
 // without letters they are narrow.
 #include "Host/Drawing/Badges.h"
 #include "Host/Drawing/PngFile.h"
+#include "Host/Drawing/SymbolArtwork.h"
 #include "Host/Layout/Measures.h"
 #include "Platform/Views/Divider.h"
 #include "Platform/Views/Image.h"
@@ -21,6 +22,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace host {
 namespace {
@@ -78,6 +80,20 @@ View shapes() {
                    row("doc.text", tertiary, Color::purple), divider(), row("star", Color::blue, Color::yellow)});
 }
 
+/// Every symbol, so that each command of their paths is seen.
+View symbols() {
+    constexpr std::size_t columns = 9;
+    Views rows;
+    Views row;
+    for (const SymbolArtwork& each : symbolArtwork()) {
+        row.push_back(symbol(std::string(each.name)).font(largeTitle));
+        if (row.size() == columns || &each == &symbolArtwork().back()) {
+            rows.push_back(hStack({}, std::exchange(row, {})));
+        }
+    }
+    return vStack({.alignment = HorizontalAlignment::leading}, rows);
+}
+
 struct Reference {
     const char* name;
     TileStyle style;
@@ -102,6 +118,7 @@ std::vector<Reference> references() {
         shapesIn("shapes-tinted",
                  {.appearance = {.mode = DrawingMode::tinted, .accent = Rgba{0.8, 0.3, 0.1}}, .scale = 1}),
         shapesIn("shapes-vibrant", {.appearance = {.mode = DrawingMode::vibrant}, .scale = 2}),
+        {.name = "symbols", .style = {.scale = 4}, .view = symbols(), .bounds = withoutLetters},
         {"high-contrast", {.appearance = {.contrast = Contrast::high}, .scale = 2}},
         {"placeholder",
          {.appearance = {.redaction = Redaction::placeholder}, .scale = 2},

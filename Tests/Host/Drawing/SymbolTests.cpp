@@ -3,68 +3,15 @@
 #include "Host/Drawing/SymbolArtwork.h"
 #include "Host/Drawing/SymbolSet.h"
 
-#include <algorithm>
-#include <cmath>
 #include <gtest/gtest.h>
-#include <optional>
+
+#include <algorithm>
 #include <set>
 #include <sstream>
 #include <string>
-#include <vector>
 
 namespace host {
 namespace {
-
-using Numbers = std::array<double, 6>;
-
-/// Returns the extents of the path and its end, rounded to hundredths; nothing if the data is malformed.
-std::optional<Numbers> pathOf(const char* data) {
-    const SurfaceHandle surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
-    const CairoHandle cairo(cairo_create(surface.get()));
-    // Large enough for curves to be exact.
-    cairo_scale(cairo.get(), 1000, 1000);
-    if (!addPathData(cairo.get(), data)) {
-        return std::nullopt;
-    }
-    Numbers found{};
-    cairo_path_extents(cairo.get(), &found[0], &found[1], &found[2], &found[3]);
-    cairo_get_current_point(cairo.get(), &found[4], &found[5]);
-    for (double& number : found) {
-        // Adding 0 turns -0 into 0.
-        number = std::round(number * 100) / 100 + 0.0;
-    }
-    return found;
-}
-
-TEST(PathData, ReadsTheCommandsInUse) {
-    struct Row {
-        const char* data;
-        std::optional<Numbers> expected;
-    };
-    for (const Row& row : std::vector<Row>{
-             {" M 1 2 L 3 -4.5\n", {{1, -4.5, 3, 2, 3, -4.5}}},
-             {"M 1 2 H 5 V 9", {{1, 2, 5, 9, 5, 9}}},
-             {"M 2 2 L 3 5 Z", {{2, 2, 3, 5, 2, 2}}},
-             {"M 0 0 C 0 4 8 4 8 0", {{0, 0, 8, 3, 8, 0}}},
-             // Arcs the shorter and the longer way, either way round.
-             {"M 1 0 A 1 1 0 0 1 0 1", {{0, 0, 1, 1, 0, 1}}},
-             {"M 1 0 A 1 1 0 1 0 0 1", {{-1, -1, 1, 1, 0, 1}}},
-             {"M 1 0 A 1 1 0 1 1 0 1", {{0, 0, 2, 2, 0, 1}}},
-             {"M -1 0 A 1 1 0 0 0 1 0", {{-1, 0, 1, 1, 1, 0}}},
-             {"M 2 0 A 2 1 0 0 1 0 1", {{0, 0, 2, 1, 0, 1}}},
-             // Radii that cannot span the distance grow until they do.
-             {"M -1 0 A .1 .1 0 0 1 1 0", {{-1, -1, 1, 0, 1, 0}}},
-             {"M 1 0 A 1 1 0 0 0 1 0", {{1, 0, 1, 0, 1, 0}}},
-             {"L 1 1", {}},
-             {"M 1", {}},
-             {"M 1 1 X 2 2", {}},
-             {"M 1 1 L 2 nan", {}},
-             {"M 1 1 L2 2", {}},
-             {"M 1 1 A 1 1 0 0 1 3", {}},
-         }) {
-        EXPECT_EQ(pathOf(row.data), row.expected) << row.data;
-    }
-}
 
 /// Every name that the extension or a document type may ask for.
 constexpr const char* names =
