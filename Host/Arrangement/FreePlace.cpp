@@ -1,7 +1,5 @@
 #include "Host/Arrangement/FreePlace.h"
 
-#include "Host/Arrangement/Spacing.h"
-
 #include <algorithm>
 #include <functional>
 #include <numeric>

@@ -7,6 +7,9 @@
 
 namespace host {
 
+/// Between tiles, and from a tile to the screen's edge, in the units of the desktop's windows.
+inline constexpr double tileGap = 24;
+
 /// Returns the upper left corner of the first place, row by row from the top right, where a tile of `size` keeps its
 /// distance from all taken places. The desktop's icons start at the left. On a full screen tiles overlap, each shifted a
 /// little.

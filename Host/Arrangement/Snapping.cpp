@@ -1,12 +1,15 @@
 #include "Host/Arrangement/Snapping.h"
 
-#include "Host/Arrangement/Spacing.h"
+#include "Host/Arrangement/FreePlace.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace host {
 namespace {
+
+constexpr double gridStep = 8;
+constexpr double snapDistance = 12;
 
 /// One dimension of a rectangle.
 struct Span {

@@ -11,7 +11,7 @@ namespace host {
 Rect clampedTo(const Rect& tile, const Rect& screen);
 
 /// Returns the tile aligned with a neighbour's edge, at the usual gap beside it, or at the screen's margin, if one is
-/// within `snapDistance`; else on the grid. Always on the screen.
+/// within 12 units; else on a grid of 8 units. Always on the screen.
 Rect snapped(const Rect& tile, const std::vector<Rect>& neighbours, const Rect& screen);
 
 } // namespace host

@@ -215,8 +215,9 @@ class CommandLine {
     void addList() {
         addJson(addCommand("list", "List the placed widgets", [this] { return listArrangement(textFormat()); }),
                 "Print JSON, in the form of the arrangement file");
-        addId(addCommand("explain", "Show when a placed widget reloads, and what failed",
-                         [this] { return explainTile(id_); }));
+        addId(addCommand("explain", "Show when a placed widget reloads, and what failed", [this] {
+            return askHost({"explain", std::to_string(id_)});
+        }));
     }
 
     void addId(CLI::App& command) {
@@ -245,7 +246,7 @@ class CommandLine {
         addCommand("host", "Keep the placed widgets up to date without showing them",
                    [this] { return runHost(choice()); });
         addCommand("reload", "Reload the widgets of the running host", [this] {
-            return reloadTiles(kind_);
+            return kind_ ? askHost({"reload", *kind_}) : askHost({"reload"});
         }).add_option("KIND", kind_, "Reload only widgets of this kind");
     }
 

@@ -13,7 +13,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <unistd.h>
-#include <vector>
 
 namespace host {
 namespace {
@@ -25,17 +24,6 @@ class NoWindows final : public HostDisplay {
   public:
     void tileUpdated(const Tile& /*tile*/, TileUpdate /*update*/) override {}
 };
-
-std::optional<Failure> ask(const std::vector<std::string>& arguments) {
-    const auto code = callRunningHost(arguments);
-    if (!code) {
-        const bool hasBus = code.error() == NoHost::noneRuns;
-        return Failure{Failure::Kind::unavailable,
-                       hasBus ? "no host is running in this session; start one with widgethost desktop"
-                              : "the host cannot be reached: there is no session bus"};
-    }
-    return alreadyReported(*code);
-}
 
 std::optional<Failure> runOn(HostDisplay& display, const ExtensionChoice& choice, Presence presence) {
     const auto folder = configurationFolder();
@@ -112,12 +100,15 @@ std::optional<Failure> runHost(const ExtensionChoice& choice) {
     return runOn(display, choice, Presence::foreground);
 }
 
-std::optional<Failure> reloadTiles(const std::optional<std::string>& kind) {
-    return kind ? ask({"reload", *kind}) : ask({"reload"});
-}
-
-std::optional<Failure> explainTile(InstanceId id) {
-    return ask({"explain", std::to_string(id)});
+std::optional<Failure> askHost(const std::vector<std::string>& arguments) {
+    const auto code = callRunningHost(arguments);
+    if (!code) {
+        const bool hasBus = code.error() == NoHost::noneRuns;
+        return Failure{Failure::Kind::unavailable,
+                       hasBus ? "no host is running in this session; start one with widgethost desktop"
+                              : "the host cannot be reached: there is no session bus"};
+    }
+    return alreadyReported(*code);
 }
 
 void notifyHost() {

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -22,11 +23,8 @@ std::optional<Failure> showDesktop(const ExtensionChoice& choice, Presence prese
 /// Keeps the widgets up to date without a display.
 std::optional<Failure> runHost(const ExtensionChoice& choice);
 
-/// Makes the running host reload its tiles of that kind, or all. Waits until they have.
-std::optional<Failure> reloadTiles(const std::optional<std::string>& kind);
-
-/// Makes the running host print the state of a tile.
-std::optional<Failure> explainTile(InstanceId id);
+/// Makes the running host carry out a command, "reload" or "explain", and waits until it has.
+std::optional<Failure> askHost(const std::vector<std::string>& arguments);
 
 /// Returns the failure for a non-zero exit code whose message has been printed by another process.
 std::optional<Failure> alreadyReported(int exitCode);

@@ -28,8 +28,7 @@ std::vector<std::string> names(const std::vector<Value>& values, std::string Val
 /// Returns the value whose `name` is `wanted`, or null.
 template <class Value>
 const Value* find(const std::vector<Value>& values, std::string Value::*name, const std::string& wanted) {
-    const auto found =
-        std::find_if(values.begin(), values.end(), [&](const Value& value) { return value.*name == wanted; });
+    const auto found = std::ranges::find(values, wanted, name);
     return found == values.end() ? nullptr : &*found;
 }
 

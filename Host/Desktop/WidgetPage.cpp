@@ -1,7 +1,6 @@
 #include "Host/Desktop/WidgetPage.h"
 
 #include "Host/Arrangement/FreePlace.h"
-#include "Host/Arrangement/Spacing.h"
 #include "Host/Desktop/Labels.h"
 #include "Host/Desktop/TileMenu.h"
 #include "Host/Layout/Measures.h"

@@ -1,7 +1,6 @@
 #include "Host/Arrangement/FreePlace.h"
 #include "Host/Arrangement/Placement.h"
 #include "Host/Arrangement/Snapping.h"
-#include "Host/Arrangement/Spacing.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

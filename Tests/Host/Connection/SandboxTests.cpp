@@ -1,4 +1,5 @@
-// Tests the rules by children that confine themselves.
+// Tests the rules by children that confine themselves, and what manifests grant.
+#include "Host/Connection/Manifest.h"
 #include "Host/Connection/Sandbox.h"
 
 #include "Tests/Support/TemporaryFolder.h"
@@ -7,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <functional>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -59,17 +61,13 @@ TEST_F(ConfinedChild, LandlockRestrictsWhatItsVersionCan) {
 
 TEST_F(ConfinedChild, TheFilterHoldsWithoutLandlock) {
     EXPECT_EQ(openWithin(0, secret_, O_RDONLY), 0);
-    const Sandbox sandbox = Sandbox::prepare(rules_, 0);
+    Sandbox sandbox = Sandbox::prepare(rules_, 0);
     EXPECT_FALSE(sandbox.needsRestart());
     EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_INET, SOCK_STREAM, 0); }), EACCES);
     EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_INET6, SOCK_DGRAM, 0); }), EACCES);
     EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_NETLINK, SOCK_RAW, 0); }), EACCES);
     EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0); }), 0);
     EXPECT_EQ(errorWithin(sandbox, [] { return socket(AF_UNIX, SOCK_SEQPACKET, 0); }), EACCES);
-}
-
-TEST_F(ConfinedChild, HasNoProcessesWithoutANamespace) {
-    Sandbox sandbox = Sandbox::prepare(rules_, 0);
     sandbox.disableUserNamespace();
     EXPECT_EQ(errorWithin(sandbox, [] { return fork(); }), EAGAIN);
 }
@@ -122,6 +120,30 @@ TEST(ScriptInterpreter, IsWhatTheFirstLineNames) {
     }
     EXPECT_EQ(scriptInterpreter(folder.path("missing")), std::nullopt);
     EXPECT_EQ(scriptInterpreter(folder.path("")), std::nullopt);
+}
+
+platform::Outcome<Manifest> manifestWith(const std::string& members) {
+    const TemporaryFolder folder;
+    return readManifest(folder.write("x.json", R"({"identifier": "x", "executable": "y")" +
+                                                   (members.empty() ? "" : ", " + members) + "}"));
+}
+
+TEST(Manifest, GrantsNothingUnlessItSaysSo) {
+    for (const char* members : {"", R"("network": 1, "reads": "Library")"}) {
+        const auto manifest = manifestWith(members);
+        ASSERT_TRUE(manifest) << members;
+        EXPECT_FALSE(manifest->network) << members;
+        EXPECT_THAT(manifest->reads, testing::IsEmpty()) << members;
+    }
+    const auto manifest = manifestWith(R"("reads": ["Library/A B", ".config/x/", "..x"], "network": true)");
+    ASSERT_TRUE(manifest) << manifest.error().message;
+    EXPECT_THAT(manifest->reads, testing::ElementsAre("Library/A B", ".config/x/", "..x"));
+    EXPECT_TRUE(manifest->network);
+    EXPECT_EQ(manifest->name, "x");
+    EXPECT_EQ(manifestWith(R"("name": "Ten Widgets")")->name, "Ten Widgets");
+    for (const char* folder : {R"("")", R"("././")", R"("..")", R"("a/../..")", R"("a/..")", R"("/etc")", "7"}) {
+        EXPECT_FALSE(manifestWith(std::string(R"("reads": ["Library", )") + folder + "]")) << folder;
+    }
 }
 
 } // namespace

@@ -177,6 +177,7 @@ TEST_F(SessionTest, KeepsEntriesWhateverTheExtensionDoes) {
     };
     constexpr auto invalid = TileFailure::Cause::invalidResponse;
     const Row rows[]{
+        {"Good", "no extension \"gone\" is installed", "gone", TileFailure::Cause::notStarted},
         {"Die", "exited with 3: last words"},
         {"Stop", "was silent for 0.3 seconds", "hasty"},
         {"Silent", "was silent for 0.3 seconds", "hasty"},
@@ -241,19 +242,6 @@ TEST_F(SessionTest, RepeatsRequestsWhenAReadableFolderIsReplaced) {
     EXPECT_EQ(failure(1) + failure(2) + failure(3), "");
     EXPECT_EQ(textOf(session.tile(2)), textOf(session.tile(3))) << "the newest process has answered both";
     EXPECT_NE(textOf(session.tile(1)), textOf(session.tile(2))) << "a request is sent twice at most";
-}
-
-TEST_F(SessionTest, SaysWhyNoExtensionStarts) {
-    std::vector<std::string> failures;
-    session.setTiles({tile(1, "Good", "", "gone")});
-    session.reload(std::nullopt, [&](const auto& all) { failures = all; });
-    iterate();
-    EXPECT_THAT(failures, ElementsAre("1: no extension \"gone\" is installed"));
-    executable = "/nowhere/at/all";
-    session.setTiles({tile(2, "Good")});
-    iterate();
-    EXPECT_THAT(failure(2), HasSubstr("/nowhere/at/all"));
-    EXPECT_EQ(session.tile(2)->history().lastFailure->cause, TileFailure::Cause::notStarted);
 }
 
 TEST_F(SessionTest, IgnoresOutdatedResponses) {
