@@ -53,7 +53,7 @@ DESKS = {desk.name: desk for desk in (
          key="Escape", lacks=("resolution",)),
     Desk("XFCE", "xfwm4, xfdesktop4, xfce4-settings", ("xfwm4 --compositor=on", "xfdesktop")),
     Desk("MATE", "marco, caja, mate-settings-daemon", ("marco --composite", "caja -n --force-desktop")),
-    Desk("Cinnamon", "cinnamon, muffin, nemo", ("cinnamon", "nemo-desktop")),
+    Desk("Cinnamon", "cinnamon, muffin, nemo", ("cinnamon", "nemo-desktop"), variables=(("XDG_SESSION_TYPE", "x11"),)),
     Desk("LXQt", "openbox, xcompmgr, pcmanfm-qt, qt6-qpa-plugins", ("openbox", "xcompmgr", "pcmanfm-qt --desktop --profile=lxqt")),
     Desk("openbox", "openbox, xcompmgr, xsettingsd", ("openbox --sm-disable --config-file {config}", "xsettingsd -c {settings}", "xcompmgr"),
          draws_desktop=False, config=OPENBOX),
