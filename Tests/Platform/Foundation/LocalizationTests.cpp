@@ -65,6 +65,20 @@ TEST(Localization, TextsAndCounts) {
     });
 }
 
+TEST(Localization, TextsAreOfTheFirstLanguageWithACatalog) {
+    const std::tuple<const char*, const char*, const char*> rows[]{{"de_AT.UTF-8@euro", "", "Favoriten"},
+                                                                   {"fr_FR.UTF-8", "fr:de_CH:en", "Favoriten"},
+                                                                   {"en_US.UTF-8", "en:de", "Favorites"},
+                                                                   {"C", "de", "Favorites"},
+                                                                   {"ja_JP.UTF-8", "", "Favorites"}};
+    for (const auto& [locale, languages, expected] : rows) {
+        inLanguages(locale, languages, [expected = expected] {
+            startLocalization("foliovault-widgets");
+            EXPECT_EQ(localized("Favorites"), expected);
+        });
+    }
+}
+
 TEST(Localization, SearchesByTheRulesOfTheFirstLanguage) {
     const std::tuple<const char*, const char*, bool> rows[]{{"tr_TR.UTF-8", "", true},
                                                             {"az_AZ", "", true},
