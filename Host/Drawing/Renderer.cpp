@@ -11,7 +11,7 @@ namespace {
 
 /// Vector pictures are aligned to half points, so that they are sharp on screens of scale 2.
 constexpr double vectorScale = 2;
-constexpr int cachedFontCount = 256;
+constexpr int cachedFontCount = 257;
 
 using FontFaceHandle = std::unique_ptr<cairo_font_face_t, Releaser<cairo_font_face_destroy>>;
 using ScaledFontHandle = std::unique_ptr<cairo_scaled_font_t, Releaser<cairo_scaled_font_destroy>>;
@@ -33,7 +33,7 @@ SurfaceHandle makePage(VectorFormat format, Size size, std::string& file) {
     return surface;
 }
 
-/// Cairo caches the last 256 unused scaled fonts, and with them their files; creating 256 empty user fonts evicts them.
+/// Cairo caches the last scaled font and 256 unused ones, and with them their files. Creating empty user fonts evicts them.
 void releaseUnusedFonts() {
     const FontFaceHandle face(cairo_user_font_face_create());
     const FontOptionsHandle options(cairo_font_options_create());
