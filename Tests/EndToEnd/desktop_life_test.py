@@ -80,6 +80,7 @@ class Life(DesktopTest):
         switches, processor = (now - then for now, then in zip(self.work(), before))
         self.assertLessEqual(switches, 2)
         self.assertEqual(processor, 0)
+        self.assertNotIn("/fonts/", Path(f"/proc/{self.desktop.pid}/maps").read_text())
         self.end()
 
     def work(self):
