@@ -18,8 +18,8 @@ class WaylandEye(WaylandClient):
     def __init__(self, path, box):
         super().__init__(path)
         self.box = box
-        self.output, self.memory = self.bind("wl_output", 1), self.bind("wl_shm", 1)
-        self.screencopy = self.bind("zwlr_screencopy_manager_v1", 1)
+        self.output, self.memory = self.bind("wl_output"), self.bind("wl_shm")
+        self.screencopy = self.bind("zwlr_screencopy_manager_v1")
         self.buffer = None
 
     def look(self):

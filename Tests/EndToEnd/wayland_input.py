@@ -20,32 +20,21 @@ def keymap():
             f'xkb_compatibility "c" {{ include "complete" }}; xkb_symbols "s" {{ {symbols} }}; }};').encode() + b"\0"
 
 
-class WaylandInput:
-    """Both are plugged in until `close`. `path` is the compositor's socket; coordinates are those of the layout of `outputs`. Every call returns when
-    the compositor has received it.
-
-    Speaks the wire protocol itself: a message is the object's number, its size and the request's or event's number, and the arguments in 32-bit words.
+class WaylandClient:
+    """Speaks the wire protocol itself: a message is the object's number, its size and the request's or event's number, and the arguments in 32-bit
+    words. `path` is the compositor's socket.
     """
 
-    def __init__(self, path, outputs):
-        self.outputs = outputs
+    def __init__(self, path):
         self.socket = socket.socket(socket.AF_UNIX)
         self.socket.settimeout(20)
         self.socket.connect(str(path))
         self.stream = self.socket.makefile("rb")
-        self.numbers, self.times = itertools.count(2), itertools.count(1)
+        self.numbers = itertools.count(2)
         self.globals = {}
         self.registry = self.number()
         self.send(1, 1, struct.pack("=I", self.registry))
         self.wait()
-        seat = self.bind("wl_seat")
-        self.pointer = self.plug_in("zwlr_virtual_pointer_manager_v1", seat)
-        self.keyboard = self.plug_in("zwp_virtual_keyboard_manager_v1", seat)
-        with tempfile.TemporaryFile() as file:
-            file.write(keymap())
-            file.flush()
-            self.send(self.keyboard, 0, struct.pack("=2I", 1, file.tell()), [file.fileno()])
-            self.wait()
 
     def close(self):
         self.stream.close()
@@ -65,18 +54,40 @@ class WaylandInput:
         self.send(self.registry, 0, struct.pack("=2I", self.globals[interface], len(interface) + 1) + text + struct.pack("=2I", 1, number))
         return number
 
+    def event(self):
+        """Returns the next one: the object's number, the event's, and its arguments."""
+        number, event, size = struct.unpack("=IHH", self.stream.read(8))
+        arguments = self.stream.read(size - 8)
+        if (number, event) == (1, 0):
+            raise ConnectionError(f"the compositor refuses: {arguments[12:].decode(errors='replace')}")
+        if (number, event) == (self.registry, 0):
+            name, length = struct.unpack_from("=2I", arguments)
+            self.globals[arguments[8:8 + length - 1].decode()] = name
+        return number, event, arguments
+
     def wait(self):
         """Returns when the compositor has done everything that was requested."""
-        callback, number = self.number(), None
+        callback = self.number()
         self.send(1, 0, struct.pack("=I", callback))
-        while number != callback:
-            number, event, size = struct.unpack("=IHH", self.stream.read(8))
-            arguments = self.stream.read(size - 8)
-            if (number, event) == (1, 0):
-                raise ConnectionError(f"the compositor refuses: {arguments[12:].decode(errors='replace')}")
-            if (number, event) == (self.registry, 0):
-                name, length = struct.unpack_from("=2I", arguments)
-                self.globals[arguments[8:8 + length - 1].decode()] = name
+        while self.event()[0] != callback:
+            pass
+
+
+class WaylandInput(WaylandClient):
+    """Both are plugged in until `close`. Coordinates are those of the layout of `outputs`. Every call returns when the compositor has received it."""
+
+    def __init__(self, path, outputs):
+        super().__init__(path)
+        self.outputs = outputs
+        self.times = itertools.count(1)
+        seat = self.bind("wl_seat")
+        self.pointer = self.plug_in("zwlr_virtual_pointer_manager_v1", seat)
+        self.keyboard = self.plug_in("zwp_virtual_keyboard_manager_v1", seat)
+        with tempfile.TemporaryFile() as file:
+            file.write(keymap())
+            file.flush()
+            self.send(self.keyboard, 0, struct.pack("=2I", 1, file.tell()), [file.fileno()])
+            self.wait()
 
     def plug_in(self, manager, seat):
         manager, device = self.bind(manager), self.number()
