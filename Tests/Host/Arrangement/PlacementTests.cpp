@@ -90,7 +90,7 @@ TEST(Snapping, DrawsATileToWhatIsNear) {
              {"nothing near: the grid, which starts at the screen's corner", {203, 155, 170, 170}, {204, 154}},
              {"beside the neighbour, with the gap, its upper edge level", {883, 306, 170, 170}, {888, 300}},
              {"on the other side", {312, 306, 170, 170}, {306, 300}},
-             {"below it, its left edge level", {507, 489, 170, 170}, {500, 494}},
+             {"below it, its left edge level, just near enough", {512, 489, 170, 170}, {500, 494}},
              {"right edges level", {701, 485, 170, 170}, {694, 494}},
              {"too far for its gap", {902, 600, 170, 170}, {900, 602}},
              {"the screen's margin", {115, 80, 170, 170}, {124, 74}},

@@ -72,7 +72,7 @@ void serve(const Json& request) {
         staysAtTheEnd = staysAtTheEnd || kind == "Stay";
     } else if (kind == "Several") {
         answer(request,
-               timeline(Json::array({entry("2200-01-01T00:00:00.000Z", text("later")), entry(past, text("earlier")),
+               timeline(Json::array({entry("2100-01-01T00:00:00.000Z", text("later")), entry(past, text("earlier")),
                                      entry("2001-01-03T00:00:00.000Z", text("now"))})));
     } else if (kind == "Die") {
         std::cerr << "last words" << std::endl;

@@ -122,6 +122,7 @@ TEST_F(SessionTest, RequestsDueTilesTogetherAndEndsAnIdleExtension) {
     ASSERT_TRUE(runUntilSettled());
     EXPECT_EQ(textOf(session.tile(1)).substr(4), textOf(session.tile(2)).substr(4));
     EXPECT_EQ(textOf(session.tile(3)), "now");
+    EXPECT_EQ(session.tile(3)->nextEvent(), *platform::fromRfc3339("2100-01-01T00:00:00Z"));
     EXPECT_EQ(starts, 1);
     EXPECT_THAT(changed, ElementsAre(1, 2, 3, 4));
     EXPECT_EQ(session.tile(1)->schedule().due(), *platform::fromRfc3339("2200-01-01T00:00:00Z"));
