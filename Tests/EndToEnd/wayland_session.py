@@ -2,6 +2,7 @@
 
 import json
 import os
+import socket
 import subprocess
 from pathlib import Path
 
@@ -46,7 +47,8 @@ class WaylandSession(DesktopSession):
 
     def is_started(self):
         assert self.compositor.poll() is None, (self.folder / "compositor.log").read_text()
-        return self.control.exists() and self.outputs()
+        with socket.socket(socket.AF_UNIX) as control:  # Its file exists before sway listens.
+            return control.connect_ex(bytes(self.control)) == 0 and self.outputs()
 
     def ask(self, kind):
         return json.loads(self.run("swaymsg", "-s", self.control, "-r", "-t", kind))
