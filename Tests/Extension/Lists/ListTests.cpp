@@ -171,12 +171,9 @@ TEST(WorkspaceStore, TakesEachRecordAsWellAsItCan) {
     }
 }
 
-TEST(WorkspaceItem, OpensByItsName) {
+TEST(WorkspaceItem, OpensByItsNameAndShowsItsCounts) {
     EXPECT_EQ((WorkspaceItem{.id = "a&b c"}).displayURL().value().absoluteString(),
               "x-foliovault://open-workspace?name=a%26b%20c&widget=workspaces");
-}
-
-TEST(WorkspaceDetailRow, ShowsTheCountsUnderTheName) {
     const WorkspaceItem item{.id = "Research", .databaseCount = 3, .windowCount = 1};
     EXPECT_FALSE(item == (WorkspaceItem{.id = "Research", .databaseCount = 3, .windowCount = 2}));
     EXPECT_EQ(item.displaySubtitle(), "3 databases · 1 windows");

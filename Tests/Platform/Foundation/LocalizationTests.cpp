@@ -65,32 +65,27 @@ TEST(Localization, TextsAndCounts) {
     });
 }
 
-TEST(Localization, TextsAreOfTheFirstLanguageWithACatalog) {
-    const std::tuple<const char*, const char*, const char*> rows[]{{"de_AT.UTF-8@euro", "", "Favoriten"},
-                                                                   {"fr_FR.UTF-8", "fr:de_CH:en", "Favoriten"},
-                                                                   {"en_US.UTF-8", "en:de", "Favorites"},
-                                                                   {"C", "de", "Favorites"},
-                                                                   {"ja_JP.UTF-8", "", "Favorites"}};
-    for (const auto& [locale, languages, expected] : rows) {
-        inLanguages(locale, languages, [expected = expected] {
+TEST(Localization, TextsAreOfTheFirstLanguageWithACatalogAndSearchesOfTheFirst) {
+    struct Row {
+        const char* locale;
+        const char* languages;
+        const char* favorites = "Favorites";
+        bool isTurkic = false;
+    };
+    for (const Row& row : {Row{"de_AT.UTF-8@euro", "", "Favoriten"},
+                           {"fr_FR.UTF-8", "fr:de_CH:en", "Favoriten"},
+                           {"de_DE.UTF-8", "tr:de", "Favoriten", true},
+                           {"tr_TR.UTF-8", "", "Favorites", true},
+                           {"az_AZ", "", "Favorites", true},
+                           {"en_US.UTF-8", "en:de"},
+                           {"tr_TR", "en:tr"},
+                           {"try", ""},
+                           {"C", "de"}}) {
+        inLanguages(row.locale, row.languages, [&row] {
             startLocalization("foliovault-widgets");
-            EXPECT_EQ(localized("Favorites"), expected);
-        });
-    }
-}
-
-TEST(Localization, SearchesByTheRulesOfTheFirstLanguage) {
-    const std::tuple<const char*, const char*, bool> rows[]{{"tr_TR.UTF-8", "", true},
-                                                            {"az_AZ", "", true},
-                                                            {"de_DE.UTF-8", "tr:de", true},
-                                                            {"en_US.UTF-8", "", false},
-                                                            {"tr_TR", "en:tr", false},
-                                                            {"try", "", false},
-                                                            {"C", "", false}};
-    for (const auto& [locale, languages, isTurkic] : rows) {
-        inLanguages(locale, languages, [isTurkic = isTurkic] {
-            EXPECT_EQ(localizedCaseInsensitiveContains("KIZ", "kız"), isTurkic);
-            EXPECT_EQ(localizedCaseInsensitiveContains("KIZ", "kiz"), !isTurkic);
+            EXPECT_EQ(localized("Favorites"), row.favorites);
+            EXPECT_EQ(localizedCaseInsensitiveContains("KIZ", "kız"), row.isTurkic);
+            EXPECT_EQ(localizedCaseInsensitiveContains("KIZ", "kiz"), !row.isTurkic);
         });
     }
 }
