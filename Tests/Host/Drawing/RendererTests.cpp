@@ -8,6 +8,7 @@
 #include "Platform/Views/Symbol.h"
 #include "Platform/Views/Text.h"
 #include "Tests/Host/Drawing/Pictures.h"
+#include "Tests/Support/Repeated.h"
 
 #include <gtest/gtest.h>
 
@@ -179,14 +180,10 @@ TEST_F(RendererTest, BadgesLetNothingShineThrough) {
 }
 
 TEST_F(RendererTest, BadgesAndMessagesStayOnTheTile) {
-    std::string words;
-    for (int i = 0; i < 100; ++i) {
-        words += "נכון לשעה ";
-    }
     for (const Direction direction : {Direction::leftToRight, Direction::rightToLeft}) {
         const TileStyle style{.scale = 2, .direction = direction};
         RenderedTile tile = renderTile(text(""), familySize("medium"), style, renderer);
-        const Rect frame = drawBadge(tile, asOfBadge(words), style, renderer);
+        const Rect frame = drawBadge(tile, asOfBadge(repeated("נכון לשעה ", 100)), style, renderer);
         EXPECT_GE(frame.x, badgeInset);
         EXPECT_LE(frame.right(), familySize("medium").width - badgeInset);
         EXPECT_GT(frame.width, 300);

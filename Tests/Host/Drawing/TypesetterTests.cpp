@@ -1,6 +1,7 @@
 #include "Host/Drawing/Typesetter.h"
 
 #include "Host/Layout/Measures.h"
+#include "Tests/Support/Repeated.h"
 
 #include <glib.h>
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@ namespace host {
 namespace {
 
 using platform::callout;
+using platform::repeated;
 using Lines = std::vector<std::string>;
 
 /// Returns `text` without blanks and direction marks, and without the ellipsis that ends it, if any.
@@ -29,14 +31,6 @@ Lines lines(const MeasuredText& measured) {
         texts.push_back(line.text);
     }
     return texts;
-}
-
-std::string repeated(std::string_view piece, int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-        text += piece;
-    }
-    return text;
 }
 
 TEST(Typesetter, LinesKeepWithinTheirRoomAndSayAllThatFits) {

@@ -15,6 +15,7 @@
 #include "Host/Layout/TextMeasurer.h"
 #include "Platform/Views/Node.h"
 #include "Platform/Views/ViewReader.h"
+#include "Tests/Support/Repeated.h"
 
 #include <gtest/gtest.h>
 
@@ -399,10 +400,7 @@ TEST(LayoutOfHostileTrees, EndsWhereTheyNestTooDeep) {
 }
 
 TEST(LayoutOfHostileTrees, CutsLongNamesBetweenCharacters) {
-    std::string umlauts = "x";
-    for (std::size_t i = 0; i < maxItemText; ++i) {
-        umlauts += "ü";
-    }
+    const std::string umlauts = "x" + repeated("ü", maxItemText);
     const View view = vStack({}, {text(umlauts), text(umlauts), text(umlauts)}).link("x:" + umlauts);
     const auto items = accessibleItems(laidOut(view, {170, 170}));
     ASSERT_EQ(items.size(), 1U);

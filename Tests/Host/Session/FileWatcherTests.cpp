@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
-#include <thread>
 
 namespace host {
 namespace {

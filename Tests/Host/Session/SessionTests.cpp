@@ -9,14 +9,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 namespace host {
 namespace {

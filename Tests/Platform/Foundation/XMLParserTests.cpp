@@ -1,5 +1,7 @@
 #include "Platform/Foundation/XMLParser.h"
 
+#include "Tests/Support/Repeated.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -61,17 +63,10 @@ TEST(XMLParser, ReportsADocumentUpToItsFirstError) {
 }
 
 TEST(XMLParser, BoundsWhatADocumentMayTake) {
-    const auto nested = [](int depth) {
-        std::string document;
-        for (int i = 0; i < depth; ++i) {
-            document += "<a>";
-        }
-        return document;
-    };
-    EXPECT_EQ(reported(nested(100'000)).size(), std::size_t{3} * XMLParser::maxDepth + 1);
+    EXPECT_EQ(reported(repeated("<a>", 100'000)).size(), std::size_t{3} * XMLParser::maxDepth + 1);
     // Its tag begins and ends the one element too many.
-    EXPECT_EQ(reported(nested(XMLParser::maxDepth) + "<b/>").find('b'), std::string::npos);
-    EXPECT_NE(reported(nested(XMLParser::maxDepth - 1) + "<b/>").find(")b"), std::string::npos);
+    EXPECT_EQ(reported(repeated("<a>", XMLParser::maxDepth) + "<b/>").find('b'), std::string::npos);
+    EXPECT_NE(reported(repeated("<a>", XMLParser::maxDepth - 1) + "<b/>").find(")b"), std::string::npos);
 
     std::string laughs = "<!DOCTYPE a [<!ENTITY e0 'ha'>";
     for (int i = 1; i < 40; ++i) {

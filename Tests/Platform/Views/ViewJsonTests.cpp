@@ -2,12 +2,11 @@
 
 #include "Platform/Views/Node.h"
 #include "Platform/Views/ViewReader.h"
+#include "Tests/Support/Repeated.h"
 #include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <limits>
 
 namespace platform {
 namespace {
@@ -75,14 +74,6 @@ TEST(ViewJson, PassesOverUnknownAndInvalidParts) {
         ASSERT_TRUE(view) << text << view.error();
         EXPECT_EQ(*view, expected) << text;
     }
-}
-
-std::string repeated(std::string_view part, std::size_t count) {
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i) {
-        all += part;
-    }
-    return all;
 }
 
 TEST(ViewJson, CutsLongTextsAndLeavesOutLongLinks) {
