@@ -18,7 +18,7 @@ from socket import AF_INET, AF_UNIX, SOCK_DGRAM, SOCK_STREAM, getaddrinfo, socke
 
 CLONE_NEWUSER, GET_NO_NEW_PRIVILEGES, MAP_NORESERVE = 0x10000000, 39, 0x4000
 PRIVATE, SHARED = mmap.MAP_PRIVATE, mmap.MAP_SHARED
-LIBRARY = ctypes.CDLL(None, use_errno=True)
+LIBRARY = ctypes.CDLL(None)
 
 
 def count(make, limit):
@@ -41,14 +41,6 @@ def fork(limit):
     return len(children)
 
 
-def duplicate(limit):
-    """Returns how many descriptors it can have, with those that it was started with."""
-    made = count(lambda: os.dup(0), limit - 3)
-    for descriptor in made:
-        os.close(descriptor)
-    return 3 + len(made)
-
-
 def is_open(descriptor):
     try:
         return fcntl.fcntl(descriptor, fcntl.F_GETFD) >= 0
@@ -58,11 +50,6 @@ def is_open(descriptor):
 
 def allocate(mebibytes, kind):
     mmap.mmap(-1, mebibytes << 20, kind | mmap.MAP_ANONYMOUS | MAP_NORESERVE).close()
-
-
-def unshare():
-    if LIBRARY.unshare(CLONE_NEWUSER) != 0:
-        raise OSError(ctypes.get_errno(), "unshare")
 
 
 def run(path):

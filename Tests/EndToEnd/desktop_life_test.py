@@ -1,8 +1,6 @@
 """The life of the host's desktop: commands and files that reach it, rest, and its end."""
 
-import itertools
 import json
-import plistlib
 import shutil
 import signal
 import time
@@ -53,17 +51,9 @@ class Life(DesktopTest):
         other = Placed(2, family="large", place=(560, 80))
         self.arrange(TILE, other)
         self.start(TILE)
-        file = self.library / "Favorites.plist"
-        numbers = itertools.count(1)
-        content = lambda: plistlib.dumps(favourites(next(numbers) % 4 + 1, Location=f"In {next(numbers)}"))
-
-        def replace():
-            fresh = self.library / "fresh"
-            fresh.write_bytes(content())
-            fresh.rename(file)
-
-        for change in (lambda: file.write_bytes(content()), replace, lambda: file.write_bytes(b"broken"), replace, lambda: shutil.rmtree(self.home / "Library"),
-                       lambda: self.library.mkdir(parents=True) or replace()):
+        changes = (lambda: self.write(favourites(3)), lambda: (self.library / "Favorites.plist").write_bytes(b"broken"), lambda: self.write(favourites(2)),
+                   lambda: shutil.rmtree(self.home / "Library"), lambda: self.library.mkdir(parents=True) or self.write(favourites(1)))
+        for change in changes:
             change()
             self.sees(TILE)
         self.sees(other)

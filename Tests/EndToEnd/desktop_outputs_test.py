@@ -1,6 +1,5 @@
 """The host's desktop on screens that come and go and have other scales, and in other colours."""
 
-
 from desktop import DesktopTest, Placed
 from settings_portal import SettingsPortal
 from support import SIZES, wait_until

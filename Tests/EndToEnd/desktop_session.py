@@ -32,8 +32,8 @@ class Output:
 
 @dataclasses.dataclass(frozen=True)
 class Window:
-    """An ordinary window; on X11 any that the window manager lists, from the lowest up. `application` is its name for docks. `kind`
-    and `states` are empty on Wayland."""
+    """An ordinary window; on X11 any that the window manager lists, from the lowest up. `application` is its name for docks. `kind`,
+    `states` and the server's `number` are empty on Wayland."""
     title: str
     process: int
     x: int
@@ -43,6 +43,7 @@ class Window:
     application: str = ""
     kind: str = ""
     states: tuple = ()
+    number: str = ""
 
 
 class DesktopSession:

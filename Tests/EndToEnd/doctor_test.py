@@ -17,7 +17,6 @@ class Doctor(HostTest):
         self.assertEqual(done.returncode, UNAVAILABLE if any(each["state"] == "problem" for each in findings) else OK)
         by_name = {}
         for finding in findings:
-            self.assertEqual(set(finding), {"check", "state", "found", "advice"})
             self.assertEqual(bool(finding["advice"]), finding["state"] != "ok", finding)
             by_name.setdefault(finding["check"], []).append((finding["state"], finding["found"]))
         return by_name

@@ -41,7 +41,7 @@ class Authority:
 
 
 # The host is without a port; the headers are pairs of name and value in their order.
-Request = namedtuple("Request", "host path headers is_proxied")
+Request = namedtuple("Request", "host path headers")
 
 
 class Server(socketserver.ThreadingTCPServer):
@@ -93,8 +93,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
     disable_nagle_algorithm = True
 
     def setup(self):
-        self.is_proxied = self.request.recv(1, socket.MSG_PEEK) == b"C"
-        name = self.connect() if self.is_proxied else "localhost"
+        is_proxied = self.request.recv(1, socket.MSG_PEEK) == b"C"
+        name = self.connect() if is_proxied else "localhost"
         context = self.server.context(name)
         context.sni_callback = lambda tls, wanted, _: setattr(tls, "context", self.server.context(wanted or name))
         self.request = context.wrap_socket(self.request, server_side=True)
@@ -115,7 +115,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
         return head.split()[1].decode().rsplit(":", 1)[0]
 
     def do_GET(self):
-        self.server.requests.append(Request(self.headers["Host"].rsplit(":", 1)[0], self.path, tuple(self.headers.items()), self.is_proxied))
+        self.server.requests.append(Request(self.headers["Host"].rsplit(":", 1)[0], self.path, tuple(self.headers.items())))
         self.server.pages.get(self.path, body(b"not here", status=404))(self)
 
     def start(self, status, **headers):

@@ -23,8 +23,6 @@ class SessionTest(HostTest):
     def descriptors(self, process):
         return len(os.listdir(f"/proc/{process.pid}/fd"))
 
-
-class OneHost(SessionTest):
     def test_commands_reach_it(self):
         self.write(favourites(3))
         for command in (("reload",), ("explain", 1)):
@@ -61,8 +59,6 @@ class OneHost(SessionTest):
         self.start_host()
         self.assertEqual(self.succeed("add", "WorkspacesWidget"), "1\n")
 
-
-class Supervision(SessionTest):
     def test_a_killed_extension_costs_no_tile_and_leaves_nothing_behind(self):
         self.write(favourites(3))
         host = self.start_host()

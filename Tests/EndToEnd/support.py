@@ -84,7 +84,6 @@ class HomeTest(unittest.TestCase):
         self.home = Path(self.enterContext(tempfile.TemporaryDirectory())) / "Ada Ä"
         self.library = self.home / "Library" / "Application Support" / "FOLIOvault"
         self.library.mkdir(parents=True)
-        self.file = self.library / "Favorites.plist"
 
     def write(self, root, form=plistlib.FMT_BINARY, name="Favorites.plist"):
         (self.library / name).write_bytes(plistlib.dumps(root, fmt=form))

@@ -222,10 +222,6 @@ class XSession(DesktopSession):
             return display.get_selection_owner(display.intern_atom("_NET_WM_CM_S0")) != Xlib.X.NONE
 
     def windows(self):
-        return [window for _, window in self.numbered_windows()]
-
-    def numbered_windows(self):
-        """Each with the server's number of it."""
         listed = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING").decode()
         windows = []
         for number in re.findall("0x[0-9a-f]+", listed):
@@ -235,15 +231,15 @@ class XSession(DesktopSession):
             except AssertionError:
                 continue  # It was closed meanwhile.
             found = lambda pattern: re.findall(pattern, properties, re.MULTILINE) or [""]
-            windows.append((number, Window(
+            windows.append(Window(
                 title=found('^_NET_WM_NAME.* = "(.*)"')[0], process=int(found(r"^_NET_WM_PID.* = (\d+)")[0] or 0),
                 **{name.lower(): int(geometry[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")}, application=found('^WM_CLASS.* "(.*)"$')[0],
-                kind=found("_NET_WM_WINDOW_TYPE_(\\w+)")[0], states=tuple(filter(None, found("_NET_WM_STATE_(\\w+)"))))))
+                kind=found("_NET_WM_WINDOW_TYPE_(\\w+)")[0], states=tuple(filter(None, found("_NET_WM_STATE_(\\w+)"))), number=number))
         return windows
 
     def ordinary_window(self, process):
         """The number of the topmost one."""
-        ordinary = lambda: [number for number, window in self.numbered_windows() if window.process == process and window.kind in ("NORMAL", "DIALOG")]
+        ordinary = lambda: [window.number for window in self.windows() if window.process == process and window.kind in ("NORMAL", "DIALOG")]
         return wait_until(ordinary, "a window")[-1]
 
     def place_window(self, process, x, y, width, height):
