@@ -144,17 +144,13 @@ class DesktopSession:
         pass
 
     def await_wallpaper(self):
-        picture = None
-
-        def is_there():
-            nonlocal picture
+        def wallpaper():
             self.draw_wallpaper()
             picture = self.screenshot()
             # The desk's bar may lie at the lower edge by then.
             seen = (0, 0, picture.size[0], picture.size[1] - 100)
-            return picture.crop(*seen).difference(Picture.gradient(*picture.size).crop(*seen), 4) is None
-        wait_until(is_there, "the wallpaper")
-        return picture
+            return picture if picture.crop(*seen).difference(Picture.gradient(*picture.size).crop(*seen), 4) is None else None
+        return wait_until(wallpaper, "the wallpaper")
 
     # Buttons: 1 is the left one, 2 the middle, 3 the right.
 

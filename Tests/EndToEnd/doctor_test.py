@@ -47,11 +47,8 @@ class Doctor(HostTest):
         for name, body in scripts.items():
             self.write_manifest(name, self.script(body, name))
         # Nor does the compositor answer.
-        silent = socket.socket(socket.AF_UNIX)
-        self.addCleanup(silent.close)
-        self.addCleanup(os.chdir, os.getcwd())
-        os.chdir(self.home / "run")
-        silent.bind("silent")
+        silent = self.enterContext(socket.socket(socket.AF_UNIX))
+        silent.bind(bytes(self.home / "run" / "silent"))
         silent.listen()
         start = time.monotonic()
         findings = self.doctor(WAYLAND_DISPLAY="silent")

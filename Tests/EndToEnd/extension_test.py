@@ -6,7 +6,7 @@ import socket
 import subprocess
 import unittest
 
-from support import EXTENSION, FAMILIES, KINDS, LISTS, PNG, SANITIZED, Extension, HomeTest, favourites
+from support import EXTENSION, KINDS, LISTS, PNG, SANITIZED, SIZES, Extension, HomeTest, favourites
 
 
 class ExtensionTest(HomeTest):
@@ -37,7 +37,7 @@ class ExtensionTest(HomeTest):
             (caches / "tips_cache.json").write_text(json.dumps({"timestamp": 1e12, "tips": [tip]}, ensure_ascii=False))
             with Extension(self.environment()) as extension:
                 for kind in KINDS:
-                    for family in FAMILIES:
+                    for family in SIZES:
                         extension.send("timeline", kind=kind, configuration={}, environment={"family": family})
                         self.assertTrue(8000 < len(extension.process.stdout.readline()) < 8 << 20, (kind, family, character))
 

@@ -17,7 +17,6 @@ IDENTIFIER = "net.foliovault.widgets"
 OK, USAGE, UNAVAILABLE, CANNOT_CREATE, CONFIGURATION = 0, 64, 69, 73, 78
 # The families, and their sizes in points.
 SIZES = {"small": (170, 170), "medium": (364, 170), "large": (364, 364), "extraLarge": (752, 364)}
-FAMILIES = tuple(SIZES)
 # The list widgets by kind, with the file of the library that each shows.
 LISTS = {"ReadingListWidget": "ReadingList.plist", "FavoritesWidget": "Favorites.plist", "WorkspacesWidget": "OrderedWorkspaces.plist"}
 # All widgets, in the order in which hosts list them.
@@ -142,9 +141,8 @@ class Extension:
         assert answer["id"] == number, answer
         return answer
 
-    def timeline(self, family="large", kind="FavoritesWidget", mode="fullColor", **configuration):
-        return self.call("timeline", kind=kind, configuration=configuration,
-                         environment={"family": family, "renderingMode": mode})["result"]
+    def timeline(self, family="large", kind="FavoritesWidget"):
+        return self.call("timeline", kind=kind, configuration={}, environment={"family": family})["result"]
 
 
 BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"

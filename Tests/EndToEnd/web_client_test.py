@@ -19,6 +19,13 @@ MEMORY = () if SANITIZED else ("prlimit", f"--data={96 * MIB}")
 TOO_LARGE = "^the body is larger than 16 MiB$"
 AUTHORITY = Authority()
 HEAD = b"HTTP/1.1 200 OK\r\n"
+CHUNKED = HEAD + b"Transfer-Encoding: chunked\r\n\r\n1\r\nx\r\n0\r\n"
+FIELD = b"Field: " + b"x" * 1000 + b"\r\n"
+REFUSAL = b"HTTP/1.1 407 Proxy Authentication Required\r\n"
+SILENCE = "^Timed out waiting for data$|^Connection timed out|^Resolving timed out|^Proxy CONNECT aborted|^SSL connection timeout|^Received HTTP code 407|Timeout was reached$"
+# Newer versions of the library have bounds of their own, on the number of headers.
+TOO_MUCH = "^the headers are larger than 256 KiB$|^Too many response headers"
+REFUSED = "^Received HTTP code 407 from proxy after CONNECT$"
 
 
 class WebClientTest(unittest.TestCase):
@@ -50,8 +57,6 @@ class WebClientTest(unittest.TestCase):
             self.assertIsInstance(result, str)
             self.assertRegex(result, expected)
 
-
-class Answers(WebClientTest):
     def test_pages(self):
         content, refused = b"\0body\n" * 1000, '^Protocol "{}" .*disabled'
         rows = {f"/{status}": (body(content, status=status), content) for status in (200, 203, 404, 410, 500, 503)}
@@ -102,19 +107,6 @@ class Answers(WebClientTest):
         self.expect(b"feed", "https://other.example/", https_proxy=other.proxy)
         self.expect("'feeds.example'$", "https://feeds.example/", https_proxy=other.proxy)
         self.assertEqual([request.host for request in other.requests], ["other.example"])
-
-
-CHUNKED = HEAD + b"Transfer-Encoding: chunked\r\n\r\n1\r\nx\r\n0\r\n"
-FIELD = b"Field: " + b"x" * 1000 + b"\r\n"
-REFUSAL = b"HTTP/1.1 407 Proxy Authentication Required\r\n"
-SILENCE = "^Timed out waiting for data$|^Connection timed out|^Resolving timed out|^Proxy CONNECT aborted|^SSL connection timeout|^Received HTTP code 407|Timeout was reached$"
-# Newer versions of the library have bounds of their own, on the number of headers.
-TOO_MUCH = "^the headers are larger than 256 KiB$|^Too many response headers"
-REFUSED = "^Received HTTP code 407 from proxy after CONNECT$"
-
-
-class Bounds(WebClientTest):
-    """Every download ends, even if a server, a proxy or the network stays silent or never stops."""
 
     def page(self, page):
         """The address of this page, and the variables that lead there."""
@@ -178,6 +170,7 @@ class Bounds(WebClientTest):
             self.assertTrue(earliest < time.monotonic() - start < latest, name)
 
     def test_every_download_ends(self):
+        """Even if a server, a proxy or the network stays silent or never stops."""
         self.pages["/progress"] = drip([b"x" * 100] * 8, .3)
         self.expect(b"x" * 800, "/progress", silence=1500, total=20_000)
         self.check({name: (*row, SILENCE) for name, row in self.silent().items()}, .9, 12, silence=1000)
