@@ -42,7 +42,6 @@ class MemoryFileSystem final : public FileSystem {
     void write(const std::string& path, std::string content) {
         files_.insert_or_assign(path, Data::owning(std::move(content)));
     }
-    void remove(const std::string& path) { files_.erase(path); }
 
     /// From now on no file can be replaced by more than `bytes` bytes, as on a full disk.
     void limitRoom(std::size_t bytes) { room_ = bytes; }

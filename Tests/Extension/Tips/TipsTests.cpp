@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <future>
 
 namespace foliovault {
 namespace {
@@ -50,15 +49,14 @@ struct Fakes {
 
     /// Returns the titles of the tips.
     std::string fetchTips() {
-        std::promise<std::string> fetched;
+        std::string titles;
         store.fetchTips([&](const std::vector<TipItem>& tips) {
-            std::string titles;
             for (const TipItem& tip : tips) {
                 titles += tip.title;
             }
-            fetched.set_value(titles);
         });
-        return fetched.get_future().get();
+        store.finish();
+        return titles;
     }
     void publish(const std::string& page) {
         web.pages["https://support.example/2/apps/supportmaterials.xml.php"

@@ -53,10 +53,7 @@ TEST(ArrangementJson, IsWrittenOneInstanceALineAndReadAgain) {
 }
 
 TEST(ArrangementJson, TellsWhatIsWrong) {
-    struct Row {
-        std::string json;
-        const char* reason;
-    };
+    using Row = std::pair<std::string, const char*>;
     for (const auto& [json, reason] : std::initializer_list<Row>{
              {R"({"version":1,"instances":["\xFF"]})", "not a JSON object"},
              {R"({"version":1,"instances":[],"locked":1})", "\"locked\": not a boolean"},
@@ -108,11 +105,7 @@ TEST(ArrangementJson, HasWhatALaterProgramWrote) {
 }
 
 TEST(Arrangement, ChangesWhatIsNamedAndNothingElse) {
-    struct Row {
-        ArrangementChange change;
-        std::string_view from;
-        const char* to;
-    };
+    using Row = std::tuple<ArrangementChange, std::string_view, const char*>;
     for (const auto& [change, from, to] :
          std::initializer_list<Row>{{Edit{1, {{"group", "Home"}}}, R"("Ünï \"x\"\n")", R"("Home")"},
                                     {Edit{8, {{"a", "b"}}}, R"("small")", R"("small","configuration":{"a":"b"})"},
@@ -160,11 +153,7 @@ TEST(Arrangement, RefusesInWords) {
         return instance;
     };
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    struct Row {
-        Arrangement arrangement;
-        ArrangementChange change;
-        const char* says;
-    };
+    using Row = std::tuple<Arrangement, ArrangementChange, const char*>;
     for (const auto& [arrangement, change, says] : std::initializer_list<Row>{
              {example, Removal{3}, "there is no widget 3; there are 1, 8"},
              {example, Restoration{withId(1)}, "there is no removed widget 1"},

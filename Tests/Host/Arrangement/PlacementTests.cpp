@@ -42,9 +42,11 @@ std::vector<std::string> placed(const std::vector<Wish>& wishes, const std::vect
     return all;
 }
 
-TEST(Placement, KeepsToTheArrangement) {
+TEST(Placement, KeepsToTheArrangementAndElseFindsFreePlaces) {
     EXPECT_THAT(placed({{"HDMI-1", Position{100, 200}}, {"DP-1", Position{10, 40}}, {{}, Position{1400, 50}}}),
                 ElementsAre("HDMI-1 100,200 arranged", "DP-1 10,40 arranged", "HDMI-1 120,50 arranged"));
+    EXPECT_THAT(placed({{}, {"DP-1", Position{1086, 54}}, {"HDMI-1", {}}}),
+                ElementsAre("DP-1 892,54 chosen", "DP-1 1086,54 arranged", "HDMI-1 1726,24 chosen"));
 }
 
 TEST(Placement, PullsBackWhatNoScreenHas) {
@@ -59,11 +61,6 @@ TEST(Placement, PullsBackWhatNoScreenHas) {
                 ElementsAre("DP-1 1110,630 arranged", "DP-1 0,30 arranged", "DP-1 0,630 arranged",
                             "HDMI-1 1750,0 arranged", "DP-1 1086,54 arranged", "HDMI-1 1556,24 arranged",
                             "HDMI-1 1700,900 arranged"));
-}
-
-TEST(Placement, FindsFreePlaces) {
-    EXPECT_THAT(placed({{}, {"DP-1", Position{1086, 54}}, {"HDMI-1", {}}}),
-                ElementsAre("DP-1 892,54 chosen", "DP-1 1086,54 arranged", "HDMI-1 1726,24 chosen"));
 }
 
 TEST(Placement, MovesTilesWhileTheirScreenIsAway) {

@@ -2,6 +2,7 @@
 #include "Host/Connection/Manifest.h"
 #include "Host/Connection/Sandbox.h"
 
+#include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <cerrno>
@@ -11,8 +12,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace host {
 namespace {
@@ -22,12 +21,9 @@ using platform::TemporaryFolder;
 
 /// Returns the errno of `attempt` in a child that has confined itself.
 int errorWithin(const Sandbox& sandbox, const std::function<int()>& attempt) {
-    const pid_t child = fork();
-    if (child == 0) {
+    const int status = platform::statusOf(platform::startProcess([&]() -> bool {
         _exit(sandbox.apply().step != Sandbox::Step::none ? 255 : attempt() < 0 ? errno : 0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
+    }));
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -185,6 +185,12 @@ std::string dumpOfItems(const WidgetLayout& layout) {
     return lines;
 }
 
+WidgetLayout laidOut(const View& view, Size size) {
+    FakeTexts texts;
+    FakeImages images;
+    return layOut(view, size, texts, images);
+}
+
 std::string dumpOf(const std::string& json, std::string_view what, Size size) {
     simdjson::dom::parser parser;
     const simdjson::padded_string padded(json);
@@ -192,11 +198,9 @@ std::string dumpOf(const std::string& json, std::string_view what, Size size) {
     if (!view) {
         return view.error();
     }
-    FakeTexts texts;
-    FakeImages images;
     const bool isProposal = what == "proposal";
     const double margins = isProposal ? 2 * contentMargin : 0;
-    WidgetLayout layout = layOut(*view, {size.width + margins, size.height + margins}, texts, images);
+    WidgetLayout layout = laidOut(*view, {size.width + margins, size.height + margins});
     if (what == "frames") {
         return framesJson(layout) + "\n";
     }
@@ -297,12 +301,6 @@ class Trees {
     std::mt19937 random_;
     Wildness wildness_;
 };
-
-WidgetLayout laidOut(const View& view, Size size) {
-    FakeTexts texts;
-    FakeImages images;
-    return layOut(view, size, texts, images);
-}
 
 bool isSane(const Rect& frame) {
     return std::isfinite(frame.x) && std::isfinite(frame.y) && std::isfinite(frame.width) &&
