@@ -41,9 +41,10 @@ class TemporaryFolder {
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
-    std::set<std::string> names() const {
+    /// Returns the names in the folder, or in one within it.
+    std::set<std::string> names(const std::string& within = "") const {
         std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder_ / within)) {
             names.insert(entry.path().filename());
         }
         return names;

@@ -3,6 +3,7 @@
 #include "Extension/ReadingList/ReadingListWidget.h"
 
 #include "Tests/Extension/Lists/MemoryLibrary.h"
+#include "Tests/Support/Repeated.h"
 #include "Tests/Support/ViewText.h"
 
 #include <gmock/gmock.h>
@@ -64,13 +65,10 @@ TEST(ReadingListItem, SaysWhatItIsAndWhereOnTheWeb) {
 }
 
 TEST(ReadingListProvider, FiltersButCountsEverything) {
-    const auto records = [](int count, const char* unread) {
-        std::string all;
-        for (int i = 0; i < count; ++i) {
-            all += "<dict><key>title</key><string/><key>URL</key><string>x:</string><key>unread</key>" +
-                   std::string(unread) + "</dict><dict/>";
-        }
-        return all;
+    const auto records = [](std::size_t count, const std::string& unread) {
+        return platform::repeated("<dict><key>title</key><string/><key>URL</key><string>x:</string><key>unread</key>" +
+                                      unread + "</dict><dict/>",
+                                  count);
     };
     const std::string mixed = records(17, "<false/>") + records(20, "<true/>");
     using enum ReadingListFilter;

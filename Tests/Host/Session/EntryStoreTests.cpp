@@ -94,11 +94,8 @@ TEST_F(EntryStoreTest, RemovesTheEntriesOfOtherTiles) {
         temporary.write("widgethost/tiles/" + std::string(name), "");
     }
     store.keepOnly({1, 30, 99});
-    std::set<std::string> names;
-    for (const auto& each : fs::directory_iterator(folder)) {
-        names.insert(each.path().filename());
-    }
-    EXPECT_EQ(names, (std::set<std::string>{"1.tile", "30.tile", ".1.tile.new", "notes.txt", "2.tile.bak"}));
+    EXPECT_EQ(temporary.names("widgethost/tiles"),
+              (std::set<std::string>{"1.tile", "30.tile", ".1.tile.new", "notes.txt", "2.tile.bak"}));
 }
 
 } // namespace

@@ -81,15 +81,6 @@ TEST(Date, AgreesWithTheSystemCalendar) {
     }
 }
 
-/// A time zone for as long as this lives.
-class Zone {
-  public:
-    explicit Zone(const char* name) { setenv("TZ", name, 1); }
-    Zone(const Zone&) = delete;
-    Zone& operator=(const Zone&) = delete;
-    ~Zone() { unsetenv("TZ"); }
-};
-
 TEST(UserCalendar, FindsTheNextMidnightWhateverClocksDo) {
     const std::tuple<const char*, const char*, const char*> rows[]{
         {"Asia/Kathmandu", "2026-03-16T18:14:59Z", "2026-03-16T18:15:00.000Z"},
@@ -106,10 +97,11 @@ TEST(UserCalendar, FindsTheNextMidnightWhateverClocksDo) {
         {"Pacific/Apia", "2011-12-30T05:00:00Z", "2011-12-30T10:00:00.000Z"},
     };
     for (const auto& [name, now, expected] : rows) {
-        const Zone zone(name);
+        setenv("TZ", name, 1);
         const auto start = UserCalendar("en_US").startOfNextDay(*fromRfc3339(now));
         EXPECT_EQ(toRfc3339(start.value()), expected) << name << ' ' << now;
     }
+    unsetenv("TZ");
 }
 
 TEST(UserCalendar, CountsDaysAsTheLocaleDoesAndTheZoneHasIt) {
@@ -120,9 +112,10 @@ TEST(UserCalendar, CountsDaysAsTheLocaleDoesAndTheZoneHasIt) {
         {"fa_IR", "Asia/Tehran", "2025-03-20T20:30:00Z", {1404, 1, 1}},
     };
     for (const auto& [locale, name, now, expected] : rows) {
-        const Zone zone(name);
+        setenv("TZ", name, 1);
         EXPECT_EQ(UserCalendar(timeLocale(locale)).dayOf(*fromRfc3339(now)), expected) << locale;
     }
+    unsetenv("TZ");
 }
 
 TEST(UserCalendar, TakesEveryDate) {
@@ -163,7 +156,7 @@ constexpr const char* moment = "2025-03-06T23:30:00Z";
 TEST(LocalizedDate, IsThatOfTheInstalledIcu) {
     for (const char* locale : {"de_AT", "sr_Latn_RS", "ar_EG", "ko_KR", "en_US@calendar=buddhist"}) {
         setenv("LC_ALL", locale, 1);
-        const Zone zone("Asia/Kathmandu");
+        setenv("TZ", "Asia/Kathmandu", 1);
         const auto byIcu = [locale](const char* skeleton) {
             UErrorCode error = U_ZERO_ERROR;
             const std::unique_ptr<icu::DateFormat> format(
@@ -181,6 +174,7 @@ TEST(LocalizedDate, IsThatOfTheInstalledIcu) {
     // In English, by the calendar of that time.
     EXPECT_EQ(localizedDate(Date::distantPast()), "Jan 1, 1");
     unsetenv("LC_ALL");
+    unsetenv("TZ");
 }
 
 } // namespace

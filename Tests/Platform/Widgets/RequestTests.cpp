@@ -1,5 +1,6 @@
 #include "Tests/Platform/Widgets/ClockWidget.h"
 #include "Tests/Support/ChildProcess.h"
+#include "Tests/Support/Repeated.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include "Platform/Foundation/FileDescriptor.h"
@@ -78,11 +79,7 @@ TEST(BundleRunner, HoldsNothingUpForAnyNumberOfSlowRequests) {
             }
         });
     };
-    std::string input;
-    for (int i = 0; i < slowRequests; ++i) {
-        input += timelineOf("slow");
-    }
-    const auto responses = responsesTo(bundle, input + timelineOf("quick"));
+    const auto responses = responsesTo(bundle, repeated(timelineOf("slow"), slowRequests) + timelineOf("quick"));
     EXPECT_EQ(responses.size(), slowRequests + 1U);
     EXPECT_THAT(responses, ::testing::Each(::testing::HasSubstr("\"result\"")));
     EXPECT_THAT(responses.front(), ::testing::HasSubstr("digital in quick"));
