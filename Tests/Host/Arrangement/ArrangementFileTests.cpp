@@ -9,9 +9,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
+#include <csignal>
 #include <filesystem>
+#include <random>
 #include <set>
+#include <thread>
 
 namespace host {
 namespace {
@@ -91,6 +95,45 @@ TEST_F(ArrangementFileTest, LosesNothingOfManyProcesses) {
     }
     EXPECT_EQ(count(), std::size_t{processes * additions});
     EXPECT_EQ(file.load()->instances.back().id, InstanceId{processes * additions});
+}
+
+/// A process that is killed at any moment leaves a whole file, with all that it was told is done.
+TEST_F(ArrangementFileTest, KeepsWhatIsDoneWhenAProcessIsKilled) {
+    std::array<int, 2> done{};
+    ASSERT_EQ(pipe(done.data()), 0);
+    std::minstd_rand random(11);
+    std::size_t reported = 0;
+    std::size_t total = 0;
+    // On a busy machine few are done before they are killed.
+    for (int round = 0; round < 60 || (total < 20 && round < 2000); ++round) {
+        const pid_t writer = platform::startProcess([&] {
+            const auto update = file.update(addition);
+            return update && write(done[1], "+", 1) == 1;
+        });
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 6000));
+        kill(writer, SIGKILL);
+        ASSERT_TRUE(WIFSIGNALED(platform::statusOf(writer))) << "it could not write";
+        ASSERT_EQ(write(done[1], ".", 1), 1);
+        const std::size_t before = reported;
+        for (char sign = 0; read(done[0], &sign, 1) == 1 && sign == '+';) {
+            ++reported;
+        }
+        // One more may have been done and not been told.
+        const std::size_t found = count();
+        ASSERT_GE(found, reported);
+        ASSERT_LE(found, reported + 1);
+        total += found - before;
+        reported = found;
+        if (reported > Arrangement::maxCount / 2) {
+            fs::remove(folder.path("arrangement.json"));
+            reported = 0;
+        }
+    }
+    EXPECT_GE(total, 20U) << "too few changes to say anything";
+    EXPECT_TRUE(file.update(addition));
+    EXPECT_EQ(count(), reported + 1);
+    close(done[0]);
+    close(done[1]);
 }
 
 TEST_F(ArrangementFileTest, SetsEveryBrokenFileAside) {
