@@ -164,6 +164,12 @@ TEST_F(SessionTest, RequestsNewAndChangedTilesAloneAndReportsOtherEntries) {
     EXPECT_THAT(changed, ElementsAre(1));
     session.reload("None", [&](const auto& /*failures*/) { ++calls; });
     EXPECT_EQ(calls, 2);
+    session.setTiles({tile(1, "Good", "", "gone")});
+    session.reload(std::nullopt, [&](const auto& failures) {
+        EXPECT_THAT(failures, ElementsAre("1: no extension \"gone\" is installed"));
+        ++calls;
+    });
+    ASSERT_TRUE(runUntil([&] { return calls == 3; }));
 }
 
 TEST_F(SessionTest, KeepsEntriesWhateverTheExtensionDoes) {
