@@ -16,7 +16,7 @@ struct OptionsRequest {
     std::string kind;
     std::string parameter;
     /// Only choices that match this text.
-    std::string matching;
+    std::optional<std::string> matching;
 };
 
 /// Prints the choices of a parameter.

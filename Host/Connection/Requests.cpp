@@ -32,13 +32,13 @@ std::string paramsOf(const EntryRequest& request) {
     return params;
 }
 
-std::string paramsOf(std::initializer_list<std::pair<std::string_view, std::string_view>> members) {
+std::string paramsOf(std::initializer_list<std::pair<std::string_view, std::optional<std::string_view>>> members) {
     std::string params;
     platform::JsonWriter out(params);
     out.beginObject();
     for (const auto& [name, value] : members) {
-        if (!value.empty()) {
-            out.textKey(name).text(value);
+        if (value) {
+            out.textKey(name).text(*value);
         }
     }
     out.endObject();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,7 +26,7 @@ std::string_view methodName(EntryRequest::Method method);
 /// Returns the request's parameters, a JSON object.
 std::string paramsOf(const EntryRequest& request);
 
-/// Returns the parameters of another request. Leaves out those with an empty value.
-std::string paramsOf(std::initializer_list<std::pair<std::string_view, std::string_view>> members);
+/// Returns the parameters of another request, by name. Leaves out those without a value.
+std::string paramsOf(std::initializer_list<std::pair<std::string_view, std::optional<std::string_view>>> members);
 
 } // namespace host

@@ -125,8 +125,12 @@ void EntityField::stopped() {
 }
 
 void EntityField::request(const std::string& matching) {
+    std::optional<std::string_view> search;
+    if (!matching.empty()) {
+        search = matching;
+    }
     host_.request(instance_.extension, "options",
-                  paramsOf({{"kind", instance_.kind}, {"parameter", parameter_}, {"matching", matching}}),
+                  paramsOf({{"kind", instance_.kind}, {"parameter", parameter_}, {"matching", search}}),
                   lifetime_.weakly([this, isWhole = matching.empty(), number = ++requests_](const auto& answer) {
                       const auto options = answer ? readOptions(*answer) : platform::Unexpected{answer.error()};
                       if (options && number == requests_) {

@@ -81,7 +81,7 @@ class Commands(HostTest):
         rows = [((), ""), (("paint",), "paint"), (("render",), "KIND"), ((*render, "--family", "tiny"), "tiny"),
                 ((*render, "--scale", "0"), "scale"), ((*render, "--set", "group"), "NAME=VALUE"),
                 ((*render, "--set", "colour=red"), "accepted: \"group\""),
-                (("render", "ClockWidget"), "accepted: " + ", ".join(f'"{kind}"' for kind in KINDS)), ((*render, "--preview", "x"), "Favorites Small"),
+                (("render", "ClockWidget"), "accepted: " + ", ".join(f'"{kind}"' for kind in KINDS)), ((*render, "--preview", ""), "Favorites Small"),
                 ((*render, "--preview", "x", "--request", "snapshot"), "preview"),
                 (("options", "FavoritesWidget", "colour"), "group"), (("options", "FavoritesWidget"), "PARAMETER"),
                 (("describe", "more"), "more"), (("--home", "/nowhere/at/all", "describe"), "home")]
