@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 #include <glib.h>
 
+#include <deque>
 #include <future>
 #include <memory>
 
@@ -19,6 +20,8 @@ namespace host {
 namespace {
 
 constexpr double scale = 2;
+/// Enough that drawing goes on while a large picture is encoded. The pixels of each are some megabytes.
+constexpr std::size_t maxBeingEncoded = 8;
 
 constexpr std::string_view style = R"css(
 * { box-sizing: border-box; margin: 0 }
@@ -90,6 +93,22 @@ struct RequestedPicture {
     std::string family;
 };
 
+using EncodingTask = std::packaged_task<std::string()>;
+
+void runEncoding(gpointer task, gpointer /*unused*/) {
+    (*std::unique_ptr<EncodingTask>(static_cast<EncodingTask*>(task)))();
+}
+
+void finishEncoding(GThreadPool* encoder) {
+    g_thread_pool_free(encoder, FALSE, TRUE);
+}
+
+/// A picture that is being encoded.
+struct EncodedPicture {
+    std::filesystem::path file;
+    std::future<std::string> png;
+};
+
 /// Draws and writes the pictures of extensions.
 class GalleryPainter {
   public:
@@ -116,27 +135,33 @@ class GalleryPainter {
                 return failure;
             }
         }
-        return written();
+        return writeUntilAtMost(0);
     }
 
   private:
-    /// Waits for the picture that is being written.
-    std::optional<Failure> written() { return writing_.valid() ? writing_.get() : std::nullopt; }
+    /// Writes the oldest pictures until no more than `count` are being encoded.
+    std::optional<Failure> writeUntilAtMost(std::size_t count) {
+        while (encoded_.size() > count) {
+            if (auto failure = writeOutput(encoded_.front().png.get(), encoded_.front().file)) {
+                return failure;
+            }
+            encoded_.pop_front();
+        }
+        return std::nullopt;
+    }
 
     std::optional<Failure> paint(const Entry& entry, const RequestedPicture& picture) {
         const WidgetLayout layout = layOut(entry.view, familySize(picture.family), direction_, renderer_);
         for (const ColorScheme scheme : request_.schemes) {
             const Appearance appearance{.scheme = scheme, .contrast = request_.contrast};
             PixelBuffer pixels = renderer_.pixels(layout, appearance, scale);
-            if (auto failure = written()) {
+            if (auto failure = writeUntilAtMost(maxBeingEncoded - 1)) {
                 return failure;
             }
-            // Encoding takes longer than drawing, so it is done beside that of the next picture.
-            writing_ = std::async(std::launch::async,
-                                  [pixels = std::move(pixels),
-                                   file = request_.folder / pictureName(picture.kind, picture.family, scheme)] {
-                                      return writeOutput(pngFile(pixels), file);
-                                  });
+            auto task = std::make_unique<EncodingTask>([pixels = std::move(pixels)] { return pngFile(pixels); });
+            encoded_.push_back(
+                {request_.folder / pictureName(picture.kind, picture.family, scheme), task->get_future()});
+            g_thread_pool_push(encoder_.get(), task.release(), nullptr);
         }
         return std::nullopt;
     }
@@ -144,7 +169,10 @@ class GalleryPainter {
     const GalleryRequest& request_;
     const Direction direction_ = userDirection();
     Renderer renderer_;
-    std::future<std::optional<Failure>> writing_;
+    std::deque<EncodedPicture> encoded_;
+    /// Has one thread, which stays: a new one for each picture often shares the processor of the thread that draws.
+    std::unique_ptr<GThreadPool, platform::Releaser<finishEncoding>> encoder_{
+        g_thread_pool_new(runEncoding, nullptr, 1, TRUE, nullptr)};
 };
 
 } // namespace
