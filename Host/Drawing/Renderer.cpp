@@ -11,10 +11,6 @@ namespace {
 
 /// Vector pictures are aligned to half points, so that they are sharp on screens of scale 2.
 constexpr double vectorScale = 2;
-constexpr int cachedFontCount = 257;
-
-using FontFaceHandle = std::unique_ptr<cairo_font_face_t, Releaser<cairo_font_face_destroy>>;
-using ScaledFontHandle = std::unique_ptr<cairo_scaled_font_t, Releaser<cairo_scaled_font_destroy>>;
 
 cairo_status_t append(void* file, const unsigned char* bytes, unsigned int count) {
     static_cast<std::string*>(file)->append(reinterpret_cast<const char*>(bytes), count);
@@ -33,27 +29,11 @@ SurfaceHandle makePage(VectorFormat format, Size size, std::string& file) {
     return surface;
 }
 
-/// Cairo caches the last scaled font and 256 unused ones, and with them their files. Creating empty user fonts evicts them.
-void releaseUnusedFonts() {
-    const FontFaceHandle face(cairo_user_font_face_create());
-    const FontOptionsHandle options(cairo_font_options_create());
-    cairo_matrix_t identity;
-    cairo_matrix_init_identity(&identity);
-    for (int size = 1; size <= cachedFontCount; ++size) {
-        cairo_matrix_t matrix;
-        cairo_matrix_init_scale(&matrix, size, size);
-        const ScaledFontHandle font(cairo_scaled_font_create(face.get(), &matrix, &identity, options.get()));
-    }
-}
-
 } // namespace
 
 Renderer::Renderer() : caches_(std::make_unique<RenderCaches>()) {}
 
-Renderer::~Renderer() {
-    caches_.reset();
-    releaseUnusedFonts();
-}
+Renderer::~Renderer() = default;
 
 TextMeasurer& Renderer::texts() {
     return caches_->typesetter;

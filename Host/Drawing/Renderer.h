@@ -1,9 +1,8 @@
 // Draws layouts into pictures.
 //
-// A `Renderer` measures and draws. It caches fonts, symbols and decoded icons for the next picture; its destructor
-// releases them, with all fonts that no other part of the process uses. The constructor starts to read the machine's
-// font configuration in the background, which takes most of the time of a first picture: make it before the widget's
-// response comes. One thread at a time.
+// A `Renderer` measures and draws. It caches fonts, symbols and decoded icons for the next picture. The constructor
+// starts to read the machine's font configuration in the background, which takes most of the time of a first picture:
+// make it before the widget's response comes. One thread at a time.
 #pragma once
 
 #include "Host/Drawing/Appearance.h"
