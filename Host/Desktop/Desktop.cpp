@@ -28,10 +28,7 @@ Expected<std::unique_ptr<Desktop>, std::string> Desktop::open(Options options) {
 Desktop::Desktop(Options options)
     : home_(std::move(options.home)), presence_(options.presence),
       entries_(platform::DiskFileSystem::shared(), tileFolder()), catalog_(std::move(options.readManifests)),
-      settings_([this] { restyle(); }), outputs_([this] { place(); }) {
-    // Starts to read the fonts in the background.
-    renderers_.renderer();
-}
+      settings_([this] { restyle(); }), outputs_([this] { place(); }) {}
 
 Desktop::~Desktop() = default;
 

@@ -1,5 +1,6 @@
 #include "Host/Desktop/DesktopSettings.h"
 
+#include "Host/Desktop/Toolkit.h"
 #include "Host/Layout/Measures.h"
 
 #include <algorithm>
@@ -159,6 +160,7 @@ void DesktopSettings::readTheme() {
     if (std::exchange(isThemeRead_, true)) {
         return;
     }
+    readCursorTheme();
     if (!setToolkitScheme()) {
         g_object_notify(G_OBJECT(toolkit_), "gtk-theme-name");
     }

@@ -1,5 +1,6 @@
 #include "Host/Desktop/TileWindow.h"
 
+#include "Host/Desktop/Toolkit.h"
 #include "Host/Layout/Measures.h"
 
 #include <algorithm>
@@ -8,9 +9,20 @@
 namespace host {
 namespace {
 
-void showHand(GtkWidget* button, gpointer /*unused*/) {
-    const ObjectHandle<GdkCursor> hand(gdk_cursor_new_from_name(gtk_widget_get_display(button), "pointer"));
-    gdk_window_set_cursor(gtk_button_get_event_window(GTK_BUTTON(button)), hand.get());
+void setCursor(GdkWindow* window, const char* name) {
+    readCursorTheme();
+    const ObjectHandle<GdkCursor> cursor(gdk_cursor_new_from_name(gdk_window_get_display(window), name));
+    gdk_window_set_cursor(window, cursor.get());
+}
+
+gboolean tileEntered(GtkWidget* window) {
+    setCursor(gtk_widget_get_window(window), "default");
+    return FALSE;
+}
+
+gboolean linkEntered(GtkWidget* button) {
+    setCursor(gtk_button_get_event_window(GTK_BUTTON(button)), "pointer");
+    return FALSE;
 }
 
 GtkWidget* makePart(const AccessibleItem& part) {
@@ -22,7 +34,7 @@ GtkWidget* makePart(const AccessibleItem& part) {
         gtk_widget_set_focus_on_click(widget, FALSE);
         // For the window's gesture.
         gtk_widget_add_events(widget, GDK_BUTTON_MOTION_MASK);
-        g_signal_connect_after(widget, "realize", G_CALLBACK(&showHand), nullptr);
+        g_signal_connect(widget, "enter-notify-event", G_CALLBACK(&linkEntered), nullptr);
     } else {
         gtk_widget_set_has_window(widget, FALSE);
     }
@@ -75,6 +87,7 @@ TileWindow::TileWindow(Handlers handlers, Stacking& stacking)
     connect<&TileWindow::dragMoved>(drag_.get(), "drag-update", this);
     connect<&TileWindow::dragFinished>(drag_.get(), "drag-end", this);
     connect<&TileWindow::dragCancelled>(drag_.get(), "cancel", this);
+    g_signal_connect(widget(), "enter-notify-event", G_CALLBACK(&tileEntered), nullptr);
     connect<&TileWindow::pressed>(widget(), "button-press-event", this);
     connect<&TileWindow::keyPressed>(widget(), "key-press-event", this);
     g_signal_connect_after(widget(), "set-focus", G_CALLBACK(&gtk_widget_queue_draw), nullptr);

@@ -6,6 +6,9 @@
 #include "Platform/Foundation/Localization.h"
 
 #include <clocale>
+#include <fontconfig/fontconfig.h>
+#include <gdk/gdkwayland.h>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -15,12 +18,15 @@ extern "C" void tiles_register_resource();
 namespace host {
 namespace {
 
-/// Prefers X11 if the compositor has no layer shell. Keeps the user's own choice.
-void chooseDisplay() {
-    if (g_getenv("GDK_BACKEND") == nullptr) {
-        const auto version = layerShellVersion();
-        gdk_set_allowed_backends(version && *version > 0 ? "wayland,x11" : "x11,wayland");
+/// Prefers X11 if the compositor has no layer shell. Keeps the user's own choice. Returns whether GTK will use Wayland.
+bool chooseDisplay() {
+    if (g_getenv("GDK_BACKEND") != nullptr) {
+        return false;
     }
+    const auto version = layerShellVersion();
+    const bool prefersWayland = version && *version > 0;
+    gdk_set_allowed_backends(prefersWayland ? "wayland,x11" : "x11,wayland");
+    return prefersWayland;
 }
 
 /// Replaces GTK's only message of this level: that the display is gone. GTK then exits with 1.
@@ -32,19 +38,30 @@ GLogWriterOutput writeLog(GLogLevelFlags level, const GLogField* fields, gsize c
     return g_log_writer_default(level, fields, count, data);
 }
 
-bool initialize() {
+bool initialize(bool usesWayland) {
     std::vector<std::pair<const char*, const char*>> variables{
         // On X11 GTK would load OpenGL at once, which takes more memory than all the rest.
         {"GDK_GL", "disable"},
         // Reading the desktop's theme takes longer than drawing the tiles, which do not use it.
         {"GTK_THEME", "WidgethostTiles"},
     };
+    if (usesWayland) {
+        // GTK would read all cursors of the theme at once, which takes longer than drawing the tiles.
+        variables.emplace_back("XCURSOR_PATH", "/dev/null");
+    }
     // The user's own values stay.
     std::erase_if(variables, [](const auto& each) { return g_getenv(each.first) != nullptr; });
     for (const auto& [name, value] : variables) {
         g_setenv(name, value, FALSE);
     }
+    // Takes as long as connecting to the display. Ends before the environment is changed again, since it reads that.
+    std::thread fonts([] { FcInit(); });
     const bool isInitialized = gtk_init_check(nullptr, nullptr) != FALSE;
+    fonts.join();
+    if (GdkDisplay* display = gdk_display_get_default(); usesWayland && GDK_IS_WAYLAND_DISPLAY(display)) {
+        // GTK would not read a theme again that has the same name.
+        gdk_wayland_display_set_cursor_theme(display, "", 1);
+    }
     for (const auto& [name, value] : variables) {
         // Applications that this process starts do not get them.
         g_unsetenv(name);
@@ -64,9 +81,9 @@ std::optional<std::string> startToolkit() {
     constexpr const char* identifier = "net.foliovault.WidgetHost";
     g_set_prgname(identifier);
     g_log_set_writer_func(&writeLog, nullptr, nullptr);
-    chooseDisplay();
+    const bool usesWayland = chooseDisplay();
     tiles_register_resource();
-    if (!initialize()) {
+    if (!initialize(usesWayland)) {
         return "there is no display to show widgets on";
     }
     // GTK's start gives the name a capital letter.
@@ -78,6 +95,19 @@ std::optional<std::string> startToolkit() {
     gtk_style_context_add_provider_for_screen(gdk_screen_get_default(), GTK_STYLE_PROVIDER(provider.get()),
                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
     return std::nullopt;
+}
+
+void readCursorTheme() {
+    GdkDisplay* display = gdk_display_get_default();
+    if (!GDK_IS_WAYLAND_DISPLAY(display)) {
+        return;
+    }
+    char* name = nullptr;
+    int size = 0;
+    g_object_get(gtk_settings_get_default(), "gtk-cursor-theme-name", &name, "gtk-cursor-theme-size", &size, nullptr);
+    const std::string theme = stringFromOwned(name);
+    // Without settings GTK takes these.
+    gdk_wayland_display_set_cursor_theme(display, theme.empty() ? "default" : theme.c_str(), size > 0 ? size : 32);
 }
 
 void showFailure(const std::string& message, const std::string& reason) {

@@ -3,6 +3,7 @@
 import fcntl
 import itertools
 import json
+import re
 
 from desktop import DesktopTest, Placed
 from desktop_session import LinkRecorder
@@ -144,6 +145,15 @@ class Wayland(Pointer, DesktopTest):
         wait_until(lambda: self.is_clear(large.box()), "the end of the tile")
         self.assertEqual(self.arranged(), {})
         self.end()
+
+    def test_cursors(self):
+        """An arrow and, over a link, a hand, of the theme, which is read once the pointer is over a tile."""
+        self.arrange(FAVOURITES)
+        self.start(FAVOURITES, WAYLAND_DEBUG="client")
+        link, ground = self.links(FAVOURITES)[1][1:], FAVOURITES.at()
+        hot_spots = lambda: set(re.findall(r"set_cursor\(.*?(\d+, \d+)\)", self.messages.read_text()))
+        # That of GTK's own cursors is at 1, 1.
+        wait_until(lambda: self.session.move(*link) or self.session.move(*ground) or len(hot_spots() - {"1, 1"}) == 2, "both cursors")
 
     def test_changes_that_are_not_written(self):
         """The tile lies where it was dropped while another process holds the lock; a change that fails is undone."""
