@@ -33,7 +33,7 @@ bool acquire(const FileDescriptor& file, std::chrono::milliseconds timeout) {
 
 Unexpected<Failure> cannotLock(const fs::path& path, int reason) {
     if (reason == EWOULDBLOCK) {
-        return {{Failure::Kind::unavailable, fmt::format("cannot lock {}: another process has it", path.string())}};
+        return platform::unavailable(fmt::format("cannot lock {}: another process has it", path.string()));
     }
     // strerror would translate.
     const char* const words = strerrordesc_np(reason);

@@ -18,10 +18,6 @@ using platform::Unexpected;
 /// The longest time to wait for a description if there are other extensions.
 constexpr std::chrono::milliseconds timeoutAmongSeveral{10'000};
 
-Failure unavailable(std::string message) {
-    return {Failure::Kind::unavailable, std::move(message)};
-}
-
 /// Names failures of single extensions on standard error. Returns the last one instead if nothing `works`.
 std::optional<Failure> failureOf(std::vector<Failure> failures, bool works) {
     std::optional<Failure> last;
@@ -122,7 +118,7 @@ Outcome<std::vector<Manifest>> manifestsOf(const ExtensionChoice& choice) {
         return Unexpected{*std::move(failure)};
     }
     if (manifests.empty()) {
-        return Unexpected{unavailable("no extension is installed; name one with --extension")};
+        return platform::unavailable("no extension is installed; name one with --extension");
     }
     return manifests;
 }
@@ -160,7 +156,7 @@ Outcome<ExtensionHandle> openExtensionFor(const std::string& kind, const std::ve
 }
 
 Outcome<Manifest> manifestNamed(const std::string& identifier, const ExtensionChoice& choice) {
-    Failure reason = unavailable("the extension " + identifier + " is not installed");
+    Failure reason{Failure::Kind::unavailable, "the extension " + identifier + " is not installed"};
     for (auto& manifest : readManifests(choice)) {
         if (!manifest) {
             // It may be the one with that identifier.

@@ -20,11 +20,8 @@ namespace {
 namespace fs = std::filesystem;
 using platform::Failure;
 using platform::Outcome;
+using platform::unavailable;
 using platform::Unexpected;
-
-Unexpected<Failure> unavailable(std::string message) {
-    return {{Failure::Kind::unavailable, std::move(message)}};
-}
 
 bool passesThrough(std::string_view name) {
     constexpr std::array names{"PATH",     "LANG",        "LANGUAGE", "TZ",        "http_proxy",    "https_proxy",

@@ -23,11 +23,8 @@ namespace host {
 namespace {
 
 using platform::FileDescriptor;
+using platform::unavailable;
 using platform::Unexpected;
-
-Unexpected<platform::Failure> unavailable(std::string message) {
-    return {{platform::Failure::Kind::unavailable, std::move(message)}};
-}
 
 struct Pipe {
     FileDescriptor reading;

@@ -15,10 +15,6 @@ namespace fs = std::filesystem;
 
 constexpr std::uintmax_t maxManifestSize = std::uintmax_t{1} << 20U;
 
-platform::Unexpected<platform::Failure> invalid(std::string message) {
-    return {{platform::Failure::Kind::unavailable, std::move(message)}};
-}
-
 /// Whether the path stays below its base, and is not the base itself.
 bool staysBelow(const fs::path& relative) {
     return relative.is_relative() && relative.lexically_normal() != "." &&
@@ -30,24 +26,25 @@ bool staysBelow(const fs::path& relative) {
 platform::Outcome<Manifest> readManifest(const fs::path& file) {
     std::error_code failure;
     if (!fs::is_regular_file(file, failure)) {
-        return invalid(fmt::format("there is no manifest at {}", file.string()));
+        return platform::unavailable(fmt::format("there is no manifest at {}", file.string()));
     }
     if (fs::file_size(file, failure) > maxManifestSize || failure) {
-        return invalid(fmt::format("{} is not a manifest", file.string()));
+        return platform::unavailable(fmt::format("{} is not a manifest", file.string()));
     }
     simdjson::dom::parser parser;
     simdjson::dom::object json;
     if (parser.load(file.string()).get(json) != simdjson::SUCCESS) {
-        return invalid(fmt::format("{} is not a JSON object", file.string()));
+        return platform::unavailable(fmt::format("{} is not a JSON object", file.string()));
     }
     std::string_view identifier;
     if (json["identifier"].get(identifier) != simdjson::SUCCESS || identifier.empty() || identifier.front() == '.' ||
         identifier.find('/') != std::string_view::npos) {
-        return invalid(fmt::format("{}: \"identifier\" is missing or cannot name a folder", file.string()));
+        return platform::unavailable(
+            fmt::format("{}: \"identifier\" is missing or cannot name a folder", file.string()));
     }
     std::string_view executable;
     if (json["executable"].get(executable) != simdjson::SUCCESS || executable.empty()) {
-        return invalid(fmt::format("{}: \"executable\" is missing", file.string()));
+        return platform::unavailable(fmt::format("{}: \"executable\" is missing", file.string()));
     }
     std::string_view name;
     if (json["name"].get(name) != simdjson::SUCCESS || name.empty()) {
@@ -64,7 +61,8 @@ platform::Outcome<Manifest> readManifest(const fs::path& file) {
         for (const simdjson::dom::element read : reads) {
             std::string_view path;
             if (read.get(path) != simdjson::SUCCESS || path.empty() || !staysBelow(path)) {
-                return invalid(fmt::format("{}: \"reads\" must list folders below the home only", file.string()));
+                return platform::unavailable(
+                    fmt::format("{}: \"reads\" must list folders below the home only", file.string()));
             }
             manifest.reads.emplace_back(path);
         }

@@ -16,7 +16,7 @@ using platform::Unexpected;
 using simdjson::dom::array;
 
 Unexpected<Failure> protocolError(std::string_view what) {
-    return {{Failure::Kind::unavailable, "the extension's answer is invalid: " + std::string(what)}};
+    return platform::unavailable("the extension's answer is invalid: " + std::string(what));
 }
 
 std::string textOf(Json object, std::string_view name) {

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace platform {
 
@@ -33,6 +34,10 @@ struct Failure {
 
 template <class Value>
 using Outcome = Expected<Value, Failure>;
+
+inline Unexpected<Failure> unavailable(std::string message) {
+    return {{Failure::Kind::unavailable, std::move(message)}};
+}
 
 /// Returns the exit code for `failure`; 0 without one.
 inline int exitCode(const std::optional<Failure>& failure) {
