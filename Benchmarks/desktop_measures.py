@@ -187,6 +187,10 @@ def measure(table, rounds, programs, project, frames, peer):
         time.sleep(REST_SECONDS)
         spent = [after - before for after, before in zip(desktop.used(), rest)]
         held = desktop.held()
+        desktop.session.move(LEFT + 60, TOP + 60)
+        time.sleep(3)
+        hovered = desktop.held()
+        desktop.session.move(1, 1)
         other = desktop.session.start("/usr/bin/python3", "-B", peer, frames)
         desktop.await_change(desktop.column(), [400])
         shared = desktop.held()
@@ -207,6 +211,7 @@ The desktop with four tiles:
 | --- | --- | --- |
 | a first start, without entries on disk, to four tiles on the screen | {statistics.median(first) * 1e3:.0f} ms | 120 ms |
 | memory at rest, proportional set size, no other GTK program running | {held:.1f} MiB | 21 MiB |
+| the same once the pointer was over a tile | {hovered:.1f} MiB | |
 | the same beside another GTK window, which shares the libraries | {shared:.1f} MiB | |
 | extensions running at rest | {children} | 0 |
 | processor time in {REST_SECONDS} s at rest | {spent[0] * 1e3:.0f} ms | 10 ms |

@@ -8,6 +8,7 @@
 #include <clocale>
 #include <fontconfig/fontconfig.h>
 #include <gdk/gdkwayland.h>
+#include <malloc.h>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -18,7 +19,7 @@ extern "C" void tiles_register_resource();
 namespace host {
 namespace {
 
-/// Prefers X11 if the compositor has no layer shell. Keeps the user's own choice. Returns whether GTK will use Wayland.
+/// Prefers X11 if the compositor has no layer shell. Keeps the user's own choice. Returns whether Wayland was chosen.
 bool chooseDisplay() {
     if (g_getenv("GDK_BACKEND") != nullptr) {
         return false;
@@ -98,8 +99,9 @@ std::optional<std::string> startToolkit() {
 }
 
 void readCursorTheme() {
+    static bool isRead = false;
     GdkDisplay* display = gdk_display_get_default();
-    if (!GDK_IS_WAYLAND_DISPLAY(display)) {
+    if (std::exchange(isRead, true) || !GDK_IS_WAYLAND_DISPLAY(display)) {
         return;
     }
     char* name = nullptr;
@@ -108,6 +110,8 @@ void readCursorTheme() {
     const std::string theme = stringFromOwned(name);
     // Without settings GTK takes these.
     gdk_wayland_display_set_cursor_theme(display, theme.empty() ? "default" : theme.c_str(), size > 0 ? size : 32);
+    // The images are in shared memory now.
+    malloc_trim(0);
 }
 
 void showFailure(const std::string& message, const std::string& reason) {
