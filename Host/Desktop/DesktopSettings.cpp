@@ -157,10 +157,10 @@ void DesktopSettings::take(const char* key, GVariant* value) {
 }
 
 void DesktopSettings::readTheme() {
+    readCursorTheme();
     if (std::exchange(isThemeRead_, true)) {
         return;
     }
-    readCursorTheme();
     if (!setToolkitScheme()) {
         g_object_notify(G_OBJECT(toolkit_), "gtk-theme-name");
     }
