@@ -18,7 +18,6 @@ namespace host {
 namespace {
 
 namespace fs = std::filesystem;
-using platform::Failure;
 using platform::Outcome;
 using platform::unavailable;
 using platform::Unexpected;
