@@ -101,7 +101,7 @@ void Painter::paint(const TextItem& text, const LayoutItem& item) {
 
 void Painter::paintLine(const PangoLayoutLine& line, const Rgba& color) {
     // Some versions of cairo align glyphs to whole pixels, which makes letters uneven at small scales.
-    const bool asPaths = output_ == Output::pixels && grid_.scale() < minGlyphScale;
+    const bool asPaths = kind_ == PictureKind::pixels && grid_.scale() < minGlyphScale;
     const char* const text = pango_layout_get_text(line.layout);
     setSource(cairo_, color);
     double x = 0;
@@ -123,7 +123,7 @@ void Painter::paintLine(const PangoLayoutLine& line, const Rgba& color) {
 void Painter::paintColoredRun(PangoLayoutRun& run, const char* text, double alpha) {
     cairo_push_group(cairo_);
     pango_cairo_show_glyph_item(cairo_, text, &run);
-    if (palette_.isGray() && output_ == Output::pixels) {
+    if (palette_.isGray() && kind_ == PictureKind::pixels) {
         desaturate(cairo_get_group_target(cairo_));
     }
     cairo_pattern_t* const group = cairo_pop_group(cairo_);
@@ -142,7 +142,7 @@ void Painter::paint(const SymbolItem& symbol, const LayoutItem& item) {
     }
     setSource(cairo_, foreground(item));
     const Rect square = grid_.centered(item.frame, {side, side});
-    if (output_ == Output::vector) {
+    if (kind_ == PictureKind::vector) {
         cairo_save(cairo_);
         cairo_translate(cairo_, square.x, square.y);
         caches_.symbols.stroke(cairo_, symbol.symbol, square.width);
@@ -167,7 +167,7 @@ void Painter::paint(const ImageItem& image, const LayoutItem& item) {
         return;
     }
     const Rect rect = grid_.centered(item.frame, size);
-    const double density = output_ == Output::vector ? embeddedDensity : 1;
+    const double density = kind_ == PictureKind::vector ? embeddedDensity : 1;
     const double radius = std::min(maxIconRadius * grid_.scale(), iconRadiusShare * std::min(rect.width, rect.height));
     const SurfaceHandle picture =
         caches_.icons.picture(image.data, {.width = static_cast<int>(rect.width * density),

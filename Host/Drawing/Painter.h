@@ -12,7 +12,7 @@
 namespace host {
 
 /// The kind of picture: pixels, which small letters and symbols are aligned to, or a vector file.
-enum class Output { pixels, vector };
+enum class PictureKind { pixels, vector };
 
 /// Caches that are kept from picture to picture.
 struct RenderCaches {
@@ -24,8 +24,8 @@ struct RenderCaches {
 class Painter {
   public:
     /// `cairo` has its origin at the widget's upper left corner, and its units are the pixels of `grid`.
-    Painter(cairo_t* cairo, const PixelGrid& grid, const Appearance& appearance, Output output, RenderCaches& caches)
-        : cairo_(cairo), grid_(grid), palette_(appearance), redaction_(appearance.redaction), output_(output),
+    Painter(cairo_t* cairo, const PixelGrid& grid, const Appearance& appearance, PictureKind kind, RenderCaches& caches)
+        : cairo_(cairo), grid_(grid), palette_(appearance), redaction_(appearance.redaction), kind_(kind),
           caches_(caches) {}
 
     /// Draws the tile and everything on it.
@@ -56,7 +56,7 @@ class Painter {
     PixelGrid grid_;
     Palette palette_;
     Redaction redaction_;
-    Output output_;
+    PictureKind kind_;
     RenderCaches& caches_;
 };
 

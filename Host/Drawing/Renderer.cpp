@@ -55,7 +55,7 @@ PixelBuffer Renderer::pixels(const WidgetLayout& layout, const Appearance& appea
         return {};
     }
     const CairoHandle cairo(cairo_create(picture.surface.get()));
-    Painter(cairo.get(), grid, appearance, Output::pixels, *caches_).paint(layout);
+    Painter(cairo.get(), grid, appearance, PictureKind::pixels, *caches_).paint(layout);
     cairo_surface_flush(picture.surface.get());
     return picture;
 }
@@ -64,7 +64,7 @@ void Renderer::drawBadge(const PixelBuffer& picture, Point origin, const WidgetL
                          const Appearance& appearance, double scale) {
     const CairoHandle cairo(cairo_create(picture.surface.get()));
     cairo_translate(cairo.get(), origin.x, origin.y);
-    Painter(cairo.get(), PixelGrid(scale), appearance, Output::pixels, *caches_).paintBadge(layout);
+    Painter(cairo.get(), PixelGrid(scale), appearance, PictureKind::pixels, *caches_).paintBadge(layout);
 }
 
 std::string Renderer::vectorFile(VectorFormat format, const WidgetLayout& layout, const Appearance& appearance) {
@@ -72,7 +72,7 @@ std::string Renderer::vectorFile(VectorFormat format, const WidgetLayout& layout
     const SurfaceHandle page = makePage(format, layout.size, file);
     const CairoHandle cairo(cairo_create(page.get()));
     cairo_scale(cairo.get(), 1 / vectorScale, 1 / vectorScale);
-    Painter(cairo.get(), PixelGrid(vectorScale), appearance, Output::vector, *caches_).paint(layout);
+    Painter(cairo.get(), PixelGrid(vectorScale), appearance, PictureKind::vector, *caches_).paint(layout);
     cairo_show_page(cairo.get());
     cairo_surface_finish(page.get());
     return cairo_surface_status(page.get()) == CAIRO_STATUS_SUCCESS ? file : std::string();
