@@ -142,10 +142,11 @@ class GalleryPainter {
     /// Writes the oldest pictures until no more than `count` are being encoded.
     std::optional<Failure> writeUntilAtMost(std::size_t count) {
         while (encoded_.size() > count) {
-            if (auto failure = writeOutput(encoded_.front().png.get(), encoded_.front().file)) {
+            EncodedPicture next = std::move(encoded_.front());
+            encoded_.pop_front();
+            if (auto failure = writeOutput(next.png.get(), next.file)) {
                 return failure;
             }
-            encoded_.pop_front();
         }
         return std::nullopt;
     }
